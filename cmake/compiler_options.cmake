@@ -1,0 +1,27 @@
+# Options that hold for every target of the project, and nothing for whoever uses the installed library.
+
+add_library(ztCAD_options INTERFACE)
+
+if(ZTCAD_STRICT_WARNINGS)
+  if(MSVC)
+    target_compile_options(ztCAD_options INTERFACE /W4)
+  else()
+    target_compile_options(ztCAD_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+                           -Wno-sign-conversion -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual)
+  endif()
+endif()
+
+if(MSVC)
+  target_compile_options(ztCAD_options INTERFACE /utf-8)
+endif()
+
+if(ZTCAD_SANITIZE)
+  set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(ztCAD_options INTERFACE ${sanitizers})
+  target_link_options(ztCAD_options INTERFACE ${sanitizers})
+endif()
+
+if(ZTCAD_COVERAGE)
+  target_compile_options(ztCAD_options INTERFACE --coverage)
+  target_link_options(ztCAD_options INTERFACE --coverage)
+endif()

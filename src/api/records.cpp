@@ -1,0 +1,109 @@
+#include "records.h"
+
+#include "created_objects.h"
+#include "guard.h"
+
+using ztcad::createElement;
+using ztcad::createRecord;
+using ztcad::guarded;
+
+namespace {
+
+/// A record made from three numbers by pointer, null when one of them is missing.
+template <typename Record, typename Number, typename Make>
+Record* fromThree(const Number* a, const Number* b, const Number* c, Make&& make) noexcept {
+  return guarded<Record*>(nullptr, [&]() -> Record* { return a && b && c ? make(*a, *b, *c) : nullptr; });
+}
+
+/// Appends what the entries from `first` to `last` point to.
+template <typename Iterator, typename List>
+void addEach(Iterator first, Iterator last, List* list) noexcept {
+  guarded([&] {
+    if (!list) return;
+    for (; first != last; ++first)
+      if (*first) list->add(**first);
+  });
+}
+
+template <typename Entry, typename List>
+void addArray(const Entry* const* added, std::int32_t count, List* list) noexcept {
+  if (added && count > 0) addEach(added, added + count, list);
+}
+
+}  // namespace
+
+ztCAD_Vertices* crtVertices() {
+  return guarded<ztCAD_Vertices*>(nullptr, [] { return createElement<ztCAD_Vertices>(); });
+}
+
+ztCAD_Faces* crtFaces() {
+  return guarded<ztCAD_Faces*>(nullptr, [] { return createRecord<ztCAD_Faces>(); });
+}
+
+ztCAD_Coord* crtCoord(const double* x, const double* y, const double* z) {
+  return fromThree<ztCAD_Coord>(x, y, z, [](auto... xyz) { return createRecord<ztCAD_Coord>(xyz...); });
+}
+
+ztCAD_Vertex* crtVertex(const double* x, const double* y, const double* z) {
+  return fromThree<ztCAD_Vertex>(x, y, z, [](double vx, double vy, double vz) {
+    return createRecord<ztCAD_Vertex>(ztCAD_Coord(vx, vy, vz));
+  });
+}
+
+ztCAD_Vertex* crtVertexByCoord(const ztCAD_Coord* coord) {
+  return guarded<ztCAD_Vertex*>(nullptr,
+                                [&] { return coord ? createRecord<ztCAD_Vertex>(*coord) : nullptr; });
+}
+
+ztCAD_Vertex* crtVertexByPoint(const ztCAD_Point* point) {
+  return guarded<ztCAD_Vertex*>(
+      nullptr, [&] { return point ? createRecord<ztCAD_Vertex>(point->center()) : nullptr; });
+}
+
+ztCAD_Facet* crtFacet(const std::uint32_t* i1, const std::uint32_t* i2, const std::uint32_t* i3) {
+  return fromThree<ztCAD_Facet>(i1, i2, i3,
+                                [](auto... indices) { return createRecord<ztCAD_Facet>(indices...); });
+}
+
+ztCAD_Color* crtColor(const std::uint32_t* red, const std::uint32_t* green, const std::uint32_t* blue) {
+  return fromThree<ztCAD_Color>(red, green, blue,
+                                [](auto... components) { return createRecord<ztCAD_Color>(components...); });
+}
+
+ztCAD_LCS* crtLCS(const std::vector<double>& values) {
+  return guarded<ztCAD_LCS*>(nullptr, [&] { return createRecord<ztCAD_LCS>(true, values); });
+}
+
+ztCAD_LCS* crtLCS_nostl(const double* twelveValues) {
+  return guarded<ztCAD_LCS*>(nullptr, [&]() -> ztCAD_LCS* {
+    if (!twelveValues) return nullptr;
+    return createRecord<ztCAD_LCS>(true,
+                                   std::vector<double>(twelveValues, twelveValues + ztCAD_LCS::valueCount));
+  });
+}
+
+void addVertex(const ztCAD_Vertex* vertex, ztCAD_Vertices* vertices) {
+  addEach(&vertex, &vertex + 1, vertices);
+}
+
+void addVertexN(const std::list<ztCAD_Vertex*>& added, ztCAD_Vertices* vertices) {
+  addEach(added.begin(), added.end(), vertices);
+}
+
+void addVertexN_nostl(const ztCAD_Vertex* const* added, std::int32_t count, ztCAD_Vertices* vertices) {
+  addArray(added, count, vertices);
+}
+
+void addFacet(const ztCAD_Facet* facet, ztCAD_Faces* faces) { addEach(&facet, &facet + 1, faces); }
+
+void addFacetN(const std::list<ztCAD_Facet*>& added, ztCAD_Faces* faces) {
+  addEach(added.begin(), added.end(), faces);
+}
+
+void addFacetN_nostl(const ztCAD_Facet* const* added, std::int32_t count, ztCAD_Faces* faces) {
+  addArray(added, count, faces);
+}
+
+bool isEqual(const ztCAD_LCS* a, const ztCAD_LCS* b) {
+  return guarded(false, [&] { return a && b && ztcad::isEqual(*a, *b); });
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "element_sink.h"
+#include "xml_writer.h"
+
+namespace ztcad {
+
+/// Writes elements straight into the bytes of a file: no tree is built.
+class ByteSink final : public ElementSink {
+ public:
+  explicit ByteSink(XmlWriter& writer) : m_writer(writer) {}
+
+  void attribute(const QString& name, const QString& value) override { m_writer.attribute(name, value); }
+  void text(std::string_view ascii) override { m_writer.plainText(ascii); }
+
+ private:
+  void open(const QString& tag) override { m_writer.startElement(tag); }
+  void close() override { m_writer.endElement(); }
+
+  XmlWriter& m_writer;
+};
+
+}  // namespace ztcad

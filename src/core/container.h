@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstddef>
+#include <list>
+
+#include "../support/export.h"
+
+/// Marks the kind of an element class by a number.
+template <int Kind>
+class ZTCAD_TEMPLATE_API ztCAD_cmnSelector2 {
+ public:
+  virtual ~ztCAD_cmnSelector2() = default;
+
+ protected:
+  ztCAD_cmnSelector2() = default;
+  ztCAD_cmnSelector2(const ztCAD_cmnSelector2&) = default;
+  ztCAD_cmnSelector2& operator=(const ztCAD_cmnSelector2&) = default;
+};
+
+/// The kinds that exist. Spheres and references have none.
+enum ztCAD_Kind : int {
+  ztCAD_KindDetail = 1,
+  ztCAD_KindTmplDetail = 2,
+  ztCAD_KindStructure = 3,
+  ztCAD_KindTmplStructure = 4,
+  ztCAD_KindPoint = 10,
+  ztCAD_KindTmplPoint = 11,
+  ztCAD_KindLine = 13,
+  ztCAD_KindTmplLine = 14,
+  ztCAD_KindElementMIP = 16,
+  ztCAD_KindTmplElementMIP = 17,
+  ztCAD_KindTriangle = 19,
+  ztCAD_KindTmplTriangle = 20,
+};
+
+/// The elements of one kind, in the order in which they were added. Elements are held by value: adding stores a copy,
+/// and the address of a stored element stays the same until it is removed. Iterators are those of the list.
+template <typename T, int = 1, int = 1, template <typename...> class List = std::list>
+class ZTCAD_TEMPLATE_API ztCAD_Cont {
+ public:
+  using value_type = T;
+  using iterator = typename List<T>::iterator;
+  using const_iterator = typename List<T>::const_iterator;
+
+  ztCAD_Cont() = default;
+  ztCAD_Cont(const ztCAD_Cont&) = default;
+  ztCAD_Cont& operator=(const ztCAD_Cont&) = default;
+  virtual ~ztCAD_Cont() = default;
+
+  /// Appends a copy of `element`. Answers whether the element was NOT added: always false, there is no size limit.
+  bool add(const T& element) {
+    m_elements.push_back(element);
+    return false;
+  }
+
+  /// Appends a default element and returns it, so that it can read itself where it will stay.
+  T& appendNew() { return m_elements.emplace_back(); }
+
+  /// Removes the stored element at this address; true when there was one. The address of a copy elsewhere (such as
+  /// the one that a creation function returned) is not in here and removes nothing.
+  bool remove(const void* address) {
+    for (auto element = m_elements.begin(); element != m_elements.end(); ++element) {
+      if (!element->isSame(address)) continue;
+      m_elements.erase(element);
+      return true;
+    }
+    return false;
+  }
+
+  void clear() { m_elements.clear(); }
+
+  /// Exchanges the contents; addresses of stored elements stay good.
+  void swap(ztCAD_Cont& other) noexcept { m_elements.swap(other.m_elements); }
+
+  std::size_t size() const { return m_elements.size(); }
+  bool empty() const { return m_elements.empty(); }
+  iterator begin() { return m_elements.begin(); }
+  iterator end() { return m_elements.end(); }
+  const_iterator begin() const { return m_elements.begin(); }
+  const_iterator end() const { return m_elements.end(); }
+  T& front() { return m_elements.front(); }
+  T& back() { return m_elements.back(); }
+  const T& front() const { return m_elements.front(); }
+  const T& back() const { return m_elements.back(); }
+
+ private:
+  List<T> m_elements;
+};
+
+/// Stands in for a kind of element that does not exist: its container is always empty and writes nothing.
+class ZTCAD_API ztCAD_empty_stub_class {};

@@ -1,0 +1,92 @@
+#include "file.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <stdexcept>
+
+#if !defined(_WIN32)
+#include <sys/stat.h>
+#endif
+
+namespace ztcad {
+
+namespace {
+
+/// Thrown to get out of a document that is being written; ends in `writeTextFile`.
+struct WriteError : std::runtime_error {
+  WriteError() : std::runtime_error("device does not take the bytes") {}
+};
+
+class DeviceOutput final : public ByteOutput {
+ public:
+  explicit DeviceOutput(QIODevice& device) : m_device(device) {}
+  void write(std::string_view bytes) override {
+    const auto size = static_cast<qint64>(bytes.size());
+    if (m_device.write(bytes.data(), size) != size) throw WriteError();
+  }
+
+ private:
+  QIODevice& m_device;
+};
+
+constexpr QIODevice::OpenMode textForWriting = QIODevice::WriteOnly | QIODevice::Text;
+
+bool fill(QIODevice& device, const std::function<void(ByteOutput&)>& write) {
+  DeviceOutput output(device);
+  try {
+    write(output);
+  } catch (const WriteError&) {
+    return false;
+  }
+  return true;
+}
+
+bool mayBeReplaced(const QString& fileName) {
+#if defined(_WIN32)
+  const QFileInfo target(fileName);
+  return !target.exists() || target.isFile();
+#else
+  struct stat target = {};
+  if (::stat(QFile::encodeName(fileName).constData(), &target) != 0) return true;
+  return S_ISREG(target.st_mode) && target.st_nlink == 1;
+#endif
+}
+
+enum class Outcome { Written, Failed, Refused };
+
+Outcome replace(const QString& fileName, const std::function<void(ByteOutput&)>& write) {
+  // A full disk is no refusal: it would take the direct write no better, and the earlier file would be gone.
+  const auto unless = [](QFileDevice::FileError full, QFileDevice::FileError error) {
+    return error == full || error == QFileDevice::ResourceError ? Outcome::Failed : Outcome::Refused;
+  };
+  QSaveFile file(fileName);
+  if (!file.open(textForWriting)) return unless(QFileDevice::ResourceError, file.error());
+  if (!fill(file, write)) {
+    file.cancelWriting();
+    return Outcome::Failed;
+  }
+  if (file.commit()) return Outcome::Written;
+  return unless(QFileDevice::WriteError, file.error());
+}
+
+bool writeDirectly(const QString& fileName, const std::function<void(ByteOutput&)>& write) {
+  QFile file(fileName);
+  return file.open(textForWriting) && fill(file, write) && file.flush();
+}
+
+}  // namespace
+
+bool writeTextFile(const QString& fileName, const std::function<void(ByteOutput&)>& write) {
+  const Outcome outcome = mayBeReplaced(fileName) ? replace(fileName, write) : Outcome::Refused;
+  if (outcome == Outcome::Refused) return writeDirectly(fileName, write);
+  return outcome == Outcome::Written;
+}
+
+int readFile(const QString& fileName, QByteArray& bytes) {
+  QFile file(fileName);
+  if (file.open(QIODevice::ReadOnly)) bytes = file.readAll();
+  return file.error();
+}
+
+}  // namespace ztcad

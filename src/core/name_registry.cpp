@@ -1,0 +1,17 @@
+#include "name_registry.h"
+
+#include <set>
+
+#include "process_object.h"
+
+namespace ztcad {
+
+namespace {
+ProcessObject<std::set<QString>> takenNames;
+}
+
+bool nameIsFree(const QString& name) { return takenNames.get().count(name) == 0; }
+
+void releaseNameRegistry() { takenNames.release(); }
+
+}  // namespace ztcad

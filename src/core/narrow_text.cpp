@@ -1,0 +1,121 @@
+#include "narrow_text.h"
+
+#include <limits>
+#include <QVector>
+#include <stdexcept>
+
+#include "windows1251.h"
+
+namespace ztcad {
+
+namespace {
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+// Qt counts in int, and takes a negative size for "up to the next NUL".
+int qtSize(std::string_view bytes) {
+  if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+    throw std::length_error("text is too long");
+  return static_cast<int>(bytes.size());
+}
+
+bool isAscii(std::string_view bytes) {
+  unsigned char seen = 0;
+  for (const char byte : bytes)
+    seen = static_cast<unsigned char>(seen | static_cast<unsigned char>(byte));
+  return seen < 0x80;
+}
+
+bool isBetween(char byte, unsigned char low, unsigned char high) {
+  const auto code = static_cast<unsigned char>(byte);
+  return low <= code && code <= high;
+}
+
+// Bytes of the sequence that starts with `first`; 0 for a byte that starts none.
+std::size_t sequenceLength(char first) {
+  if (isBetween(first, 0x00, 0x7F)) return 1;
+  if (isBetween(first, 0xC2, 0xDF)) return 2;
+  if (isBetween(first, 0xE0, 0xEF)) return 3;
+  if (isBetween(first, 0xF0, 0xF4)) return 4;
+  return 0;
+}
+
+// After four first bytes the second one decides whether the sequence is the shortest one, no surrogate, and not
+// beyond the last character.
+bool isSecondByte(char first, char byte) {
+  switch (static_cast<unsigned char>(first)) {
+    case 0xE0:
+      return isBetween(byte, 0xA0, 0xBF);
+    case 0xED:
+      return isBetween(byte, 0x80, 0x9F);
+    case 0xF0:
+      return isBetween(byte, 0x90, 0xBF);
+    case 0xF4:
+      return isBetween(byte, 0x80, 0x8F);
+    default:
+      return isBetween(byte, 0x80, 0xBF);
+  }
+}
+
+bool isSequence(std::string_view bytes) {
+  if (bytes.size() > 1 && !isSecondByte(bytes[0], bytes[1])) return false;
+  for (std::size_t i = 2; i < bytes.size(); ++i)
+    if (!isBetween(bytes[i], 0x80, 0xBF)) return false;
+  return true;
+}
+
+// QString::fromUtf8 swallows a mark at the front.
+QString fromUtf8(std::string_view bytes) {
+  QString text;
+  for (; bytes.substr(0, byteOrderMark.size()) == byteOrderMark; bytes.remove_prefix(byteOrderMark.size()))
+    text += QChar(QChar::ByteOrderMark);
+  return text + QString::fromUtf8(bytes.data(), qtSize(bytes));
+}
+
+QString fromWindows1251(std::string_view bytes) {
+  QString text(qtSize(bytes), Qt::Uninitialized);
+  QChar* to = text.data();
+  for (const char byte : bytes)
+    *to++ = windows1251ToUnicode(static_cast<unsigned char>(byte));
+  return text;
+}
+
+std::string toWindows1251(const QString& text) {
+  std::string bytes;
+  bytes.reserve(static_cast<std::size_t>(text.size()));
+  for (const uint character : text.toUcs4())
+    bytes += static_cast<char>(windows1251FromUnicode(character).value_or('?'));
+  return bytes;
+}
+
+}  // namespace
+
+bool isUtf8(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const std::size_t length = sequenceLength(bytes.front());
+    if (length == 0 || length > bytes.size() || !isSequence(bytes.substr(0, length))) return false;
+    bytes.remove_prefix(length);
+  }
+  return true;
+}
+
+NarrowEncoding narrowEncodingOf(std::string_view bytes) {
+  return isAscii(bytes) || isUtf8(bytes) ? NarrowEncoding::Utf8 : NarrowEncoding::Windows1251;
+}
+
+QString fromNarrow(std::string_view bytes) {
+  if (isAscii(bytes)) return QString::fromLatin1(bytes.data(), qtSize(bytes));
+  return isUtf8(bytes) ? fromUtf8(bytes) : fromWindows1251(bytes);
+}
+
+std::string toNarrow(const QString& text) { return text.toStdString(); }
+
+std::string toNarrow(const QString& text, NarrowEncoding encoding) {
+  return encoding == NarrowEncoding::Utf8 ? toNarrow(text) : toWindows1251(text);
+}
+
+QString fileNameFromNarrow(std::string_view bytes) {
+  return isUtf8(bytes) ? fromNarrow(bytes) : QString::fromLocal8Bit(bytes.data(), qtSize(bytes));
+}
+
+}  // namespace ztcad

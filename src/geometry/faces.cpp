@@ -1,0 +1,55 @@
+#include "faces.h"
+
+#include "../core/element_sink.h"
+#include "../core/element_view.h"
+#include "../core/number_text.h"
+#include "../core/vocabulary.h"
+#include "../support/_Common/lazy_lock.h"
+#include "triple_text.h"
+
+using ztcad::words;
+
+QString& ztCAD_Facet::toText(QString& out, bool debugForm) const {
+  const std::uint32_t triple[] = {m_i1, m_i2, m_i3};
+  if (!debugForm) {
+    std::string text;
+    ztcad::appendTriple(text, triple);
+    ztcad::appendAscii(out, text);
+    return out;
+  }
+  return out +=
+         QString(QLatin1String("%1(I1=%2, I2=%3, I3=%4)")).arg(words().facet).arg(m_i1).arg(m_i2).arg(m_i3);
+}
+
+void ztCAD_Faces::add(const ztCAD_Facet& facet) {
+  m_indices.insert(m_indices.end(), {facet.I1(), facet.I2(), facet.I3()});
+}
+
+QString& ztCAD_Faces::toText(QString& out, bool debugForm) const {
+  if (debugForm) {
+    ztcad::debugText(out, words().faces, m_indices, [](QString& text, const std::uint32_t* facet) {
+      ztCAD_Facet(facet[0], facet[1], facet[2]).toText(text, true);
+    });
+  } else {
+    ztcad::storageText(m_indices, [&out](std::string_view piece) { ztcad::appendAscii(out, piece); });
+  }
+  return out;
+}
+
+bool ztCAD_Faces::fromText(const QString& text) {
+  // One lock around all appends of the call, taken only when more than one thread is configured.
+  ztcad::LazyLock lock;
+  const ztcad::AppendGuard guard(lock);
+  m_indices.clear();
+  return ztcad::parseTriples(text, m_indices);
+}
+
+void ztCAD_Faces::writeElement(ztcad::ElementSink& parent) const {
+  parent.element(words().faces, [this](ztcad::ElementSink& element) {
+    ztcad::storageText(m_indices, [&element](std::string_view piece) { element.text(piece); });
+  });
+}
+
+bool ztCAD_Faces::readElement(const ztcad::ElementView& element) {
+  return fromText(element.text().toString());
+}

@@ -1,0 +1,51 @@
+#include "point.h"
+
+#include "../core/element_sink.h"
+#include "../core/element_view.h"
+#include "../core/vocabulary.h"
+
+using ztcad::words;
+
+ztCAD_commonPoint::ztCAD_commonPoint() : ztCAD_baseElement(words().pointXyz) {}
+
+ztCAD_commonPoint::ztCAD_commonPoint(const QString& name, const ztCAD_Coord& center, bool& nameIsFree)
+    : ztCAD_Base(name, nameIsFree), ztCAD_baseElement(words().pointXyz), m_center(center) {}
+
+QString& ztCAD_commonPoint::toText(QString& out, bool debugForm) const {
+  if (!debugForm) return m_center.toText(out, false);
+  out += words().method + QLatin1String("==");
+  method().toText(out, true);
+  out += QLatin1String(" prop=");
+  property().toText(out, true);
+  out += QLatin1String("\nCenter=");
+  m_center.toText(out, true);
+  return out += QLatin1String(", ");
+}
+
+void ztCAD_commonPoint::write(ztcad::ElementSink& parent) const {
+  parent.element(elementName(), [this](ztcad::ElementSink& element) {
+    ztcad::writeBaseParts(*this, *this, element);
+    QString center;
+    element.attribute(words().center, m_center.toText(center, false));
+  });
+}
+
+bool ztCAD_commonPoint::readAndCheck(const ztcad::ElementView& element, bool& fault) {
+  const auto center = element.attribute(words().center);
+  const bool centerOk = center && m_center.fromText(*center);
+  const bool baseOk = ztcad::readBaseParts(*this, *this, element, fault);
+  setReadOk(centerOk && baseOk);
+  return readOk();
+}
+
+QString ztCAD_Point::lcsWord() const { return words().lcs; }
+QString ztCAD_Point::elementName() const { return words().point; }
+
+ztCAD_TmplPoint::ztCAD_TmplPoint(const QString& name, const ztCAD_commonPoint& source, bool& nameIsFree)
+    : ztCAD_commonPoint(name, source.center(), nameIsFree) {
+  setProperty(source.property());
+  setName(name);
+}
+
+QString ztCAD_TmplPoint::lcsWord() const { return words().mcs; }
+QString ztCAD_TmplPoint::elementName() const { return words().templatePoint; }

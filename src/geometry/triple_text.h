@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <QString>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ztcad {
+
+/// The storage text of a triple of numbers, "1.5, 0, -2;". Coordinates, vertices and facets are all written so.
+void appendTriple(std::string& out, const double* triple);
+void appendTriple(std::string& out, const std::uint32_t* triple);
+
+/// The storage text of a list of triples: a line feed, then each triple on a line of its own. It is handed to `take`
+/// (a function of `std::string_view`) in pieces of some 64 KB, so that no list stands twice in memory.
+/// A last number or two that make no triple are left out.
+template <typename Number, typename Take>
+void storageText(const std::vector<Number>& numbers, Take&& take) {
+  constexpr std::size_t pieceSize = 64 * 1024;
+  std::string piece = "\n";
+  for (std::size_t first = 0; first + 3 <= numbers.size(); first += 3) {
+    appendTriple(piece, &numbers[first]);
+    piece += '\n';
+    if (piece.size() < pieceSize) continue;
+    take(std::string_view(piece));
+    piece.clear();
+  }
+  take(std::string_view(piece));
+}
+
+/// The text of a list for people: a line feed, `word`, "(", then each triple on a line of its own as `appendOne`
+/// (a function of the text and of the first number) writes it, ")".
+template <typename Number, typename AppendOne>
+void debugText(QString& out, const QString& word, const std::vector<Number>& numbers, AppendOne&& appendOne) {
+  out += QLatin1Char('\n') + word + QLatin1Char('(');
+  if (!numbers.empty()) out += QLatin1Char('\n');
+  for (std::size_t first = 0; first + 3 <= numbers.size(); first += 3) {
+    appendOne(out, &numbers[first]);
+    out += QLatin1Char('\n');
+  }
+  out += QLatin1Char(')');
+}
+
+inline void appendAscii(QString& out, std::string_view text) {
+  out += QLatin1String(text.data(), static_cast<int>(text.size()));
+}
+
+}  // namespace ztcad

@@ -1,0 +1,48 @@
+#include "vertices.h"
+
+#include "../core/element_sink.h"
+#include "../core/element_view.h"
+#include "../core/number_text.h"
+#include "../core/vocabulary.h"
+#include "triple_text.h"
+
+using ztcad::words;
+
+ztCAD_Vertices::ztCAD_Vertices(const ztCAD_Vertices& other)
+    : ztCAD_Base(), ztCAD_ISerialize(other), m_coordinates(other.m_coordinates) {}
+
+ztCAD_Vertices& ztCAD_Vertices::operator=(const ztCAD_Vertices& other) {
+  m_coordinates = other.m_coordinates;  // the property block stays
+  return *this;
+}
+
+void ztCAD_Vertices::add(const ztCAD_Vertex& vertex) {
+  const ztCAD_Coord& coord = vertex.coord();
+  m_coordinates.insert(m_coordinates.end(), {coord.x(), coord.y(), coord.z()});
+}
+
+QString& ztCAD_Vertices::toText(QString& out, bool debugForm) const {
+  if (debugForm) {
+    ztcad::debugText(out, words().vertices, m_coordinates, [](QString& text, const double* xyz) {
+      ztCAD_Vertex(ztCAD_Coord(xyz[0], xyz[1], xyz[2])).toText(text, true);
+    });
+  } else {
+    ztcad::storageText(m_coordinates, [&out](std::string_view piece) { ztcad::appendAscii(out, piece); });
+  }
+  return out;
+}
+
+bool ztCAD_Vertices::fromText(const QString& text) {
+  m_coordinates.clear();
+  return ztcad::parseTriples(text, m_coordinates);
+}
+
+void ztCAD_Vertices::writeElement(ztcad::ElementSink& parent) const {
+  parent.element(words().vertices, [this](ztcad::ElementSink& element) {
+    ztcad::storageText(m_coordinates, [&element](std::string_view piece) { element.text(piece); });
+  });
+}
+
+bool ztCAD_Vertices::readElement(const ztcad::ElementView& element) {
+  return fromText(element.text().toString());
+}

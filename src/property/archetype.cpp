@@ -1,0 +1,26 @@
+#include "archetype.h"
+
+#include "../core/element_sink.h"
+#include "../core/element_view.h"
+#include "../core/vocabulary.h"
+
+using ztcad::words;
+
+QString& ztCAD_gArche::toText(QString& out, bool /*debugForm*/) const {
+  const QLatin1String is("=");
+  out += words().arche + QLatin1Char('(') + words().templateName + is + m_templateName + QLatin1String(", ") +
+         words().file + is + m_file + QLatin1Char(')');
+  return out;
+}
+
+void ztCAD_gArche::write(ztcad::ElementSink& element) const {
+  element.attribute(words().templateName, m_templateName);
+  element.attribute(words().file, m_file);
+}
+
+bool ztCAD_gArche::read(const ztcad::ElementView& element, bool& fault) {
+  fault = false;
+  m_templateName = element.attribute(words().templateName).value_or(QString());
+  m_file = element.attribute(words().file).value_or(QString());
+  return true;
+}

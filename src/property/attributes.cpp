@@ -1,0 +1,34 @@
+#include "attributes.h"
+
+#include "../core/element_sink.h"
+#include "../core/element_view.h"
+#include "../core/vocabulary.h"
+
+using ztcad::words;
+
+QString& ztCAD_gAttr::toText(QString& out, bool /*debugForm*/) const {
+  const QLatin1String is("=");
+  const QLatin1String next(", ");
+  out += QLatin1Char('(') + words().name + is + m_name + next + words().comment + is + m_comment + next +
+         words().inform + is + m_inform + QLatin1Char(')');
+  return out;
+}
+
+void ztCAD_gAttr::write(ztcad::ElementSink& element) const {
+  element.attribute(words().comment, m_comment);
+  element.attribute(words().name, m_name);
+  element.attribute(words().inform, m_inform);
+}
+
+bool ztCAD_gAttr::read(const ztcad::ElementView& element, bool& fault) {
+  setReadOk(readAndCheck(element, fault));
+  m_name = element.attribute(words().name).value_or(QString());
+  m_comment = element.attribute(words().comment).value_or(QString());
+  m_inform = element.attribute(words().inform).value_or(QString());
+  return readOk();
+}
+
+bool ztCAD_gAttr::readAndCheck(const ztcad::ElementView& element, bool& fault) {
+  fault = false;
+  return element.attribute(words().name).has_value();
+}

@@ -1,0 +1,39 @@
+#include "base.h"
+
+#include "../core/element_sink.h"
+#include "../core/element_view.h"
+#include "../core/name_registry.h"
+
+ztCAD_Base::~ztCAD_Base() = default;
+
+ztCAD_Base::ztCAD_Base(const QString& name, bool& nameIsFree) {
+  nameIsFree = ztcad::nameIsFree(name);
+  setName(name);
+}
+
+ztCAD_baseElement::~ztCAD_baseElement() = default;
+
+ztCAD_baseElement::ztCAD_baseElement() : m_method(std::make_unique<ztCAD_gMethod>()) {}
+
+ztCAD_baseElement::ztCAD_baseElement(const QString& method)
+    : m_method(std::make_unique<ztCAD_gMethod>(method)) {}
+
+ztCAD_baseElement::ztCAD_baseElement(const ztCAD_baseElement& other)
+    : m_method(std::make_unique<ztCAD_gMethod>(*other.m_method)) {}
+
+ztCAD_baseElement& ztCAD_baseElement::operator=(const ztCAD_baseElement& other) {
+  *m_method = *other.m_method;
+  return *this;
+}
+
+void ztcad::writeBaseParts(const ztCAD_Base& base, const ztCAD_baseElement& element, ElementSink& sink) {
+  base.property().write(sink);
+  element.method().write(sink);
+}
+
+bool ztcad::readBaseParts(ztCAD_Base& base, ztCAD_baseElement& element, const ElementView& view,
+                          bool& fault) {
+  bool methodFault = false;
+  element.method().read(view, methodFault);
+  return base.property().read(view, fault);
+}

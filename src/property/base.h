@@ -1,0 +1,63 @@
+#pragma once
+
+#include <memory>
+
+#include "method.h"
+#include "property_block.h"
+
+/// Common root of elements, structures, details and references: all of them are named and carry the property block.
+class ZTCAD_API ztCAD_Base {
+ public:
+  virtual ~ztCAD_Base();
+
+  /// Whether `address` is this very object; how containers find what they are to remove.
+  virtual bool isSame(const void* address) const { return address == this; }
+
+  const ztCAD_cmnProperty& property() const { return m_property; }
+  ztCAD_cmnProperty& property() { return m_property; }
+  void setProperty(const ztCAD_cmnProperty& property) { m_property = property; }
+
+  const QString& name() const { return m_property.attributes().name(); }
+  void setName(const QString& name) { m_property.attributes().setName(name); }
+
+ protected:
+  ztCAD_Base() = default;
+  /// Gives the name, whether it is free or not.
+  /// @param nameIsFree output: whether the name registry did not hold the name (always true)
+  ztCAD_Base(const QString& name, bool& nameIsFree);
+  ztCAD_Base(const ztCAD_Base&) = default;
+  ztCAD_Base& operator=(const ztCAD_Base&) = default;
+
+ private:
+  ztCAD_cmnProperty m_property;
+};
+
+/// Root of the geometric elements: carries the display method. Copies are deep.
+class ZTCAD_API ztCAD_baseElement {
+ public:
+  virtual ~ztCAD_baseElement();
+
+  const ztCAD_gMethod& method() const { return *m_method; }
+  ztCAD_gMethod& method() { return *m_method; }
+
+ protected:
+  /// An empty method.
+  ztCAD_baseElement();
+  explicit ztCAD_baseElement(const QString& method);
+  ztCAD_baseElement(const ztCAD_baseElement& other);
+  ztCAD_baseElement& operator=(const ztCAD_baseElement& other);
+
+ private:
+  std::unique_ptr<ztCAD_gMethod> m_method;  // never null
+};
+
+namespace ztcad {
+
+/// The attributes that all geometric elements have in common: property block, then display method.
+void writeBaseParts(const ztCAD_Base& base, const ztCAD_baseElement& element, ElementSink& sink);
+
+/// Reads both. The property block alone decides the result: a "method" that is present is taken, an absent one is no
+/// failure.
+bool readBaseParts(ztCAD_Base& base, ztCAD_baseElement& element, const ElementView& view, bool& fault);
+
+}  // namespace ztcad

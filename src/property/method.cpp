@@ -1,0 +1,18 @@
+#include "method.h"
+
+#include "../core/element_sink.h"
+#include "../core/element_view.h"
+#include "../core/vocabulary.h"
+
+using ztcad::words;
+
+QString& ztCAD_gMethod::toText(QString& out, bool /*debugForm*/) const { return out += m_method; }
+
+void ztCAD_gMethod::write(ztcad::ElementSink& element) const { element.attribute(words().method, m_method); }
+
+bool ztCAD_gMethod::read(const ztcad::ElementView& element, bool& fault) {
+  fault = false;
+  const auto method = element.attribute(words().method);
+  if (method) m_method = *method;
+  return method.has_value();
+}

@@ -1,0 +1,57 @@
+#include "property_block.h"
+
+#include "../core/element_sink.h"
+#include "../core/element_view.h"
+
+ztCAD_cmnProperty::ztCAD_cmnProperty() : m_attributes(std::make_unique<ztCAD_gAttr>()) {}
+
+ztCAD_cmnProperty::ztCAD_cmnProperty(const ztCAD_cmnProperty& other)
+    : ztCAD_INode(other),
+      ztCAD_ISerialize(other),
+      ztCAD_StateCorrect(other),
+      m_attributes(std::make_unique<ztCAD_gAttr>(*other.m_attributes)),
+      m_showable(other.m_showable),
+      m_hasLcs(other.m_hasLcs),
+      m_lcs(other.m_lcs) {}
+
+ztCAD_cmnProperty& ztCAD_cmnProperty::operator=(const ztCAD_cmnProperty& other) {
+  if (this == &other) return *this;
+  ztCAD_StateCorrect::operator=(other);
+  *m_attributes = *other.m_attributes;
+  m_showable = other.m_showable;
+  m_hasLcs = other.m_hasLcs;
+  m_lcs = other.m_lcs;
+  return *this;
+}
+
+ztCAD_cmnProperty::~ztCAD_cmnProperty() = default;
+
+void ztCAD_cmnProperty::setLcs(const std::optional<ztCAD_LCS>& lcs) {
+  m_hasLcs = lcs.has_value();
+  m_lcs = lcs.value_or(ztCAD_LCS());
+}
+
+QString& ztCAD_cmnProperty::toText(QString& out, bool debugForm) const {
+  out += QLatin1String("attr=");
+  m_attributes->toText(out, debugForm);
+  out += QLatin1String(" ,");
+  m_showable.toText(out, debugForm);
+  if (m_hasLcs) m_lcs.toText(out, debugForm);
+  return out;
+}
+
+void ztCAD_cmnProperty::write(ztcad::ElementSink& element) const {
+  m_attributes->write(element);
+  m_showable.write(element);
+  if (m_hasLcs) m_lcs.write(element);
+}
+
+bool ztCAD_cmnProperty::read(const ztcad::ElementView& element, bool& fault) {
+  const bool attributesOk = m_attributes->read(element, fault);
+  const bool showableOk = m_showable.read(element, fault);
+  ztCAD_LCS lcs;
+  if (lcs.read(element, fault)) setLcs(lcs);
+  fault = false;
+  setReadOk(attributesOk && showableOk);
+  return readOk();
+}

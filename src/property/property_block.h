@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "attributes.h"
+#include "coordinate_system.h"
+#include "display.h"
+
+/// What every named element carries: descriptive attributes, colour, visibility and perhaps a coordinate system, all
+/// of them XML attributes on the element itself. Copies are deep.
+class ZTCAD_API ztCAD_cmnProperty : public ztCAD_INode, private ztCAD_ISerialize, public ztCAD_StateCorrect {
+ public:
+  ztCAD_cmnProperty();
+  ztCAD_cmnProperty(const ztCAD_cmnProperty& other);
+  ztCAD_cmnProperty& operator=(const ztCAD_cmnProperty& other);
+  ~ztCAD_cmnProperty() override;
+
+  const ztCAD_gAttr& attributes() const { return *m_attributes; }
+  ztCAD_gAttr& attributes() { return *m_attributes; }
+  const ztCAD_gShowable& showable() const { return m_showable; }
+  ztCAD_gShowable& showable() { return m_showable; }
+
+  bool hasLCS() const { return m_hasLcs; }
+  std::optional<ztCAD_LCS> lcs() const { return m_hasLcs ? std::optional(m_lcs) : std::nullopt; }
+  /// Nothing: the element has no coordinate system from now on.
+  void setLcs(const std::optional<ztCAD_LCS>& lcs);
+
+  /// "attr=(name=P1, comment=, inform=) ,color=visible=", and the coordinate system's text where there is one.
+  QString& toText(QString& out, bool debugForm) const override;
+  void write(ztcad::ElementSink& element) const override;
+  /// False when the element has no "name" or its "color" is not one. A coordinate system that is absent or does not
+  /// read leaves the one that is there, and is no failure; only "LCS" is looked for, "MCS" belongs to references.
+  bool read(const ztcad::ElementView& element, bool& fault) override;
+
+ private:
+  std::unique_ptr<ztCAD_gAttr> m_attributes;  // never null
+  ztCAD_gShowable m_showable;
+  bool m_hasLcs = false;
+  ztCAD_LCS m_lcs;  // meaningful only with m_hasLcs
+};

@@ -1,0 +1,23 @@
+#include "property_record.h"
+
+#include "../core/narrow_text.h"
+#include "base.h"
+
+namespace {
+template <typename Record>
+void applyDescription(const Record& record, ztCAD_cmnProperty& property) {
+  property.attributes().setComment(ztcad::fromNarrow(record.comment));
+  property.attributes().setInform(ztcad::fromNarrow(record.inform));
+  if (record.lcs) property.setLcs(record.lcs);
+}
+}  // namespace
+
+void ztcad::apply(const CommonProperty& record, ztCAD_Base& element) {
+  applyDescription(record, element.property());
+  element.property().showable().setColor(record.color);
+  element.property().showable().setVisible(record.visible);
+}
+
+void ztcad::apply(const CommonPropertyForMIP& record, ztCAD_Base& element) {
+  applyDescription(record, element.property());
+}

@@ -1,0 +1,19 @@
+#include "read_structures.h"
+
+#include <vector>
+
+#include "../core/process_object.h"
+
+namespace ztcad {
+
+namespace {
+ProcessObject<std::vector<std::unique_ptr<ztCAD_Base>>> readStructures;
+}
+
+void keepReadStructure(std::unique_ptr<ztCAD_Base> structure) {
+  readStructures.get().push_back(std::move(structure));
+}
+
+void clearReadStructures() { readStructures.release(); }
+
+}  // namespace ztcad

@@ -1,0 +1,142 @@
+#include "core/name_counter.h"
+
+#include <gtest/gtest.h>
+#include <deque>
+#include <list>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "core/name_registry.h"
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+class Named {
+ public:
+  explicit Named(const std::string& name) : m_name(QString::fromStdString(name)) {}
+  QString name() const { return m_name; }
+  void setName(const QString& name) {
+    m_name = name;
+    ++m_renamings;
+  }
+  int renamings() const { return m_renamings; }
+
+ private:
+  QString m_name;
+  int m_renamings = 0;
+};
+
+std::list<Named> elementsNamed(const Names& names) { return {names.begin(), names.end()}; }
+
+Names namesOf(const std::list<Named>& elements) {
+  Names names;
+  for (const Named& element : elements)
+    names.push_back(element.name().toStdString());
+  return names;
+}
+
+struct Row {
+  const char* name;
+  Names before;
+  Names after;
+};
+
+const Row rows[] = {
+    {"empty", {}, {}},
+    {"one", {"A"}, {"A"}},
+    {"different", {"A", "B", "a"}, {"A", "B", "a"}},
+    {"three of one name", {"A", "A", "A"}, {"A", "A_$1", "A_$2"}},
+    {"two names in turn", {"A", "B", "A", "B"}, {"A", "B", "A_$1", "B_$1"}},
+    {"empty names", {"", "", ""}, {"", "_$1", "_$2"}},
+    {"made name comes later", {"A", "A", "A_$1"}, {"A", "A_$1", "A_$1_$1"}},
+    {"made name came before", {"A_$1", "A", "A"}, {"A_$1", "A", "A_$1"}},
+    {"made name starts its counter anew",
+     {"A_$1", "A_$1", "A", "A", "A_$1"},
+     {"A_$1", "A_$1_$1", "A", "A_$1", "A_$1_$1"}},
+    {"non-ASCII", {"Точка", "точка", "Точка"}, {"Точка", "точка", "Точка_$1"}},
+    {"blank and placeholder", {" ", " ", "%1", "%1"}, {" ", " _$1", "%1", "%1_$1"}},
+};
+
+void PrintTo(const Row& row, std::ostream* out) { *out << row.name; }
+
+class RenamedDuplicates : public testing::TestWithParam<Row> {};
+
+TEST_P(RenamedDuplicates, GetACounterBehindTheirName) {
+  std::list<Named> elements = elementsNamed(GetParam().before);
+  ztcad::NameCounter counter;
+  ztcad::renameDuplicates(elements, counter);
+  EXPECT_EQ(namesOf(elements), GetParam().after);
+}
+
+INSTANTIATE_TEST_SUITE_P(NameCounter, RenamedDuplicates, testing::ValuesIn(rows));
+
+TEST(NameCounter, GoesOnFromContainerToContainer) {
+  std::list<Named> points = elementsNamed({"A", "B"});
+  std::list<Named> lines = elementsNamed({"A", "A"});
+  ztcad::NameCounter counter;
+  ztcad::renameDuplicates(points, counter);
+  ztcad::renameDuplicates(lines, counter);
+  EXPECT_EQ(namesOf(points), (Names{"A", "B"}));
+  EXPECT_EQ(namesOf(lines), (Names{"A_$1", "A_$2"}));
+}
+
+TEST(NameCounter, StartsAnewInEachPass) {
+  for (int pass = 0; pass < 2; ++pass) {
+    ztcad::NameCounter counter;
+    EXPECT_EQ(counter.unique(QLatin1String("Q")).toStdString(), "Q");
+  }
+}
+
+TEST(NameCounter, ASecondPassChangesNothing) {
+  std::list<Named> elements = elementsNamed({"A", "A", "A"});
+  for (int pass = 0; pass < 2; ++pass) {
+    ztcad::NameCounter counter;
+    ztcad::renameDuplicates(elements, counter);
+  }
+  EXPECT_EQ(namesOf(elements), (Names{"A", "A_$1", "A_$2"}));
+}
+
+TEST(NameCounter, ElementsWithoutADuplicateAreNotTouched) {
+  std::list<Named> elements = elementsNamed({"A", "A"});
+  ztcad::NameCounter counter;
+  ztcad::renameDuplicates(elements, counter);
+  EXPECT_EQ(elements.front().renamings(), 0);
+  EXPECT_EQ(elements.back().renamings(), 1);
+}
+
+TEST(NameCounter, RenamesThroughPointersToo) {
+  Named first("S"), second("S");
+  std::list<Named*> structures = {&first, &second};
+  ztcad::NameCounter counter;
+  ztcad::renameDuplicates(structures, counter);
+  EXPECT_EQ(first.name().toStdString(), "S");
+  EXPECT_EQ(second.name().toStdString(), "S_$1");
+}
+
+// a pass that looked for a free counter from 1 on each time would not come to an end here
+TEST(NameCounter, GoesThroughAMillionOfOneName) {
+  constexpr std::size_t count = 1000000;
+  std::deque<Named> elements(count, Named("A"));
+  ztcad::NameCounter counter;
+  ztcad::renameDuplicates(elements, counter);
+  for (std::size_t i = 1; i < count; ++i)
+    ASSERT_EQ(elements[i].name(), QString(QLatin1String("A_$%1")).arg(static_cast<qulonglong>(i)));
+  EXPECT_EQ(elements.front().name(), QLatin1String("A"));
+}
+
+TEST(NameRegistry, EveryNameIsFreeAlwaysAndAgain) {
+  for (const char* name : {"", "A", "A", "Точка"})
+    EXPECT_TRUE(ztcad::nameIsFree(QString::fromUtf8(name))) << name;
+}
+
+TEST(NameRegistry, AnswersAfterItsReleaseToo) {
+  ztcad::releaseNameRegistry();
+  EXPECT_TRUE(ztcad::nameIsFree(QLatin1String("A")));
+  ztcad::releaseNameRegistry();
+  ztcad::releaseNameRegistry();
+  EXPECT_TRUE(ztcad::nameIsFree(QLatin1String("A")));
+}
+
+}  // namespace

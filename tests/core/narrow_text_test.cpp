@@ -1,0 +1,184 @@
+#include "core/narrow_text.h"
+
+#include <gtest/gtest.h>
+#include <ostream>
+#include <QTextCodec>
+#include <string>
+
+#include "core/windows1251.h"
+
+namespace {
+
+using namespace std::string_literals;
+using ztcad::NarrowEncoding;
+
+bool isUtf8ForQt(const std::string& bytes) {
+  QTextCodec::ConverterState state;
+  QTextCodec::codecForName("UTF-8")->toUnicode(bytes.data(), static_cast<int>(bytes.size()), &state);
+  return state.invalidChars == 0 && state.remainingChars == 0;
+}
+
+struct Row {
+  const char* name;
+  std::string bytes;
+  bool valid;
+};
+
+const Row rows[] = {
+    {"empty", "", true},
+    {"ASCII", "Part 1", true},
+    {"NUL", "\0"s, true},
+    {"two bytes, first", "\xC2\x80", true},
+    {"two bytes, last", "\xDF\xBF", true},
+    {"three bytes, first", "\xE0\xA0\x80", true},
+    {"last before surrogates", "\xED\x9F\xBF", true},
+    {"first after surrogates", "\xEE\x80\x80", true},
+    {"noncharacter", "\xEF\xBF\xBF", true},
+    {"byte order mark", "\xEF\xBB\xBF", true},
+    {"four bytes, first", "\xF0\x90\x80\x80", true},
+    {"four bytes, last", "\xF4\x8F\xBF\xBF", true},
+    {"lone continuation", "\x80", false},
+    {"overlong NUL", "\xC0\x80", false},
+    {"overlong ASCII", "\xC1\xBF", false},
+    {"overlong three bytes", "\xE0\x9F\xBF", false},
+    {"overlong four bytes", "\xF0\x8F\xBF\xBF", false},
+    {"first surrogate", "\xED\xA0\x80", false},
+    {"last surrogate", "\xED\xBF\xBF", false},
+    {"surrogate pair", "\xED\xA0\xBD\xED\xB8\x80", false},
+    {"beyond the last character", "\xF4\x90\x80\x80", false},
+    {"five bytes", "\xF8\x88\x80\x80\x80", false},
+    {"FF", "\xFF", false},
+    {"two bytes, cut off", "a\xC3", false},
+    {"three bytes, cut off", "\xE2\x82", false},
+    {"four bytes, cut off", "\xF0\x9F\x98", false},
+    {"three bytes, third is ASCII", "\xE2\x82 ", false},
+    {"four bytes, fourth is a first", "\xF0\x9F\x98\xC3", false},
+    {"good, then bad", "\xD0\x94\xD0", false},
+    {"continuation behind a whole sequence", "\xD0\x94\x80", false},
+    {"windows-1251 word", "\xC4\xE5\xF2\xE0\xEB\xFC", false},
+};
+
+void PrintTo(const Row& row, std::ostream* out) { *out << row.name; }
+
+class Bytes : public testing::TestWithParam<Row> {};
+
+TEST_P(Bytes, AreUtf8OnlyWhenWellFormed) {
+  EXPECT_EQ(ztcad::isUtf8(GetParam().bytes), GetParam().valid);
+  EXPECT_EQ(ztcad::narrowEncodingOf(GetParam().bytes),
+            GetParam().valid ? NarrowEncoding::Utf8 : NarrowEncoding::Windows1251);
+}
+
+TEST_P(Bytes, SurviveTheWayInAndBack) {
+  const std::string& bytes = GetParam().bytes;
+  EXPECT_EQ(ztcad::toNarrow(ztcad::fromNarrow(bytes), ztcad::narrowEncodingOf(bytes)), bytes);
+}
+
+INSTANTIATE_TEST_SUITE_P(NarrowText, Bytes, testing::ValuesIn(rows));
+
+TEST(NarrowText, JudgesUtf8AsQtDoes) {
+  const unsigned char edges[] = {0x00, 0x7F, 0x80, 0x8F, 0x90, 0x9F, 0xA0, 0xBF, 0xC0, 0xC1, 0xC2, 0xDF,
+                                 0xE0, 0xE1, 0xEC, 0xED, 0xEE, 0xEF, 0xF0, 0xF1, 0xF3, 0xF4, 0xF5, 0xFF};
+  std::string bytes(4, '\0');
+  for (const unsigned char first : edges)
+    for (const unsigned char second : edges)
+      for (const unsigned char third : edges)
+        for (const unsigned char fourth : edges) {
+          bytes.clear();
+          for (const unsigned char byte : {first, second, third, fourth})
+            bytes += static_cast<char>(byte);
+          ASSERT_EQ(ztcad::isUtf8(bytes), isUtf8ForQt(bytes)) << testing::PrintToString(bytes);
+        }
+}
+
+TEST(NarrowText, EveryCharacterSurvivesTheWayOutAndBack) {
+  for (uint character = 0; character <= 0x10FFFF; ++character) {
+    if (QChar::isSurrogate(character)) continue;
+    const QString text = QString::fromUcs4(&character, 1);
+    const std::string bytes = ztcad::toNarrow(text);
+    ASSERT_TRUE(ztcad::isUtf8(bytes)) << character;
+    ASSERT_EQ(ztcad::fromNarrow(bytes), text) << character;
+  }
+}
+
+TEST(NarrowText, LeadingByteOrderMarksStay) {
+  const QString mark = QChar(0xFEFF);
+  const QString name = QLatin1String("name");
+  EXPECT_EQ(ztcad::fromNarrow("\xEF\xBB\xBF"), mark);
+  EXPECT_EQ(ztcad::fromNarrow("\xEF\xBB\xBFname"), mark + name);
+  EXPECT_EQ(ztcad::fromNarrow("\xEF\xBB\xBF\xEF\xBB\xBFname"), mark + mark + name);
+  EXPECT_EQ(ztcad::fromNarrow("name\xEF\xBB\xBF"), name + mark);
+}
+
+TEST(NarrowText, NulInsideIsACharacterLikeAnyOther) {
+  EXPECT_EQ(ztcad::fromNarrow("a\0b"s), QString(QLatin1String("a") + QChar(0) + QLatin1String("b")));
+  EXPECT_EQ(ztcad::fromNarrow("\0\xD0\x94"s), QString(QChar(0)) + QChar(0x414));
+  EXPECT_EQ(ztcad::fromNarrow("\0\xC4"s), QString(QChar(0)) + QChar(0x414));
+  EXPECT_EQ(ztcad::toNarrow(QString(QChar(0))), "\0"s);
+}
+
+TEST(NarrowText, EmptyIsEmptyBothWays) {
+  EXPECT_TRUE(ztcad::fromNarrow("").isEmpty());
+  EXPECT_TRUE(ztcad::fromNarrow({}).isEmpty());
+  EXPECT_EQ(ztcad::toNarrow(QString()), "");
+  EXPECT_EQ(ztcad::toNarrow(QString(), NarrowEncoding::Windows1251), "");
+}
+
+// one bad sequence makes the whole text windows-1251, the good ones around it too
+TEST(NarrowText, IsTakenInOneEncodingAsAWhole) {
+  EXPECT_EQ(ztcad::fromNarrow("\xD0\x94 \xC4").toStdString(), "Р” Д");
+}
+
+TEST(NarrowText, UnpairedSurrogatesBecomeQuestionMarks) {
+  for (const int surrogate : {0xD800, 0xDBFF, 0xDC00, 0xDFFF}) {
+    const QString text = QLatin1String("a") + QChar(surrogate) + QLatin1String("b");
+    EXPECT_EQ(ztcad::toNarrow(text), "a?b");
+    EXPECT_EQ(ztcad::toNarrow(text, NarrowEncoding::Windows1251), "a?b");
+  }
+}
+
+TEST(NarrowText, WhatWindows1251CannotHoldBecomesOneQuestionMark) {
+  EXPECT_EQ(ztcad::toNarrow(QString::fromUtf8("Д零😀ж"), NarrowEncoding::Windows1251), "\xC4??\xE6");
+}
+
+TEST(NarrowText, FileNamesAreUtf8ElseOfTheSystem) {
+  EXPECT_EQ(ztcad::fileNameFromNarrow("a.xml"), QLatin1String("a.xml"));
+  EXPECT_EQ(ztcad::fileNameFromNarrow("Деталь.xml").toStdString(), "Деталь.xml");
+  EXPECT_EQ(ztcad::fileNameFromNarrow("\xC4.xml"), QString::fromLocal8Bit("\xC4.xml"));
+}
+
+TEST(Windows1251, EveryByteIsTheCharacterThatQtTakesItFor) {
+  for (int byte = 0; byte < 256; ++byte) {
+    const char bytes[] = {static_cast<char>(byte)};
+    const QString expected = QTextCodec::codecForName("windows-1251")->toUnicode(bytes, 1);
+    ASSERT_EQ(expected.size(), 1);
+    EXPECT_EQ(ztcad::windows1251ToUnicode(static_cast<unsigned char>(byte)), expected[0]) << byte;
+  }
+}
+
+TEST(Windows1251, EveryByteComesBack) {
+  for (int byte = 0; byte < 256; ++byte) {
+    const QChar character = ztcad::windows1251ToUnicode(static_cast<unsigned char>(byte));
+    EXPECT_EQ(ztcad::windows1251FromUnicode(character.unicode()), byte);
+  }
+}
+
+TEST(Windows1251, HasTheCharactersThatQtCanEncodeAndNoOther) {
+  const QTextCodec* codec = QTextCodec::codecForName("windows-1251");
+  for (uint character = 0; character <= 0xFFFF; ++character) {
+    const QChar text(character);
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    const QByteArray expected = codec->fromUnicode(&text, 1, &state);
+    const bool encodable = state.invalidChars == 0 && state.remainingChars == 0 && !text.isSurrogate();
+    const auto byte = ztcad::windows1251FromUnicode(character);
+    ASSERT_EQ(byte.has_value(), encodable) << character;
+    if (!byte) continue;
+    ASSERT_EQ(static_cast<char>(*byte), expected[0]) << character;
+  }
+}
+
+TEST(Windows1251, HasNothingBeyondTheFirstPlane) {
+  for (const char32_t character : {U'\U00010000', U'\U00010041', U'\U00010414', U'\U0001F600', U'\U0010FFFF'})
+    EXPECT_FALSE(ztcad::windows1251FromUnicode(character));
+}
+
+}  // namespace

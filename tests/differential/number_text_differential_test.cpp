@@ -1,0 +1,378 @@
+#include <gtest/gtest.h>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <QString>
+#include <QStringList>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "core/number_text.h"
+#include "random_seed.h"
+
+// The quick conversions beside the plain Qt calls that define them.
+
+namespace {
+
+constexpr int inputs = 1000000;
+constexpr int lists = inputs / 5;  // of some seven numbers each
+
+class Dice {
+ public:
+  explicit Dice(std::uint64_t seed) : m_engine(seed) {}
+
+  std::uint64_t bits() { return m_engine(); }
+  /// 0 .. sides - 1
+  int roll(int sides) { return static_cast<int>(m_engine() % static_cast<std::uint64_t>(sides)); }
+  double between(double low, double high) {
+    return std::uniform_real_distribution<double>(low, high)(m_engine);
+  }
+  template <typename T, std::size_t N>
+  const T& pick(const T (&choices)[N]) {
+    return choices[roll(static_cast<int>(N))];
+  }
+
+ private:
+  std::mt19937_64 m_engine;
+};
+
+bool sameBits(double a, double b) {
+  return (std::isnan(a) && std::isnan(b)) || std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+// ---------------------------------------------------------------------------------------------------------- writing
+
+double anyBits(Dice& dice) {
+  const std::uint64_t bits = dice.bits();
+  double value = 0;
+  std::memcpy(&value, &bits, sizeof value);
+  return value;
+}
+
+// k / 2^n: the binary grids on which exact ties lie
+double onGrid(Dice& dice) {
+  return std::ldexp(static_cast<double>(dice.roll(20000001) - 10000000), -dice.roll(24));
+}
+
+// seven decimal digits of which the last is a 5, scaled by powers of ten that a double holds exactly, or nearly
+double sixDigitsAndAFive(Dice& dice) {
+  const double digits = (100000 + dice.roll(900000)) * 10.0 + 5;
+  const double scaled = digits * std::pow(10.0, dice.roll(24) - 12);
+  return dice.roll(2) ? scaled : -scaled;
+}
+
+double nextToATie(Dice& dice) {
+  const double tie = dice.roll(2) ? sixDigitsAndAFive(dice) : onGrid(dice);
+  return std::nextafter(tie, dice.roll(2) ? HUGE_VAL : -HUGE_VAL);
+}
+
+double subnormal(Dice& dice) {
+  return static_cast<double>(dice.bits() >> (12 + dice.roll(52))) * std::numeric_limits<double>::denorm_min();
+}
+
+double special(Dice& dice) {
+  using Limits = std::numeric_limits<double>;
+  const double values[] = {0.0,
+                           -0.0,
+                           Limits::infinity(),
+                           -Limits::infinity(),
+                           Limits::quiet_NaN(),
+                           Limits::max(),
+                           Limits::lowest(),
+                           Limits::min(),
+                           Limits::denorm_min(),
+                           999999.5,
+                           999999.4999999999,
+                           9.999995e-5,
+                           0.0001,
+                           1e5,
+                           1e6};
+  return dice.pick(values);
+}
+
+double anyReal(Dice& dice) {
+  switch (dice.roll(8)) {
+    case 0:
+      return anyBits(dice);
+    case 1:
+      return onGrid(dice);
+    case 2:
+      return sixDigitsAndAFive(dice);
+    case 3:
+      return nextToATie(dice);
+    case 4:
+      return subnormal(dice);
+    case 5:
+      return special(dice);
+    case 6:
+      return dice.between(-1000, 1000);
+    default:
+      return dice.roll(2000001) - 1000000;
+  }
+}
+
+TEST(NumberTextDifferential, RealsAreWrittenAsQtWritesThem) {
+  Dice dice(randomSeed());
+  for (int i = 0; i < inputs; ++i) {
+    const double value = anyReal(dice);
+    const QString expected = QString(QLatin1String("%1")).arg(value, 0, 'g', -1, QLatin1Char(' '));
+    std::string narrow;
+    ztcad::appendReal(narrow, value);
+    ASSERT_EQ(narrow, expected.toStdString()) << std::hexfloat << value;
+    QString wide;
+    ztcad::appendReal(wide, value);
+    ASSERT_EQ(wide, expected) << std::hexfloat << value;
+  }
+}
+
+TEST(NumberTextDifferential, IndicesAreWrittenAsQtWritesThem) {
+  Dice dice(randomSeed());
+  for (int i = 0; i < inputs; ++i) {
+    const auto value = static_cast<std::uint32_t>(dice.bits() >> (32 + dice.roll(32)));
+    const QString expected = QString(QLatin1String("%1")).arg(value, 0, 10, QLatin1Char(' '));
+    std::string narrow;
+    ztcad::appendIndex(narrow, value);
+    ASSERT_EQ(narrow, expected.toStdString());
+    QString wide;
+    ztcad::appendIndex(wide, value);
+    ASSERT_EQ(wide, expected);
+  }
+}
+
+// ---------------------------------------------------------------------------------------------------------- reading
+
+QString digits(Dice& dice, int most) {
+  QString text;
+  for (int left = dice.roll(most + 1); left > 0; --left)
+    text += QLatin1Char(static_cast<char>('0' + dice.roll(10)));
+  return text;
+}
+
+QString blanks(Dice& dice) {
+  const char16_t kinds[] = {u' ',   u'\t',  u'\n',  u'\v',  u'\f',  u'\r',  0x85,   0xA0,
+                            0x1680, 0x180E, 0x2000, 0x2003, 0x200A, 0x200B, 0x2028, 0x2029,
+                            0x202F, 0x205F, 0x3000, 0xFEFF, 0x1C,   0x1F};
+  QString text;
+  for (int left = dice.roll(3) ? 0 : dice.roll(4); left > 0; --left)
+    text += dice.roll(2) ? QChar(QLatin1Char(' ')) : QChar(dice.pick(kinds));
+  return text;
+}
+
+QString sign(Dice& dice) {
+  const char16_t kinds[] = {u'+', u'-', 0x2212, 0xFF0B, 0xFF0D, 0x2013};
+  return dice.roll(3) ? QString() : QString(QChar(dice.pick(kinds)));
+}
+
+QString exponent(Dice& dice) {
+  const char16_t kinds[] = {u'e', u'E', u'd', 0x435};
+  if (dice.roll(3)) return QString();
+  const int most = dice.roll(8) ? 3 : 12;
+  return QChar(dice.pick(kinds)) + sign(dice) + digits(dice, most);
+}
+
+QString word(Dice& dice) {
+  const char* const words[] = {"nan",   "NaN",   "inf",   "INF",   "infinity", "nan(1)",  "0x10",
+                               "0x1p3", "0b1",   "1_000", "1f",    "1L",       "1,000.5", "",
+                               "e5",    "1e999", "-0",    "0e999", "2e-324"};
+  return QLatin1String(dice.pick(words));
+}
+
+// a number out of its parts, few of them with many digits
+QString decimal(Dice& dice) {
+  const int most = dice.roll(50) ? 10 : 900;
+  QString text = sign(dice) + digits(dice, most);
+  if (dice.roll(2)) text += QLatin1Char(dice.roll(30) ? '.' : ',') + digits(dice, most);
+  return text + exponent(dice);
+}
+
+// what programs write: shortest, six digits, seventeen digits
+QString printed(Dice& dice) {
+  const int precisions[] = {6, 15, 17, 20};
+  return QString::number(anyReal(dice), dice.roll(2) ? 'g' : 'e', dice.pick(precisions));
+}
+
+QString junk(Dice& dice) {
+  const char16_t characters[] = {u'0', u'1', u'2',  u'9',   u'+',   u'-', u'.',   u',',   u';',
+                                 u'e', u'E', u'x',  u'X',   u'\'',  u'_', u' ',   u'\t',  u'n',
+                                 u'i', 0,    0x660, 0xFF11, 0x2212, 0xB2, 0xD800, 0xDC00, 0xFFFF};
+  QString text;
+  for (int left = dice.roll(12); left > 0; --left)
+    text += QChar(dice.pick(characters));
+  return text;
+}
+
+QString anyNumberText(Dice& dice) {
+  QString text;
+  switch (dice.roll(6)) {
+    case 0:
+      text = junk(dice);
+      break;
+    case 1:
+      text = sign(dice) + word(dice);
+      break;
+    case 2:
+      text = printed(dice);
+      break;
+    case 3:
+      text = QString::number(dice.bits() >> dice.roll(64));
+      break;
+    default:
+      text = decimal(dice);
+  }
+  if (!dice.roll(20)) text.insert(dice.roll(text.size() + 1), junk(dice).left(1));
+  return blanks(dice) + text + blanks(dice);
+}
+
+TEST(NumberTextDifferential, RealsAreReadAsQtReadsThem) {
+  Dice dice(randomSeed());
+  int converting = 0;
+  for (int i = 0; i < inputs; ++i) {
+    const QString text = anyNumberText(dice);
+    bool converts = false;
+    const double expected = text.toDouble(&converts);
+    double value = 7;
+    ASSERT_EQ(ztcad::toReal(text, value), converts) << text.toStdString();
+    ASSERT_TRUE(sameBits(value, converts ? expected : 7)) << text.toStdString();
+    ASSERT_TRUE(sameBits(ztcad::realOrZero(text), converts ? expected : 0)) << text.toStdString();
+    converting += converts;
+  }
+  EXPECT_GT(converting, inputs / 10) << "hardly any of the texts was a number";
+  EXPECT_LT(converting, inputs - inputs / 10) << "hardly any of the texts was none";
+}
+
+TEST(NumberTextDifferential, IndicesAreReadAsQtReadsThem) {
+  Dice dice(randomSeed());
+  int converting = 0;
+  for (int i = 0; i < inputs; ++i) {
+    const QString text = anyNumberText(dice);
+    bool converts = false;
+    const uint expected = text.toUInt(&converts);
+    std::uint32_t value = 7;
+    ASSERT_EQ(ztcad::toIndex(text, value), converts) << text.toStdString();
+    ASSERT_EQ(value, converts ? expected : 7) << text.toStdString();
+    ASSERT_EQ(ztcad::indexOrZero(text), converts ? expected : 0) << text.toStdString();
+    converting += converts;
+  }
+  EXPECT_GT(converting, inputs / 20) << "hardly any of the texts was an index";
+  EXPECT_LT(converting, inputs - inputs / 10) << "hardly any of the texts was none";
+}
+
+// What one number prints is read as Qt reads it back: the way of a saved document.
+TEST(NumberTextDifferential, WhatIsWrittenIsReadAsQtReadsIt) {
+  Dice dice(randomSeed());
+  for (int i = 0; i < inputs; ++i) {
+    QString text;
+    ztcad::appendReal(text, anyReal(dice));
+    ASSERT_TRUE(sameBits(ztcad::realOrZero(text), text.toDouble())) << text.toStdString();
+  }
+}
+
+// ------------------------------------------------------------------------------------------------------------ lists
+
+bool convertPlainly(const QString& text, double& value) {
+  bool converts = false;
+  value = text.toDouble(&converts);
+  return converts;
+}
+
+bool convertPlainly(const QString& text, std::uint32_t& value) {
+  bool converts = false;
+  value = text.toUInt(&converts, 10);
+  return converts;
+}
+
+template <typename Number>
+bool parseListPlainly(QString text, std::vector<Number>& values) {
+  if (text.contains(QLatin1Char(';'))) text.remove(QLatin1Char(';'));
+  bool whole = true;
+  for (const QString& part : text.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+    Number value{};
+    if (convertPlainly(part, value))
+      values.push_back(value);
+    else
+      whole = false;
+  }
+  return whole;
+}
+
+template <typename Number>
+bool parseTriplesPlainly(const QString& text, std::vector<Number>& values) {
+  bool whole = true;
+  for (const QString& piece : text.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
+    if (!piece.contains(QLatin1Char(','))) continue;
+    std::vector<Number> numbers;
+    if (parseListPlainly(piece, numbers) && numbers.size() >= 3)
+      values.insert(values.end(), numbers.begin(), numbers.begin() + 3);
+    else
+      whole = false;
+  }
+  return whole;
+}
+
+QString listPart(Dice& dice, bool integers) {
+  if (!dice.roll(40)) return anyNumberText(dice);
+  if (!dice.roll(40)) return blanks(dice);
+  return QLatin1Char(' ') + QString::number(integers ? dice.roll(1000) : dice.between(-1, 1));
+}
+
+QString anyListText(Dice& dice) {
+  const char* const separators[] = {",", ",", ",", ", ", ";", ";\n", ",,", ";;", ",;", "; ", ""};
+  const bool integers = dice.roll(3) != 0;
+  QString text = blanks(dice);
+  for (int left = dice.roll(14); left > 0; --left) {
+    const bool endsTriple = left % 3 == 1;
+    const char* usual = endsTriple ? ";\n" : ",";
+    text += listPart(dice, integers) + QLatin1String(dice.roll(6) ? usual : dice.pick(separators));
+  }
+  return text;
+}
+
+template <typename Number>
+bool sameValues(const std::vector<Number>& a, const std::vector<Number>& b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i)
+    if (!sameBits(a[i], b[i])) return false;
+  return true;
+}
+
+template <typename Number>
+class ListDifferential : public testing::Test {};
+
+using NumberTypes = testing::Types<double, std::uint32_t>;
+TYPED_TEST_SUITE(ListDifferential, NumberTypes);
+
+TYPED_TEST(ListDifferential, ListsAreReadAsQtSplitsAndConvertsThem) {
+  Dice dice(randomSeed());
+  int whole = 0;
+  for (int i = 0; i < lists; ++i) {
+    const QString text = anyListText(dice);
+    std::vector<TypeParam> expected = {7}, values = {7};
+    const bool result = parseListPlainly(text, expected);
+    ASSERT_EQ(ztcad::parseList(text, values), result) << text.toStdString();
+    ASSERT_TRUE(sameValues(values, expected)) << text.toStdString();
+    whole += result;
+  }
+  EXPECT_GT(whole, lists / 20);
+  EXPECT_LT(whole, lists - lists / 20);
+}
+
+TYPED_TEST(ListDifferential, TriplesAreReadAsQtSplitsAndConvertsThem) {
+  Dice dice(randomSeed());
+  int whole = 0;
+  std::size_t triples = 0;
+  for (int i = 0; i < lists; ++i) {
+    const QString text = anyListText(dice);
+    std::vector<TypeParam> expected = {7}, values = {7};
+    const bool result = parseTriplesPlainly(text, expected);
+    ASSERT_EQ(ztcad::parseTriples(text, values), result) << text.toStdString();
+    ASSERT_TRUE(sameValues(values, expected)) << text.toStdString();
+    whole += result;
+    triples += expected.size() / 3;
+  }
+  EXPECT_GT(whole, lists / 20);
+  EXPECT_LT(whole, lists - lists / 20);
+  EXPECT_GT(triples, static_cast<std::size_t>(lists / 2));
+}
+
+}  // namespace
