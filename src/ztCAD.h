@@ -7,3 +7,4 @@
 #include "api/names.h"
 #include "api/points.h"
 #include "api/records.h"
+#include "support/assertion_log.h"

@@ -16,7 +16,8 @@ inline QString fromUtf8(const std::string& text) {
   return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
 }
 
-/// The root element of an XML text, with the document that keeps it alive. Text that does not parse fails the test.
+/// The root element of an XML text, with the document that keeps it alive. Text that does not parse fails the
+/// test.
 struct ParsedXml {
   explicit ParsedXml(const std::string& xml) {
     QString message;
@@ -52,8 +53,8 @@ inline QString textOf(const QDomNode& node) {
 
 // Vertex and facet lists are no nodes of their own: their owner lets them write and read an element.
 template <typename T>
-auto writeTo(const T& list, QDomElement& parent, QDomDocument& document, int) -> decltype(
-    list.writeElement(std::declval<ztcad::ElementSink&>())) {
+auto writeTo(const T& list, QDomElement& parent, QDomDocument& document, int)
+    -> decltype(list.writeElement(std::declval<ztcad::ElementSink&>())) {
   ztcad::DomSink sink(parent, document);
   list.writeElement(sink);
 }
@@ -74,8 +75,8 @@ bool readFrom(T& node, const QDomElement& element, bool& fault, long) {
 
 }  // namespace node_text
 
-/// What the object writes: its own element, or for a property class the element <e> with its attributes on it.
-/// Attributes stand in the order of their names.
+/// What the object writes: its own element, or for a property class the element <e> with its attributes on
+/// it. Attributes stand in the order of their names.
 template <typename T>
 std::string written(const T& object) {
   QDomDocument document;

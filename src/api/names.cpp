@@ -8,24 +8,25 @@
 using ztcad::guarded;
 
 bool doCorrectName(const std::string& name, std::string& corrected, std::string fallback) {
-  return guarded(false, [&] {
-    const std::string given = name;  // `corrected` may be the same object
-    corrected.clear();
-    corrected = ztcad::correctName(given, fallback);
-    return corrected != given;
+  std::string made;  // not the output itself, which may be the same object as the name
+  const bool differs = guarded(false, [&] {
+    made = ztcad::correctName(name, fallback);
+    return made != name;
   });
+  corrected.swap(made);
+  return differs;
 }
 
 bool doCorrectName_nostl(const char* name, char* corrected, const char* fallback) {
-  return guarded(false, [&] {
-    if (!corrected) return false;
-    const std::string given = ztcad::textOf(name);  // `corrected` may be the same buffer
-    const std::string instead = ztcad::textOf(fallback);
-    *corrected = '\0';
-    const std::string made = ztcad::correctName(given, instead);
-    std::memcpy(corrected, made.c_str(), made.size() + 1);
+  if (!corrected) return false;
+  std::string made;
+  const bool differs = guarded(false, [&] {
+    const std::string given = ztcad::textOf(name);
+    made = ztcad::correctName(given, ztcad::textOf(fallback));
     return made != given;
   });
+  std::memcpy(corrected, made.c_str(), made.size() + 1);
+  return differs;
 }
 
 void crtUniqueName(std::string& name) { name.clear(); }

@@ -24,6 +24,7 @@ ztCAD_Point* crtPoint(const std::string& name, const ztCAD_Coord* center, bool& 
 }
 
 ztCAD_Point* crtPoint_nostl(const char* name, const ztCAD_Coord* center, bool& nameIsFree) {
+  nameIsFree = true;  // also when there is no memory for the name
   return guarded<ztCAD_Point*>(
       nullptr, [&] { return createNamed<ztCAD_Point>(ztcad::textOf(name), center, nameIsFree); });
 }

@@ -7,8 +7,8 @@
 
 namespace ztcad {
 
-/// Gives out names so that none occurs twice in one pass. The first bearer of a name keeps it, the next ones get
-/// "_$1", "_$2", ... behind it. A new name is not compared with names that come later in the pass.
+/// Gives out names so that none occurs twice in one pass. The first bearer of a name keeps it, the next ones
+/// get "_$1", "_$2", ... behind it. A new name is not compared with names that come later in the pass.
 class NameCounter {
  public:
   /// `name` itself when it was not seen yet, else a new one made from it.
@@ -39,7 +39,8 @@ void renameDuplicate(Element* element, NameCounter& counter) {
   renameDuplicate(*element, counter);
 }
 
-/// Renames the duplicates of one container of named elements, or of pointers to such (none of them null), in its order.
+/// Renames the duplicates of one container of named elements, or of pointers to such (none of them null), in
+/// its order.
 template <typename Container>
 void renameDuplicates(Container& elements, NameCounter& counter) {
   for (auto& element : elements)

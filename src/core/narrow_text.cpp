@@ -40,8 +40,8 @@ std::size_t sequenceLength(char first) {
   return 0;
 }
 
-// After four first bytes the second one decides whether the sequence is the shortest one, no surrogate, and not
-// beyond the last character.
+// After four first bytes the second one decides whether the sequence is the shortest one, no surrogate, and
+// not beyond the last character.
 bool isSecondByte(char first, char byte) {
   switch (static_cast<unsigned char>(first)) {
     case 0xE0:

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <QLocale>
 #include <string_view>
+#include <system_error>
 
 namespace ztcad {
 
@@ -45,7 +46,7 @@ void append(QString& out, std::string_view ascii) {
   out += QLatin1String(ascii.data(), static_cast<int>(ascii.size()));
 }
 
-// ---------------------------------------------------------------------------------------------------------- reading
+// --------------------------------------------------------------------------------------------------- reading
 
 // Longer texts are rare and left to Qt.
 using QuickText = std::array<char, 32>;
@@ -79,12 +80,6 @@ bool toNumberQuickly(QStringView text, Number& value) {
 
 bool convert(QStringView text, double& value) { return toReal(text, value); }
 bool convert(QStringView text, std::uint32_t& value) { return toIndex(text, value); }
-
-// Compared first: the default belongs to all threads of the host, and is written only where it has to change.
-// Every C locale equals QLocale::c(), whatever its country; one with other number options does not.
-void useCLocale() {
-  if (QLocale() != QLocale::c()) QLocale::setDefault(QLocale::c());
-}
 
 template <typename Visit>
 void forEachPart(QStringView text, QChar separator, Visit visit) {
@@ -178,6 +173,12 @@ std::uint32_t indexOrZero(QStringView text) {
   std::uint32_t value = 0;
   toIndex(text, value);
   return value;
+}
+
+// Compared first: the default belongs to all threads of the host, and is written only where it has to change.
+// Every C locale equals QLocale::c(), whatever its country; one with other number options does not.
+void useCLocale() {
+  if (QLocale() != QLocale::c()) QLocale::setDefault(QLocale::c());
 }
 
 bool parseList(QStringView text, std::vector<double>& values) { return parseAnyList(text, values); }

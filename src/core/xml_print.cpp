@@ -70,8 +70,10 @@ class DeclaredEncoder final : public CharacterEncoder {
   bool knows(char32_t character) const {
     if (m_isWindows1251) return windows1251FromUnicode(character).has_value();
     if (!m_codec) return true;
-    const uint code = character;
-    return m_codec->canEncode(QString::fromUcs4(&code, 1));
+    if (!QChar::requiresSurrogates(character))
+      return m_codec->canEncode(QChar(static_cast<ushort>(character)));
+    const QChar pair[] = {QChar(QChar::highSurrogate(character)), QChar(QChar::lowSurrogate(character))};
+    return m_codec->canEncode(QString(pair, 2));
   }
 
   const bool m_isWindows1251;

@@ -65,6 +65,7 @@ struct XmlWriter::Specials {
 // a zero is part of each: see endsParsing
 constexpr XmlWriter::Specials XmlWriter::textSpecials{std::string_view("<&>\r\0", 5)};
 constexpr XmlWriter::Specials XmlWriter::valueSpecials{std::string_view("<&>\r\0\"\t\n", 8)};
+constexpr XmlWriter::Specials XmlWriter::noSpecials{std::string_view()};
 
 void CharacterEncoder::appendBare(char32_t character, std::string& out) const {
   if (!append(character, out)) out += '?';
@@ -210,28 +211,36 @@ void XmlWriter::writeIndent() { m_buffer.append(m_openTags.size() * m_indent, ' 
 
 void XmlWriter::writeBare(const QString& text) {
   for (int at = 0; at < text.size();) {
-    const Decoded next = decode(text, at);
-    at += next.units;
-    if (isAscii(next.character)) {
-      m_buffer += static_cast<char>(next.character);
-    } else if (QChar::isSurrogate(next.character)) {
-      m_buffer += '?';
-    } else {
-      m_encoder.appendBare(next.character, m_buffer);
-    }
+    at += writePlainRun(text, at, noSpecials);
+    if (at < text.size() && text.at(at).unicode() > 127) at += writeBareCharacter(text, at);
+    handOnWhenFull();
   }
-  handOnWhenFull();
+}
+
+int XmlWriter::writeBareCharacter(const QString& text, int at) {
+  const Decoded next = decode(text, at);
+  if (QChar::isSurrogate(next.character)) {
+    m_buffer += '?';
+  } else {
+    m_encoder.appendBare(next.character, m_buffer);
+  }
+  return next.units;
 }
 
 void XmlWriter::writeEscaped(const QString& text, const Specials& specials) {
-  const ushort* const units = text.utf16();
   for (int at = 0; at < text.size();) {
-    const int run = specials.plainRun(units + at, text.size() - at);
-    appendAscii(units + at, run, m_buffer);
-    at += run;
-    if (run == 0) at += writeSpecial(text, at);
+    const int run = writePlainRun(text, at, specials);
+    at += run > 0 ? run : writeSpecial(text, at);
     handOnWhenFull();
   }
+}
+
+/// Writes what stands for itself from `at` on, at most one piece of it; returns how many units that were.
+int XmlWriter::writePlainRun(const QString& text, int at, const Specials& specials) {
+  const ushort* const units = text.utf16() + at;
+  const int run = specials.plainRun(units, text.size() - at);
+  appendAscii(units, run, m_buffer);
+  return run;
 }
 
 /// Writes the character at `at`, which may not stand as it is; returns how many units it takes.

@@ -74,6 +74,7 @@ class XmlWriter {
   struct Specials;
   static const Specials textSpecials;
   static const Specials valueSpecials;
+  static const Specials noSpecials;
 
   void beginLine();
   void beginInLine();
@@ -81,7 +82,9 @@ class XmlWriter {
   void closeStartTag(std::string_view closing);
   void writeIndent();
   void writeBare(const QString& text);
+  int writeBareCharacter(const QString& text, int at);
   void writeEscaped(const QString& text, const Specials& specials);
+  int writePlainRun(const QString& text, int at, const Specials& specials);
   int writeSpecial(const QString& text, int at);
   void writeReference(char32_t character);
   void handOnWhenFull();

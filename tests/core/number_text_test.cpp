@@ -17,7 +17,7 @@ QString text(const std::string& utf8) {
   return QString::fromUtf8(utf8.data(), static_cast<int>(utf8.size()));
 }
 
-// ---------------------------------------------------------------------------------------------------------- writing
+// --------------------------------------------------------------------------------------------------- writing
 
 struct RealRow {
   const char* name;
@@ -88,7 +88,7 @@ TEST(NumberText, WritesIndicesInFull) {
   }
 }
 
-// ---------------------------------------------------------------------------------------------------------- reading
+// --------------------------------------------------------------------------------------------------- reading
 
 struct RealTextRow {
   const char* name;
@@ -238,7 +238,7 @@ TEST(NumberText, ReadsTheGivenPartOfATextOnly) {
   EXPECT_EQ(ztcad::realOrZero(QStringView(longer).mid(1, 3)), 234);
 }
 
-// ------------------------------------------------------------------------------------------------------------ lists
+// ----------------------------------------------------------------------------------------------------- lists
 
 struct ListRow {
   const char* name;
@@ -340,7 +340,7 @@ TEST(NumberText, NulAndSurrogatesSpoilTheirPieceOnly) {
   }
 }
 
-// ----------------------------------------------------------------------------------------------------------- locale
+// ---------------------------------------------------------------------------------------------------- locale
 
 class NumberLocale : public testing::Test {
  protected:
@@ -376,6 +376,12 @@ TEST_F(NumberLocale, IsCAfterAnyListWasRead) {
       EXPECT_TRUE(defaultIsC());
     }
   }
+}
+
+TEST_F(NumberLocale, IsSetOnDemand) {
+  QLocale::setDefault(QLocale(QLocale::German));
+  ztcad::useCLocale();
+  EXPECT_TRUE(defaultIsC());
 }
 
 TEST_F(NumberLocale, MakesNoDifferenceToNumbers) {

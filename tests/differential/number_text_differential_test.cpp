@@ -41,7 +41,7 @@ bool sameBits(double a, double b) {
   return (std::isnan(a) && std::isnan(b)) || std::memcmp(&a, &b, sizeof a) == 0;
 }
 
-// ---------------------------------------------------------------------------------------------------------- writing
+// --------------------------------------------------------------------------------------------------- writing
 
 double anyBits(Dice& dice) {
   const std::uint64_t bits = dice.bits();
@@ -55,7 +55,8 @@ double onGrid(Dice& dice) {
   return std::ldexp(static_cast<double>(dice.roll(20000001) - 10000000), -dice.roll(24));
 }
 
-// seven decimal digits of which the last is a 5, scaled by powers of ten that a double holds exactly, or nearly
+// seven decimal digits of which the last is a 5, scaled by powers of ten that a double holds exactly, or
+// nearly
 double sixDigitsAndAFive(Dice& dice) {
   const double digits = (100000 + dice.roll(900000)) * 10.0 + 5;
   const double scaled = digits * std::pow(10.0, dice.roll(24) - 12);
@@ -140,7 +141,7 @@ TEST(NumberTextDifferential, IndicesAreWrittenAsQtWritesThem) {
   }
 }
 
-// ---------------------------------------------------------------------------------------------------------- reading
+// --------------------------------------------------------------------------------------------------- reading
 
 QString digits(Dice& dice, int most) {
   QString text;
@@ -268,7 +269,7 @@ TEST(NumberTextDifferential, WhatIsWrittenIsReadAsQtReadsIt) {
   }
 }
 
-// ------------------------------------------------------------------------------------------------------------ lists
+// ----------------------------------------------------------------------------------------------------- lists
 
 bool convertPlainly(const QString& text, double& value) {
   bool converts = false;

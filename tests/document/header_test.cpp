@@ -184,7 +184,8 @@ TEST(Header, WithoutAVersionIsReadWithTheStateError) {
 
 TEST(Header, ReadsInform) {
   EXPECT_EQ(readFrom("inform='a &amp; &lt;b'").inform(), QString("a & <b"));
-  EXPECT_EQ(readFrom(QString::fromUtf8("inform='Корпус &#x1f600;'")).inform(), QString::fromUtf8("Корпус 😀"));
+  EXPECT_EQ(readFrom(QString::fromUtf8("inform='Корпус 😀 &#x401;'")).inform(),
+            QString::fromUtf8("Корпус 😀 Ё"));
   EXPECT_EQ(readFrom("inform=''").inform(), QString(""));
   EXPECT_FALSE(readFrom("majorVersion='1'").inform());
 }

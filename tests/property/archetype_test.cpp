@@ -32,7 +32,8 @@ TEST(Archetype, ReadsWithoutTemplateAndFileAsEmpty) {
 TEST(Archetype, TakesEachAttributeByItself) {
   EXPECT_EQ(roundTrip<ztCAD_gArche>(R"(<e template="T"/>)"), R"(<e file="" template="T"/>)");
   EXPECT_EQ(roundTrip<ztCAD_gArche>(R"(<e file="a.xml"/>)"), R"(<e file="a.xml" template=""/>)");
-  EXPECT_EQ(roundTrip<ztCAD_gArche>(R"(<e template="T" file="a.xml"/>)"), R"(<e file="a.xml" template="T"/>)");
+  EXPECT_EQ(roundTrip<ztCAD_gArche>(R"(<e template="T" file="a.xml"/>)"),
+            R"(<e file="a.xml" template="T"/>)");
   EXPECT_EQ(roundTrip<ztCAD_gArche>(R"(<e file="a.xml" Template="x" template="T"/>)"),
             R"(<e file="a.xml" template="T"/>)");
 }

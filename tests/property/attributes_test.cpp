@@ -80,7 +80,8 @@ const RoundTripRow roundTripRows[] = {
      R"(<e comment="it's" inform="&lt;&amp;&gt;" name="&quot;A&quot;"/>)"},
     {"Placeholders", R"(<e name="%1" comment="%2 %L1" inform="%%"/>)",
      R"(<e comment="%2 %L1" inform="%%" name="%1"/>)"},
-    {"Emoji", R"(<e name="🙂" comment="a🙂b" inform="𝄞"/>)", R"(<e comment="a🙂b" inform="𝄞" name="🙂"/>)"},
+    {"Emoji", R"(<e name="🙂" comment="a🙂b" inform="𝄞"/>)",
+     R"(<e comment="a🙂b" inform="𝄞" name="🙂"/>)"},
 };
 
 class AttributesRoundTrip : public testing::TestWithParam<RoundTripRow> {};
@@ -130,7 +131,8 @@ TEST(Attributes, TextNamesAllThree) {
 
 TEST(Attributes, TextKeepsPlaceholdersAndForeignLetters) {
   EXPECT_EQ(onlyText(attributes("%1", "%2", "%3")), "(name=%1, comment=%2, inform=%3)");
-  EXPECT_EQ(onlyText(attributes("Точка", "\"🙂\"", "<&>")), "(name=Точка, comment=\"🙂\", inform=<&>)");
+  EXPECT_EQ(onlyText(attributes("Точка", "\"🙂\"", "<&>")),
+            "(name=Точка, comment=\"🙂\", inform=<&>)");
 }
 
 TEST(Attributes, WritingLeavesOtherAttributesOfTheElement) {

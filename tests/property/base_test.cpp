@@ -27,7 +27,7 @@ static_assert(std::has_virtual_destructor_v<ztCAD_baseElement>);
 
 const char* const emptyText = "attr=(name=, comment=, inform=) ,color=visible=";
 
-// ------------------------------------------------------------------------------------------------------------- base
+// ------------------------------------------------------------------------------------------------------ base
 
 TEST(Base, CarriesAnEmptyPropertyBlockAtFirst) {
   const Named named;
@@ -92,7 +92,7 @@ TEST(Base, ChangingACopyLeavesTheSource) {
   EXPECT_EQ(source.name().toStdString(), "P1");
 }
 
-// ---------------------------------------------------------------------------------------------------- display method
+// -------------------------------------------------------------------------------------------- display method
 
 TEST(BaseElement, HasAnEmptyMethodAtFirst) { EXPECT_EQ(Shape().method().method(), ""); }
 
@@ -135,7 +135,7 @@ TEST(BaseElement, MovedFromElementStillHasAMethod) {
   EXPECT_EQ(source.method().method().toStdString(), "again");
 }
 
-// ------------------------------------------------------------------------------------------------ both on one element
+// --------------------------------------------------------------------------------------- both on one element
 
 struct NamedShape : Named, Shape {
   using Shape::Shape;

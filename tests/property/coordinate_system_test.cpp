@@ -30,7 +30,7 @@ ztCAD_LCS unitSystem() { return local({0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1}); }
 
 std::string lcsXml(const std::string& value) { return "<e LCS=\"" + value + "\"/>"; }
 
-// ------------------------------------------------------------------------------------------------------ text, write
+// ----------------------------------------------------------------------------------------------- text, write
 
 TEST(CoordinateSystem, IsEmptyAndLocalAtFirst) {
   const ztCAD_LCS made;
@@ -69,15 +69,15 @@ TEST(CoordinateSystem, ValuesHaveSixSignificantDigits) {
 }
 
 TEST(CoordinateSystem, ValuesAreWrittenAsATextStreamDoes) {
-  for (const double value : {0.0, -0.0, 0.5, 100.0, 123456.0, 999999.5, 100000.5, 0.0009765625, 1000.125, 1e-5,
-                             -1.234567e-308, 1.7976931348623157e308, infinity, -infinity}) {
+  for (const double value : {0.0, -0.0, 0.5, 100.0, 123456.0, 999999.5, 100000.5, 0.0009765625, 1000.125,
+                             1e-5, -1.234567e-308, 1.7976931348623157e308, infinity, -infinity}) {
     QString expected("CS, ");
     QTextStream(&expected) << value;
     EXPECT_EQ(onlyText(local({value})), expected.toStdString());
   }
 }
 
-// ------------------------------------------------------------------------------------------------------------- read
+// ------------------------------------------------------------------------------------------------------ read
 
 struct ReadRow {
   const char* name;
@@ -145,7 +145,8 @@ INSTANTIATE_TEST_SUITE_P(CoordinateSystem, CoordinateSystemReading, testing::Val
                          [](const auto& row) { return row.param.name; });
 
 TEST(CoordinateSystem, ReadsTwelveRealsExactly) {
-  const auto system = readFrom<ztCAD_LCS>(lcsXml("CS, 0.1, -0.2, 1e-3, 1, 0, 0, 0, 1, 0, 0, 0, 12345.678901"));
+  const auto system =
+      readFrom<ztCAD_LCS>(lcsXml("CS, 0.1, -0.2, 1e-3, 1, 0, 0, 0, 1, 0, 0, 0, 12345.678901"));
   EXPECT_EQ(system.values(), (Values{0.1, -0.2, 1e-3, 1, 0, 0, 0, 1, 0, 0, 0, 12345.678901}));
 }
 
@@ -214,7 +215,7 @@ TEST(CoordinateSystem, ConstructorCopiesTheArray) {
   EXPECT_EQ(system.values(), (Values{1, 2, 3}));
 }
 
-// ------------------------------------------------------------------------------------------------------- comparison
+// ------------------------------------------------------------------------------------------------ comparison
 
 struct EqualRow {
   const char* name;

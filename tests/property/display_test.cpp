@@ -24,7 +24,7 @@ constexpr std::uint32_t most = 4294967295;
 std::string colorXml(const std::string& value) { return "<e color=\"" + value + "\"/>"; }
 std::string visibleXml(const std::string& value) { return "<e visible=\"" + value + "\"/>"; }
 
-// ----------------------------------------------------------------------------------------------------------- colour
+// ---------------------------------------------------------------------------------------------------- colour
 
 TEST(Color, IsUnsetAtFirst) {
   const ztCAD_Color color;
@@ -143,7 +143,7 @@ TEST(Color, ChangingACopyLeavesTheSource) {
   EXPECT_EQ(onlyText(source), "RGB, 1, 2, 3");
 }
 
-// ------------------------------------------------------------------------------------------------------- visibility
+// ------------------------------------------------------------------------------------------------ visibility
 
 TEST(Visible, SaysNothingAtFirst) {
   const ztCAD_Visible visible;
@@ -252,7 +252,7 @@ TEST(Visible, FaultIsClearedByEveryRead) {
   }
 }
 
-// ---------------------------------------------------------------------------------------- colour and visibility
+// ------------------------------------------------------------------------------------- colour and visibility
 
 ztCAD_gShowable showable(const ztCAD_Color& color, const ztCAD_Visible& visible) {
   ztCAD_gShowable made;
@@ -266,7 +266,8 @@ TEST(Showable, WithoutColorAndVisibilityPrintsTheLabelsOnly) {
 }
 
 TEST(Showable, TextRunsColorAndVisibilityTogether) {
-  EXPECT_EQ(onlyText(showable({255, 0, 0}, ztCAD_Visible(true))), "color=RGB, 255, 0, 0visible=visible=truetrue");
+  EXPECT_EQ(onlyText(showable({255, 0, 0}, ztCAD_Visible(true))),
+            "color=RGB, 255, 0, 0visible=visible=truetrue");
   EXPECT_EQ(onlyText(showable({}, ztCAD_Visible(false))), "color=visible=visible=falsefalse");
   EXPECT_EQ(onlyText(showable({1, 2, 3}, {})), "color=RGB, 1, 2, 3visible=");
 }

@@ -61,8 +61,7 @@ TEST(PropertyBlock, WithoutACoordinateSystemWritesNone) {
   ztCAD_cmnProperty block = fullBlock();
   block.setLcs(std::nullopt);
   EXPECT_FALSE(block.hasLCS());
-  EXPECT_EQ(written(block),
-            R"(<e color="RGB, 255, 0, 0" comment="c" inform="i" name="P1" visible="true"/>)");
+  EXPECT_EQ(written(block), R"(<e color="RGB, 255, 0, 0" comment="c" inform="i" name="P1" visible="true"/>)");
   EXPECT_EQ(onlyText(block),
             "attr=(name=P1, comment=c, inform=i) ,color=RGB, 255, 0, 0visible=visible=truetrue");
 }
@@ -106,7 +105,7 @@ TEST(PropertyBlock, TextSubstitutesNothing) {
   EXPECT_EQ(onlyText(block), "attr=(name=%1, comment=%2 ,color=, inform=) ,color=visible=");
 }
 
-// ------------------------------------------------------------------------------------------------- outcome of a read
+// ----------------------------------------------------------------------------------------- outcome of a read
 
 struct OutcomeRow {
   const char* name;
@@ -163,16 +162,18 @@ INSTANTIATE_TEST_SUITE_P(PropertyBlock, PropertyBlockReading, testing::ValuesIn(
 
 TEST(PropertyBlock, FailedReadTakesWhatIsThere) {
   ztCAD_cmnProperty withoutName;
-  EXPECT_FALSE(read(withoutName, std::string(R"(<e comment="c" color="RGB,1,2,3" visible="0" )") + onesXml + "/>"));
+  EXPECT_FALSE(
+      read(withoutName, std::string(R"(<e comment="c" color="RGB,1,2,3" visible="0" )") + onesXml + "/>"));
   EXPECT_EQ(onlyText(withoutName),
-            std::string("attr=(name=, comment=c, inform=) ,color=RGB, 1, 2, 3visible=visible=falsefalse") + onesText);
+            std::string("attr=(name=, comment=c, inform=) ,color=RGB, 1, 2, 3visible=visible=falsefalse") +
+                onesText);
   ztCAD_cmnProperty wrongColor;
   EXPECT_FALSE(read(wrongColor, std::string(R"(<e name="P1" color="red" visible="0" )") + onesXml + "/>"));
   EXPECT_EQ(onlyText(wrongColor),
             std::string("attr=(name=P1, comment=, inform=) ,color=visible=visible=falsefalse") + onesText);
 }
 
-// ------------------------------------------------------------------------------------------------- coordinate system
+// ----------------------------------------------------------------------------------------- coordinate system
 
 TEST(PropertyBlock, TakesALocalSystem) {
   const auto block = readFrom<ztCAD_cmnProperty>(std::string(R"(<e name="P1" )") + onesXml + "/>");
@@ -220,7 +221,7 @@ TEST(PropertyBlock, HandsOutACopyOfTheSystem) {
   EXPECT_EQ(onlyText(block), fullText);
 }
 
-// ----------------------------------------------------------------------------------------------------------- copies
+// ---------------------------------------------------------------------------------------------------- copies
 
 void changeEverything(ztCAD_cmnProperty& block) {
   block.attributes().setName("other");
@@ -282,7 +283,8 @@ TEST(PropertyBlock, MovedFromBlockIsStillABlock) {
   ztCAD_cmnProperty source = fullBlock();
   const ztCAD_cmnProperty taken = std::move(source);
   EXPECT_EQ(onlyText(taken), fullText);
-  source.attributes().setName("again");  // NOLINT(bugprone-use-after-move): hosts may, the attributes are never null
+  source.attributes().setName(
+      "again");  // NOLINT(bugprone-use-after-move): hosts may, the attributes are never null
   EXPECT_EQ(source.attributes().name().toStdString(), "again");
 }
 

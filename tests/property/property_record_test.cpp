@@ -59,7 +59,9 @@ TEST(CommonPropertyRecord, FillsAnEmptyElementAndTheNameStays) {
   EXPECT_EQ(textAfter(fullRecord(), Named()), fullRecordText);
 }
 
-TEST(CommonPropertyRecord, ReplacesWhatTheElementHas) { EXPECT_EQ(textAfter(fullRecord(), filled()), fullRecordText); }
+TEST(CommonPropertyRecord, ReplacesWhatTheElementHas) {
+  EXPECT_EQ(textAfter(fullRecord(), filled()), fullRecordText);
+}
 
 TEST(CommonPropertyRecord, EmptyOneEmptiesAllButNameAndCoordinateSystem) {
   EXPECT_EQ(textAfter(CommonProperty(), filled()),
@@ -86,7 +88,8 @@ TEST(CommonPropertyRecord, TextsAreUtf8OrWindows1251) {
   CommonProperty record;
   record.comment = "Ось 🙂 %1";
   record.inform = "\xCE\xF1\xFC";
-  EXPECT_EQ(textAfter(record, Named()), "attr=(name=P1, comment=Ось 🙂 %1, inform=Ось) ,color=visible=");
+  EXPECT_EQ(textAfter(record, Named()),
+            "attr=(name=P1, comment=Ось 🙂 %1, inform=Ось) ,color=visible=");
 }
 
 TEST(CommonPropertyRecord, KeepsNothingOfTheRecordAlive) {
@@ -110,15 +113,19 @@ TEST(MipPropertyRecord, LeavesColorAndVisibility) {
   record.comment = "c";
   record.inform = "i";
   record.lcs = ztCAD_LCS(true, std::vector<double>(12, 1.0));
-  EXPECT_EQ(textAfter(record, filled()),
-            "attr=(name=P1, comment=c, inform=i) ,color=RGB, 7, 8, 9visible=visible=truetrueCS, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1");
+  EXPECT_EQ(
+      textAfter(record, filled()),
+      "attr=(name=P1, comment=c, inform=i) ,color=RGB, 7, 8, 9visible=visible=truetrueCS, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1");
 }
 
 TEST(MipPropertyRecord, EmptyOneEmptiesTheTextsOnly) {
-  EXPECT_EQ(textAfter(CommonPropertyForMIP(), filled()),
-            "attr=(name=P1, comment=, inform=) ,color=RGB, 7, 8, 9visible=visible=truetrueCS, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7");
+  EXPECT_EQ(
+      textAfter(CommonPropertyForMIP(), filled()),
+      "attr=(name=P1, comment=, inform=) ,color=RGB, 7, 8, 9visible=visible=truetrueCS, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7");
 }
 
-TEST(CommonPropertyRecord, RowsStartFromAFilledElement) { EXPECT_EQ(onlyText(filled().property()), filledText); }
+TEST(CommonPropertyRecord, RowsStartFromAFilledElement) {
+  EXPECT_EQ(onlyText(filled().property()), filledText);
+}
 
 }  // namespace

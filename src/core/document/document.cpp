@@ -145,13 +145,13 @@ std::string ztCAD_GMDDocument::loadFromString(const std::string& xml, bool& pars
   const ztcad::ParseOutcome outcome = ztcad::isUtf8(xml)
                                           ? ztcad::parseXml(QString::fromUtf8(xml.data(), size), *tree)
                                           : ztcad::parseXml(QByteArray::fromRawData(xml.data(), size), *tree);
-  parsed = outcome.parsed;
   line = outcome.line;
   column = outcome.column;
   bool fault = false;
   readContent(*tree, fault);
   m_tree = std::move(tree);
   ztcad::unifyNames(m_content);
+  parsed = outcome.parsed;  // last: nothing is well when what follows the parse fails
   return ztcad::toNarrow(outcome.message);
 }
 

@@ -62,7 +62,7 @@ Outcome replace(const QString& fileName, const std::function<void(ByteOutput&)>&
   };
   QSaveFile file(fileName);
   if (!file.open(textForWriting)) return unless(QFileDevice::ResourceError, file.error());
-  if (!fill(file, write)) {
+  if (!fill(file, write) || !file.flush()) {  // commit does not tell when the last bytes are not taken
     file.cancelWriting();
     return Outcome::Failed;
   }
@@ -78,6 +78,8 @@ bool writeDirectly(const QString& fileName, const std::function<void(ByteOutput&
 }  // namespace
 
 bool writeTextFile(const QString& fileName, const std::function<void(ByteOutput&)>& write) {
+  if (fileName.contains(QChar()))
+    return false;  // the system would take what stands before the NUL for the name
   const Outcome outcome = mayBeReplaced(fileName) ? replace(fileName, write) : Outcome::Refused;
   if (outcome == Outcome::Refused) return writeDirectly(fileName, write);
   return outcome == Outcome::Written;

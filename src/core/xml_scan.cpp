@@ -1,0 +1,203 @@
+#include "xml_scan.h"
+
+#include "xml_parse.h"
+
+namespace ztcad {
+
+namespace {
+
+/// Behind the next `closing`, the end of the text without one.
+int behind(QLatin1String closing, const QString& text, int from) {
+  const int found = text.indexOf(closing, from);
+  return found < 0 ? text.size() : found + closing.size();
+}
+
+bool startsAt(const QString& text, int at, QLatin1String word) {
+  return text.midRef(at, word.size()) == word;
+}
+
+/// The end of the comment, CDATA section or processing instruction that starts at `at`; `at` when none does.
+int behindOpaque(const QString& text, int at) {
+  if (startsAt(text, at, QLatin1String("<!--"))) return behind(QLatin1String("-->"), text, at + 4);
+  if (startsAt(text, at, QLatin1String("<![CDATA["))) return behind(QLatin1String("]]>"), text, at + 9);
+  if (startsAt(text, at, QLatin1String("<?"))) return behind(QLatin1String("?>"), text, at + 2);
+  return at;
+}
+
+/// Walks through a document type declaration. What is ill-formed in it may be misunderstood from there on, which does
+/// no harm: the parser stops there.
+class DocumentTypeScan {
+ public:
+  /// @param start index of the `<!DOCTYPE`
+  DocumentTypeScan(const QString& text, int start) : m_text(text), m_at(start + 9) {
+    while (m_at < text.size() && !m_isComplete)
+      step();
+  }
+
+  /// Index behind the declaration.
+  int end() const { return m_at; }
+  const std::optional<Obstacle>& obstacle() const { return m_obstacle; }
+
+ private:
+  void step() {
+    const int next = behindOpaque(m_text, m_at);
+    if (next == m_at) {
+      takeCharacter(m_text.at(m_at).unicode());
+    } else {
+      m_at = next;
+    }
+  }
+
+  void takeCharacter(ushort character) {
+    int next = m_at + 1;
+    switch (character) {
+      case '"':
+        next = behind(QLatin1String("\""), m_text, next);
+        break;
+      case '\'':
+        next = behind(QLatin1String("'"), m_text, next);
+        break;
+      case '<':
+        if (startsAt(m_text, m_at, QLatin1String("<!ENTITY"))) note("entity declaration");
+        break;
+      case '[':
+        m_isInside = true;
+        break;
+      case ']':
+        m_isInside = false;
+        break;
+      case '(':
+        // the parser calls itself for each
+        if (++m_openParentheses > maximalDepth) note("parentheses nested too deep");
+        break;
+      case ')':
+        --m_openParentheses;
+        break;
+      case '>':
+        m_openParentheses = 0;
+        m_isComplete = !m_isInside;
+        break;
+      default:
+        break;
+    }
+    m_at = next;
+  }
+
+  void note(const char* message) {
+    if (!m_obstacle) m_obstacle = Obstacle{m_at, QLatin1String(message)};
+  }
+
+  const QString& m_text;
+  int m_at;
+  int m_openParentheses = 0;
+  bool m_isInside = false;  // between the brackets
+  bool m_isComplete = false;
+  std::optional<Obstacle> m_obstacle;
+};
+
+/// Index of the document type declaration; -1 without one.
+int findDocumentType(const QString& text) {
+  int at = text.indexOf(QLatin1Char('<'));
+  while (at >= 0) {
+    const int next = behindOpaque(text, at);
+    if (next == at) return startsAt(text, at, QLatin1String("<!DOCTYPE")) ? at : -1;
+    at = text.indexOf(QLatin1Char('<'), next);
+  }
+  return -1;
+}
+
+/// Index behind the tag that starts at `at`.
+int behindTag(const QString& text, int at) {
+  while (++at < text.size()) {
+    const QChar here = text.at(at);
+    if (here == QLatin1Char('>')) return at + 1;
+    if (here == QLatin1Char('"') || here == QLatin1Char('\'')) at = text.indexOf(here, at + 1);
+    if (at < 0) break;
+  }
+  return text.size();
+}
+
+struct Reference {
+  char32_t character;
+  int end;  // index behind it
+};
+
+int digitValue(QChar digit, int base) {
+  bool isDigit = false;
+  const int value = digit.unicode() < 128 ? QString(digit).toInt(&isDigit, base) : 0;
+  return isDigit ? value : -1;
+}
+
+/// The reference beyond U+FFFF that starts with the `&` at `at`.
+std::optional<Reference> longReference(const QString& text, int at) {
+  if (!startsAt(text, at, QLatin1String("&#"))) return std::nullopt;
+  const bool isHex = startsAt(text, at + 2, QLatin1String("x"));
+  const int base = isHex ? 16 : 10;
+  char32_t character = 0;
+  int digit = at + (isHex ? 3 : 2);
+  for (; digit < text.size() && character <= QChar::LastValidCodePoint; ++digit) {
+    const int value = digitValue(text.at(digit), base);
+    if (value < 0) break;
+    character = character * static_cast<char32_t>(base) + static_cast<char32_t>(value);
+  }
+  const bool isLong = character > 0xffff && character <= QChar::LastValidCodePoint;
+  if (!isLong || !startsAt(text, digit, QLatin1String(";"))) return std::nullopt;
+  return Reference{character, digit + 1};
+}
+
+/// Index behind the part that starts at the `<` at `at` and in which no references are read; behind the `<` alone when
+/// a tag starts there.
+int behindMarkup(const QString& text, int at) {
+  if (startsAt(text, at, QLatin1String("<!DOCTYPE"))) return DocumentTypeScan(text, at).end();
+  const int next = behindOpaque(text, at);
+  return next == at ? at + 1 : next;
+}
+
+}  // namespace
+
+std::optional<Obstacle> firstObstacle(const QString& text) {
+  std::optional<Obstacle> first;
+  if (const int start = findDocumentType(text); start >= 0) first = DocumentTypeScan(text, start).obstacle();
+  const int nul = text.indexOf(QChar(QChar::Null));
+  if (nul >= 0 && (!first || nul < first->index)) first = Obstacle{nul, QLatin1String("NUL character")};
+  return first;
+}
+
+bool isSurelyShallow(const QString& text) {
+  int depth = 0;
+  int at = text.indexOf(QLatin1Char('<'));
+  while (at >= 0) {
+    if (startsAt(text, at, QLatin1String("<!"))) return false;
+    const bool isInstruction = startsAt(text, at, QLatin1String("<?"));
+    const int end = isInstruction ? behindOpaque(text, at) : behindTag(text, at);
+    if (startsAt(text, at, QLatin1String("</"))) {
+      --depth;
+    } else if (!isInstruction) {
+      if (++depth > maximalDepth) return false;
+      if (startsAt(text, end - 2, QLatin1String("/>"))) --depth;
+    }
+    at = text.indexOf(QLatin1Char('<'), end);
+  }
+  return true;
+}
+
+std::optional<QString> withLongReferencesRead(const QString& text) {
+  QString result;
+  int copied = 0;
+  for (int at = 0; at < text.size();) {
+    const QChar here = text.at(at);
+    const auto reference = here == QLatin1Char('&') ? longReference(text, at) : std::nullopt;
+    if (reference) {
+      result += text.midRef(copied, at - copied);
+      result += QChar(QChar::highSurrogate(reference->character));
+      result += QChar(QChar::lowSurrogate(reference->character));
+      copied = at = reference->end;
+    } else {
+      at = here == QLatin1Char('<') ? behindMarkup(text, at) : at + 1;
+    }
+  }
+  if (copied == 0) return std::nullopt;
+  return result + text.midRef(copied);
+}
+
+}  // namespace ztcad

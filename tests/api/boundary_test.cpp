@@ -1,0 +1,328 @@
+#include <gtest/gtest.h>
+#include <algorithm>
+#include <cstdint>
+#include <QDir>
+#include <QRegularExpression>
+#include <string>
+#include <vector>
+
+#include "host.h"
+
+// Every exported function with null objects and nonsense: nothing crashes, each gives its failure value, and each
+// output flag, code and text is written.
+
+namespace {
+
+struct Row {
+  const char* name;  ///< of the exported function
+  void (*call)();
+};
+
+/// Nothing at all of each type.
+template <typename T>
+constexpr T* null = nullptr;
+
+const std::vector<double> twelve = {0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1};
+
+const Row rows[] = {
+    // documents
+    {"crtGMDDocument", [] { EXPECT_NE(newDocument(std::string("\xFF\0\xFE", 3)), nullptr); }},
+    {"crtGMDDocument_nostl", [] { EXPECT_NE(Document(crtGMDDocument_nostl(nullptr)), nullptr); }},
+    {"crtHeader", [] { EXPECT_NE(crtHeader(), nullptr); }},
+    {"setHeader",
+     [] {
+       const Document document = newDocument("kept");
+       setHeader(nullptr, document.get());
+       setHeader(crtHeader(), nullptr);
+       setHeader(nullptr, nullptr);
+       EXPECT_EQ(document->header().inform(), QString("kept"));
+     }},
+    {"crtGMDDocumentFromFile",
+     [] {
+       const Loaded loaded = loadFile(std::string("\xFF\0/\xFE", 4));
+       EXPECT_NE(loaded.document, nullptr);
+       EXPECT_EQ(loaded.code, 100);
+       EXPECT_FALSE(loaded.fault);
+     }},
+    {"crtGMDDocumentFromStdString",
+     [] {
+       const Parsed parsed = parse(std::string("\xFF\0\xFE", 3));
+       EXPECT_NE(parsed.document, nullptr);
+       EXPECT_FALSE(parsed.parsed);
+       EXPECT_NE(parsed.message, "");
+       EXPECT_NE(parsed.message, "earlier");
+       EXPECT_NE(parsed.line, -1);
+       EXPECT_NE(parsed.column, -1);
+     }},
+    {"GMDDocumentToString",
+     [] {
+       EXPECT_EQ(textOf(nullptr, true), "");
+       EXPECT_EQ(textOf(nullptr, false), "");
+     }},
+    {"SaveGMDDocument",
+     [] {
+       const TemporaryFiles files;
+       SaveGMDDocument(nullptr, files.path("a.xml"));
+       SaveGMDDocument(nullptr, "");
+       const Document document = newDocument();
+       SaveGMDDocument(document.get(), "");
+       SaveGMDDocument(document.get(), files.folder());
+       SaveGMDDocument(document.get(), files.path("absent/a.xml"));
+       SaveGMDDocument(document.get(), files.path(std::string("a\0b", 3)));
+       EXPECT_EQ(files.names(), Names{});
+     }},
+    {"SaveGMDDocument_nostl",
+     [] {
+       const TemporaryFiles files;
+       SaveGMDDocument_nostl(nullptr, files.path("a.xml").c_str());
+       SaveGMDDocument_nostl(nullptr, nullptr);
+       SaveGMDDocument_nostl(newDocument().get(), nullptr);
+       EXPECT_EQ(files.names(), Names{});
+     }},
+    {"UpdateGMDDoc",
+     [] {
+       const TemporaryFiles files;
+       std::int32_t code = -1;
+       bool fault = true;
+       UpdateGMDDoc(nullptr, files.put("a.xml", "<GMD/>"), code, fault);
+       EXPECT_EQ(code, 110);
+       EXPECT_FALSE(fault);
+       code = -1;
+       fault = true;
+       UpdateGMDDoc(newDocument().get(), "", code, fault);
+       EXPECT_EQ(code, 100);
+       EXPECT_FALSE(fault);
+     }},
+    {"ClearGMDDoc", [] { ClearGMDDoc(); }},
+    {"DeleteGMDDoc",
+     [] {
+       DeleteGMDDoc(nullptr);
+       const Document living = newDocument("living");
+       ztCAD_GMDDocument* deleted = crtGMDDocument("");
+       DeleteGMDDoc(deleted);
+       DeleteGMDDoc(deleted);
+       DeleteGMDDoc(reinterpret_cast<ztCAD_GMDDocument*>(pointNamed("no document")));
+       DeleteGMDDoc(reinterpret_cast<ztCAD_GMDDocument*>(crtHeader()));
+       DeleteGMDDoc(reinterpret_cast<ztCAD_GMDDocument*>(reinterpret_cast<char*>(living.get()) + 1));
+       DeleteGMDDoc(reinterpret_cast<ztCAD_GMDDocument*>(std::uintptr_t{1}));
+       ztCAD_GMDDocument hosts("the host's own");
+       DeleteGMDDoc(&hosts);
+       EXPECT_EQ(hosts.header().inform(), QString("the host's own"));
+       EXPECT_EQ(living->header().inform(), QString("living"));
+     }},
+    {"checkGMDDocument", [] { EXPECT_FALSE(checkGMDDocument(nullptr)); }},
+    // names and library
+    {"doCorrectName",
+     [] {
+       std::string corrected = "earlier";
+       EXPECT_TRUE(doCorrectName(std::string("\0\0", 2), corrected, std::string("\0", 1)));
+       EXPECT_EQ(corrected, "_");
+     }},
+    {"doCorrectName_nostl",
+     [] {
+       char corrected[8] = "earlier";
+       EXPECT_TRUE(doCorrectName_nostl(nullptr, corrected, nullptr));
+       EXPECT_STREQ(corrected, "_");
+       EXPECT_FALSE(doCorrectName_nostl("1 a", nullptr, "b"));
+       EXPECT_FALSE(doCorrectName_nostl(nullptr, nullptr, nullptr));
+     }},
+    {"crtUniqueName",
+     [] {
+       std::string name(1000000, '\xFF');
+       crtUniqueName(name);
+       EXPECT_EQ(name, "");
+     }},
+    {"getParallel_Morvik", [] { EXPECT_NE(getParallel_Morvik(), nullptr); }},
+    {"ztCADVersion", [] { EXPECT_NE(ztCADVersion(), nullptr); }},
+    // points
+    {"crtPoint",
+     [] {
+       bool nameIsFree = false;
+       EXPECT_EQ(crtPoint("P", nullptr, nameIsFree), null<ztCAD_Point>);
+       EXPECT_TRUE(nameIsFree);
+     }},
+    {"crtPoint_nostl",
+     [] {
+       bool nameIsFree = false;
+       EXPECT_EQ(crtPoint_nostl("P", nullptr, nameIsFree), null<ztCAD_Point>);
+       EXPECT_TRUE(nameIsFree);
+       EXPECT_EQ(crtPoint_nostl(nullptr, nullptr, nameIsFree), null<ztCAD_Point>);
+       EXPECT_NE(crtPoint_nostl(nullptr, coord(0, 0, 0), nameIsFree), null<ztCAD_Point>);
+     }},
+    {"crtTmplPoint",
+     [] {
+       bool nameIsFree = false;
+       EXPECT_EQ(crtTmplPoint("P", nullptr, nameIsFree), null<ztCAD_TmplPoint>);
+       EXPECT_TRUE(nameIsFree);
+     }},
+    {"addPointToDoc",
+     [] {
+       const Document document = newDocument();
+       EXPECT_TRUE(addPointToDoc(nullptr, document.get()));
+       EXPECT_TRUE(addPointToDoc(pointNamed("A"), nullptr));
+       EXPECT_TRUE(addPointToDoc(nullptr, nullptr));
+       EXPECT_TRUE(ztCAD_getPoints(document.get())->empty());
+     }},
+    {"addTmplPointToDoc",
+     [] {
+       const Document document = newDocument();
+       EXPECT_TRUE(addTmplPointToDoc(nullptr, document.get()));
+       EXPECT_TRUE(addTmplPointToDoc(templatePointNamed("A"), nullptr));
+       EXPECT_TRUE(addTmplPointToDoc(nullptr, nullptr));
+       EXPECT_TRUE(ztCAD_getTmplPoints(document.get())->empty());
+     }},
+    {"removePointFromDoc",
+     [] {
+       const Document document = newDocument();
+       addPointToDoc(pointNamed("A"), document.get());
+       EXPECT_FALSE(removePointFromDoc(nullptr, document.get()));
+       EXPECT_FALSE(removePointFromDoc(&ztCAD_getPoints(document.get())->front(), nullptr));
+       EXPECT_FALSE(removePointFromDoc(nullptr, nullptr));
+       EXPECT_FALSE(removePointFromDoc(reinterpret_cast<ztCAD_Point*>(std::uintptr_t{1}), document.get()));
+       EXPECT_FALSE(removePointFromDoc(reinterpret_cast<ztCAD_Point*>(document.get()), document.get()));
+       EXPECT_EQ(ztCAD_getPoints(document.get())->size(), 1u);
+     }},
+    {"ztCAD_getPoints", [] { EXPECT_EQ(ztCAD_getPoints(nullptr), null<ztCAD_Cont<ztCAD_Point>>); }},
+    {"ztCAD_getTmplPoints",
+     [] { EXPECT_EQ(ztCAD_getTmplPoints(nullptr), null<ztCAD_Cont<ztCAD_TmplPoint>>); }},
+    {"getPointCoord",
+     [] {
+       double x = 1;
+       double y = 2;
+       double z = 3;
+       getPointCoord(nullptr, x, y, z);
+       EXPECT_EQ(x + y + z, 6);
+     }},
+    {"setCommonProperty", [] { setCommonProperty(CommonProperty(), null<ztCAD_Point>); }},
+    // records and lists
+    {"crtVertices", [] { EXPECT_NE(crtVertices(), nullptr); }},
+    {"crtFaces", [] { EXPECT_NE(crtFaces(), nullptr); }},
+    {"crtCoord",
+     [] {
+       const double one = 1;
+       EXPECT_EQ(crtCoord(nullptr, &one, &one), null<ztCAD_Coord>);
+       EXPECT_EQ(crtCoord(&one, nullptr, &one), null<ztCAD_Coord>);
+       EXPECT_EQ(crtCoord(&one, &one, nullptr), null<ztCAD_Coord>);
+     }},
+    {"crtVertex",
+     [] {
+       const double one = 1;
+       EXPECT_EQ(crtVertex(nullptr, &one, &one), null<ztCAD_Vertex>);
+       EXPECT_EQ(crtVertex(&one, nullptr, &one), null<ztCAD_Vertex>);
+       EXPECT_EQ(crtVertex(&one, &one, nullptr), null<ztCAD_Vertex>);
+     }},
+    {"crtVertexByCoord", [] { EXPECT_EQ(crtVertexByCoord(nullptr), null<ztCAD_Vertex>); }},
+    {"crtVertexByPoint", [] { EXPECT_EQ(crtVertexByPoint(nullptr), null<ztCAD_Vertex>); }},
+    {"crtFacet",
+     [] {
+       const std::uint32_t one = 1;
+       EXPECT_EQ(crtFacet(nullptr, &one, &one), null<ztCAD_Facet>);
+       EXPECT_EQ(crtFacet(&one, nullptr, &one), null<ztCAD_Facet>);
+       EXPECT_EQ(crtFacet(&one, &one, nullptr), null<ztCAD_Facet>);
+     }},
+    {"crtColor",
+     [] {
+       const std::uint32_t one = 1;
+       EXPECT_EQ(crtColor(nullptr, &one, &one), null<ztCAD_Color>);
+       EXPECT_EQ(crtColor(&one, nullptr, &one), null<ztCAD_Color>);
+       EXPECT_EQ(crtColor(&one, &one, nullptr), null<ztCAD_Color>);
+     }},
+    {"crtLCS", [] { EXPECT_NE(crtLCS({}), nullptr); }},
+    {"crtLCS_nostl", [] { EXPECT_EQ(crtLCS_nostl(nullptr), null<ztCAD_LCS>); }},
+    {"addVertex",
+     [] {
+       ztCAD_Vertices* vertices = crtVertices();
+       addVertex(nullptr, vertices);
+       addVertex(crtVertexByCoord(coord(1, 2, 3)), nullptr);
+       addVertex(nullptr, nullptr);
+       EXPECT_TRUE(vertices->coordinates().empty());
+     }},
+    {"addVertexN",
+     [] {
+       ztCAD_Vertices* vertices = crtVertices();
+       addVertexN({nullptr, nullptr}, vertices);
+       addVertexN({}, vertices);
+       addVertexN({crtVertexByCoord(coord(1, 2, 3))}, nullptr);
+       EXPECT_TRUE(vertices->coordinates().empty());
+     }},
+    {"addVertexN_nostl",
+     [] {
+       ztCAD_Vertices* vertices = crtVertices();
+       const ztCAD_Vertex* const array[] = {crtVertexByCoord(coord(1, 2, 3))};
+       addVertexN_nostl(array, 0, vertices);
+       addVertexN_nostl(array, -1, vertices);
+       addVertexN_nostl(array, INT32_MIN, vertices);
+       addVertexN_nostl(nullptr, 0, vertices);
+       addVertexN_nostl(nullptr, 5, vertices);
+       addVertexN_nostl(array, 1, nullptr);
+       EXPECT_TRUE(vertices->coordinates().empty());
+     }},
+    {"addFacet",
+     [] {
+       const std::uint32_t one = 1;
+       ztCAD_Faces* faces = crtFaces();
+       addFacet(nullptr, faces);
+       addFacet(crtFacet(&one, &one, &one), nullptr);
+       addFacet(nullptr, nullptr);
+       EXPECT_TRUE(faces->indices().empty());
+     }},
+    {"addFacetN",
+     [] {
+       const std::uint32_t one = 1;
+       ztCAD_Faces* faces = crtFaces();
+       addFacetN({nullptr, nullptr}, faces);
+       addFacetN({}, faces);
+       addFacetN({crtFacet(&one, &one, &one)}, nullptr);
+       EXPECT_TRUE(faces->indices().empty());
+     }},
+    {"addFacetN_nostl",
+     [] {
+       const std::uint32_t one = 1;
+       ztCAD_Faces* faces = crtFaces();
+       const ztCAD_Facet* const array[] = {crtFacet(&one, &one, &one)};
+       addFacetN_nostl(array, 0, faces);
+       addFacetN_nostl(array, -1, faces);
+       addFacetN_nostl(array, INT32_MIN, faces);
+       addFacetN_nostl(nullptr, 0, faces);
+       addFacetN_nostl(nullptr, 5, faces);
+       addFacetN_nostl(array, 1, nullptr);
+       EXPECT_TRUE(faces->indices().empty());
+     }},
+    {"isEqual",
+     [] {
+       EXPECT_FALSE(isEqual(nullptr, nullptr));
+       EXPECT_FALSE(isEqual(crtLCS(twelve), nullptr));
+       EXPECT_FALSE(isEqual(nullptr, crtLCS(twelve)));
+     }},
+};
+
+TEST(Boundary, NullAndNonsenseGiveFailureValues) {
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    row.call();
+  }
+}
+
+/// The functions that the headers of the boundary export, in alphabetical order, overloads once.
+Names exportedFunctions() {
+  const QRegularExpression function(R"(ZTCAD_API[^;(]*?(\w+)\()");
+  Names names;
+  for (const QString& header : QDir(ZTCAD_TEST_API_HEADERS).entryList({"*.h"})) {
+    const std::string text = bytesOf(ZTCAD_TEST_API_HEADERS "/" + header.toStdString());
+    for (auto found = function.globalMatch(QString::fromStdString(text)); found.hasNext();)
+      names.push_back(found.next().captured(1).toStdString());
+  }
+  std::sort(names.begin(), names.end());
+  names.erase(std::unique(names.begin(), names.end()), names.end());
+  return names;
+}
+
+TEST(Boundary, EveryExportedFunctionHasItsRow) {
+  Names tested;
+  for (const Row& row : rows)
+    tested.push_back(row.name);
+  std::sort(tested.begin(), tested.end());
+  EXPECT_EQ(tested, exportedFunctions());
+}
+
+}  // namespace

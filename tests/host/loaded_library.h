@@ -1,0 +1,90 @@
+#pragma once
+
+#include <dlfcn.h>
+#include <ztCAD/ztCAD.h>
+#include <stdexcept>
+#include <string>
+
+/// The address of something exported, as whatever function the reader takes it for.
+class ExportedAddress {
+ public:
+  explicit ExportedAddress(void* address) : m_address(address) {}
+
+  template <typename Function>
+  operator Function&() const {
+    return *reinterpret_cast<Function*>(m_address);
+  }
+
+ private:
+  void* m_address;
+};
+
+/// The shared library, opened by a host that was not linked with it. The functions are found by name; their types are
+/// those of the public headers.
+class LoadedLibrary {
+  static void* open() {
+    void* const handle = dlopen(path(), RTLD_NOW | RTLD_LOCAL);
+    if (!handle) throw std::runtime_error(dlerror());
+    return handle;
+  }
+
+  void* m_handle;  // before the functions, which are looked up through it
+
+ public:
+  LoadedLibrary() : m_handle(open()) {}
+  ~LoadedLibrary() {
+    if (m_handle) dlclose(m_handle);
+  }
+  LoadedLibrary(const LoadedLibrary&) = delete;
+  LoadedLibrary& operator=(const LoadedLibrary&) = delete;
+
+  static const char* path() { return ZTCAD_LIBRARY; }
+
+  /// Whether the system's loader still counts it among the loaded ones.
+  static bool isLoaded() {
+    void* const handle = dlopen(path(), RTLD_NOW | RTLD_NOLOAD);
+    if (handle) dlclose(handle);
+    return handle != nullptr;
+  }
+
+  /// Gives the library back; nothing may be called afterwards.
+  void close() {
+    if (dlclose(m_handle) != 0) throw std::runtime_error(dlerror());
+    m_handle = nullptr;
+  }
+
+  /// Also finds what the libraries export that this one needs.
+  ExportedAddress at(const char* name) const {
+    void* const address = dlsym(m_handle, name);
+    if (!address) throw std::runtime_error(dlerror());
+    return ExportedAddress(address);
+  }
+
+  decltype(::addPointToDoc)& addPointToDoc = at("addPointToDoc");
+  decltype(::addTmplPointToDoc)& addTmplPointToDoc = at("addTmplPointToDoc");
+  decltype(::checkGMDDocument)& checkGMDDocument = at("checkGMDDocument");
+  decltype(::ClearGMDDoc)& ClearGMDDoc = at("ClearGMDDoc");
+  decltype(::crtCoord)& crtCoord = at("crtCoord");
+  decltype(::crtGMDDocument)& crtGMDDocument = at("crtGMDDocument");
+  decltype(::crtGMDDocumentFromFile)& crtGMDDocumentFromFile = at("crtGMDDocumentFromFile");
+  decltype(::crtGMDDocumentFromStdString)& crtGMDDocumentFromStdString = at("crtGMDDocumentFromStdString");
+  decltype(::crtHeader)& crtHeader = at("crtHeader");
+  decltype(::crtPoint)& crtPoint = at("crtPoint");
+  decltype(::crtTmplPoint)& crtTmplPoint = at("crtTmplPoint");
+  decltype(::DeleteGMDDoc)& DeleteGMDDoc = at("DeleteGMDDoc");
+  decltype(::doCorrectName)& doCorrectName = at("doCorrectName");
+  decltype(::getParallel_Morvik)& getParallel_Morvik = at("getParallel_Morvik");
+  decltype(::getPointCoord)& getPointCoord = at("getPointCoord");
+  decltype(::GMDDocumentToString)& GMDDocumentToString = at("GMDDocumentToString");
+  decltype(::SaveGMDDocument)& SaveGMDDocument = at("SaveGMDDocument");
+  decltype(::setHeader)& setHeader = at("setHeader");
+  decltype(::ztCAD_getPoints)& ztCAD_getPoints = at("ztCAD_getPoints");
+  decltype(::ztCAD_getTmplPoints)& ztCAD_getTmplPoints = at("ztCAD_getTmplPoints");
+  decltype(::ztCADVersion)& ztCADVersion = at("ztCADVersion");
+};
+
+/// One that the process keeps to its end.
+inline const LoadedLibrary& libraryThatIsNeverClosed() {
+  static const auto* const library = new LoadedLibrary;
+  return *library;
+}

@@ -1,0 +1,82 @@
+// A host that installs a log writer of its own and runs a parallel region.
+
+#include <gtest/gtest.h>
+#include <omp.h>
+#include <ztCAD/ztCAD.h>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support/captured_warnings.h"
+
+namespace {
+
+const std::string report =
+    "Assert occurred in FILE: _Common/ztParallel; LINE: 267; EXPRESSION: "
+    "( \"Primary\", _check_num_threads_curr() ).";
+
+/// Makes the library check its thread count where it does not hold.
+void provokeAReport() {
+  omp_set_dynamic(0);
+  int threads = 0;
+#pragma omp parallel num_threads(2) default(none) shared(threads)
+#pragma omp single
+  {
+    threads = omp_get_num_threads();
+    getParallel_Morvik()->initialise(1);
+  }
+  ASSERT_EQ(threads, 2) << "the host has no second thread, so there is nothing to report";
+}
+
+struct WriterToText {
+  std::ostringstream* text = nullptr;
+  ztLogWriter writer{[this] {
+    auto stream = std::make_unique<std::ostringstream>();
+    text = stream.get();
+    return stream;
+  }()};
+};
+
+TEST(LogWriter, ReceivesTheReportInItsStream) {
+  const CapturedWarnings warnings;
+  WriterToText log;
+  ztBaseAsserter::setWriter(&log.writer);
+  provokeAReport();
+  EXPECT_EQ(log.text->str(), report + '\n');
+  provokeAReport();
+  EXPECT_EQ(log.text->str(), report + '\n' + report + '\n');
+  EXPECT_EQ(warnings.messages(), std::vector<std::string>());
+  ztBaseAsserter::setWriter(nullptr);
+}
+
+TEST(LogWriter, LeavesTheReportToQtWhenItIsGone) {
+  const CapturedWarnings warnings;
+  {
+    WriterToText log;
+    ztBaseAsserter::setWriter(&log.writer);
+  }
+  provokeAReport();
+  EXPECT_EQ(warnings.messages(), std::vector<std::string>{report});
+}
+
+/// A host's own kind of writer: its override is called through the library.
+class CountingWriter : public ztLogWriter {
+ public:
+  using ztLogWriter::ztLogWriter;
+  std::string& accept(const std::string& message) override {
+    ++count;
+    return ztLogWriter::accept(message);
+  }
+  int count = 0;
+};
+
+TEST(LogWriter, MayBeAClassOfTheHost) {
+  CountingWriter writer(nullptr);
+  ztBaseAsserter::setWriter(&writer);
+  provokeAReport();
+  ztBaseAsserter::setWriter(nullptr);
+  EXPECT_EQ(writer.count, 1);
+}
+
+}  // namespace

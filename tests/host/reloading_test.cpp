@@ -1,0 +1,164 @@
+// A host that knows the library by its file name and its functions by theirs, and is linked with nothing of it: neither
+// with Qt nor with OpenMP. Each test has a process of its own, in which nobody opened the library before.
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+#include <cstdlib>
+#include <memory>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "heap.h"
+#include "loaded_library.h"
+#include "mapped_files.h"
+#include "plain_work.h"
+
+namespace {
+
+/// Loads all that the library needs, and for good, as for a host that works with Qt and OpenMP itself. Without it Qt,
+/// ICU and OpenMP go with the library and come again, and lose some memory of their own each time.
+void keepWhatTheLibraryNeeds() {
+  const std::set<std::string> before = mappedFiles();
+  const LoadedLibrary library;
+  for (const MappedPart& part : mappedParts())
+    if (before.count(part.file) == 0 && !part.isOfTheLibrary())
+      dlopen(part.file.c_str(), RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
+}
+
+class Reloading : public testing::Test {
+ protected:
+  Reloading() {
+    setenv("OMP_NUM_THREADS", "3", 1);  // what OpenMP would take if the library did not set it
+#if defined(__SANITIZE_ADDRESS__)
+    keepWhatTheLibraryNeeds();  // the leak check would tell what those lose
+#endif
+  }
+};
+
+void expectGone() {
+  EXPECT_FALSE(LoadedLibrary::isLoaded());
+  EXPECT_FALSE(libraryIsMapped());
+}
+
+PlainResults openWorkAndClose() {
+  LoadedLibrary library;
+  EXPECT_TRUE(LoadedLibrary::isLoaded());
+  EXPECT_TRUE(libraryIsMapped());
+  PlainResults results = workARound(library);
+  library.close();
+  return results;
+}
+
+TEST(PlainHost, StartsWithNothingOfTheLibrary) {
+  expectGone();
+  for (const std::string& file : mappedFiles()) {
+    EXPECT_EQ(file.find("libQt5"), std::string::npos) << file;
+    EXPECT_EQ(file.find("libgomp"), std::string::npos) << file;
+  }
+}
+
+TEST_F(Reloading, AClosedLibraryLeavesTheProcess) {
+  openWorkAndClose();
+  expectGone();
+}
+
+TEST_F(Reloading, TextsThatWereCopiedOutStay) {
+  const PlainResults results = openWorkAndClose();
+  expectGone();
+  EXPECT_EQ(results.version, ZTCAD_EXPECTED_VERSION);
+  EXPECT_EQ(results.correctedName, "_1_hole");
+  EXPECT_EQ(results.forPeople.substr(0, 11), "ztCAD_GMD H");
+  EXPECT_NE(results.savedBytes.find("name=\"P_$299\""), std::string::npos);
+  EXPECT_NE(results.xml.find("inform=\"made by a plain host\""), std::string::npos);
+  EXPECT_EQ(results.farthest, pointsOfARound);
+}
+
+TEST_F(Reloading, EveryOpeningStartsFromTheBeginning) {
+  const PlainResults first = openWorkAndClose();
+  for (int round = 0; round < 3; ++round) {
+    expectGone();
+    EXPECT_TRUE(openWorkAndClose() == first) << "round " << round;
+  }
+  expectGone();
+}
+
+// A round makes 900 points and several documents. What malloc keeps for itself moves by some hundred bytes for each
+// round; the vocabulary alone would be some thousand. The leak check of an instrumented build sees single bytes.
+TEST_F(Reloading, RoundsDoNotAddUpInMemory) {
+  constexpr int roundsToSettle = 3;
+  constexpr int rounds = 40;
+  constexpr std::size_t lostPerRoundAtMost = 1024;
+  keepWhatTheLibraryNeeds();
+  for (int round = 0; round < roundsToSettle; ++round)
+    openWorkAndClose();
+  const std::size_t before = heapInUse();
+  for (int round = 0; round < rounds; ++round)
+    openWorkAndClose();
+  const std::size_t after = heapInUse();
+  EXPECT_LE(after, before + rounds * lostPerRoundAtMost);
+  expectGone();
+}
+
+TEST_F(Reloading, ASecondHandleKeepsTheLibraryWithAllThatWasMade) {
+  LoadedLibrary first;
+  ztCAD_GMDDocument* const document = makeDocument(first);
+  {
+    LoadedLibrary second;
+    EXPECT_EQ(&second.crtPoint, &first.crtPoint);
+  }
+  EXPECT_TRUE(LoadedLibrary::isLoaded());
+  EXPECT_EQ(first.ztCAD_getPoints(document)->size(), static_cast<std::size_t>(pointsOfARound));
+  first.DeleteGMDDoc(document);
+  first.close();
+  expectGone();
+}
+
+TEST_F(Reloading, DocumentsThatNobodyDeletedDoNotHoldTheLibrary) {
+  for (int round = 0; round < 3; ++round) {
+    LoadedLibrary library;
+    {
+      const LeakIsMeant whatSuchADocumentOwnsIsLost;
+      for (int i = 0; i < 3; ++i)
+        EXPECT_NE(makeDocument(library), nullptr);
+    }
+    library.close();
+    expectGone();
+  }
+  openWorkAndClose();
+}
+
+TEST_F(Reloading, AThreadThatEndsMayOpenWorkAndClose) {
+  const PlainResults expected = openWorkAndClose();
+  for (int round = 0; round < 3; ++round) {
+    std::thread([&] { EXPECT_TRUE(openWorkAndClose() == expected); }).join();
+    expectGone();
+  }
+}
+
+TEST_F(Reloading, OneThreadMayOpenAndAnotherWorkAndClose) {
+  auto library = std::make_unique<LoadedLibrary>();
+  std::thread([&] {
+    workARound(*library);
+    library->close();
+  }).join();
+  expectGone();
+}
+
+// ------------------------------------------------------------------------------------------ parallel settings at load
+TEST_F(Reloading, AfterEachLoadEveryCountIsOne) {
+  for (int round = 0; round < 3; ++round) {
+    LoadedLibrary library;
+    ztParallel* const settings = library.getParallel_Morvik();
+    EXPECT_EQ(settings->mode, 1);
+    EXPECT_EQ(settings->logicalThreads, 1U);
+    EXPECT_EQ(settings->physicalThreads, 1U);
+    int (&omp_get_max_threads)() = library.at("omp_get_max_threads");
+    EXPECT_EQ(omp_get_max_threads(), 1);
+    *settings = ztParallel{0, 7, 5};  // the next load does not see this
+    library.close();
+  }
+}
+
+}  // namespace
