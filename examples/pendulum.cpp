@@ -1,75 +1,11 @@
-/// The main job of the library, from end to end: a small rig is built, saved, loaded and checked, duplicate names are
-/// renamed, and broken files are refused. Given file names, the program reports on each of them instead.
-
-#include <ztCAD/ztCAD.h>
+#include "demo.h"
 
 #include <cmath>
-#include <filesystem>
 #include <fstream>
-#include <iostream>
-#include <iterator>
-#include <QTextCodec>
-#include <sstream>
-#include <string>
-#include <vector>
+
+namespace demo {
 
 namespace {
-
-namespace fs = std::filesystem;
-
-/// A document that ends with its scope.
-class Document {
- public:
-  explicit Document(ztCAD_GMDDocument* document) : m_document(document) {}
-  Document(const Document&) = delete;
-  Document& operator=(const Document&) = delete;
-  ~Document() { DeleteGMDDoc(m_document); }
-  operator ztCAD_GMDDocument*() const { return m_document; }
-
- private:
-  ztCAD_GMDDocument* const m_document;
-};
-
-/// A folder for the files of this run, removed with everything in it at the end.
-class ScratchFolder {
- public:
-  ScratchFolder() {
-    int number = 0;
-    do {
-      m_path = fs::temp_directory_path() / ("pendulum-" + std::to_string(number++));
-    } while (!fs::create_directory(m_path));
-  }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-  ~ScratchFolder() {
-    std::error_code ignored;
-    fs::remove_all(m_path, ignored);
-  }
-  const fs::path& path() const { return m_path; }
-
- private:
-  fs::path m_path;
-};
-
-/// Says whether a step gave what it must, and remembers a step that did not.
-class Account {
- public:
-  void step(const std::string& title) { std::cout << "\n== " << title << "\n\n"; }
-  void expect(bool asItMustBe, const std::string& what) {
-    std::cout << (asItMustBe ? "   ok      " : "   FAILED  ") << what << "\n";
-    m_allWell = m_allWell && asItMustBe;
-  }
-  bool allWell() const { return m_allWell; }
-
- private:
-  bool m_allWell = true;
-};
-
-struct Position {
-  double x, y, z;
-};
-
-ztCAD_Coord* coord(const Position& at) { return crtCoord(&at.x, &at.y, &at.z); }
 
 /// A coordinate system at `origin`, turned by `angle` about the y axis: origin, then the three axes.
 ztCAD_LCS turnedSystem(const Position& origin, double angle) {
@@ -125,23 +61,6 @@ void buildRig(ztCAD_GMDDocument* document) {
   setHeader(header, document);
 }
 
-std::string bytesOf(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
-std::string textForm(const ztCAD_GMDDocument* document) {
-  std::string text;
-  GMDDocumentToString(document, text, true);
-  return text;
-}
-
-void print(const std::string& text) {
-  std::istringstream lines(text);
-  for (std::string line; std::getline(lines, line);)
-    std::cout << "   | " << line << "\n";
-}
-
 /// The names of the points, as the document holds them now.
 std::string namesOf(ztCAD_GMDDocument* document) {
   std::string names;
@@ -150,19 +69,17 @@ std::string namesOf(ztCAD_GMDDocument* document) {
   return names;
 }
 
-void buildSaveLoadCheck(const fs::path& folder, Account& account) {
+}  // namespace
+
+void pendulum(const std::filesystem::path& folder, Account& account) {
   const std::string file = (folder / "pendulum.xml").string();
   const Document rig(crtGMDDocument("double pendulum"));
   buildRig(rig);
 
   account.step("A pendulum rig is built and saved");
   SaveGMDDocument(rig, file);
-  const std::string saved = bytesOf(file);
-  std::cout << "   " << saved.size() << " bytes in windows-1251:\n";
-  print(QTextCodec::codecForName("windows-1251")
-            ->toUnicode(saved.data(), static_cast<int>(saved.size()))
-            .toStdString());
-  account.expect(saved.rfind("<?xml version=\"1.0\" encoding=\"windows-1251\"?>", 0) == 0,
+  printFile(file);
+  account.expect(bytesOf(file).rfind("<?xml version=\"1.0\" encoding=\"windows-1251\"?>", 0) == 0,
                  "the file begins with its declaration");
 
   account.step("The file is loaded again");
@@ -181,7 +98,7 @@ void buildSaveLoadCheck(const fs::path& folder, Account& account) {
   account.expect(textForm(twice) == textForm(loaded), "saved once more, it says the same");
 }
 
-void renameDuplicates(const fs::path& folder, Account& account) {
+void duplicateNames(const std::filesystem::path& folder, Account& account) {
   account.step("Duplicate names are renamed by saving");
   const Document document(crtGMDDocument("duplicates"));
   for (const double x : {0.0, 1.0, 2.0})
@@ -197,7 +114,7 @@ void renameDuplicates(const fs::path& folder, Account& account) {
                  "\"2nd hinge\" as a valid name is \"" + corrected + "\"");
 }
 
-void refuseBrokenFiles(const fs::path& folder, Account& account) {
+void brokenFiles(const std::filesystem::path& folder, Account& account) {
   account.step("Broken files are refused");
   struct Case {
     const char* what;
@@ -208,7 +125,7 @@ void refuseBrokenFiles(const fs::path& folder, Account& account) {
                         {"a tag that is never closed", "<GMD><point name=\"a\" center=\"0, 0, 0;\">", 110},
                         {"the root is no \"GMD\"", "<drawing/>", 120}};
   for (const Case& broken : cases) {
-    const fs::path file = folder / ("broken-" + std::to_string(broken.code) + ".xml");
+    const std::filesystem::path file = folder / ("broken-" + std::to_string(broken.code) + ".xml");
     if (broken.text) std::ofstream(file) << broken.text;
     std::int32_t code = -1;
     bool fault = false;
@@ -218,41 +135,4 @@ void refuseBrokenFiles(const fs::path& folder, Account& account) {
   }
 }
 
-int mainJob() {
-  const ScratchFolder folder;
-  Account account;
-  std::cout << "ztCAD " << ztCADVersion() << "\n";
-  buildSaveLoadCheck(folder.path(), account);
-  renameDuplicates(folder.path(), account);
-  refuseBrokenFiles(folder.path(), account);
-  std::cout << "\n"
-            << (account.allWell() ? "All went as it must." : "Something went wrong, see FAILED above.")
-            << "\n";
-  return account.allWell() ? 0 : 1;
-}
-
-bool reportOn(const std::string& file) {
-  std::int32_t code = -1;
-  bool fault = false;
-  const Document document(crtGMDDocumentFromFile(file, code, fault));
-  std::cout << file << "\n   result code " << code;
-  if (code == 0 || code == 120) {
-    std::cout << (fault ? ", some element could not read itself" : ", every element read itself")
-              << "\n   check " << (checkGMDDocument(document) ? "passed" : "failed") << "\n   "
-              << ztCAD_getPoints(document)->size() << " points, " << ztCAD_getTmplPoints(document)->size()
-              << " template points";
-  }
-  std::cout << "\n";
-  return code == 0;
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-  const std::vector<std::string> files(argv + 1, argv + argc);
-  if (files.empty()) return mainJob();
-  bool allLoaded = true;
-  for (const std::string& file : files)
-    allLoaded = reportOn(file) && allLoaded;
-  return allLoaded ? 0 : 1;
-}
+}  // namespace demo

@@ -2,9 +2,10 @@
 
 /// Everything that a host needs: the exported functions and the classes that they work on.
 
+#include "api/contents.h"
 #include "api/documents.h"
+#include "api/elements.h"
 #include "api/library.h"
 #include "api/names.h"
-#include "api/points.h"
 #include "api/records.h"
 #include "support/assertion_log.h"

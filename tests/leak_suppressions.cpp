@@ -1,5 +1,5 @@
-// Part of every test program under the sanitizers: tells the leak sanitizer the leaks that are meant, also where a
-// program is started without ctest.
+// Part of every test program: tells the leak sanitizer, where there is one, which leaks are meant; also in a program
+// that is started without ctest.
 
 extern "C" const char* __lsan_default_options();
 

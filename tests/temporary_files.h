@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <QDir>
@@ -9,15 +10,17 @@
 #include <string>
 #include <vector>
 
+// File names are UTF-8 throughout.
+
 /// The bytes of a file, empty for one that does not open.
 inline std::string bytesOf(const std::string& fileName) {
-  std::ifstream file(fileName, std::ios::binary);
+  std::ifstream file(std::filesystem::u8path(fileName), std::ios::binary);
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 /// Writes a file as a whole.
 inline void putBytes(const std::string& fileName, const std::string& bytes) {
-  std::ofstream file(fileName, std::ios::binary);
+  std::ofstream file(std::filesystem::u8path(fileName), std::ios::binary);
   if (!file.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush())
     throw std::runtime_error("cannot write " + fileName);
 }

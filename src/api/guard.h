@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <utility>
 
 namespace ztcad {
@@ -27,5 +28,6 @@ void guarded(Body&& body) noexcept {
 
 /// The text of a zero-terminated argument; null counts as empty.
 inline const char* textOf(const char* text) { return text ? text : ""; }
+inline const std::string& textOf(const std::string& text) { return text; }
 
 }  // namespace ztcad

@@ -3,6 +3,7 @@
 #include "../core/name_registry.h"
 #include "../core/vocabulary.h"
 #include "../structure/read_structures.h"
+#include "../structure/structure.h"
 #include "../support/_Common/lazy_lock.h"
 #include "created_objects.h"
 
@@ -22,8 +23,10 @@ class Library {
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
   ~Library() {
+    ztcad::abandonNestedStructures(true);
     ztcad::releaseCreatedObjects();
     ztcad::clearReadStructures();
+    ztcad::abandonNestedStructures(false);
     ztcad::releaseNameRegistry();
     ztcad::releaseWords();
     ztcad::destroyGuardLock();

@@ -82,6 +82,17 @@ ztCAD_LCS* crtLCS_nostl(const double* twelveValues) {
   });
 }
 
+ztCAD_MIP* crtMIP(const std::vector<double>& values) {
+  return guarded<ztCAD_MIP*>(nullptr, [&] { return createRecord<ztCAD_MIP>(values); });
+}
+
+ztCAD_MIP* crtMIP_nostl(const double* values, std::int32_t count) {
+  return guarded<ztCAD_MIP*>(nullptr, [&]() -> ztCAD_MIP* {
+    if (!values || count < 0) return nullptr;
+    return createRecord<ztCAD_MIP>(std::vector<double>(values, values + count));
+  });
+}
+
 void addVertex(const ztCAD_Vertex* vertex, ztCAD_Vertices* vertices) {
   addEach(&vertex, &vertex + 1, vertices);
 }

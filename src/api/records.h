@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "../geometry/faces.h"
+#include "../geometry/mip.h"
 #include "../geometry/point.h"
 #include "../geometry/vertices.h"
 #include "../property/coordinate_system.h"
@@ -40,6 +41,11 @@ ZTCAD_API ztCAD_Color* crtColor(const std::uint32_t* red, const std::uint32_t* g
 ZTCAD_API ztCAD_LCS* crtLCS(const std::vector<double>& values);
 /// The same from an array of twelve values.
 ZTCAD_API ztCAD_LCS* crtLCS_nostl(const double* twelveValues);
+
+/// A mass-inertia record of ten values. One of fewer is made all the same, but is refused wherever it is set.
+ZTCAD_API ztCAD_MIP* crtMIP(const std::vector<double>& values);
+/// The same from an array of `count` values; null and a negative count: nothing is made.
+ZTCAD_API ztCAD_MIP* crtMIP_nostl(const double* values, std::int32_t count);
 
 /// Appends a vertex; one without a value counts as 0, 0, 0.
 ZTCAD_API void addVertex(const ztCAD_Vertex* vertex, ztCAD_Vertices* vertices);

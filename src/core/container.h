@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <list>
+#include <type_traits>
 
 #include "../support/export.h"
 
@@ -60,12 +61,14 @@ class ZTCAD_TEMPLATE_API ztCAD_Cont {
   /// the one that a creation function returned) is not in here and removes nothing.
   bool remove(const void* address) {
     for (auto element = m_elements.begin(); element != m_elements.end(); ++element) {
-      if (!element->isSame(address)) continue;
+      if (!isSame(*element, address)) continue;
       m_elements.erase(element);
       return true;
     }
     return false;
   }
+
+  iterator erase(iterator position) { return m_elements.erase(position); }
 
   void clear() { m_elements.clear(); }
 
@@ -84,6 +87,14 @@ class ZTCAD_TEMPLATE_API ztCAD_Cont {
   const T& back() const { return m_elements.back(); }
 
  private:
+  template <typename Element>
+  static bool isSame(const Element& element, const void* address) {
+    if constexpr (std::is_pointer_v<Element>)
+      return element->isSame(address);
+    else
+      return element.isSame(address);
+  }
+
   List<T> m_elements;
 };
 

@@ -37,7 +37,7 @@ Position positionOf(const QString& text, int index) {
   return position;
 }
 
-// ------------------------------------------------------------------------------------- the text as the parser sees it
+// ---------------------------------------------------------------------------- the text as the parser sees it
 
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED
@@ -57,7 +57,8 @@ QString decoded(const QByteArray& bytes) {
   }
 }
 
-/// Reads a text as `QDomDocument::setContent` does, but builds nothing and looks how deep the elements are nested.
+/// Reads a text as `QDomDocument::setContent` does, but builds nothing and looks how deep the elements are
+/// nested.
 class Inspector final : public QXmlDefaultHandler {
  public:
   explicit Inspector(const QString& text) {
@@ -101,7 +102,7 @@ class Inspector final : public QXmlDefaultHandler {
 
 QT_WARNING_POP
 
-// ----------------------------------------------------------------------------------------------------------- refusals
+// -------------------------------------------------------------------------------------------------- refusals
 
 ParseOutcome refused(const QString& message, Position at) { return {false, message, at.line, at.column}; }
 

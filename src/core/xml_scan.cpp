@@ -24,8 +24,8 @@ int behindOpaque(const QString& text, int at) {
   return at;
 }
 
-/// Walks through a document type declaration. What is ill-formed in it may be misunderstood from there on, which does
-/// no harm: the parser stops there.
+/// Walks through a document type declaration. What is ill-formed in it may be misunderstood from there on,
+/// which does no harm: the parser stops there.
 class DocumentTypeScan {
  public:
   /// @param start index of the `<!DOCTYPE`
@@ -145,8 +145,8 @@ std::optional<Reference> longReference(const QString& text, int at) {
   return Reference{character, digit + 1};
 }
 
-/// Index behind the part that starts at the `<` at `at` and in which no references are read; behind the `<` alone when
-/// a tag starts there.
+/// Index behind the part that starts at the `<` at `at` and in which no references are read; behind the `<`
+/// alone when a tag starts there.
 int behindMarkup(const QString& text, int at) {
   if (startsAt(text, at, QLatin1String("<!DOCTYPE"))) return DocumentTypeScan(text, at).end();
   const int next = behindOpaque(text, at);

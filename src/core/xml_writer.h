@@ -16,14 +16,15 @@ class ByteOutput {
   virtual void write(std::string_view bytes) = 0;
 };
 
-/// Which characters a written text may hold as they are, and their bytes. Codes below 128 are ASCII in all of them,
-/// and an encoder is not asked for them.
+/// Which characters a written text may hold as they are, and their bytes. Codes below 128 are ASCII in all of
+/// them, and an encoder is not asked for them.
 class CharacterEncoder {
  public:
   virtual ~CharacterEncoder() = default;
   /// Appends the bytes of `character` (never a surrogate); false, and nothing appended, when it has none.
   virtual bool append(char32_t character, std::string& out) const = 0;
-  /// The same where no numeric reference can stand: in names, comments, CDATA sections and processing instructions.
+  /// The same where no numeric reference can stand: in names, comments, CDATA sections and processing
+  /// instructions.
   virtual void appendBare(char32_t character, std::string& out) const;
 };
 
@@ -33,15 +34,16 @@ class Windows1251Encoder final : public CharacterEncoder {
   bool append(char32_t character, std::string& out) const override;
 };
 
-/// Writes XML piece by piece, byte for byte as `QDomDocument::save` does, but for three things that it does better:
-/// attributes stand in the order of their names, so that the same document always gives the same bytes; a character
-/// that the encoding lacks is one numeric reference, also beyond U+FFFF, and so is half a surrogate pair; U+0000,
-/// U+FFFE and U+FFFF, at which parsers stop, are numeric references in every encoding.
+/// Writes XML piece by piece, byte for byte as `QDomDocument::save` does, but for three things that it does
+/// better: attributes stand in the order of their names, so that the same document always gives the same
+/// bytes; a character that the encoding lacks is one numeric reference, also beyond U+FFFF, and so is half a
+/// surrogate pair; U+0000, U+FFFE and U+FFFF, at which parsers stop, are numeric references in every
+/// encoding.
 ///
 /// Layout: each element on a line of its own, indented by its depth, except where text is beside it.
 ///
-/// Nothing is checked: the calls have to make a well-formed document, names are written as they are. When the output
-/// throws, the writer must be dropped.
+/// Nothing is checked: the calls have to make a well-formed document, names are written as they are. When the
+/// output throws, the writer must be dropped.
 class XmlWriter {
  public:
   /// Nothing is owned. Bytes reach `output` in pieces of about 64 KB; the last ones when `finish` is called.
@@ -56,8 +58,8 @@ class XmlWriter {
 
   /// A text node, inside an element. An empty one is a node too: it keeps its neighbours on its line.
   void text(const QString& text);
-  /// Text that needs no escaping (no `<`, `&`, `>`, nothing above 127). Pieces that follow each other are one text
-  /// node; no text node comes from an empty one.
+  /// Text that needs no escaping (no `<`, `&`, `>`, nothing above 127). Pieces that follow each other are one
+  /// text node; no text node comes from an empty one.
   void plainText(std::string_view ascii);
   void cdata(const QString& text);
   void comment(const QString& text);

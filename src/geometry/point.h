@@ -26,6 +26,9 @@ class ZTCAD_API ztCAD_commonPoint : public ztCAD_Base,
   /// False when "center" is absent or is not one to three numbers, or when the property block does not read.
   bool readAndCheck(const ztcad::ElementView& element, bool& fault) override;
 
+  /// The outcome of the last read; of a point that was built, whether it has a position.
+  bool passesCheck() const { return outcomeOr(m_center.isValid()); }
+
  protected:
   ztCAD_commonPoint();
   ztCAD_commonPoint(const QString& name, const ztCAD_Coord& center, bool& nameIsFree);

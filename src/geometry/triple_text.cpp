@@ -1,6 +1,8 @@
 #include "triple_text.h"
 
 #include "../core/number_text.h"
+#include "../core/vocabulary.h"
+#include "../property/property_block.h"
 
 namespace ztcad {
 
@@ -21,5 +23,11 @@ void appendThree(std::string& out, const Number* triple) {
 
 void appendTriple(std::string& out, const double* triple) { appendThree(out, triple); }
 void appendTriple(std::string& out, const std::uint32_t* triple) { appendThree(out, triple); }
+
+void beginGeometryText(QString& out, const QString& word, const ztCAD_cmnProperty& property, bool debugForm) {
+  out += QLatin1Char('\n') + word + QLatin1Char('(') + words().method + QLatin1Char('=') + words().pointXyz +
+         QLatin1String("prop=");
+  property.toText(out, debugForm);
+}
 
 }  // namespace ztcad

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+class ztCAD_cmnProperty;
+
 namespace ztcad {
 
 /// The storage text of a triple of numbers, "1.5, 0, -2;". Coordinates, vertices and facets are all written so.
@@ -18,7 +20,7 @@ void appendTriple(std::string& out, const std::uint32_t* triple);
 /// A last number or two that make no triple are left out.
 template <typename Number, typename Take>
 void storageText(const std::vector<Number>& numbers, Take&& take) {
-  constexpr std::size_t pieceSize = 64 * 1024;
+  constexpr std::size_t pieceSize = 65536;
   std::string piece = "\n";
   for (std::size_t first = 0; first + 3 <= numbers.size(); first += 3) {
     appendTriple(piece, &numbers[first]);
@@ -42,6 +44,10 @@ void debugText(QString& out, const QString& word, const std::vector<Number>& num
   }
   out += QLatin1Char(')');
 }
+
+/// The beginning of the text of a polyline or triangulated solid: a line feed, `word`, the method and the properties.
+/// The method is told as "pointXYZ" whatever it is; programs that read these texts know it so.
+void beginGeometryText(QString& out, const QString& word, const ztCAD_cmnProperty& property, bool debugForm);
 
 inline void appendAscii(QString& out, std::string_view text) {
   out += QLatin1String(text.data(), static_cast<int>(text.size()));

@@ -39,6 +39,7 @@ class ZTCAD_API ztCAD_baseElement {
 
   const ztCAD_gMethod& method() const { return *m_method; }
   ztCAD_gMethod& method() { return *m_method; }
+  void setMethod(const ztCAD_gMethod& method) { *m_method = method; }
 
  protected:
   /// An empty method.

@@ -27,8 +27,8 @@ ztCAD_cmnProperty& ztCAD_cmnProperty::operator=(const ztCAD_cmnProperty& other) 
 ztCAD_cmnProperty::~ztCAD_cmnProperty() = default;
 
 void ztCAD_cmnProperty::setLcs(const std::optional<ztCAD_LCS>& lcs) {
-  m_hasLcs = lcs.has_value();
   m_lcs = lcs.value_or(ztCAD_LCS());
+  m_hasLcs = lcs.has_value();
 }
 
 QString& ztCAD_cmnProperty::toText(QString& out, bool debugForm) const {

@@ -18,8 +18,10 @@ class ZTCAD_API ztCAD_cmnProperty : public ztCAD_INode, private ztCAD_ISerialize
 
   const ztCAD_gAttr& attributes() const { return *m_attributes; }
   ztCAD_gAttr& attributes() { return *m_attributes; }
+  void setAttributes(const ztCAD_gAttr& attributes) { *m_attributes = attributes; }
   const ztCAD_gShowable& showable() const { return m_showable; }
   ztCAD_gShowable& showable() { return m_showable; }
+  void setShowable(const ztCAD_gShowable& showable) { m_showable = showable; }
 
   bool hasLCS() const { return m_hasLcs; }
   std::optional<ztCAD_LCS> lcs() const { return m_hasLcs ? std::optional(m_lcs) : std::nullopt; }

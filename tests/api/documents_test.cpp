@@ -53,6 +53,12 @@ TEST(Header, IsCopiedIntoTheDocumentWithItsAbsentFields) {
   EXPECT_EQ(document->header().producerName(), QString("producer"));
 }
 
+TEST(Header, MayBeThatOfTheDocumentItself) {
+  const Document document = newDocument("note");
+  setHeader(&document->header(), document.get());
+  EXPECT_EQ(document->header().inform(), QString("note"));
+}
+
 TEST(LoadingFiles, GivesTheDocumentAndItsCode) {
   const TemporaryFiles files;
   const Loaded loaded = loadFile(files.put("a.xml", "<GMD><point name='A' center='1'/></GMD>"));

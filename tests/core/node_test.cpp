@@ -95,7 +95,7 @@ Crate labelled(const char* label) {
 
 }  // namespace
 
-// ------------------------------------------------------------------------------------------------------------- writing
+// --------------------------------------------------------------------------------------------------- writing
 
 TEST(Node, AbsentFieldsGiveAnElementWithoutAttributes) {
   EXPECT_EQ(written(Crate()), "<p>\n<crate/>\n</p>\n");
@@ -150,7 +150,7 @@ TEST(Node, WritingAppendsBehindWhatIsThere) {
   EXPECT_EQ(ztcad::printXml(document, 0), "<p a=\"1\">\n<first/>\n<crate label=\"second\"/>\n</p>\n");
 }
 
-// ------------------------------------------------------------------------------------------------------------- reading
+// --------------------------------------------------------------------------------------------------- reading
 
 TEST(Node, ReadsWhatItWrites) {
   const Crate crate = readCrate("<crate label='1' owner='Я'><crate label='2'>3, 4</crate><crate/></crate>");
@@ -204,7 +204,7 @@ TEST(Node, APropertyTakesItsAttributesFromTheGivenElement) {
   EXPECT_EQ(tint.value, "red");
 }
 
-// -------------------------------------------------------------------------------------------------------------- states
+// ---------------------------------------------------------------------------------------------------- states
 
 TEST(StateCorrect, AnObjectThatWasNeverReadIsNotOk) {
   const Checked object;

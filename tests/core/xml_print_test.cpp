@@ -39,7 +39,7 @@ std::string printedText(const char* encoding, const QString& text) {
 
 }  // namespace
 
-// -------------------------------------------------------------------------------------------- beside Qt's own printing
+// ---------------------------------------------------------------------------------- beside Qt's own printing
 
 struct PrintRow {
   const char* name;
@@ -102,7 +102,7 @@ TEST(PrintXml, EmptyTextKeepsItsNeighboursOnTheLine) {
   EXPECT_EQ(printXml(document, 1), byQt(document, 1));
 }
 
-// ----------------------------------------------------------------------------------------------------- order of names
+// -------------------------------------------------------------------------------------------- order of names
 
 TEST(PrintXml, AttributesStandInTheOrderOfTheirNames) {
   EXPECT_EQ(printXml(tree("<r b='1' a='2' B='3' я='4' aa='5'/>"), 1),
@@ -144,7 +144,7 @@ TEST(PrintXml, FewAndManyAttributesArePrintedAlike) {
   }
 }
 
-// ----------------------------------------------------------------------------------------------------------- encodings
+// ------------------------------------------------------------------------------------------------- encodings
 
 struct EncodingRow {
   const char* name;
@@ -217,7 +217,7 @@ TEST(PrintXml, CharactersAtWhichParsersStopAreReferencesInEveryEncoding) {
   EXPECT_EQ(printedText("windows-1251", stops), "&#xfffe;&#xffff;&#x0;");
 }
 
-// --------------------------------------------------------------------------------------------------------------- depth
+// ----------------------------------------------------------------------------------------------------- depth
 
 TEST(PrintXml, DeepTreesArePrintedWithoutRecursion) {
   constexpr int depth = 4000;

@@ -74,7 +74,7 @@ std::string writtenText(const QString& text) {
 
 }  // namespace
 
-// ------------------------------------------------------------------------------------------------------------ layout
+// ---------------------------------------------------------------------------------------------------- layout
 
 struct LayoutRow {
   const char* name;
@@ -222,7 +222,7 @@ TEST(XmlWriter, IndentsByTheGivenWidth) {
   EXPECT_EQ(written(nested, 1), "<a>\n <b/>\n</a>\n");
 }
 
-// -------------------------------------------------------------------------------------------------------- attributes
+// ------------------------------------------------------------------------------------------------ attributes
 
 TEST(XmlWriter, AttributesStandInTheOrderOfTheirNames) {
   const std::string line = written([](XmlWriter& w) {
@@ -256,7 +256,7 @@ TEST(XmlWriter, AttributesOfOneElementDoNotReachTheNext) {
   EXPECT_EQ(text, "<e a=\"1\">\n   <f/>\n</e>\n");
 }
 
-// -------------------------------------------------------------------------------------------------------- characters
+// ------------------------------------------------------------------------------------------------ characters
 
 struct CharacterRow {
   const char* name;
@@ -310,7 +310,7 @@ TEST(XmlWriter, WhereNoReferenceCanStandAQuestionMarkDoes) {
   EXPECT_EQ(text, "<!--\xdf?-->\n<a><![CDATA[\xdf??]]></a>\n");
 }
 
-// ------------------------------------------------------------------------------------------------------------ output
+// ---------------------------------------------------------------------------------------------------- output
 
 TEST(XmlWriter, SmallTextIsHandedOnWhenItIsFinished) {
   Pieces pieces;

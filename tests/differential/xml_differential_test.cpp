@@ -41,10 +41,11 @@ class Dice {
 
 std::string text(const QString& text) { return text.toStdString(); }
 
-// --------------------------------------------------------------------------------------------------- attributes sorted
+// ----------------------------------------------------------------------------------------- attributes sorted
 
-/// XML text in which the attributes of each start tag are put in the order of their names, so that texts of two
-/// writers can be compared. Names are ASCII; comments, CDATA sections and instructions must not hold their own end.
+/// XML text in which the attributes of each start tag are put in the order of their names, so that texts of
+/// two writers can be compared. Names are ASCII; comments, CDATA sections and instructions must not hold
+/// their own end.
 class SortedAttributes {
  public:
   explicit SortedAttributes(const std::string& xml) : m_xml(xml) {
@@ -97,9 +98,10 @@ class SortedAttributes {
 
 std::string sorted(const std::string& xml) { return SortedAttributes(xml).result(); }
 
-// -------------------------------------------------------------------------------------------------------- hostile texts
+// --------------------------------------------------------------------------------------------- hostile texts
 
-// what the library writes better than Qt (U+0000, high surrogates and what they form) is left to randomAnything
+// what the library writes better than Qt (U+0000, high surrogates and what they form) is left to
+// randomAnything
 const ushort oddUnits[] = {'<',    '>',    '&',    '"',    '\'',   ']',    ']',    '>',    '\t',
                            '\n',   '\r',   ' ',    0x01,   0x1f,   0x7f,   0x80,   0xa0,   0xe9,
                            0x401,  0x42f,  0x451,  0x44f,  0x490,  0x2116, 0x20ac, 0x4e2d, 0xac00,
@@ -133,7 +135,7 @@ QString randomName(Dice& dice) {
   return dice.pick(names);
 }
 
-// --------------------------------------------------------------------------------------------- bytes beside a DOM tree
+// ----------------------------------------------------------------------------------- bytes beside a DOM tree
 
 struct RandomElement {
   QString tag;
@@ -241,7 +243,7 @@ TEST(XmlDifferential, WhatWasWrittenIsReadBackWhateverItHolds) {
   }
 }
 
-// ------------------------------------------------------------------------------------------------------------- printing
+// -------------------------------------------------------------------------------------------------- printing
 
 class RandomTree {
  public:
@@ -316,7 +318,7 @@ TEST(XmlDifferential, PrintsWhatQtPrints) {
   }
 }
 
-// -------------------------------------------------------------------------------------------------------------- parsing
+// --------------------------------------------------------------------------------------------------- parsing
 
 void tell(const QDomNode& node, QString& out) {
   out += QString("(%1 %2 %3 ").arg(node.nodeType()).arg(node.nodeName(), node.nodeValue());
@@ -566,43 +568,39 @@ TEST(XmlDifferential, GluedFragmentsAreReadAsQtReadsThem) {
   EXPECT_GT(counts.refused, 100);
 }
 
+const char* const goodTags[] = {"<a>",
+                                "<a>",
+                                "<a\n>",
+                                "<a b='>'>",
+                                "<a b='/>'>",
+                                "<a b=\"'>\">",
+                                "</a>",
+                                "</a>",
+                                "</a \n>",
+                                "<a/>",
+                                "<a b='x'/>",
+                                "t > ' \" / /> ",
+                                "<?p?>",
+                                "<?p <a> ?>",
+                                "<!---->",
+                                "<!--></a></a>-->",
+                                "<!--'<a b=\"-->",
+                                "<?p ></a></a>?>",
+                                "<![CDATA[></a></a>]]>"};
+const char* const badTags[] = {"<a b='",      "<a b='</a>'>",  "'",   "\"", "/", ">", "<",
+                               "<a b=\"</a>", "<![CDATA[</a>", "]]>", "-->"};
+
 TEST(XmlDifferential, TagsAroundTheDeepestElementAreCountedAsQtCountsThem) {
   Dice dice(randomSeed());
   Counts counts;
-  const char* const tags[] = {"<a>",
-                              "<a>",
-                              "</a>",
-                              "</a>",
-                              "<a/>",
-                              "<a b='>'>",
-                              "<a b='/>'>",
-                              "<a b=\"'>\">",
-                              "<a\n>",
-                              "<a b='x'/>",
-                              "<?p <a> ?>",
-                              "<?p?>",
-                              "t > ' \" / /> ",
-                              "</a \n>",
-                              "<a b='",
-                              "'",
-                              "\"",
-                              "/",
-                              ">",
-                              "<a b=\"</a>",
-                              "<",
-                              "<!--</a>-->",
-                              "<![CDATA[</a>",
-                              "]]>"};
-  for (int i = 0; i < 3000; ++i) {
+  for (int i = 0; i < 1500; ++i) {
     QByteArray bytes = QByteArray("<a>").repeated(ztcad::maximalDepth - 3);
     for (int pieces = dice.roll(16); pieces > 0; --pieces)
-      bytes += dice.pick(tags);
-    bytes += QByteArray("</a>").repeated(ztcad::maximalDepth - 3 + dice.roll(3));
+      bytes += dice.oneIn(20) ? dice.pick(badTags) : dice.pick(goodTags);
     ASSERT_NO_FATAL_FAILURE(compareWithQt(bytes, counts)) << i;
   }
-  EXPECT_GT(counts.accepted, 10);
   EXPECT_GT(counts.illFormed, 100);
-  EXPECT_GT(counts.refused, 10);
+  EXPECT_GT(counts.refused, 100);
 }
 
 TEST(XmlDifferential, LongReferencesGiveTheTreeOfTheirCharacters) {

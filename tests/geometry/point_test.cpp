@@ -149,7 +149,7 @@ TEST(Point, OrderOfAttributesDoesNotMatter) {
   std::string backward;
   for (const std::string& attribute : attributes) {
     forward += attribute;
-    backward = attribute + backward;
+    backward.insert(0, attribute);
   }
   EXPECT_EQ(roundTrip<ztCAD_Point>("<point" + forward + "/>"), fullXml);
   EXPECT_EQ(roundTrip<ztCAD_Point>("<point" + backward + "/>"), fullXml);

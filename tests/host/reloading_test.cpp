@@ -3,6 +3,7 @@
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <set>
@@ -84,12 +85,9 @@ TEST_F(Reloading, EveryOpeningStartsFromTheBeginning) {
   expectGone();
 }
 
-// A round makes 900 points and several documents. What malloc keeps for itself moves by some hundred bytes for each
-// round; the vocabulary alone would be some thousand. The leak check of an instrumented build sees single bytes.
-TEST_F(Reloading, RoundsDoNotAddUpInMemory) {
-  constexpr int roundsToSettle = 3;
+[[noreturn]] void goThroughRoundsAndTellWhatIsLost() {
+  constexpr int roundsToSettle = 5;
   constexpr int rounds = 40;
-  constexpr std::size_t lostPerRoundAtMost = 1024;
   keepWhatTheLibraryNeeds();
   for (int round = 0; round < roundsToSettle; ++round)
     openWorkAndClose();
@@ -97,8 +95,23 @@ TEST_F(Reloading, RoundsDoNotAddUpInMemory) {
   for (int round = 0; round < rounds; ++round)
     openWorkAndClose();
   const std::size_t after = heapInUse();
-  EXPECT_LE(after, before + rounds * lostPerRoundAtMost);
-  expectGone();
+  std::fprintf(stderr, "%zu bytes, then %zu bytes", before, after);
+#if defined(__SANITIZE_ADDRESS__)
+  // its runtime notes each load for the end of the process; lost blocks are for the leak check to find
+  constexpr std::size_t lostPerRoundAtMost = 80;
+#else
+  constexpr std::size_t lostPerRoundAtMost = 16;  // less than the smallest block
+#endif
+  const bool isLost = after > before + rounds * lostPerRoundAtMost;
+  std::exit(isLost || testing::Test::HasFailure() ? EXIT_FAILURE : EXIT_SUCCESS);
+}
+
+TEST_F(Reloading, RoundsDoNotAddUpInMemory) {
+  // Blocks that malloc holds ready for a thread count as used and blur the figures. It reads this when a process
+  // starts, so the rounds run in a new one.
+  setenv("GLIBC_TUNABLES", "glibc.malloc.tcache_count=0", 1);
+  testing::GTEST_FLAG(death_test_style) = "threadsafe";
+  EXPECT_EXIT(goThroughRoundsAndTellWhatIsLost(), testing::ExitedWithCode(EXIT_SUCCESS), "bytes");
 }
 
 TEST_F(Reloading, ASecondHandleKeepsTheLibraryWithAllThatWasMade) {

@@ -131,7 +131,7 @@ TEST(BaseElement, MovedFromElementStillHasAMethod) {
   Shape source("sphere");
   const Shape taken = std::move(source);
   EXPECT_EQ(taken.method().method().toStdString(), "sphere");
-  source.method().setMethod("again");  // NOLINT(bugprone-use-after-move): hosts may, the method is never null
+  source.method().setMethod("again");  // NOLINT(bugprone-use-after-move): hosts may, it is never null
   EXPECT_EQ(source.method().method().toStdString(), "again");
 }
 

@@ -1,5 +1,6 @@
 #include "check.h"
 
+#include <algorithm>
 #include <QSet>
 
 #include "document.h"
@@ -17,5 +18,10 @@ bool namesAreUnique(const Container& elements) {
 }  // namespace
 
 bool ztcad::passesCheck(const ztCAD_DocumentContent& content) {
-  return namesAreUnique(content.templatePoints);
+  const bool templatesAreFound =
+      namesAreUnique(content.templateDetails) && namesAreUnique(content.templateStructures) &&
+      namesAreUnique(content.templatePoints) && namesAreUnique(content.templateMipElements);
+  return templatesAreFound &&
+         std::all_of(content.structures.begin(), content.structures.end(),
+                     [](const ztCAD_Structure& structure) { return structure.passesCheck(); });
 }

@@ -4,6 +4,7 @@
 #include <QDomDocument>
 #include <QFile>
 
+#include "../../structure/child_reader.h"
 #include "../../structure/read_structures.h"
 #include "../byte_sink.h"
 #include "../dom_carrier.h"
@@ -15,6 +16,7 @@
 #include "file.h"
 #include "unification.h"
 
+using ztcad::ChildOutcome;
 using ztcad::words;
 
 namespace {
@@ -27,13 +29,45 @@ template <typename Visit>
 void visitInFileOrder(const ztCAD_DocumentContent& content, Visit&& visit) {
   visit(content.templatePoints);
   visit(content.points);
+  visit(content.pointReferences);
+  visit(content.templateLines);
+  visit(content.lines);
+  visit(content.lineReferences);
+  visit(content.mipElements);
+  visit(content.templateMipElements);
+  visit(content.mipReferences);
+  visit(content.spheres);
+  visit(content.triangles);
+  visit(content.templateTriangles);
+  visit(content.triangleReferences);
+  visit(content.details);
+  visit(content.detailReferences);
+  visit(content.structureReferences);
+  visit(content.structures);
+  visit(content.templateDetails);
+  visit(content.templateStructures);
 }
 
-/// The order in which the text for people tells them.
+/// The order in which the text for people tells them; template solids and references to them are not told.
 template <typename Visit>
 void visitInTextOrder(const ztCAD_DocumentContent& content, Visit&& visit) {
   visit(content.points);
   visit(content.templatePoints);
+  visit(content.pointReferences);
+  visit(content.lines);
+  visit(content.templateLines);
+  visit(content.lineReferences);
+  visit(content.mipElements);
+  visit(content.templateMipElements);
+  visit(content.mipReferences);
+  visit(content.structures);
+  visit(content.structureReferences);
+  visit(content.templateStructures);
+  visit(content.spheres);
+  visit(content.triangles);
+  visit(content.details);
+  visit(content.detailReferences);
+  visit(content.templateDetails);
 }
 
 void writeDocument(const ztCAD_HeaderNode& header, const ztCAD_DocumentContent& content,
@@ -59,13 +93,13 @@ class RootReader {
 
   void readChild(const ztcad::ElementView& child) {
     const QString tag = child.tag();
-    if (tag == words().point) {
-      append(m_content.points, child);
-    } else if (tag == words().templatePoint) {
-      append(m_content.templatePoints, child);
-    } else if (tag == words().header) {
+    if (tag == words().header) {
       readHeader(child);
+      return;
     }
+    ChildOutcome outcome = ztcad::readMember(m_content, child, tag, ChildOutcome::Skipped);
+    if (outcome == ChildOutcome::Unknown) outcome = readTopLevel(child, tag);
+    if (outcome == ChildOutcome::Failed) m_fault = true;
   }
 
   ztCAD_DocumentContent& content() { return m_content; }
@@ -73,11 +107,18 @@ class RootReader {
   bool fault() const { return m_fault; }
 
  private:
-  /// What does not read stays all the same, with all that could be read.
-  template <typename Container>
-  void append(Container& elements, const ztcad::ElementView& child) {
-    bool ownFault = false;
-    if (!elements.appendNew().read(child, ownFault)) m_fault = true;
+  /// Structures, and the kinds that stand in documents only.
+  ChildOutcome readTopLevel(const ztcad::ElementView& child, const QString& tag) {
+    using ztcad::outcomeOf;
+    using ztcad::readNew;
+    if (tag == words().structure) return outcomeOf(readNew(m_content.structures, child));
+    if (tag == words().templateStructure) return outcomeOf(readNew(m_content.templateStructures, child));
+    if (tag == words().templateDetail) return outcomeOf(readNew(m_content.templateDetails, child));
+    if (tag == words().templatePoint) return outcomeOf(readNew(m_content.templatePoints, child));
+    if (tag == words().templateLine) return outcomeOf(readNew(m_content.templateLines, child));
+    if (tag == words().templateElementMip) return outcomeOf(readNew(m_content.templateMipElements, child));
+    if (tag == words().templateSolid) return outcomeOf(readNew(m_content.templateTriangles, child));
+    return ChildOutcome::Unknown;
   }
 
   /// Forgets the faults of the children before it: the header's read begins by clearing the flag that it is given.
@@ -94,8 +135,25 @@ class RootReader {
 }  // namespace
 
 void ztCAD_DocumentContent::swap(ztCAD_DocumentContent& other) noexcept {
+  structures.swap(other.structures);
+  structureReferences.swap(other.structureReferences);
+  templateStructures.swap(other.templateStructures);
   points.swap(other.points);
+  lines.swap(other.lines);
+  spheres.swap(other.spheres);
+  triangles.swap(other.triangles);
+  mipElements.swap(other.mipElements);
+  details.swap(other.details);
+  detailReferences.swap(other.detailReferences);
+  templateDetails.swap(other.templateDetails);
   templatePoints.swap(other.templatePoints);
+  pointReferences.swap(other.pointReferences);
+  templateLines.swap(other.templateLines);
+  lineReferences.swap(other.lineReferences);
+  templateMipElements.swap(other.templateMipElements);
+  mipReferences.swap(other.mipReferences);
+  templateTriangles.swap(other.templateTriangles);
+  triangleReferences.swap(other.triangleReferences);
 }
 
 ztCAD_GMDDocument::ztCAD_GMDDocument(const std::string& inform)

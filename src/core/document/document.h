@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "../../geometry/point.h"
+#include "../../structure/structure.h"
 #include "../container.h"
 #include "header.h"
 
@@ -17,8 +17,25 @@ struct ParseOutcome;
 
 /// The elements of a document, one container per kind, in the order in which names are made unique.
 struct ZTCAD_API ztCAD_DocumentContent {
+  ztCAD_Cont<ztCAD_Structure> structures;
+  ztCAD_Cont<ztCAD_StructureRef> structureReferences;
+  ztCAD_Cont<ztCAD_TmplStructure> templateStructures;
   ztCAD_Cont<ztCAD_Point> points;
+  ztCAD_Cont<ztCAD_Line> lines;
+  ztCAD_Cont<ztCAD_Sphere> spheres;
+  ztCAD_Cont<ztCAD_Triangle> triangles;
+  ztCAD_Cont<ztCAD_ElementMIP> mipElements;
+  ztCAD_Cont<ztCAD_Detail> details;
+  ztCAD_Cont<ztCAD_DetailRef> detailReferences;
+  ztCAD_Cont<ztCAD_TmplDetail> templateDetails;
   ztCAD_Cont<ztCAD_TmplPoint> templatePoints;
+  ztCAD_Cont<ztCAD_PointRef> pointReferences;
+  ztCAD_Cont<ztCAD_TmplLine> templateLines;
+  ztCAD_Cont<ztCAD_LineRef> lineReferences;
+  ztCAD_Cont<ztCAD_TmplElementMIP> templateMipElements;
+  ztCAD_Cont<ztCAD_ElementMipRef> mipReferences;
+  ztCAD_Cont<ztCAD_TmplTriangle> templateTriangles;
+  ztCAD_Cont<ztCAD_TriangleRef> triangleReferences;
   ztCAD_Cont<ztCAD_empty_stub_class> stubs;  ///< for a kind that does not exist; always empty
 
   void swap(ztCAD_DocumentContent& other) noexcept;

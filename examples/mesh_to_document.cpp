@@ -1,0 +1,207 @@
+/// Turns any mesh file that Assimp reads into a document with one triangulated solid for each mesh, and back.
+///
+///   mesh_to_document input.obj output.xml     a mesh file becomes a document
+///   mesh_to_document input.xml output.ply     the solids of a document become a mesh file, its format by its ending
+
+#include <ztCAD/ztCAD.h>
+
+#include <assimp/config.h>
+#include <assimp/mesh.h>
+#include <assimp/postprocess.h>
+#include <assimp/scene.h>
+#include <assimp/Exporter.hpp>
+#include <assimp/Importer.hpp>
+#include <iostream>
+#include <list>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+bool endsWith(const std::string& text, const std::string& ending) {
+  return text.size() >= ending.size() &&
+         text.compare(text.size() - ending.size(), ending.size(), ending) == 0;
+}
+
+int fail(const std::string& message) {
+  std::cerr << "mesh_to_document: " << message << "\n";
+  return 1;
+}
+
+// --------------------------------------------------------------------------------------------------- mesh to document
+
+ztCAD_Vertices* verticesOf(const aiMesh& mesh) {
+  std::list<ztCAD_Vertex*> vertices;
+  for (unsigned i = 0; i < mesh.mNumVertices; ++i) {
+    const double x = mesh.mVertices[i].x;
+    const double y = mesh.mVertices[i].y;
+    const double z = mesh.mVertices[i].z;
+    vertices.push_back(crtVertex(&x, &y, &z));
+  }
+  ztCAD_Vertices* const list = crtVertices();
+  addVertexN(vertices, list);
+  return list;
+}
+
+/// What is no triangle (points and lines that were in the mesh) is left out.
+ztCAD_Faces* facesOf(const aiMesh& mesh) {
+  std::list<ztCAD_Facet*> facets;
+  for (unsigned i = 0; i < mesh.mNumFaces; ++i) {
+    const aiFace& face = mesh.mFaces[i];
+    if (face.mNumIndices == 3)
+      facets.push_back(crtFacet(&face.mIndices[0], &face.mIndices[1], &face.mIndices[2]));
+  }
+  ztCAD_Faces* const list = crtFaces();
+  addFacetN(facets, list);
+  return list;
+}
+
+int meshToDocument(const std::string& input, const std::string& output) {
+  Assimp::Importer importer;
+  importer.SetPropertyBool(AI_CONFIG_PP_PTV_KEEP_HIERARCHY, true);  // each mesh stays one
+  const aiScene* const scene = importer.ReadFile(
+      input, aiProcess_Triangulate | aiProcess_JoinIdenticalVertices | aiProcess_PreTransformVertices);
+  if (!scene) return fail(input + ": " + importer.GetErrorString());
+
+  ztCAD_GMDDocument* const document = crtGMDDocument("converted from " + input);
+  ztCAD_HeaderNode* const header = crtHeader();
+  header->setInform(QString::fromStdString("converted from " + input));
+  header->setMajorVersion(2);
+  header->setMinorVersion(1);
+  header->setProducerName(QString::fromUtf8("mesh_to_document"));
+  setHeader(header, document);
+  for (unsigned i = 0; i < scene->mNumMeshes; ++i) {
+    const aiMesh& mesh = *scene->mMeshes[i];
+    std::string name;
+    doCorrectName(mesh.mName.C_Str(), name, "mesh");
+    bool nameIsFree = false;
+    ztCAD_Triangle* const solid = crtTriangle(name, verticesOf(mesh), facesOf(mesh), nameIsFree);
+    addTriangleToDoc(solid, document);
+    std::cout << "   " << name << ": " << mesh.mNumVertices << " vertices, "
+              << solid->faces().indices().size() / 3 << " facets\n";
+  }
+  SaveGMDDocument(document, output);
+
+  std::int32_t code = -1;
+  bool fault = true;
+  UpdateGMDDoc(document, output, code, fault);  // saving reports nothing: what it wrote must load
+  const bool saved = code == 0 && !fault && ztCAD_getTriangles(document)->size() == scene->mNumMeshes;
+  DeleteGMDDoc(document);
+  return saved ? 0 : fail(output + " could not be written");
+}
+
+// --------------------------------------------------------------------------------------------------- document to mesh
+
+std::unique_ptr<aiMesh> meshOf(const ztCAD_Triangle& solid) {
+  const std::vector<double>& coordinates = solid.vertices().coordinates();
+  const std::vector<std::uint32_t>& indices = solid.faces().indices();
+  auto mesh = std::make_unique<aiMesh>();
+  mesh->mName = solid.name().toStdString();
+  mesh->mPrimitiveTypes = aiPrimitiveType_TRIANGLE;
+  mesh->mNumVertices = static_cast<unsigned>(coordinates.size() / 3);
+  mesh->mVertices = new aiVector3D[mesh->mNumVertices];  // Assimp deletes what its structures hold
+  for (unsigned i = 0; i < mesh->mNumVertices; ++i)
+    mesh->mVertices[i] =
+        aiVector3D(static_cast<ai_real>(coordinates[3 * i]), static_cast<ai_real>(coordinates[3 * i + 1]),
+                   static_cast<ai_real>(coordinates[3 * i + 2]));
+  mesh->mNumFaces = static_cast<unsigned>(indices.size() / 3);
+  mesh->mFaces = new aiFace[mesh->mNumFaces];
+  for (unsigned i = 0; i < mesh->mNumFaces; ++i) {
+    mesh->mFaces[i].mNumIndices = 3;
+    mesh->mFaces[i].mIndices = new unsigned[3]{indices[3 * i], indices[3 * i + 1], indices[3 * i + 2]};
+  }
+  return mesh;
+}
+
+/// The format does not compare indices with the number of vertices; a mesh file must not lead beyond its vertices.
+bool indicesAreInRange(const ztCAD_Triangle& solid) {
+  const std::size_t vertices = solid.vertices().coordinates().size() / 3;
+  for (const std::uint32_t index : solid.faces().indices())
+    if (index >= vertices) return false;
+  return true;
+}
+
+void collectSolids(const ztCAD_Cont<ztCAD_Triangle>& solids, std::vector<const ztCAD_Triangle*>& all) {
+  for (const ztCAD_Triangle& solid : solids)
+    all.push_back(&solid);
+}
+
+void collectSolids(const ztCAD_commonStructure& structure, std::vector<const ztCAD_Triangle*>& all) {
+  collectSolids(structure.content().triangles, all);
+  for (const ztCAD_Detail& detail : structure.content().details)
+    collectSolids(detail.content().triangles, all);
+  for (const ztCAD_commonStructure* nested : structure.structures())
+    collectSolids(*nested, all);
+}
+
+/// Every solid of the document, those in details and structures included, where they stand in their own systems.
+std::vector<const ztCAD_Triangle*> solidsOf(ztCAD_GMDDocument* document) {
+  std::vector<const ztCAD_Triangle*> all;
+  collectSolids(*ztCAD_getTriangles(document), all);
+  for (const ztCAD_Detail& detail : *ztCAD_getDetails(document))
+    collectSolids(detail.content().triangles, all);
+  for (const ztCAD_Structure& structure : *ztCAD_getStructures(document))
+    collectSolids(structure, all);
+  return all;
+}
+
+std::unique_ptr<aiScene> sceneOf(const std::vector<const ztCAD_Triangle*>& solids) {
+  auto scene = std::make_unique<aiScene>();
+  const auto count = static_cast<unsigned>(solids.size());
+  scene->mRootNode = new aiNode;
+  scene->mRootNode->mNumMeshes = scene->mNumMeshes = count;
+  scene->mRootNode->mMeshes = new unsigned[count];
+  scene->mMeshes = new aiMesh*[count];
+  scene->mNumMaterials = 1;
+  scene->mMaterials = new aiMaterial* [1] { new aiMaterial };
+  for (unsigned i = 0; i < count; ++i) {
+    scene->mRootNode->mMeshes[i] = i;
+    scene->mMeshes[i] = meshOf(*solids[i]).release();
+  }
+  return scene;
+}
+
+/// Assimp's name of the format that goes with a file's ending.
+std::string formatOf(const Assimp::Exporter& exporter, const std::string& file) {
+  for (std::size_t i = 0; i < exporter.GetExportFormatCount(); ++i) {
+    const aiExportFormatDesc* const format = exporter.GetExportFormatDescription(i);
+    if (endsWith(file, std::string(".") + format->fileExtension)) return format->id;
+  }
+  return {};
+}
+
+int documentToMesh(const std::string& input, const std::string& output) {
+  std::int32_t code = -1;
+  bool fault = false;
+  ztCAD_GMDDocument* const document = crtGMDDocumentFromFile(input, code, fault);
+  if (code != 0) return fail(input + " does not load: code " + std::to_string(code));
+  std::vector<const ztCAD_Triangle*> solids;
+  for (const ztCAD_Triangle* solid : solidsOf(document)) {
+    if (indicesAreInRange(*solid)) {
+      solids.push_back(solid);
+    } else {
+      std::cerr << "   " << solid->name().toStdString() << ": an index leads beyond the vertices, left out\n";
+    }
+  }
+  if (solids.empty()) return fail(input + " holds no solid");
+
+  Assimp::Exporter exporter;
+  const std::string format = formatOf(exporter, output);
+  if (format.empty()) return fail(output + ": Assimp knows no format of that ending");
+  const std::unique_ptr<aiScene> scene = sceneOf(solids);
+  const bool written = exporter.Export(scene.get(), format, output) == aiReturn_SUCCESS;
+  std::cout << "   " << solids.size() << " solids\n";
+  DeleteGMDDoc(document);
+  return written ? 0 : fail(output + ": " + exporter.GetErrorString());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 3)
+    return fail("usage: mesh_to_document input output (one of them .xml, the other a mesh file)");
+  const std::string input = argv[1];
+  const std::string output = argv[2];
+  return endsWith(input, ".xml") ? documentToMesh(input, output) : meshToDocument(input, output);
+}

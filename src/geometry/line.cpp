@@ -1,0 +1,40 @@
+#include "line.h"
+
+#include "../core/element_sink.h"
+#include "../core/element_view.h"
+#include "../core/vocabulary.h"
+#include "triple_text.h"
+
+using ztcad::words;
+
+ztCAD_commonLine::ztCAD_commonLine(const QString& name, const ztCAD_Vertices& vertices, bool& nameIsFree)
+    : ztCAD_Base(name, nameIsFree), m_vertices(vertices) {}
+
+QString& ztCAD_commonLine::toText(QString& out, bool debugForm) const {
+  ztcad::beginGeometryText(out, words().polyline, property(), debugForm);
+  m_vertices.toText(out, debugForm);
+  return out += QLatin1String(");");
+}
+
+void ztCAD_commonLine::write(ztcad::ElementSink& parent) const {
+  parent.element(elementName(), [this](ztcad::ElementSink& element) {
+    ztcad::writeBaseParts(*this, *this, element);
+    element.attribute(words().method, words().polyline);  // whatever the method record says
+    m_vertices.writeElement(element);
+  });
+}
+
+bool ztCAD_commonLine::readAndCheck(const ztcad::ElementView& element, bool& fault) {
+  const bool baseOk = ztcad::readBaseParts(*this, *this, element, fault);
+  std::optional<bool> verticesOk;
+  element.forEachChild([&](const ztcad::ElementView& child) {
+    if (!verticesOk && child.tag() == words().vertices) verticesOk = m_vertices.readElement(child);
+  });
+  setReadOk(verticesOk.value_or(false) && baseOk);
+  return readOk();
+}
+
+QString ztCAD_Line::lcsWord() const { return words().lcs; }
+QString ztCAD_Line::elementName() const { return words().line; }
+QString ztCAD_TmplLine::lcsWord() const { return words().mcs; }
+QString ztCAD_TmplLine::elementName() const { return words().templateLine; }

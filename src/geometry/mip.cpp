@@ -1,0 +1,48 @@
+#include "mip.h"
+
+#include <QVector>
+
+#include "../core/element_sink.h"
+#include "../core/element_view.h"
+#include "../core/number_text.h"
+#include "../core/vocabulary.h"
+
+using ztcad::words;
+
+QString& ztCAD_MIP::toText(QString& out, bool /*debugForm*/) const {
+  if (!isComplete()) return out;
+  out += words().mip;
+  for (int i = 0; i < valueCount; ++i) {
+    out += QLatin1String(", ");
+    ztcad::appendReal(out, m_values[i]);
+  }
+  return out;
+}
+
+bool ztCAD_MIP::fromText(const QString& text) {
+  const QVector<QStringRef> parts = text.splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
+  if (parts.size() != 1 + valueCount || parts[0] != words().mip) return false;
+  if (!m_isValid) *this = ztCAD_MIP(std::vector<double>());
+  bool allConverted = true;
+  for (int i = 1; i <= valueCount; ++i) {
+    double value = 0;
+    allConverted = ztcad::toReal(parts[i], value) && allConverted;
+    m_values.push_back(value);
+  }
+  return allConverted;
+}
+
+void ztCAD_MIP::write(ztcad::ElementSink& element) const {
+  QString text;
+  if (isComplete()) element.attribute(words().mip, toText(text, false));
+}
+
+bool ztCAD_MIP::read(const ztcad::ElementView& element, bool& fault) {
+  fault = false;
+  const auto text = element.attribute(words().mip);
+  ztCAD_MIP fresh;
+  if (!text || !fresh.fromText(*text)) return false;
+  m_isValid = fresh.m_isValid;
+  m_values = fresh.m_values;
+  return true;
+}

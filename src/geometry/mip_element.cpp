@@ -1,0 +1,55 @@
+#include "mip_element.h"
+
+#include "../core/element_sink.h"
+#include "../core/element_view.h"
+#include "../core/name_registry.h"
+#include "../core/narrow_text.h"
+#include "../core/vocabulary.h"
+
+using ztcad::words;
+
+ztCAD_commonElementMIP::ztCAD_commonElementMIP() : ztCAD_baseElement(words().mip) {}
+
+ztCAD_commonElementMIP::ztCAD_commonElementMIP(const std::string& name, const ztCAD_MIP& record)
+    : ztCAD_baseElement(words().mip) {
+  setName(ztcad::fromNarrow(name));
+  setRecord(record);
+}
+
+void ztCAD_commonElementMIP::setRecord(const std::optional<ztCAD_MIP>& record) {
+  m_hasMip = record && record->isComplete();
+  m_record = m_hasMip ? *record : ztCAD_MIP();
+}
+
+QString& ztCAD_commonElementMIP::toText(QString& out, bool debugForm) const {
+  out += words().method + QLatin1String("==");
+  method().toText(out, debugForm);
+  out += QLatin1String(" prop=");
+  property().toText(out, debugForm);
+  if (m_hasMip) m_record.toText(out, debugForm);
+  return out;
+}
+
+void ztCAD_commonElementMIP::write(ztcad::ElementSink& parent) const {
+  if (!m_hasMip) return;
+  parent.element(elementName(), [this](ztcad::ElementSink& element) {
+    method().write(element);
+    m_record.write(element);
+    property().write(element);
+  });
+}
+
+bool ztCAD_commonElementMIP::readAndCheck(const ztcad::ElementView& element, bool& fault) {
+  const bool methodOk = element.attribute(words().method) == words().mip;
+  ztCAD_MIP record;
+  const bool recordOk = record.read(element, fault);
+  if (recordOk) setRecord(record);
+  const bool baseOk = ztcad::readBaseParts(*this, *this, element, fault);
+  setReadOk(methodOk && recordOk && baseOk);
+  return readOk();
+}
+
+QString ztCAD_ElementMIP::lcsWord() const { return words().lcs; }
+QString ztCAD_ElementMIP::elementName() const { return words().elementMip; }
+QString ztCAD_TmplElementMIP::lcsWord() const { return words().mcs; }
+QString ztCAD_TmplElementMIP::elementName() const { return words().templateElementMip; }

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "../core/container.h"
+#include "../property/base.h"
+#include "mip.h"
+
+/// A mass-inertia record as an element of its own: what instances and templates have in common.
+///
+/// An element without a record is not written at all.
+class ZTCAD_API ztCAD_commonElementMIP : public ztCAD_Base,
+                                         public ztCAD_baseElement,
+                                         public ztCAD_INode,
+                                         public ztCAD_IBaseChecker,
+                                         public ztCAD_StateCorrect,
+                                         public ztCAD_INameLCS_Selector {
+ public:
+  bool hasMIP() const { return m_hasMip; }
+  std::optional<ztCAD_MIP> record() const { return m_hasMip ? std::optional(m_record) : std::nullopt; }
+  /// A record that is not complete is refused: the element has none from then on, as with nothing.
+  void setRecord(const std::optional<ztCAD_MIP>& record);
+
+  /// "method==MIP prop=", the property block, the record. Always the form for people.
+  QString& toText(QString& out, bool debugForm) const;
+  void write(ztcad::ElementSink& parent) const override;
+  bool read(const ztcad::ElementView& element, bool& fault) override { return readAndCheck(element, fault); }
+  /// False when "method" is not "MIP", when the record is absent or does not parse, or when the property block does
+  /// not read. Whatever could be read is kept.
+  bool readAndCheck(const ztcad::ElementView& element, bool& fault) override;
+
+  /// The outcome of the last read; of an element that was built, whether it has a record.
+  bool passesCheck() const { return outcomeOr(m_hasMip); }
+
+ protected:
+  ztCAD_commonElementMIP();
+  /// @param name UTF-8, else windows-1251
+  ztCAD_commonElementMIP(const std::string& name, const ztCAD_MIP& record);
+
+ private:
+  bool m_hasMip = false;
+  ztCAD_MIP m_record;
+};
+
+/// A mass-inertia element of a document or of a structure.
+class ZTCAD_API ztCAD_ElementMIP : public ztCAD_commonElementMIP,
+                                   public ztCAD_cmnSelector2<ztCAD_KindElementMIP> {
+ public:
+  ztCAD_ElementMIP() = default;
+  ztCAD_ElementMIP(const std::string& name, const ztCAD_MIP& record) : ztCAD_commonElementMIP(name, record) {}
+
+  QString lcsWord() const override;
+  QString elementName() const override;
+};
+
+/// A mass-inertia element kept as a template.
+class ZTCAD_API ztCAD_TmplElementMIP : public ztCAD_commonElementMIP,
+                                       public ztCAD_cmnSelector2<ztCAD_KindTmplElementMIP> {
+ public:
+  ztCAD_TmplElementMIP() = default;
+  ztCAD_TmplElementMIP(const std::string& name, const ztCAD_MIP& record)
+      : ztCAD_commonElementMIP(name, record) {}
+
+  QString lcsWord() const override;
+  QString elementName() const override;
+};

@@ -1,0 +1,55 @@
+#include "sphere.h"
+
+#include "../core/element_sink.h"
+#include "../core/element_view.h"
+#include "../core/number_text.h"
+#include "../core/vocabulary.h"
+
+using ztcad::words;
+
+ztCAD_Sphere::ztCAD_Sphere(const QString& name, const ztCAD_Coord& center, double radius, bool& nameIsFree)
+    : ztCAD_Solid(name, nameIsFree), m_center(center), m_hasRadius(true), m_radius(radius) {}
+
+void ztCAD_Sphere::setRadius(std::optional<double> radius) {
+  m_hasRadius = radius.has_value();
+  m_radius = radius.value_or(0);
+}
+
+QString& ztCAD_Sphere::toText(QString& out, bool debugForm) const {
+  if (!debugForm) return out;
+  out += words().method + QLatin1String("==") + words().sphere + QLatin1String("prop=");
+  property().toText(out, true);
+  out += QLatin1String("\n ");
+  appendMipText(out, true);
+  out += QLatin1String("Center=");
+  m_center.toText(out, true);
+  return out += QLatin1String(",\n ") + words().radius + QLatin1String(m_hasRadius ? "=1" : "=0");
+}
+
+void ztCAD_Sphere::write(ztcad::ElementSink& parent) const {
+  parent.element(elementName(), [this](ztcad::ElementSink& element) {
+    ztcad::writeBaseParts(*this, *this, element);
+    element.attribute(words().method, words().sphere);  // whatever the method record says
+    writeMip(element);
+    QString center;
+    element.attribute(words().center, m_center.toText(center, false));
+    element.attribute(words().radius, QLatin1String(m_hasRadius ? "1" : "0"));
+  });
+}
+
+bool ztCAD_Sphere::readAndCheck(const ztcad::ElementView& element, bool& fault) {
+  const auto center = element.attribute(words().center);
+  const bool centerOk = center && m_center.fromText(*center);
+  const auto radius = element.attribute(words().radius);
+  if (radius) {
+    ztcad::useCLocale();
+    setRadius(ztcad::realOrZero(*radius));
+  }
+  const bool baseOk = ztcad::readBaseParts(*this, *this, element, fault);
+  readMip(element);
+  setReadOk(centerOk && radius && !radius->isEmpty() && baseOk);
+  return readOk();
+}
+
+QString ztCAD_Sphere::lcsWord() const { return words().lcs; }
+QString ztCAD_Sphere::elementName() const { return words().solid; }

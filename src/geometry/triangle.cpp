@@ -1,0 +1,56 @@
+#include "triangle.h"
+
+#include "../core/element_sink.h"
+#include "../core/element_view.h"
+#include "../core/vocabulary.h"
+#include "../support/_Common/parallel_settings.h"
+#include "triple_text.h"
+
+using ztcad::words;
+
+ztCAD_commonTriangle::ztCAD_commonTriangle(const QString& name, const ztCAD_Vertices& vertices,
+                                           const ztCAD_Faces& faces, bool& nameIsFree)
+    : ztCAD_Solid(name, nameIsFree), m_vertices(vertices), m_faces(faces) {}
+
+QString& ztCAD_commonTriangle::toText(QString& out, bool debugForm) const {
+  ztcad::beginGeometryText(out, words().triangulation, property(), debugForm);
+  appendMipText(out, debugForm);
+  m_vertices.toText(out, debugForm);
+  out += QLatin1String(" ,");
+  m_faces.toText(out, debugForm);
+  return out += QLatin1String(");");
+}
+
+void ztCAD_commonTriangle::write(ztcad::ElementSink& parent) const {
+  parent.element(elementName(), [this](ztcad::ElementSink& element) {
+    ztcad::writeBaseParts(*this, *this, element);
+    element.attribute(words().method, words().triangulation);  // whatever the method record says
+    writeMip(element);
+    m_vertices.writeElement(element);
+    m_faces.writeElement(element);
+  });
+}
+
+bool ztCAD_commonTriangle::readAndCheck(const ztcad::ElementView& element, bool& fault) {
+  const ztcad::ParallelModeScope scope(ztParallel::Logical);
+  const bool baseOk = ztcad::readBaseParts(*this, *this, element, fault);
+  readMip(element);
+  std::optional<bool> verticesOk;
+  std::optional<bool> facesOk;
+  element.forEachChild([&](const ztcad::ElementView& child) {
+    const QString tag = child.tag();
+    if (!verticesOk && tag == words().vertices) verticesOk = m_vertices.readElement(child);
+    if (!facesOk && tag == words().faces) facesOk = m_faces.readElement(child);
+  });
+  setReadOk(verticesOk.value_or(false) && facesOk.value_or(false) && baseOk);
+  return readOk();
+}
+
+bool ztCAD_commonTriangle::passesCheck() const {
+  return outcomeOr(m_vertices.coordinates().size() % 3 == 0 && m_faces.indices().size() % 3 == 0);
+}
+
+QString ztCAD_Triangle::lcsWord() const { return words().lcs; }
+QString ztCAD_Triangle::elementName() const { return words().solid; }
+QString ztCAD_TmplTriangle::lcsWord() const { return words().mcs; }
+QString ztCAD_TmplTriangle::elementName() const { return words().templateSolid; }

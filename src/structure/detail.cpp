@@ -1,0 +1,89 @@
+#include "detail.h"
+
+#include "../core/element_sink.h"
+#include "../core/name_counter.h"
+#include "../core/vocabulary.h"
+#include "child_reader.h"
+
+using ztcad::words;
+
+ztCAD_cmnDetail::ztCAD_cmnDetail() : m_content(std::make_unique<ztCAD_DetailContent>()) {}
+
+ztCAD_cmnDetail::ztCAD_cmnDetail(const ztCAD_cmnDetail& other)
+    : ztCAD_Base(other),
+      ztCAD_ISerialize(other),
+      ztCAD_INode(other),
+      ztCAD_IBaseChecker(other),
+      ztCAD_StateCorrect(other),
+      ztCAD_INameLCS_Selector(other),
+      m_content(std::make_unique<ztCAD_DetailContent>(*other.m_content)),
+      m_hasMip(other.m_hasMip),
+      m_mip(other.m_mip) {}
+
+ztCAD_cmnDetail& ztCAD_cmnDetail::operator=(const ztCAD_cmnDetail& other) {
+  if (this == &other) return *this;
+  ztCAD_Base::operator=(other);
+  ztCAD_StateCorrect::operator=(other);
+  *m_content = *other.m_content;
+  m_hasMip = other.m_hasMip;
+  m_mip = other.m_mip;
+  return *this;
+}
+
+ztCAD_cmnDetail::~ztCAD_cmnDetail() = default;
+
+void ztCAD_cmnDetail::setMip(const ztCAD_MIP& mip) {
+  if (!mip.isComplete()) return;
+  m_mip = mip;
+  m_hasMip = true;
+}
+
+QString& ztCAD_cmnDetail::toText(QString& out, bool debugForm) const {
+  out += elementName() + QLatin1String("(prop=");
+  property().toText(out, debugForm);
+  return out += QLatin1Char(')');
+}
+
+void ztCAD_cmnDetail::write(ztcad::ElementSink& parent) const {
+  parent.element(elementName(), [this](ztcad::ElementSink& element) {
+    property().write(element);
+    if (m_hasMip) m_mip.write(element);
+    const auto writeEach = [&element](const auto& children) {
+      for (const auto& child : children)
+        child.write(element);
+    };
+    writeEach(m_content->points);
+    writeEach(m_content->spheres);
+    writeEach(m_content->triangles);
+    writeEach(m_content->lines);
+  });
+}
+
+bool ztCAD_cmnDetail::readAndCheck(const ztcad::ElementView& element, bool& fault) {
+  bool ok = property().read(element, fault);
+  ztCAD_MIP mip;
+  const bool mipOk = mip.read(element, fault);
+  if (mipOk) setMip(mip);
+  auto content = std::make_unique<ztCAD_DetailContent>();
+  element.forEachChild([&](const ztcad::ElementView& child) {
+    using ztcad::ChildOutcome;
+    const auto outcome = ztcad::readGeometry(*content, child, child.tag(), ChildOutcome::Failed);
+    ok = ok && outcome != ChildOutcome::Failed;
+  });
+  m_content = std::move(content);
+  setReadOk(ok && mipOk);
+  return readOk();
+}
+
+void ztcad::unifyNames(ztCAD_DetailContent& content) {
+  NameCounter counter;
+  renameDuplicates(content.points, counter);
+  renameDuplicates(content.spheres, counter);
+  renameDuplicates(content.triangles, counter);
+  renameDuplicates(content.lines, counter);
+}
+
+QString ztCAD_Detail::lcsWord() const { return words().lcs; }
+QString ztCAD_Detail::elementName() const { return words().detail; }
+QString ztCAD_TmplDetail::lcsWord() const { return words().mcs; }
+QString ztCAD_TmplDetail::elementName() const { return words().templateDetail; }

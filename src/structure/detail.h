@@ -1,0 +1,85 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "../core/container.h"
+#include "../geometry/line.h"
+#include "../geometry/mip.h"
+#include "../geometry/point.h"
+#include "../geometry/sphere.h"
+#include "../geometry/triangle.h"
+#include "../property/base.h"
+
+/// The geometry of a detail.
+struct ZTCAD_API ztCAD_DetailContent {
+  ztCAD_Cont<ztCAD_Point> points;
+  ztCAD_Cont<ztCAD_Sphere> spheres;
+  ztCAD_Cont<ztCAD_Triangle> triangles;
+  ztCAD_Cont<ztCAD_Line> lines;
+  ztCAD_Cont<ztCAD_empty_stub_class> stubs;  ///< for kinds that a detail does not hold; always empty
+};
+
+/// A rigid part: a named body of points, spheres, triangulated solids and polylines, perhaps with mass-inertia data of
+/// its own. What details and template details have in common. Copies are deep.
+class ZTCAD_API ztCAD_cmnDetail : public ztCAD_Base,
+                                  public ztCAD_ISerialize,
+                                  public ztCAD_INode,
+                                  public ztCAD_IBaseChecker,
+                                  public ztCAD_StateCorrect,
+                                  public ztCAD_INameLCS_Selector {
+ public:
+  ztCAD_DetailContent& content() { return *m_content; }
+  const ztCAD_DetailContent& content() const { return *m_content; }
+
+  bool hasMIP() const { return m_hasMip; }
+  std::optional<ztCAD_MIP> mip() const { return m_hasMip ? std::optional(m_mip) : std::nullopt; }
+  /// A record that is not complete is refused: nothing changes.
+  void setMip(const ztCAD_MIP& mip);
+
+  /// "detail(prop=...)": element name and property block.
+  QString& toText(QString& out, bool debugForm) const override;
+  /// Points, then spheres, then triangulated solids, then lines, in whatever order they were added.
+  void write(ztcad::ElementSink& parent) const override;
+  bool read(const ztcad::ElementView& element, bool& fault) override { return readAndCheck(element, fault); }
+  /// Replaces the content. False when the property block does not read, when the mass-inertia data is absent or does
+  /// not parse, when a "solid" is of no known method, or when a child does not read; it stays all the same. Lines
+  /// that are no polylines and children of other kinds are passed over.
+  ///
+  /// So a detail without mass-inertia data is written without it, and does not read back as sound: a rigid part
+  /// without a mass is no rigid part.
+  bool readAndCheck(const ztcad::ElementView& element, bool& fault) override;
+
+  /// The outcome of the last read, false for a detail that was never read.
+  bool passesCheck() const { return readOk(); }
+
+ protected:
+  ztCAD_cmnDetail();
+  ztCAD_cmnDetail(const ztCAD_cmnDetail& other);
+  ztCAD_cmnDetail& operator=(const ztCAD_cmnDetail& other);
+  ~ztCAD_cmnDetail() override;
+
+ private:
+  std::unique_ptr<ztCAD_DetailContent> m_content;  // never null
+  bool m_hasMip = false;
+  ztCAD_MIP m_mip;
+};
+
+/// A detail of a document or of a structure.
+class ZTCAD_API ztCAD_Detail : public ztCAD_cmnDetail, public ztCAD_cmnSelector2<ztCAD_KindDetail> {
+ public:
+  QString lcsWord() const override;
+  QString elementName() const override;
+};
+
+/// A detail kept as a template.
+class ZTCAD_API ztCAD_TmplDetail : public ztCAD_cmnDetail, public ztCAD_cmnSelector2<ztCAD_KindTmplDetail> {
+ public:
+  QString lcsWord() const override;
+  QString elementName() const override;
+};
+
+namespace ztcad {
+/// Makes the names in a detail unique.
+void unifyNames(ztCAD_DetailContent& content);
+}  // namespace ztcad

@@ -1,0 +1,113 @@
+#pragma once
+
+#include <memory>
+
+#include "../geometry/line.h"
+#include "../geometry/mip_element.h"
+#include "../geometry/point.h"
+#include "../geometry/triangle.h"
+#include "../property/archetype.h"
+#include "../property/base.h"
+
+class ztCAD_TmplDetail;
+class ztCAD_TmplStructure;
+
+/// Places a template without copying it: a name and properties of its own, a coordinate system that says where, and
+/// the name of the template. The template itself is not looked up; whoever needs it finds it by that name.
+///
+/// The placement is always a model system, the attribute "MCS", also when a local one was given.
+template <typename Template>
+class ZTCAD_TEMPLATE_API ztCAD_commonRef : public ztCAD_Base, public ztCAD_INode, public ztCAD_ISerialize {
+ public:
+  const ztCAD_LCS& lcs() const { return m_lcs; }
+  /// Made a model system, whatever it was.
+  void setLcs(const ztCAD_LCS& lcs);
+  const ztCAD_gArche& archetype() const { return *m_archetype; }
+  ztCAD_gArche& archetype() { return *m_archetype; }
+
+  /// The tag of the reference's XML element, which also opens its text.
+  virtual QString elementName() const = 0;
+
+  /// "pointRef( MCS=(CS, ...), attr=..., arche(template=..., file=...)"
+  QString& toText(QString& out, bool debugForm) const override;
+  void write(ztcad::ElementSink& parent) const override;
+  /// Always true. Without a readable "MCS" the placement stays as it was; "LCS" is no placement.
+  bool read(const ztcad::ElementView& element, bool& fault) override;
+
+ protected:
+  ztCAD_commonRef();
+  ztCAD_commonRef(const QString& name, const ztCAD_LCS& lcs, const Template& source, bool& nameIsFree);
+  ztCAD_commonRef(const ztCAD_commonRef& other);
+  ztCAD_commonRef& operator=(const ztCAD_commonRef& other);
+  ~ztCAD_commonRef() override;
+
+ private:
+  ztCAD_LCS m_lcs;
+  std::unique_ptr<ztCAD_gArche> m_archetype;  // never null
+};
+
+extern template class ztCAD_commonRef<ztCAD_TmplPoint>;
+extern template class ztCAD_commonRef<ztCAD_TmplLine>;
+extern template class ztCAD_commonRef<ztCAD_TmplTriangle>;
+extern template class ztCAD_commonRef<ztCAD_TmplElementMIP>;
+extern template class ztCAD_commonRef<ztCAD_TmplDetail>;
+extern template class ztCAD_commonRef<ztCAD_TmplStructure>;
+
+/// A placed template point. For all six kinds: @param nameIsFree output, always true, also for the second of two
+/// references of one name.
+class ZTCAD_API ztCAD_PointRef : public ztCAD_commonRef<ztCAD_TmplPoint> {
+ public:
+  ztCAD_PointRef() = default;
+  ztCAD_PointRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplPoint& source, bool& nameIsFree)
+      : ztCAD_commonRef(name, lcs, source, nameIsFree) {}
+  QString elementName() const override;
+};
+
+/// A placed template line.
+class ZTCAD_API ztCAD_LineRef : public ztCAD_commonRef<ztCAD_TmplLine> {
+ public:
+  ztCAD_LineRef() = default;
+  ztCAD_LineRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplLine& source, bool& nameIsFree)
+      : ztCAD_commonRef(name, lcs, source, nameIsFree) {}
+  QString elementName() const override;
+};
+
+/// A placed template solid; in a file it is a "solidRef".
+class ZTCAD_API ztCAD_TriangleRef : public ztCAD_commonRef<ztCAD_TmplTriangle> {
+ public:
+  ztCAD_TriangleRef() = default;
+  ztCAD_TriangleRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplTriangle& source,
+                    bool& nameIsFree)
+      : ztCAD_commonRef(name, lcs, source, nameIsFree) {}
+  QString elementName() const override;
+};
+
+/// A placed template mass-inertia element.
+class ZTCAD_API ztCAD_ElementMipRef : public ztCAD_commonRef<ztCAD_TmplElementMIP> {
+ public:
+  ztCAD_ElementMipRef() = default;
+  ztCAD_ElementMipRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplElementMIP& source,
+                      bool& nameIsFree)
+      : ztCAD_commonRef(name, lcs, source, nameIsFree) {}
+  QString elementName() const override;
+};
+
+/// A placed template detail. A new one starts at the default placement (no values), whatever `lcs` says; set another
+/// one afterwards.
+class ZTCAD_API ztCAD_DetailRef : public ztCAD_commonRef<ztCAD_TmplDetail> {
+ public:
+  ztCAD_DetailRef() = default;
+  ztCAD_DetailRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplDetail& source,
+                  bool& nameIsFree);
+  QString elementName() const override;
+};
+
+/// A placed template structure.
+class ZTCAD_API ztCAD_StructureRef : public ztCAD_commonRef<ztCAD_TmplStructure> {
+ public:
+  ztCAD_StructureRef() = default;
+  ztCAD_StructureRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplStructure& source,
+                     bool& nameIsFree)
+      : ztCAD_commonRef(name, lcs, source, nameIsFree) {}
+  QString elementName() const override;
+};

@@ -1,0 +1,227 @@
+#include "structure.h"
+
+#include <algorithm>
+#include <memory>
+#include <stdexcept>
+
+#include "../core/element_sink.h"
+#include "../core/element_view.h"
+#include "../core/name_counter.h"
+#include "../core/name_registry.h"
+#include "../core/vocabulary.h"
+#include "child_reader.h"
+#include "read_structures.h"
+
+using ztcad::ChildOutcome;
+using ztcad::words;
+
+namespace {
+
+/// The order in which a file holds the kinds of elements; nested structures stand before the last one.
+template <typename Visit>
+void visitValuesInFileOrder(const ztCAD_StructureContent& content, Visit&& visit) {
+  visit(content.points);
+  visit(content.pointReferences);
+  visit(content.lines);
+  visit(content.lineReferences);
+  visit(content.mipElements);
+  visit(content.mipReferences);
+  visit(content.spheres);
+  visit(content.triangles);
+  visit(content.triangleReferences);
+  visit(content.details);
+  visit(content.detailReferences);
+}
+
+/// The order of the containers, in which names are made unique and texts are told.
+template <typename Content, typename Visit>
+void visitValues(Content& content, Visit&& visit) {
+  visit(content.structureReferences);
+  visit(content.points);
+  visit(content.lines);
+  visit(content.spheres);
+  visit(content.triangles);
+  visit(content.mipElements);
+  visit(content.details);
+  visit(content.detailReferences);
+  visit(content.pointReferences);
+  visit(content.lineReferences);
+  visit(content.mipReferences);
+  visit(content.triangleReferences);
+}
+
+/// What is held by value, and what is held by pointer.
+template <typename Element>
+const Element& elementOf(const Element& element) {
+  return element;
+}
+const ztCAD_commonStructure& elementOf(ztCAD_commonStructure* const& structure) { return *structure; }
+
+template <typename Container>
+void appendGroup(QString& out, const Container& elements, bool debugForm) {
+  if (elements.empty()) return;
+  out += QLatin1String(" [");
+  for (const auto& element : elements) {
+    out += QLatin1String(" {");
+    elementOf(element).toText(out, debugForm);
+    out += QLatin1Char('}');
+  }
+  out += QLatin1String(" ]");
+}
+
+template <typename Container>
+bool allPass(const Container& elements) {
+  return std::all_of(elements.begin(), elements.end(),
+                     [](const auto& element) { return elementOf(element).passesCheck(); });
+}
+
+}  // namespace
+
+ztCAD_commonStructure::ztCAD_commonStructure() { property().setLcs(ztCAD_LCS()); }
+
+ztCAD_commonStructure::ztCAD_commonStructure(const QString& name, const ztCAD_LCS& lcs, bool& nameIsFree)
+    : ztCAD_Base(name, nameIsFree) {
+  property().setLcs(lcs);
+}
+
+ztCAD_commonStructure::ztCAD_commonStructure(const ztCAD_commonStructure& other)
+    : ztCAD_Base(other),
+      ztCAD_ISerialize(other),
+      ztCAD_INode(other),
+      ztCAD_StateCorrect(other),
+      m_content(other.m_content) {
+  holdAllOf(other);
+}
+
+ztCAD_commonStructure& ztCAD_commonStructure::operator=(const ztCAD_commonStructure& other) {
+  if (this == &other) return *this;
+  ztCAD_Base::operator=(other);
+  ztCAD_StateCorrect::operator=(other);
+  m_content = other.m_content;
+  letNestedGo();
+  holdAllOf(other);
+  return *this;
+}
+
+ztCAD_commonStructure* ztCAD_commonStructure::createEmpty() const { return nullptr; }
+
+ztCAD_commonStructure* ztCAD_commonStructure::clone() const { return nullptr; }
+
+void ztCAD_commonStructure::copyWithClones(const ztCAD_commonStructure& source) {
+  if (this == &source) return;
+  letNestedGo();
+  setProperty(source.property());
+  for (const ztCAD_commonStructure* nested : source.m_nested)
+    hold(*nested->clone());
+  m_content = source.m_content;
+}
+
+bool ztCAD_commonStructure::unifyNames() {
+  ztcad::NameCounter counter;
+  ztcad::renameDuplicates(m_nested, counter);
+  visitValues(m_content, [&counter](auto& elements) { ztcad::renameDuplicates(elements, counter); });
+  for (ztCAD_commonStructure* nested : m_nested)
+    nested->unifyNames();
+  return true;
+}
+
+QString& ztCAD_commonStructure::textHeader(QString& out) const {
+  const auto lcs = property().lcs();
+  if (!lcs) throw std::logic_error("a structure has lost its coordinate system");
+  out += elementName() + QLatin1String(", ") + lcsWord() + QLatin1String(", ");
+  return lcs->toText(out, true);
+}
+
+QString& ztCAD_commonStructure::toText(QString& out, bool debugForm) const {
+  textHeader(out);
+  appendGroup(out, m_nested, debugForm);
+  visitValues(m_content, [&](const auto& elements) { appendGroup(out, elements, debugForm); });
+  return out += QLatin1Char(';');
+}
+
+void ztCAD_commonStructure::write(ztcad::ElementSink& parent) const {
+  parent.element(elementName(), [this](ztcad::ElementSink& element) {
+    property().write(element);
+    const auto writeEach = [&element](const auto& elements) {
+      for (const auto& one : elements)
+        elementOf(one).write(element);
+    };
+    visitValuesInFileOrder(m_content, writeEach);
+    writeEach(m_nested);
+    writeEach(m_content.structureReferences);
+  });
+}
+
+bool ztCAD_commonStructure::read(const ztcad::ElementView& element, bool& fault) {
+  letNestedGo();
+  m_content = ztCAD_StructureContent();
+  property().read(element, fault);
+  bool allRead = true;
+  element.forEachChild([&](const ztcad::ElementView& child) { allRead = readChild(child) && allRead; });
+  setReadOk(allRead);
+  return allRead;
+}
+
+bool ztCAD_commonStructure::readChild(const ztcad::ElementView& child) {
+  const QString tag = child.tag();
+  if (tag == words().structure) return readNested(child);
+  return ztcad::readMember(m_content, child, tag, ChildOutcome::Failed) != ChildOutcome::Failed;
+}
+
+bool ztCAD_commonStructure::readNested(const ztcad::ElementView& child) {
+  ztCAD_commonStructure* const nested = createEmpty();
+  hold(*nested);
+  bool ownFault = false;
+  return nested->read(child, ownFault) && !nested->name().isEmpty();
+}
+
+bool ztCAD_commonStructure::passesCheck() const {
+  const auto& lines = m_content.lines;
+  return allPass(m_nested) && allPass(m_content.points) &&
+         std::all_of(lines.begin(), lines.end(),
+                     [](const ztCAD_Line& line) { return line.hasWholeVertices(); }) &&
+         allPass(m_content.spheres) && allPass(m_content.triangles) && allPass(m_content.mipElements) &&
+         allPass(m_content.details);
+}
+
+// ------------------------------------------------------------------------------------------------ the two classes
+
+namespace {
+/// A new structure that belongs to the list of those made by reading.
+template <typename Structure>
+Structure* makeKept() {
+  auto structure = std::make_unique<Structure>();
+  Structure* const kept = structure.get();
+  ztcad::keepReadStructure(std::move(structure));
+  return kept;
+}
+}  // namespace
+
+ztCAD_commonStructure* ztCAD_Structure::createEmpty() const { return makeKept<ztCAD_Structure>(); }
+
+ztCAD_commonStructure* ztCAD_Structure::clone() const {
+  auto* const copy = makeKept<ztCAD_Structure>();
+  copy->copyWithClones(*this);
+  return copy;
+}
+
+QString ztCAD_Structure::elementName() const { return words().structure; }
+QString ztCAD_Structure::lcsWord() const { return words().lcs; }
+
+ztCAD_TmplStructure::ztCAD_TmplStructure(const QString& name, const ztCAD_commonStructure& source,
+                                         bool& nameIsFree)
+    : ztCAD_commonStructure(source) {
+  nameIsFree = ztcad::nameIsFree(name);
+  setName(name);
+}
+
+ztCAD_commonStructure* ztCAD_TmplStructure::createEmpty() const { return makeKept<ztCAD_TmplStructure>(); }
+
+ztCAD_commonStructure* ztCAD_TmplStructure::clone() const {
+  auto* const copy = makeKept<ztCAD_TmplStructure>();
+  copy->copyWithClones(*this);
+  return copy;
+}
+
+QString ztCAD_TmplStructure::elementName() const { return words().templateStructure; }
+QString ztCAD_TmplStructure::lcsWord() const { return words().mcs; }
