@@ -19,6 +19,10 @@ if(ZTCAD_SANITIZE)
   set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(ztCAD_options INTERFACE ${sanitizers})
   target_link_options(ztCAD_options INTERFACE ${sanitizers})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    # instrumented code leads GCC 12 to false alarms in headers of the standard library
+    target_compile_options(ztCAD_options INTERFACE -Wno-maybe-uninitialized)
+  endif()
 endif()
 
 if(ZTCAD_COVERAGE)

@@ -1,5 +1,6 @@
-/// The main job of the library, from end to end: a rig and a mechanism are built, saved, loaded and checked, duplicate
-/// names are renamed, and broken files are refused. Given file names, the program reports on each of them instead.
+/// The main job of the library, from end to end: a rig and a mechanism are built, saved, loaded and checked,
+/// duplicate names are renamed, and broken files are refused. Given file names, the program reports on each
+/// of them instead.
 
 #include "demo.h"
 

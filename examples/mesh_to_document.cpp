@@ -1,7 +1,8 @@
 /// Turns any mesh file that Assimp reads into a document with one triangulated solid for each mesh, and back.
 ///
 ///   mesh_to_document input.obj output.xml     a mesh file becomes a document
-///   mesh_to_document input.xml output.ply     the solids of a document become a mesh file, its format by its ending
+///   mesh_to_document input.xml output.ply     the solids of a document become a mesh file, its format by its
+///   ending
 
 #include <ztCAD/ztCAD.h>
 
@@ -29,7 +30,7 @@ int fail(const std::string& message) {
   return 1;
 }
 
-// --------------------------------------------------------------------------------------------------- mesh to document
+// -------------------------------------------------------------------------------- mesh to document
 
 ztCAD_Vertices* verticesOf(const aiMesh& mesh) {
   std::list<ztCAD_Vertex*> vertices;
@@ -91,7 +92,7 @@ int meshToDocument(const std::string& input, const std::string& output) {
   return saved ? 0 : fail(output + " could not be written");
 }
 
-// --------------------------------------------------------------------------------------------------- document to mesh
+// -------------------------------------------------------------------------------- document to mesh
 
 std::unique_ptr<aiMesh> meshOf(const ztCAD_Triangle& solid) {
   const std::vector<double>& coordinates = solid.vertices().coordinates();
@@ -114,7 +115,8 @@ std::unique_ptr<aiMesh> meshOf(const ztCAD_Triangle& solid) {
   return mesh;
 }
 
-/// The format does not compare indices with the number of vertices; a mesh file must not lead beyond its vertices.
+/// The format does not compare indices with the number of vertices; a mesh file must not lead beyond its
+/// vertices.
 bool indicesAreInRange(const ztCAD_Triangle& solid) {
   const std::size_t vertices = solid.vertices().coordinates().size() / 3;
   for (const std::uint32_t index : solid.faces().indices())
@@ -135,7 +137,8 @@ void collectSolids(const ztCAD_commonStructure& structure, std::vector<const ztC
     collectSolids(*nested, all);
 }
 
-/// Every solid of the document, those in details and structures included, where they stand in their own systems.
+/// Every solid of the document, those in details and structures included, where they stand in their own
+/// systems.
 std::vector<const ztCAD_Triangle*> solidsOf(ztCAD_GMDDocument* document) {
   std::vector<const ztCAD_Triangle*> all;
   collectSolids(*ztCAD_getTriangles(document), all);

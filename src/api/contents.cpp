@@ -13,7 +13,8 @@ using InStructure = ztCAD_Cont<Element> ztCAD_StructureContent::*;
 
 constexpr bool notAdded = true;
 
-/// How many levels of XML elements an element is: lines and solids have lists as children, all others stand alone.
+/// How many levels of XML elements an element is: lines and solids have lists as children, all others stand
+/// alone.
 template <typename Element>
 constexpr int levelsOf = 1;
 template <>
@@ -138,7 +139,8 @@ bool addDetailRefToStructure(const ztCAD_DetailRef* element, ztCAD_commonStructu
 }
 
 bool addStructureToStructure(const ztCAD_commonStructure* element, ztCAD_commonStructure* structure) {
-  // const for the sake of the family: what is nested stays the host's to change, and names in it are made unique
+  // const for the sake of the family: what is nested stays the host's to change, and names in it are made
+  // unique
   return guarded(notAdded, [&] {
     return !element || !structure || structure->addStructure(const_cast<ztCAD_commonStructure&>(*element));
   });

@@ -5,9 +5,10 @@
 
 /// What is in documents and structures: added, removed, listed.
 ///
-/// Adding appends a copy and answers false; true means that nothing was added: a null argument, no memory, or no room
-/// because the element would lie deeper than a file may nest it. The pointer that a creation function returned is
-/// therefore not in the document: take the one to remove from the document's container. No exception comes out.
+/// Adding appends a copy and answers false; true means that nothing was added: a null argument, no memory, or
+/// no room because the element would lie deeper than a file may nest it. The pointer that a creation function
+/// returned is therefore not in the document: take the one to remove from the document's container. No
+/// exception comes out.
 
 extern "C" {
 
@@ -24,7 +25,8 @@ ZTCAD_API bool addTriangleRefToDoc(const ztCAD_TriangleRef* element, ztCAD_GMDDo
 ZTCAD_API bool addMipElementToDoc(const ztCAD_ElementMIP* element, ztCAD_GMDDocument* document);
 ZTCAD_API bool addTmplElementMipToDoc(const ztCAD_TmplElementMIP* element, ztCAD_GMDDocument* document);
 ZTCAD_API bool addElementMipRefToDoc(const ztCAD_ElementMipRef* element, ztCAD_GMDDocument* document);
-/// The copy of a structure holds the same nested structures as its source; so does that of a template structure.
+/// The copy of a structure holds the same nested structures as its source; so does that of a template
+/// structure.
 ZTCAD_API bool addStructureToDoc(const ztCAD_Structure* element, ztCAD_GMDDocument* document);
 ZTCAD_API bool addTmplStructureToDoc(const ztCAD_TmplStructure* element, ztCAD_GMDDocument* document);
 ZTCAD_API bool addStructureRefToDoc(const ztCAD_StructureRef* element, ztCAD_GMDDocument* document);
@@ -43,9 +45,9 @@ ZTCAD_API bool addElementMipRefToStructure(const ztCAD_ElementMipRef* element,
 ZTCAD_API bool addStructureRefToStructure(const ztCAD_StructureRef* element,
                                           ztCAD_commonStructure* structure);
 ZTCAD_API bool addDetailRefToStructure(const ztCAD_DetailRef* element, ztCAD_commonStructure* structure);
-/// Nests `element` itself, not a copy: later changes to it show. Several structures may hold the same one; it stays
-/// whose it was, and disappears from all of them when it is destroyed. Not added: a structure to itself, and one that
-/// holds `structure` at any depth, for the ring would never end.
+/// Nests `element` itself, not a copy: later changes to it show. Several structures may hold the same one; it
+/// stays whose it was, and disappears from all of them when it is destroyed. Not added: a structure to
+/// itself, and one that holds `structure` at any depth, for the ring would never end.
 ZTCAD_API bool addStructureToStructure(const ztCAD_commonStructure* element,
                                        ztCAD_commonStructure* structure);
 
@@ -58,8 +60,8 @@ ZTCAD_API bool removeLineRefFromDoc(const ztCAD_LineRef* element, ztCAD_GMDDocum
 ZTCAD_API bool removeMIPFromDoc(const ztCAD_ElementMIP* element, ztCAD_GMDDocument* document);
 ZTCAD_API bool removeStructureFromDoc(const ztCAD_Structure* element, ztCAD_GMDDocument* document);
 
-/// The document's own containers, null for a null document. They live as long as the document; loading replaces what
-/// is in them.
+/// The document's own containers, null for a null document. They live as long as the document; loading
+/// replaces what is in them.
 ZTCAD_API ztCAD_Cont<ztCAD_Structure>* ztCAD_getStructures(ztCAD_GMDDocument* document);
 ZTCAD_API ztCAD_Cont<ztCAD_StructureRef>* ztCAD_getStructuresRef(ztCAD_GMDDocument* document);
 ZTCAD_API ztCAD_Cont<ztCAD_TmplStructure>* ztCAD_getTmplStructures(ztCAD_GMDDocument* document);

@@ -12,9 +12,9 @@ namespace ztcad {
 
 /// Owns what the creation functions hand out, until the library is unloaded.
 ///
-/// Elements are then destroyed. Of records (coordinates, colours, lists of facets, ...) and of documents that the host
-/// did not delete only the memory is given back, without their destructors: a host that is ending may have taken away
-/// what those would touch. What such an object owns itself is therefore lost.
+/// Elements are then destroyed. Of records (coordinates, colours, lists of facets, ...) and of documents that
+/// the host did not delete only the memory is given back, without their destructors: a host that is ending
+/// may have taken away what those would touch. What such an object owns itself is therefore lost.
 class CreatedObjects {
  public:
   CreatedObjects() = default;

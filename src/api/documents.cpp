@@ -89,7 +89,7 @@ void SaveGMDDocument_nostl(ztCAD_GMDDocument* document, const char* fileName) {
 
 void UpdateGMDDoc(ztCAD_GMDDocument* document, const std::string& fileName, std::int32_t& resultCode,
                   bool& fault) {
-  ClearGMDDoc();
+  if (document) ClearGMDDoc();
   load(document, fileName, resultCode, fault);
 }
 

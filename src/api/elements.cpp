@@ -38,6 +38,13 @@ void setProperties(const Record& record, Element* element) noexcept {
   });
 }
 
+/// Ends the program, also when there is no memory for the point's name.
+void stopForMissingCoordinates(const ztCAD_Point& point) noexcept {
+  guarded(
+      [&] { qFatal("getPointCoord: the point \"%s\" has no coordinates", qUtf8Printable(point.name())); });
+  qFatal("getPointCoord: a point has no coordinates");
+}
+
 }  // namespace
 
 ztCAD_Point* crtPoint(const std::string& name, const ztCAD_Coord* center, bool& nameIsFree) {
@@ -148,8 +155,7 @@ ztCAD_DetailRef* crtDetailRef_nostl(const char* name, const ztCAD_LCS* lcs, cons
 void getPointCoord(const ztCAD_Point* point, double& x, double& y, double& z) {
   if (!point) return;
   const ztCAD_Coord& center = point->center();
-  if (!center.isValid())
-    qFatal("getPointCoord: the point \"%s\" has no coordinates", qUtf8Printable(point->name()));
+  if (!center.isValid()) stopForMissingCoordinates(*point);
   x = center.x();
   y = center.y();
   z = center.z();

@@ -7,14 +7,15 @@
 
 /// Elements, templates, references and structures: made, and given their properties.
 ///
-/// What is made here belongs to the library until it is unloaded; adding it to a document or to a structure stores a
-/// copy (nested structures excepted). Names are UTF-8, else windows-1251, and kept as they are given, duplicates
-/// included, until the document is saved or loaded; a null name counts as empty. `nameIsFree` is an output and always
-/// true. A null object: nothing is made and null comes back, or nothing is set. No exception comes out.
+/// What is made here belongs to the library until it is unloaded; adding it to a document or to a structure
+/// stores a copy (nested structures excepted). Names are UTF-8, else windows-1251, and kept as they are
+/// given, duplicates included, until the document is saved or loaded; a null name counts as empty.
+/// `nameIsFree` is an output and always true. A null object: nothing is made and null comes back, or nothing
+/// is set. No exception comes out.
 
 extern "C" {
 
-// ----------------------------------------------------------------------------------------------------------- elements
+// -------------------------------------------------------------------------------- elements
 
 ZTCAD_API ztCAD_Point* crtPoint(const std::string& name, const ztCAD_Coord* center, bool& nameIsFree);
 ZTCAD_API ztCAD_Point* crtPoint_nostl(const char* name, const ztCAD_Coord* center, bool& nameIsFree);
@@ -32,14 +33,15 @@ ZTCAD_API ztCAD_Triangle* crtTriangle(const std::string& name, const ztCAD_Verti
 ZTCAD_API ztCAD_Triangle* crtTriangle_nostl(const char* name, const ztCAD_Vertices* vertices,
                                             const ztCAD_Faces* faces, bool& nameIsFree);
 
-/// A mass-inertia element. From a record of fewer than ten values comes an element without one, which is not written.
+/// A mass-inertia element. From a record of fewer than ten values comes an element without one, which is not
+/// written.
 ZTCAD_API ztCAD_ElementMIP* crtMipElement(const std::string& name, const ztCAD_MIP* record);
 
 /// @param lcs the structure's coordinate system
 ZTCAD_API ztCAD_Structure* crtStructure(const std::string& name, const ztCAD_LCS* lcs, bool& nameIsFree);
 ZTCAD_API ztCAD_Structure* crtStructure_nostl(const char* name, const ztCAD_LCS* lcs, bool& nameIsFree);
 
-// ---------------------------------------------------------------------------------------------------------- templates
+// -------------------------------------------------------------------------------- templates
 
 /// Position and properties of `source` (a point or a template point) under a new name.
 ZTCAD_API ztCAD_TmplPoint* crtTmplPoint(const std::string& name, const ztCAD_commonPoint* source,
@@ -51,15 +53,16 @@ ZTCAD_API ztCAD_TmplLine* crtTmplLine(const std::string& name, const ztCAD_commo
 ZTCAD_API ztCAD_TmplTriangle* crtTmplTriangle(const std::string& name, const ztCAD_commonTriangle* source,
                                               bool& nameIsFree);
 ZTCAD_API ztCAD_TmplElementMIP* crtTmplMipElement(const std::string& name, const ztCAD_MIP* record);
-/// Properties and content of `source` (a structure or a template structure) under a new name. Nested structures are
-/// shared with the source: a change inside one of them shows in both.
+/// Properties and content of `source` (a structure or a template structure) under a new name. Nested
+/// structures are shared with the source: a change inside one of them shows in both.
 ZTCAD_API ztCAD_TmplStructure* crtTmplStructure(const std::string& name, const ztCAD_commonStructure* source,
                                                 bool& nameIsFree);
 ZTCAD_API ztCAD_TmplStructure* crtTmplStructure_nostl(const char* name, const ztCAD_commonStructure* source,
                                                       bool& nameIsFree);
 
-// --------------------------------------------------------------------------------------------------------- references
-// A reference places a template by its name. The placement becomes a model system, also when `lcs` is a local one.
+// -------------------------------------------------------------------------------- references
+// A reference places a template by its name. The placement becomes a model system, also when `lcs` is a local
+// one.
 
 ZTCAD_API ztCAD_PointRef* crtPointRef(const std::string& name, const ztCAD_LCS* lcs,
                                       const ztCAD_TmplPoint* source, bool& nameIsFree);
@@ -79,13 +82,14 @@ ZTCAD_API ztCAD_DetailRef* crtDetailRef(const std::string& name, const ztCAD_LCS
 ZTCAD_API ztCAD_DetailRef* crtDetailRef_nostl(const char* name, const ztCAD_LCS* lcs,
                                               const ztCAD_TmplDetail* source, bool& nameIsFree);
 
-/// Reads a point's position. A null point: the outputs stay as they are. A point without a position is a fatal error
-/// that ends the program with a message naming the point: there is no value that could be given for it.
+/// Reads a point's position. A null point: the outputs stay as they are. A point without a position is a
+/// fatal error that ends the program with a message naming the point: there is no value that could be given
+/// for it.
 ZTCAD_API void getPointCoord(const ztCAD_Point* point, double& x, double& y, double& z);
 }
 
-/// Replaces comment, inform, colour and visibility of the element, and its coordinate system where the record has one.
-/// The name stays.
+/// Replaces comment, inform, colour and visibility of the element, and its coordinate system where the record
+/// has one. The name stays.
 ZTCAD_API void setCommonProperty(const CommonProperty& record, ztCAD_Point* element);
 ZTCAD_API void setCommonProperty(const CommonProperty& record, ztCAD_Line* element);
 ZTCAD_API void setCommonProperty(const CommonProperty& record, ztCAD_Sphere* element);

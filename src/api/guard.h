@@ -5,8 +5,8 @@
 
 namespace ztcad {
 
-/// The door of every exported function: whatever is thrown inside, memory included, becomes the failure value. The
-/// body sees only pointers that it tests itself.
+/// The door of every exported function: whatever is thrown inside, memory included, becomes the failure
+/// value. The body sees only pointers that it tests itself.
 template <typename Result, typename Body>
 Result guarded(Result onFailure, Body&& body) noexcept {
   try {

@@ -9,7 +9,8 @@
 
 namespace {
 
-/// The one object of the library with a constructor and a destructor that the system runs: load step and unload step.
+/// The one object of the library with a constructor and a destructor that the system runs: load step and
+/// unload step.
 ///
 /// Everything taken down here comes back empty when a destructor of the host still asks for it afterwards.
 class Library {

@@ -13,8 +13,9 @@
 
 /// Records and lists from which elements are built.
 ///
-/// What is made here belongs to the library until it is unloaded and serves for any number of elements, which take
-/// copies. A null argument: nothing is made and null comes back, or nothing is added. No exception comes out.
+/// What is made here belongs to the library until it is unloaded and serves for any number of elements, which
+/// take copies. A null argument: nothing is made and null comes back, or nothing is added. No exception comes
+/// out.
 
 extern "C" {
 
@@ -37,7 +38,8 @@ ZTCAD_API ztCAD_Facet* crtFacet(const std::uint32_t* i1, const std::uint32_t* i2
 ZTCAD_API ztCAD_Color* crtColor(const std::uint32_t* red, const std::uint32_t* green,
                                 const std::uint32_t* blue);
 
-/// A local coordinate system. A system of other than twelve values is made all the same, but does not read back.
+/// A local coordinate system. A system of other than twelve values is made all the same, but does not read
+/// back.
 ZTCAD_API ztCAD_LCS* crtLCS(const std::vector<double>& values);
 /// The same from an array of twelve values.
 ZTCAD_API ztCAD_LCS* crtLCS_nostl(const double* twelveValues);
@@ -62,7 +64,7 @@ ZTCAD_API void addFacetN(const std::list<ztCAD_Facet*>& added, ztCAD_Faces* face
 /// The same from an array of `count` pointers; a negative count counts as 0.
 ZTCAD_API void addFacetN_nostl(const ztCAD_Facet* const* added, std::int32_t count, ztCAD_Faces* faces);
 
-/// Whether two coordinate systems have equally many values that pairwise differ by less than 1e-08. Whether they are
-/// local is not compared. False when either is null.
+/// Whether two coordinate systems have equally many values that pairwise differ by less than 1e-08. Whether
+/// they are local is not compared. False when either is null.
 ZTCAD_API bool isEqual(const ztCAD_LCS* a, const ztCAD_LCS* b);
 }

@@ -34,8 +34,9 @@ enum ztCAD_Kind : int {
   ztCAD_KindTmplTriangle = 20,
 };
 
-/// The elements of one kind, in the order in which they were added. Elements are held by value: adding stores a copy,
-/// and the address of a stored element stays the same until it is removed. Iterators are those of the list.
+/// The elements of one kind, in the order in which they were added. Elements are held by value: adding stores
+/// a copy, and the address of a stored element stays the same until it is removed. Iterators are those of the
+/// list.
 template <typename T, int = 1, int = 1, template <typename...> class List = std::list>
 class ZTCAD_TEMPLATE_API ztCAD_Cont {
  public:
@@ -48,7 +49,8 @@ class ZTCAD_TEMPLATE_API ztCAD_Cont {
   ztCAD_Cont& operator=(const ztCAD_Cont&) = default;
   virtual ~ztCAD_Cont() = default;
 
-  /// Appends a copy of `element`. Answers whether the element was NOT added: always false, there is no size limit.
+  /// Appends a copy of `element`. Answers whether the element was NOT added: always false, there is no size
+  /// limit.
   bool add(const T& element) {
     m_elements.push_back(element);
     return false;
@@ -57,8 +59,8 @@ class ZTCAD_TEMPLATE_API ztCAD_Cont {
   /// Appends a default element and returns it, so that it can read itself where it will stay.
   T& appendNew() { return m_elements.emplace_back(); }
 
-  /// Removes the stored element at this address; true when there was one. The address of a copy elsewhere (such as
-  /// the one that a creation function returned) is not in here and removes nothing.
+  /// Removes the stored element at this address; true when there was one. The address of a copy elsewhere
+  /// (such as the one that a creation function returned) is not in here and removes nothing.
   bool remove(const void* address) {
     for (auto element = m_elements.begin(); element != m_elements.end(); ++element) {
       if (!isSame(*element, address)) continue;

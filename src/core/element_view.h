@@ -16,7 +16,8 @@ class ElementText {
   QString m_text;
 };
 
-/// What an element reads itself from, whatever carries it. Holds good only while the carrier visits the element.
+/// What an element reads itself from, whatever carries it. Holds good only while the carrier visits the
+/// element.
 class ElementView {
  public:
   virtual ~ElementView() = default;
@@ -30,8 +31,8 @@ class ElementView {
   virtual ElementText text() const = 0;
 
   using ChildVisitor = std::function<void(const ElementView& child)>;
-  /// Calls `visit` for each child element in the order of the document; nodes that are no elements are passed over.
-  /// A carrier may read its bytes only once: attributes first, then one call of this.
+  /// Calls `visit` for each child element in the order of the document; nodes that are no elements are passed
+  /// over. A carrier may read its bytes only once: attributes first, then one call of this.
   virtual void forEachChild(const ChildVisitor& visit) const = 0;
 };
 

@@ -18,8 +18,8 @@ class ZTCAD_API ztCAD_ISerialize {
 
   /// Appends the object's text to `out` and returns `out`.
   ///
-  /// @param debugForm false: the storage form, the compact text that stands in attribute values and text nodes of a
-  ///                  file; true: the form for people. Classes that have one form only ignore it.
+  /// @param debugForm false: the storage form, the compact text that stands in attribute values and text
+  ///                  nodes of a file; true: the form for people. Classes that have one form only ignore it.
   virtual QString& toText(QString& out, bool debugForm) const = 0;
 
  protected:
@@ -30,9 +30,9 @@ class ZTCAD_API ztCAD_ISerialize {
 
 /// Something that writes itself as XML and reads itself back.
 ///
-/// Elements, references, structures and the header have an XML element of their own. Property classes (attributes,
-/// method, colour, coordinate system, ...) and the mass-inertia record have none: they put their attributes onto the
-/// element that they are given and take them from it.
+/// Elements, references, structures and the header have an XML element of their own. Property classes
+/// (attributes, method, colour, coordinate system, ...) and the mass-inertia record have none: they put their
+/// attributes onto the element that they are given and take them from it.
 class ZTCAD_API ztCAD_INode {
  public:
   virtual ~ztCAD_INode();
@@ -49,7 +49,8 @@ class ZTCAD_API ztCAD_INode {
   /// @return true when the element was taken. A failed read keeps all that could be read.
   virtual bool readXml(const QDomElement& element, bool& fault);
 
-  /// The same two through any carrier of XML. Here each class describes itself, once; hosts call the two above.
+  /// The same two through any carrier of XML. Here each class describes itself, once; hosts call the two
+  /// above.
   virtual void write(ztcad::ElementSink& parent) const = 0;
   virtual bool read(const ztcad::ElementView& element, bool& fault) = 0;
 
@@ -59,8 +60,8 @@ class ZTCAD_API ztCAD_INode {
   ztCAD_INode& operator=(const ztCAD_INode&) = default;
 };
 
-/// Something whose element can be examined. Geometric elements and details read and validate themselves in this
-/// operation; the descriptive attributes only look whether what they need is there.
+/// Something whose element can be examined. Geometric elements and details read and validate themselves in
+/// this operation; the descriptive attributes only look whether what they need is there.
 class ZTCAD_API ztCAD_IBaseChecker {
  public:
   virtual ~ztCAD_IBaseChecker();

@@ -46,7 +46,7 @@ void append(QString& out, std::string_view ascii) {
   out += QLatin1String(ascii.data(), static_cast<int>(ascii.size()));
 }
 
-// --------------------------------------------------------------------------------------------------- reading
+// -------------------------------------------------------------------------------- reading
 
 // Longer texts are rare and left to Qt.
 using QuickText = std::array<char, 32>;

@@ -27,8 +27,8 @@ bool toIndex(QStringView text, std::uint32_t& value);
 double realOrZero(QStringView text);
 std::uint32_t indexOrZero(QStringView text);
 
-/// Sets the process-wide default locale to C, unless it is C already. The list parsers do so first and leave it so;
-/// a reader of single numbers that has to, calls it by itself.
+/// Sets the process-wide default locale to C, unless it is C already. The list parsers do so first and leave
+/// it so; a reader of single numbers that has to, calls it by itself.
 void useCLocale();
 
 /// Parses a list separated by commas into `values`, to which it appends. Every ";" is passed over, empty

@@ -4,8 +4,9 @@ namespace ztcad {
 
 /// An object of which the process has one: made on first use, taken down by the library's unload step.
 ///
-/// A holder at namespace scope needs no constructor and no destructor call, so nothing depends on the order in which
-/// static objects of the library and of its host come and go: who asks too early or too late gets a new, empty one.
+/// A holder at namespace scope needs no constructor and no destructor call, so nothing depends on the order
+/// in which static objects of the library and of its host come and go: who asks too early or too late gets a
+/// new, empty one.
 template <typename T>
 class ProcessObject {
  public:

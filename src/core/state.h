@@ -10,6 +10,7 @@ struct ZTCAD_API ztCAD_State {
   bool isSet = false;
   std::uint32_t code = 1;  ///< 0 ok, 1 unknown, 2 warning, 3 error; any other value is kept as it is
 
-  /// " state=" and the word of the code; "no Value" for a state that is not set, "unknown value" for another code.
+  /// " state=" and the word of the code; "no Value" for a state that is not set, "unknown value" for another
+  /// code.
   QString toText() const;
 };

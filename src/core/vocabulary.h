@@ -6,7 +6,8 @@ namespace ztcad {
 
 /// Every element name, attribute name and fixed word of the format, each spelled here and nowhere else.
 ///
-/// The strings live on the heap, not in the library's read-only data: a host may keep a copy longer than the library.
+/// The strings live on the heap, not in the library's read-only data: a host may keep a copy longer than the
+/// library.
 struct Vocabulary {
   const QString gmd{QLatin1String("GMD")};
   const QString header{QLatin1String("header")};

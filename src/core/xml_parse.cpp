@@ -37,7 +37,7 @@ Position positionOf(const QString& text, int index) {
   return position;
 }
 
-// ---------------------------------------------------------------------------- the text as the parser sees it
+// -------------------------------------------------------------------------------- the text as the parser sees it
 
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED
@@ -102,7 +102,7 @@ class Inspector final : public QXmlDefaultHandler {
 
 QT_WARNING_POP
 
-// -------------------------------------------------------------------------------------------------- refusals
+// -------------------------------------------------------------------------------- refusals
 
 ParseOutcome refused(const QString& message, Position at) { return {false, message, at.line, at.column}; }
 

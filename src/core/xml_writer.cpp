@@ -10,7 +10,7 @@ namespace ztcad {
 
 namespace {
 
-constexpr std::size_t pieceSize = 64 * 1024;
+constexpr std::size_t pieceSize = 65536;
 
 /// The character that begins at `at` and how many units it takes; half a surrogate pair is given as it is.
 struct Decoded {

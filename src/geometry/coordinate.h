@@ -16,12 +16,12 @@ class ZTCAD_API ztCAD_Coord : public ztCAD_ISerialize {
   double z() const { return m_z; }
   void set(double x, double y, double z) { *this = ztCAD_Coord(x, y, z); }
 
-  /// Storage form "1.5, 0, -2;", for people "coord(1.5, 0, -2;)". Six significant digits. Without a value nothing,
-  /// for people "coord".
+  /// Storage form "1.5, 0, -2;", for people "coord(1.5, 0, -2;)". Six significant digits. Without a value
+  /// nothing, for people "coord".
   QString& toText(QString& out, bool debugForm) const override;
 
-  /// Takes one, two or three numbers separated by commas; components that are not given are 0. False, and nothing
-  /// changed, for any other count and for text that does not convert. Sets the default locale to C.
+  /// Takes one, two or three numbers separated by commas; components that are not given are 0. False, and
+  /// nothing changed, for any other count and for text that does not convert. Sets the default locale to C.
   bool fromText(const QString& text);
 
  private:

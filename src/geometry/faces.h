@@ -5,7 +5,8 @@
 
 #include "../core/node.h"
 
-/// A triangle, as three indices into a vertex list. Indices are not compared with the number of vertices anywhere.
+/// A triangle, as three indices into a vertex list. Indices are not compared with the number of vertices
+/// anywhere.
 class ZTCAD_API ztCAD_Facet : public ztCAD_ISerialize {
  public:
   ztCAD_Facet() = default;
@@ -40,7 +41,8 @@ class ZTCAD_API ztCAD_Faces : public ztCAD_ISerialize {
   /// As for vertices: "0, 1, 2;" lines, for people "facet(I1=0, I2=1, I3=2)" lines between "faces(" and ")".
   QString& toText(QString& out, bool debugForm) const override;
 
-  /// Replaces the list by the facets in `text`, by the same rules as for vertices. Sets the default locale to C.
+  /// Replaces the list by the facets in `text`, by the same rules as for vertices. Sets the default locale to
+  /// C.
   bool fromText(const QString& text);
 
   /// The element "faces" below the element at which the sink stands.

@@ -18,12 +18,13 @@ class ZTCAD_API ztCAD_commonLine : public ztCAD_Base,
   const ztCAD_Vertices& vertices() const { return m_vertices; }
   void setVertices(const ztCAD_Vertices& vertices) { m_vertices = vertices; }
 
-  /// "polyline(method=pointXYZprop=...);" with the property block and the vertices in the form that is asked for.
+  /// "polyline(method=pointXYZprop=...);" with the property block and the vertices in the form that is asked
+  /// for.
   QString& toText(QString& out, bool debugForm) const override;
   void write(ztcad::ElementSink& parent) const override;
   bool read(const ztcad::ElementView& element, bool& fault) override { return readAndCheck(element, fault); }
-  /// False when no direct child is "vertices", when the first one's text does not parse, or when the property block
-  /// does not read. The vertices that could be read are kept.
+  /// False when no direct child is "vertices", when the first one's text does not parse, or when the property
+  /// block does not read. The vertices that could be read are kept.
   bool readAndCheck(const ztcad::ElementView& element, bool& fault) override;
 
   /// Whether the coordinates are whole triples, as the check of structures asks it.
@@ -53,8 +54,8 @@ class ZTCAD_API ztCAD_Line : public ztCAD_commonLine, public ztCAD_cmnSelector2<
 class ZTCAD_API ztCAD_TmplLine : public ztCAD_commonLine, public ztCAD_cmnSelector2<ztCAD_KindTmplLine> {
  public:
   ztCAD_TmplLine() = default;
-  /// The vertices of `source` under a new name. Only the geometry is taken over, not the property block: a template
-  /// point takes both, a template line and a template solid do not.
+  /// The vertices of `source` under a new name. Only the geometry is taken over, not the property block: a
+  /// template point takes both, a template line and a template solid do not.
   /// @param nameIsFree output, always true
   ztCAD_TmplLine(const QString& name, const ztCAD_commonLine& source, bool& nameIsFree)
       : ztCAD_commonLine(name, source.vertices(), nameIsFree) {}

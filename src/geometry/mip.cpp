@@ -22,7 +22,7 @@ QString& ztCAD_MIP::toText(QString& out, bool /*debugForm*/) const {
 bool ztCAD_MIP::fromText(const QString& text) {
   const QVector<QStringRef> parts = text.splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
   if (parts.size() != 1 + valueCount || parts[0] != words().mip) return false;
-  if (!m_isValid) *this = ztCAD_MIP(std::vector<double>());
+  if (!m_isValid) setValues({});
   bool allConverted = true;
   for (int i = 1; i <= valueCount; ++i) {
     double value = 0;

@@ -2,7 +2,6 @@
 
 #include "../core/element_sink.h"
 #include "../core/element_view.h"
-#include "../core/name_registry.h"
 #include "../core/narrow_text.h"
 #include "../core/vocabulary.h"
 
@@ -17,14 +16,13 @@ ztCAD_commonElementMIP::ztCAD_commonElementMIP(const std::string& name, const zt
 }
 
 void ztCAD_commonElementMIP::setRecord(const std::optional<ztCAD_MIP>& record) {
-  m_hasMip = record && record->isComplete();
-  m_record = m_hasMip ? *record : ztCAD_MIP();
+  if (record && !record->isComplete()) return;
+  m_record = record.value_or(ztCAD_MIP());
+  m_hasMip = record.has_value();
 }
 
 QString& ztCAD_commonElementMIP::toText(QString& out, bool debugForm) const {
-  out += words().method + QLatin1String("==");
-  method().toText(out, debugForm);
-  out += QLatin1String(" prop=");
+  out += words().method + QLatin1String("==") + words().mip + QLatin1String(" prop=");
   property().toText(out, debugForm);
   if (m_hasMip) m_record.toText(out, debugForm);
   return out;

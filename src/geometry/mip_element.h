@@ -19,15 +19,15 @@ class ZTCAD_API ztCAD_commonElementMIP : public ztCAD_Base,
  public:
   bool hasMIP() const { return m_hasMip; }
   std::optional<ztCAD_MIP> record() const { return m_hasMip ? std::optional(m_record) : std::nullopt; }
-  /// A record that is not complete is refused: the element has none from then on, as with nothing.
+  /// Nothing takes the record away. One that is not complete could not be written and is refused: nothing changes.
   void setRecord(const std::optional<ztCAD_MIP>& record);
 
   /// "method==MIP prop=", the property block, the record. Always the form for people.
   QString& toText(QString& out, bool debugForm) const;
   void write(ztcad::ElementSink& parent) const override;
   bool read(const ztcad::ElementView& element, bool& fault) override { return readAndCheck(element, fault); }
-  /// False when "method" is not "MIP", when the record is absent or does not parse, or when the property block does
-  /// not read. Whatever could be read is kept.
+  /// False when "method" is not "MIP", when the record is absent or does not parse, or when the property
+  /// block does not read. Whatever could be read is kept.
   bool readAndCheck(const ztcad::ElementView& element, bool& fault) override;
 
   /// The outcome of the last read; of an element that was built, whether it has a record.

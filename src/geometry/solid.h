@@ -10,8 +10,8 @@ class ZTCAD_API ztCAD_cmnSolid {
  public:
   bool hasMIP() const { return m_hasMip; }
   std::optional<ztCAD_MIP> mip() const { return m_hasMip ? std::optional(m_mip) : std::nullopt; }
-  /// Marks the data present and copies the record. One that is not complete could not be written and is refused:
-  /// nothing changes.
+  /// Marks the data present and copies the record. One that is not complete could not be written and is
+  /// refused: nothing changes.
   void setMip(const ztCAD_MIP& mip);
 
  protected:
@@ -22,7 +22,8 @@ class ZTCAD_API ztCAD_cmnSolid {
 
   /// Sets the attribute "MIP" when there is data.
   void writeMip(ztcad::ElementSink& element) const;
-  /// Takes the attribute when it is there and parses; otherwise the data stays as it was, and that is no failure.
+  /// Takes the attribute when it is there and parses; otherwise the data stays as it was, and that is no
+  /// failure.
   void readMip(const ztcad::ElementView& element);
   void appendMipText(QString& out, bool debugForm) const;
 

@@ -19,14 +19,15 @@ class ZTCAD_API ztCAD_Sphere : public ztCAD_Solid, public ztCAD_INameLCS_Selecto
   std::optional<double> radius() const { return m_hasRadius ? std::optional(m_radius) : std::nullopt; }
   void setRadius(std::optional<double> radius);
 
-  /// For people: method, property block, mass-inertia data, centre, and 1 or 0 for whether there is a radius. There
-  /// is no storage form.
+  /// For people: method, property block, mass-inertia data, centre, and 1 or 0 for whether there is a radius.
+  /// There is no storage form.
   QString& toText(QString& out, bool debugForm) const override;
-  /// The attribute "radius" is written as "1" or "0": the format stores whether a radius was given, not its value. A
-  /// sphere that was saved and loaded has radius 1.
+  /// The attribute "radius" is written as "1" or "0": the format stores whether a radius was given, not its
+  /// value. A sphere that was saved and loaded has radius 1.
   void write(ztcad::ElementSink& parent) const override;
-  /// False when "center" is absent or does not parse, when "radius" is absent or empty, or when the property block
-  /// does not read. A radius that is no number counts as 0. What could be read is kept. Sets the default locale to C.
+  /// False when "center" is absent or does not parse, when "radius" is absent or empty, or when the property
+  /// block does not read. A radius that is no number counts as 0. What could be read is kept. Sets the
+  /// default locale to C.
   bool readAndCheck(const ztcad::ElementView& element, bool& fault) override;
 
   /// The outcome of the last read; of a sphere that was built, whether it has centre and radius.

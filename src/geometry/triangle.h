@@ -5,8 +5,8 @@
 #include "solid.h"
 #include "vertices.h"
 
-/// A triangulated surface: vertices, and facets that refer to them by index. What solids and template solids of this
-/// kind have in common. Indices are not compared with the number of vertices.
+/// A triangulated surface: vertices, and facets that refer to them by index. What solids and template solids
+/// of this kind have in common. Indices are not compared with the number of vertices.
 class ZTCAD_API ztCAD_commonTriangle : public ztCAD_Solid, public ztCAD_INameLCS_Selector {
  public:
   const ztCAD_Vertices& vertices() const { return m_vertices; }
@@ -17,9 +17,9 @@ class ZTCAD_API ztCAD_commonTriangle : public ztCAD_Solid, public ztCAD_INameLCS
   /// "triangulation(method=pointXYZprop=... ,...);" with all parts in the form that is asked for.
   QString& toText(QString& out, bool debugForm) const override;
   void write(ztcad::ElementSink& parent) const override;
-  /// False when "vertices" or "faces" is missing among the direct children, when the first one's text does not parse,
-  /// or when the property block does not read. What could be read is kept. Mass-inertia data that is absent or bad is
-  /// no failure.
+  /// False when "vertices" or "faces" is missing among the direct children, when the first one's text does
+  /// not parse, or when the property block does not read. What could be read is kept. Mass-inertia data that
+  /// is absent or bad is no failure.
   ///
   /// Runs in parallel mode 0 and restores the mode on every way out.
   bool readAndCheck(const ztcad::ElementView& element, bool& fault) override;
@@ -55,8 +55,9 @@ class ZTCAD_API ztCAD_TmplTriangle : public ztCAD_commonTriangle,
                                      virtual public ztCAD_cmnSelector2<ztCAD_KindTmplTriangle> {
  public:
   ztCAD_TmplTriangle() = default;
-  /// The lists of `source` under a new name. Only the geometry is taken over, neither the property block nor the
-  /// mass-inertia data: a template point takes its properties along, a template line and a template solid do not.
+  /// The lists of `source` under a new name. Only the geometry is taken over, neither the property block nor
+  /// the mass-inertia data: a template point takes its properties along, a template line and a template solid
+  /// do not.
   /// @param nameIsFree output, always true
   ztCAD_TmplTriangle(const QString& name, const ztCAD_commonTriangle& source, bool& nameIsFree)
       : ztCAD_commonTriangle(name, source.vertices(), source.faces(), nameIsFree) {}

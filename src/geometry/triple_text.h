@@ -11,12 +11,13 @@ class ztCAD_cmnProperty;
 
 namespace ztcad {
 
-/// The storage text of a triple of numbers, "1.5, 0, -2;". Coordinates, vertices and facets are all written so.
+/// The storage text of a triple of numbers, "1.5, 0, -2;". Coordinates, vertices and facets are all written
+/// so.
 void appendTriple(std::string& out, const double* triple);
 void appendTriple(std::string& out, const std::uint32_t* triple);
 
-/// The storage text of a list of triples: a line feed, then each triple on a line of its own. It is handed to `take`
-/// (a function of `std::string_view`) in pieces of some 64 KB, so that no list stands twice in memory.
+/// The storage text of a list of triples: a line feed, then each triple on a line of its own. It is handed to
+/// `take` (a function of `std::string_view`) in pieces of some 64 KB, so that no list stands twice in memory.
 /// A last number or two that make no triple are left out.
 template <typename Number, typename Take>
 void storageText(const std::vector<Number>& numbers, Take&& take) {
@@ -32,8 +33,8 @@ void storageText(const std::vector<Number>& numbers, Take&& take) {
   take(std::string_view(piece));
 }
 
-/// The text of a list for people: a line feed, `word`, "(", then each triple on a line of its own as `appendOne`
-/// (a function of the text and of the first number) writes it, ")".
+/// The text of a list for people: a line feed, `word`, "(", then each triple on a line of its own as
+/// `appendOne` (a function of the text and of the first number) writes it, ")".
 template <typename Number, typename AppendOne>
 void debugText(QString& out, const QString& word, const std::vector<Number>& numbers, AppendOne&& appendOne) {
   out += QLatin1Char('\n') + word + QLatin1Char('(');
@@ -45,8 +46,8 @@ void debugText(QString& out, const QString& word, const std::vector<Number>& num
   out += QLatin1Char(')');
 }
 
-/// The beginning of the text of a polyline or triangulated solid: a line feed, `word`, the method and the properties.
-/// The method is told as "pointXYZ" whatever it is; programs that read these texts know it so.
+/// The beginning of the text of a polyline or triangulated solid: a line feed, `word`, the method and the
+/// properties. The method is told as "pointXYZ" whatever it is; programs that read these texts know it so.
 void beginGeometryText(QString& out, const QString& word, const ztCAD_cmnProperty& property, bool debugForm);
 
 inline void appendAscii(QString& out, std::string_view text) {

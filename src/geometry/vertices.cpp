@@ -8,7 +8,8 @@
 
 using ztcad::words;
 
-// NOLINTNEXTLINE(bugprone-copy-constructor-init): a copy concerns the coordinates, its property block is a new one
+// NOLINTNEXTLINE(bugprone-copy-constructor-init): a copy concerns the coordinates, its property block is a
+// new one
 ztCAD_Vertices::ztCAD_Vertices(const ztCAD_Vertices& other)
     : ztCAD_Base(), ztCAD_ISerialize(other), m_coordinates(other.m_coordinates) {}
 

@@ -26,9 +26,9 @@ class ZTCAD_API ztCAD_Vertices : public ztCAD_Base, private ztCAD_ISerialize {
   /// "coord(0, 0, 0;)" between "vertices(" and ")".
   QString& toText(QString& out, bool debugForm) const override;
 
-  /// Replaces the list by the vertices in `text`: pieces separated by ";", each of three numbers separated by ","
-  /// (further ones are dropped). A piece that is shorter or does not convert is left out and makes the result false;
-  /// one without a comma is passed over. Sets the default locale to C.
+  /// Replaces the list by the vertices in `text`: pieces separated by ";", each of three numbers separated by
+  /// "," (further ones are dropped). A piece that is shorter or does not convert is left out and makes the
+  /// result false; one without a comma is passed over. Sets the default locale to C.
   bool fromText(const QString& text);
 
   /// The element "vertices" below the element at which the sink stands.

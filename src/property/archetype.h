@@ -2,7 +2,8 @@
 
 #include "../core/node.h"
 
-/// What a reference stands for: the name of a template, and the file that the template is in (empty: this document).
+/// What a reference stands for: the name of a template, and the file that the template is in (empty: this
+/// document).
 class ZTCAD_API ztCAD_gArche : public ztCAD_INode, private ztCAD_ISerialize {
  public:
   ztCAD_gArche() = default;

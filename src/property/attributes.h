@@ -4,8 +4,8 @@
 
 /// The descriptive attributes of an element: "name", "comment" and "inform".
 ///
-/// All three are written, empty or not. Reading takes what is there and fails only where "name" is missing: an element
-/// without a name cannot be referred to. An empty name is a name.
+/// All three are written, empty or not. Reading takes what is there and fails only where "name" is missing:
+/// an element without a name cannot be referred to. An empty name is a name.
 class ZTCAD_API ztCAD_gAttr : public ztCAD_ISerialize,
                               private ztCAD_INode,
                               public ztCAD_IBaseChecker,

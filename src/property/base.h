@@ -5,7 +5,8 @@
 #include "method.h"
 #include "property_block.h"
 
-/// Common root of elements, structures, details and references: all of them are named and carry the property block.
+/// Common root of elements, structures, details and references: all of them are named and carry the property
+/// block.
 class ZTCAD_API ztCAD_Base {
  public:
   virtual ~ztCAD_Base();
@@ -57,8 +58,8 @@ namespace ztcad {
 /// The attributes that all geometric elements have in common: property block, then display method.
 void writeBaseParts(const ztCAD_Base& base, const ztCAD_baseElement& element, ElementSink& sink);
 
-/// Reads both. The property block alone decides the result: a "method" that is present is taken, an absent one is no
-/// failure.
+/// Reads both. The property block alone decides the result: a "method" that is present is taken, an absent
+/// one is no failure.
 bool readBaseParts(ztCAD_Base& base, ztCAD_baseElement& element, const ElementView& view, bool& fault);
 
 }  // namespace ztcad

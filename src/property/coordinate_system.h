@@ -4,11 +4,11 @@
 
 #include "../core/node.h"
 
-/// A coordinate system: twelve reals, kept as an ordered list whose meaning the library does not interpret (by custom
-/// the origin, then the three axes), or no values at all.
+/// A coordinate system: twelve reals, kept as an ordered list whose meaning the library does not interpret
+/// (by custom the origin, then the three axes), or no values at all.
 ///
-/// One attribute on the element that carries it, "LCS" for a local system and "MCS" for the model system; its text is
-/// "CS" and the values, six significant digits each, or empty.
+/// One attribute on the element that carries it, "LCS" for a local system and "MCS" for the model system; its
+/// text is "CS" and the values, six significant digits each, or empty.
 class ZTCAD_API ztCAD_LCS : public ztCAD_ISerialize, private ztCAD_INode {
  public:
   static constexpr int valueCount = 12;
@@ -30,8 +30,8 @@ class ZTCAD_API ztCAD_LCS : public ztCAD_ISerialize, private ztCAD_INode {
   using ztCAD_INode::readXml;
   using ztCAD_INode::writeXml;
   void write(ztcad::ElementSink& element) const override;
-  /// Looks for "LCS" or "MCS", as `isLocal` says, and appends its values. False, and nothing changed, unless it is
-  /// "CS" and exactly twelve parts; a part that is no number counts as 0.
+  /// Looks for "LCS" or "MCS", as `isLocal` says, and appends its values. False, and nothing changed, unless
+  /// it is "CS" and exactly twelve parts; a part that is no number counts as 0.
   bool read(const ztcad::ElementView& element, bool& fault) override;
 
  private:
@@ -42,7 +42,7 @@ class ZTCAD_API ztCAD_LCS : public ztCAD_ISerialize, private ztCAD_INode {
 };
 
 namespace ztcad {
-/// Whether two systems have equally many values that pairwise differ by less than the tolerance. Local and model
-/// systems are not told apart.
+/// Whether two systems have equally many values that pairwise differ by less than the tolerance. Local and
+/// model systems are not told apart.
 bool isEqual(const ztCAD_LCS& a, const ztCAD_LCS& b);
 }  // namespace ztcad

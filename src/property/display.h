@@ -29,8 +29,8 @@ class ZTCAD_API ztCAD_Color : public ztCAD_ISerialize, private ztCAD_INode {
   using ztCAD_INode::writeXml;
   /// Always sets "color", to an empty text when there is none: readers of the format expect the attribute.
   void write(ztcad::ElementSink& element) const override;
-  /// False when "color" begins with anything but "RGB". No colour, or another count of parts, changes nothing and is
-  /// no failure; a component that is no number counts as 0.
+  /// False when "color" begins with anything but "RGB". No colour, or another count of parts, changes nothing
+  /// and is no failure; a component that is no number counts as 0.
   bool read(const ztcad::ElementView& element, bool& fault) override;
 
  private:
@@ -50,8 +50,8 @@ class ZTCAD_API ztCAD_Visible : public ztCAD_INode, private ztCAD_ISerialize {
   std::optional<bool> value() const { return m_isSet ? std::optional(m_value) : std::nullopt; }
   void setValue(std::optional<bool> visible) { *this = visible ? ztCAD_Visible(*visible) : ztCAD_Visible(); }
 
-  /// "visible=truetrue" or "visible=falsefalse", nothing when unset. The word stands there twice; programs that read
-  /// these texts know it so.
+  /// "visible=truetrue" or "visible=falsefalse", nothing when unset. The word stands there twice; programs
+  /// that read these texts know it so.
   QString& toText(QString& out, bool debugForm) const override;
   /// Sets "visible" only when there is something to say.
   void write(ztcad::ElementSink& element) const override;

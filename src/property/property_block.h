@@ -7,8 +7,8 @@
 #include "coordinate_system.h"
 #include "display.h"
 
-/// What every named element carries: descriptive attributes, colour, visibility and perhaps a coordinate system, all
-/// of them XML attributes on the element itself. Copies are deep.
+/// What every named element carries: descriptive attributes, colour, visibility and perhaps a coordinate
+/// system, all of them XML attributes on the element itself. Copies are deep.
 class ZTCAD_API ztCAD_cmnProperty : public ztCAD_INode, private ztCAD_ISerialize, public ztCAD_StateCorrect {
  public:
   ztCAD_cmnProperty();
@@ -28,11 +28,13 @@ class ZTCAD_API ztCAD_cmnProperty : public ztCAD_INode, private ztCAD_ISerialize
   /// Nothing: the element has no coordinate system from now on.
   void setLcs(const std::optional<ztCAD_LCS>& lcs);
 
-  /// "attr=(name=P1, comment=, inform=) ,color=visible=", and the coordinate system's text where there is one.
+  /// "attr=(name=P1, comment=, inform=) ,color=visible=", and the coordinate system's text where there is
+  /// one.
   QString& toText(QString& out, bool debugForm) const override;
   void write(ztcad::ElementSink& element) const override;
-  /// False when the element has no "name" or its "color" is not one. A coordinate system that is absent or does not
-  /// read leaves the one that is there, and is no failure; only "LCS" is looked for, "MCS" belongs to references.
+  /// False when the element has no "name" or its "color" is not one. A coordinate system that is absent or
+  /// does not read leaves the one that is there, and is no failure; only "LCS" is looked for, "MCS" belongs
+  /// to references.
   bool read(const ztcad::ElementView& element, bool& fault) override;
 
  private:

@@ -8,9 +8,9 @@
 
 class ztCAD_Base;
 
-/// What a host sets on an element in one go (`setCommonProperty`). Comment, inform, colour and visibility replace
-/// those of the element, also where they are empty or unset; the coordinate system does so only when there is one.
-/// The element's name stays.
+/// What a host sets on an element in one go (`setCommonProperty`). Comment, inform, colour and visibility
+/// replace those of the element, also where they are empty or unset; the coordinate system does so only when
+/// there is one. The element's name stays.
 struct ZTCAD_API CommonProperty {
   std::string comment;  ///< UTF-8, else windows-1251
   std::string inform;   ///< UTF-8, else windows-1251

@@ -24,8 +24,8 @@ inline ChildOutcome outcomeOf(bool readOk) { return readOk ? ChildOutcome::Read 
 
 /// Reads a child that is a point, a polyline or a solid into the container of its kind.
 ///
-/// A line that is no polyline is passed over. A solid of no known method is `otherSolid`: a failure inside structures
-/// and details, passed over in a document.
+/// A line that is no polyline is passed over. A solid of no known method is `otherSolid`: a failure inside
+/// structures and details, passed over in a document.
 template <typename Content>
 ChildOutcome readGeometry(Content& content, const ElementView& child, const QString& tag,
                           ChildOutcome otherSolid) {

@@ -64,13 +64,12 @@ bool ztCAD_cmnDetail::readAndCheck(const ztcad::ElementView& element, bool& faul
   ztCAD_MIP mip;
   const bool mipOk = mip.read(element, fault);
   if (mipOk) setMip(mip);
-  auto content = std::make_unique<ztCAD_DetailContent>();
+  *m_content = ztCAD_DetailContent();  // in its place: a host may hold on to it
   element.forEachChild([&](const ztcad::ElementView& child) {
     using ztcad::ChildOutcome;
-    const auto outcome = ztcad::readGeometry(*content, child, child.tag(), ChildOutcome::Failed);
+    const auto outcome = ztcad::readGeometry(*m_content, child, child.tag(), ChildOutcome::Failed);
     ok = ok && outcome != ChildOutcome::Failed;
   });
-  m_content = std::move(content);
   setReadOk(ok && mipOk);
   return readOk();
 }

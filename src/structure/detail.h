@@ -20,8 +20,8 @@ struct ZTCAD_API ztCAD_DetailContent {
   ztCAD_Cont<ztCAD_empty_stub_class> stubs;  ///< for kinds that a detail does not hold; always empty
 };
 
-/// A rigid part: a named body of points, spheres, triangulated solids and polylines, perhaps with mass-inertia data of
-/// its own. What details and template details have in common. Copies are deep.
+/// A rigid part: a named body of points, spheres, triangulated solids and polylines, perhaps with
+/// mass-inertia data of its own. What details and template details have in common. Copies are deep.
 class ZTCAD_API ztCAD_cmnDetail : public ztCAD_Base,
                                   public ztCAD_ISerialize,
                                   public ztCAD_INode,
@@ -42,12 +42,12 @@ class ZTCAD_API ztCAD_cmnDetail : public ztCAD_Base,
   /// Points, then spheres, then triangulated solids, then lines, in whatever order they were added.
   void write(ztcad::ElementSink& parent) const override;
   bool read(const ztcad::ElementView& element, bool& fault) override { return readAndCheck(element, fault); }
-  /// Replaces the content. False when the property block does not read, when the mass-inertia data is absent or does
-  /// not parse, when a "solid" is of no known method, or when a child does not read; it stays all the same. Lines
-  /// that are no polylines and children of other kinds are passed over.
+  /// Replaces the content. False when the property block does not read, when the mass-inertia data is absent
+  /// or does not parse, when a "solid" is of no known method, or when a child does not read; it stays all the
+  /// same. Lines that are no polylines and children of other kinds are passed over.
   ///
-  /// So a detail without mass-inertia data is written without it, and does not read back as sound: a rigid part
-  /// without a mass is no rigid part.
+  /// So a detail without mass-inertia data is written without it, and does not read back as sound: a rigid
+  /// part without a mass is no rigid part.
   bool readAndCheck(const ztcad::ElementView& element, bool& fault) override;
 
   /// The outcome of the last read, false for a detail that was never read.

@@ -9,14 +9,24 @@ namespace {
 
 bool abandoned = false;
 
+int levelsOf(const ztCAD_Detail& detail) {
+  const ztCAD_DetailContent& content = detail.content();
+  if (!content.triangles.empty() || !content.lines.empty()) return 3;  // detail, solid, vertices
+  return content.points.empty() && content.spheres.empty() ? 1 : 2;
+}
+
 /// How many levels of elements what a structure holds by value takes below it.
 int levelsOf(const ztCAD_StructureContent& content) {
-  if (!content.details.empty()) return 3;  // detail, solid, vertices
+  int deepestDetail = 0;
+  for (const ztCAD_Detail& detail : content.details)
+    deepestDetail = std::max(deepestDetail, levelsOf(detail));
+  if (deepestDetail > 1) return deepestDetail;
   if (!content.triangles.empty() || !content.lines.empty()) return 2;
-  const bool isEmpty = content.points.empty() && content.spheres.empty() && content.mipElements.empty() &&
-                       content.structureReferences.empty() && content.detailReferences.empty() &&
-                       content.pointReferences.empty() && content.lineReferences.empty() &&
-                       content.mipReferences.empty() && content.triangleReferences.empty();
+  const bool isEmpty = content.details.empty() && content.points.empty() && content.spheres.empty() &&
+                       content.mipElements.empty() && content.structureReferences.empty() &&
+                       content.detailReferences.empty() && content.pointReferences.empty() &&
+                       content.lineReferences.empty() && content.mipReferences.empty() &&
+                       content.triangleReferences.empty();
   return isEmpty ? 0 : 1;
 }
 

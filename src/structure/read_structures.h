@@ -6,8 +6,8 @@
 
 namespace ztcad {
 
-/// The structures that reading and copying made on the heap. They belong to this list alone, whichever document or
-/// structure holds them; the clean-up that every document's end brings destroys them all.
+/// The structures that reading and copying made on the heap. They belong to this list alone, whichever
+/// document or structure holds them; the clean-up that every document's end brings destroys them all.
 void keepReadStructure(std::unique_ptr<ztCAD_Base> structure);
 void clearReadStructures();
 

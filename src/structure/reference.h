@@ -8,12 +8,13 @@
 #include "../geometry/triangle.h"
 #include "../property/archetype.h"
 #include "../property/base.h"
+#include "detail.h"
 
-class ztCAD_TmplDetail;
-class ztCAD_TmplStructure;
+class ZTCAD_API ztCAD_TmplStructure;  // exported here already, or its references would stay inside the library
 
-/// Places a template without copying it: a name and properties of its own, a coordinate system that says where, and
-/// the name of the template. The template itself is not looked up; whoever needs it finds it by that name.
+/// Places a template without copying it: a name and properties of its own, a coordinate system that says
+/// where, and the name of the template. The template itself is not looked up; whoever needs it finds it by
+/// that name.
 ///
 /// The placement is always a model system, the attribute "MCS", also when a local one was given.
 template <typename Template>
@@ -53,8 +54,8 @@ extern template class ztCAD_commonRef<ztCAD_TmplElementMIP>;
 extern template class ztCAD_commonRef<ztCAD_TmplDetail>;
 extern template class ztCAD_commonRef<ztCAD_TmplStructure>;
 
-/// A placed template point. For all six kinds: @param nameIsFree output, always true, also for the second of two
-/// references of one name.
+/// A placed template point. For all six kinds: @param nameIsFree output, always true, also for the second of
+/// two references of one name.
 class ZTCAD_API ztCAD_PointRef : public ztCAD_commonRef<ztCAD_TmplPoint> {
  public:
   ztCAD_PointRef() = default;
@@ -92,8 +93,8 @@ class ZTCAD_API ztCAD_ElementMipRef : public ztCAD_commonRef<ztCAD_TmplElementMI
   QString elementName() const override;
 };
 
-/// A placed template detail. A new one starts at the default placement (no values), whatever `lcs` says; set another
-/// one afterwards.
+/// A placed template detail. A new one starts at the default placement (no values), whatever `lcs` says; set
+/// another one afterwards.
 class ZTCAD_API ztCAD_DetailRef : public ztCAD_commonRef<ztCAD_TmplDetail> {
  public:
   ztCAD_DetailRef() = default;

@@ -7,7 +7,6 @@
 #include "../core/element_sink.h"
 #include "../core/element_view.h"
 #include "../core/name_counter.h"
-#include "../core/name_registry.h"
 #include "../core/vocabulary.h"
 #include "child_reader.h"
 #include "read_structures.h"
@@ -93,13 +92,22 @@ ztCAD_commonStructure::ztCAD_commonStructure(const ztCAD_commonStructure& other)
   holdAllOf(other);
 }
 
+ztCAD_commonStructure::ztCAD_commonStructure(const QString& name, const ztCAD_commonStructure& source,
+                                             bool& nameIsFree)
+    : ztCAD_Base(name, nameIsFree), m_content(source.m_content) {
+  setProperty(source.property());
+  setName(name);
+  holdAllOf(source);
+}
+
 ztCAD_commonStructure& ztCAD_commonStructure::operator=(const ztCAD_commonStructure& other) {
   if (this == &other) return *this;
   ztCAD_Base::operator=(other);
   ztCAD_StateCorrect::operator=(other);
   m_content = other.m_content;
   letNestedGo();
-  holdAllOf(other);
+  for (ztCAD_commonStructure* const nested : other.m_nested)
+    addStructure(*nested);  // this one may lie in what it takes over
   return *this;
 }
 
@@ -112,7 +120,7 @@ void ztCAD_commonStructure::copyWithClones(const ztCAD_commonStructure& source) 
   letNestedGo();
   setProperty(source.property());
   for (const ztCAD_commonStructure* nested : source.m_nested)
-    hold(*nested->clone());
+    if (ztCAD_commonStructure* const clone = nested->clone()) hold(*clone);
   m_content = source.m_content;
 }
 
@@ -170,6 +178,7 @@ bool ztCAD_commonStructure::readChild(const ztcad::ElementView& child) {
 
 bool ztCAD_commonStructure::readNested(const ztcad::ElementView& child) {
   ztCAD_commonStructure* const nested = createEmpty();
+  if (!nested) return false;
   hold(*nested);
   bool ownFault = false;
   return nested->read(child, ownFault) && !nested->name().isEmpty();
@@ -184,7 +193,7 @@ bool ztCAD_commonStructure::passesCheck() const {
          allPass(m_content.details);
 }
 
-// ------------------------------------------------------------------------------------------------ the two classes
+// -------------------------------------------------------------------------------- the two classes
 
 namespace {
 /// A new structure that belongs to the list of those made by reading.
@@ -210,10 +219,7 @@ QString ztCAD_Structure::lcsWord() const { return words().lcs; }
 
 ztCAD_TmplStructure::ztCAD_TmplStructure(const QString& name, const ztCAD_commonStructure& source,
                                          bool& nameIsFree)
-    : ztCAD_commonStructure(source) {
-  nameIsFree = ztcad::nameIsFree(name);
-  setName(name);
-}
+    : ztCAD_commonStructure(name, source, nameIsFree) {}
 
 ztCAD_commonStructure* ztCAD_TmplStructure::createEmpty() const { return makeKept<ztCAD_TmplStructure>(); }
 

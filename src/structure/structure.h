@@ -29,12 +29,13 @@ struct ZTCAD_API ztCAD_StructureContent {
   ztCAD_Cont<ztCAD_TriangleRef> triangleReferences;
 };
 
-/// A named, placed group of elements and of other structures. What structures and template structures have in common.
+/// A named, placed group of elements and of other structures. What structures and template structures have in
+/// common.
 ///
-/// Elements are held by value. Nested structures are held by pointer and never copied on adding: several structures
-/// may hold the same one, and a copied structure holds the same nested structures as its source (`clone` copies them
-/// too). Who made a structure destroys it; when that happens it disappears from every structure that holds it, so
-/// that none is left with a pointer to nothing.
+/// Elements are held by value. Nested structures are held by pointer and never copied on adding: several
+/// structures may hold the same one, and a copied structure holds the same nested structures as its source
+/// (`clone` copies them too). Who made a structure destroys it; when that happens it disappears from every
+/// structure that holds it, so that none is left with a pointer to nothing.
 ///
 /// A structure always has a coordinate system; one without values is written as an empty attribute.
 class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
@@ -44,10 +45,11 @@ class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
  public:
   ~ztCAD_commonStructure() override;
 
-  /// Makes the names in this structure unique, then, each level for itself, those in the nested ones. Always true.
+  /// Makes the names in this structure unique, then, each level for itself, those in the nested ones. Always
+  /// true.
   virtual bool unifyNames();
-  /// A new empty structure of the same class, null in this one. It belongs to the list of structures made by reading,
-  /// which ends with `ClearGMDDoc`.
+  /// A new empty structure of the same class, null in this one. It belongs to the list of structures made by
+  /// reading, which ends with `ClearGMDDoc`.
   virtual ztCAD_commonStructure* createEmpty() const;
   /// A new structure with copies of everything, nested structures included. Belongs to the same list.
   virtual ztCAD_commonStructure* clone() const;
@@ -55,17 +57,17 @@ class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
   virtual QString elementName() const = 0;
   /// "LCS" for a structure, "MCS" for a template structure.
   virtual QString lcsWord() const = 0;
-  /// Appends element name, coordinate-system word and coordinate system: the beginning of the text for people.
-  /// Throws `std::logic_error` when the coordinate system was taken away.
+  /// Appends element name, coordinate-system word and coordinate system: the beginning of the text for
+  /// people. Throws `std::logic_error` when the coordinate system was taken away.
   virtual QString& textHeader(QString& out) const;
 
   ztCAD_StructureContent& content() { return m_content; }
   const ztCAD_StructureContent& content() const { return m_content; }
   const ztCAD_Cont<ztCAD_commonStructure*>& structures() const { return m_nested; }
 
-  /// Appends `structure` itself, not a copy. False means that it was added; true, and nothing changed, for the
-  /// structure itself, for one that holds this one (the ring would never end), and where elements would lie deeper
-  /// than a file may nest them.
+  /// Appends `structure` itself, not a copy. False means that it was added; true, and nothing changed, for
+  /// the structure itself, for one that holds this one (the ring would never end), and where elements would
+  /// lie deeper than a file may nest them.
   bool addStructure(ztCAD_commonStructure& structure);
   /// Whether an element of this many levels may be added without lying deeper than a file may nest it.
   bool hasRoomFor(int levels) const;
@@ -73,23 +75,27 @@ class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
   /// "structure, LCS, CS, ... [ {point ...}{point ...} ];"
   QString& toText(QString& out, bool debugForm) const override;
   void write(ztcad::ElementSink& parent) const override;
-  /// Replaces everything. False when a child does not read (it stays all the same), when a "solid" is of no known
-  /// method (it is passed over), and when a nested "structure" has no name. Lines that are no polylines, mass-inertia
-  /// elements that are no "MIP" and unknown tags are passed over.
+  /// Replaces everything. False when a child does not read (it stays all the same), when a "solid" is of no
+  /// known method (it is passed over), and when a nested "structure" has no name. Lines that are no
+  /// polylines, mass-inertia elements that are no "MIP" and unknown tags are passed over.
   ///
-  /// Nested structures are of the class of this one, and only the tag "structure" is known for them: what a template
-  /// structure writes as a nested "template_structure" is not read back. Files are exchanged on that understanding.
+  /// Nested structures are of the class of this one, and only the tag "structure" is known for them: what a
+  /// template structure writes as a nested "template_structure" is not read back. Files are exchanged on that
+  /// understanding.
   bool read(const ztcad::ElementView& element, bool& fault) override;
 
-  /// Whether everything in here is sound: nested structures, points, lines, spheres, solids, mass-inertia elements
-  /// and details. References are not looked at.
+  /// Whether everything in here is sound: nested structures, points, lines, spheres, solids, mass-inertia
+  /// elements and details. References are not looked at.
   bool passesCheck() const;
 
  protected:
   /// No name, an empty local coordinate system.
   ztCAD_commonStructure();
   ztCAD_commonStructure(const QString& name, const ztCAD_LCS& lcs, bool& nameIsFree);
+  /// The properties and the content of `source` under a new name; how `source` was read is not taken over.
+  ztCAD_commonStructure(const QString& name, const ztCAD_commonStructure& source, bool& nameIsFree);
   ztCAD_commonStructure(const ztCAD_commonStructure& other);
+  /// Leaves out a nested structure that `addStructure` would refuse.
   ztCAD_commonStructure& operator=(const ztCAD_commonStructure& other);
 
   /// Everything of `source`, with clones of its nested structures. Nothing happens for the structure itself.
@@ -138,8 +144,8 @@ class ZTCAD_API ztCAD_TmplStructure : public ztCAD_commonStructure,
                                       public ztCAD_cmnSelector2<ztCAD_KindTmplStructure> {
  public:
   ztCAD_TmplStructure() = default;
-  /// The properties and the content of `source` under a new name. Nested structures are shared with the source, not
-  /// cloned: a change inside one of them shows in both.
+  /// The properties and the content of `source` under a new name. Nested structures are shared with the
+  /// source, not cloned: a change inside one of them shows in both.
   /// @param nameIsFree output, always true
   ztCAD_TmplStructure(const QString& name, const ztCAD_commonStructure& source, bool& nameIsFree);
 
@@ -150,7 +156,7 @@ class ZTCAD_API ztCAD_TmplStructure : public ztCAD_commonStructure,
 };
 
 namespace ztcad {
-/// While the library is unloaded everything goes, in whatever order: structures stop taking themselves out of their
-/// holders, which may be gone already.
+/// While the library is unloaded everything goes, in whatever order: structures stop taking themselves out of
+/// their holders, which may be gone already.
 void abandonNestedStructures(bool abandoned);
 }  // namespace ztcad

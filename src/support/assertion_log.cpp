@@ -56,8 +56,8 @@ void ztBaseAsserter::report(const char* expression, const char* file, std::uint3
 }
 
 ztBaseAsserter& ztBaseAsserter::instance() noexcept {
-  // in static storage and never destroyed: nothing is left on the heap when the library is unloaded, and a report
-  // from a late static destructor still finds it
+  // in static storage and never destroyed: nothing is left on the heap when the library is unloaded, and a
+  // report from a late static destructor still finds it
   alignas(ztBaseAsserter) static unsigned char storage[sizeof(ztBaseAsserter)];
   static ztBaseAsserter* const reporter = new (storage) ztBaseAsserter;
   return *reporter;

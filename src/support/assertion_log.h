@@ -8,8 +8,8 @@
 
 #include "export.h"
 
-/// Names and formats of the assertion log. The library opens no log and writes none of these: that is left to the host
-/// that installs a writer. Formats are those of `QDateTime::toString`.
+/// Names and formats of the assertion log. The library opens no log and writes none of these: that is left to
+/// the host that installs a writer. Formats are those of `QDateTime::toString`.
 struct ztAssertionLog {
   static constexpr char fileName[] = "Nodra_assert.log";
   /// 80 slashes, a line feed, and what comes before the project's name.
@@ -21,14 +21,16 @@ struct ztAssertionLog {
   static constexpr char timeStampFormat[] = "dd.MM.yyyy hh:mm:ss";
 };
 
-/// Collects the lines of the assertion log and writes them to a stream. Made, installed and destroyed by the host.
+/// Collects the lines of the assertion log and writes them to a stream. Made, installed and destroyed by the
+/// host.
 class ZTCAD_API ztLogWriter {
  public:
   /// @param stream where the lines go, owned from now on; null: they go nowhere
   explicit ztLogWriter(std::unique_ptr<std::ostream> stream);
 
-  /// Makes `message` the last of the pending lines. The line can be completed through the returned string, which
-  /// stays good until the next flush; the reporter adds the line feed there. Stays the first virtual operation.
+  /// Makes `message` the last of the pending lines. The line can be completed through the returned string,
+  /// which stays good until the next flush; the reporter adds the line feed there. Stays the first virtual
+  /// operation.
   virtual std::string& accept(const std::string& message);
 
   /// An installed writer is removed first. Lines that are still pending are lost.
@@ -37,8 +39,9 @@ class ZTCAD_API ztLogWriter {
   ztLogWriter(const ztLogWriter&) = delete;
   ztLogWriter& operator=(const ztLogWriter&) = delete;
 
-  /// Writes the pending lines in order, each by one insertion (width and fill of the stream hold), and flushes the
-  /// stream. The list is empty afterwards even if the stream fails or, where the host told it to, throws.
+  /// Writes the pending lines in order, each by one insertion (width and fill of the stream hold), and
+  /// flushes the stream. The list is empty afterwards even if the stream fails or, where the host told it to,
+  /// throws.
   void flush();
 
   std::ostream& stream() { return *m_stream; }
@@ -55,8 +58,8 @@ class ZTCAD_API ztBaseAsserter {
  public:
   virtual ~ztBaseAsserter();
 
-  /// Logs one line, "Assert occurred in FILE: ...; LINE: ...; EXPRESSION: ...." and a line feed, which is on the
-  /// writer's stream when the call returns. Without a writer the line goes to Qt's warning output.
+  /// Logs one line, "Assert occurred in FILE: ...; LINE: ...; EXPRESSION: ...." and a line feed, which is on
+  /// the writer's stream when the call returns. Without a writer the line goes to Qt's warning output.
   ///
   /// @param expression what did not hold; null is empty text
   /// @param file       source file of the check; null is empty text
@@ -66,8 +69,8 @@ class ZTCAD_API ztBaseAsserter {
   /// The reporter of this process, made on the first call; stays good as long as the library is loaded.
   static ztBaseAsserter& instance() noexcept;
 
-  /// Installs the log writer of this process in place of the one before; null removes it. It stays the host's, who
-  /// keeps it alive while it is installed.
+  /// Installs the log writer of this process in place of the one before; null removes it. It stays the
+  /// host's, who keeps it alive while it is installed.
   static void setWriter(ztLogWriter* writer) noexcept;
 
   ztBaseAsserter(const ztBaseAsserter&) = delete;

@@ -7,8 +7,8 @@
 #else
 #define ZTCAD_API __declspec(dllimport)
 #endif
-/// Class templates of the public headers are made anew by each host; on ELF their type must be as visible as the
-/// classes that are built on them.
+/// Class templates of the public headers are made anew by each host; on ELF their type must be as visible as
+/// the classes that are built on them.
 #define ZTCAD_TEMPLATE_API
 #else
 #define ZTCAD_API __attribute__((visibility("default")))

@@ -87,3 +87,57 @@ inline void addTemplatePoints(ztCAD_GMDDocument& document, const Names& names) {
   for (const std::string& name : names)
     document.content().templatePoints.add(templatePointNamed(name));
 }
+
+/// Visits every container of a document in the order of its declaration, each with the tag of its elements ("sphere"
+/// for those solids that are spheres, to tell the two apart).
+template <typename Content, typename Visit>
+void forEachKind(Content& content, Visit&& visit) {
+  visit("structure", content.structures);
+  visit("structureRef", content.structureReferences);
+  visit("template_structure", content.templateStructures);
+  visit("point", content.points);
+  visit("line", content.lines);
+  visit("sphere", content.spheres);
+  visit("solid", content.triangles);
+  visit("elementMIP", content.mipElements);
+  visit("detail", content.details);
+  visit("detailRef", content.detailReferences);
+  visit("template_detail", content.templateDetails);
+  visit("templatePoint", content.templatePoints);
+  visit("pointRef", content.pointReferences);
+  visit("templateLine", content.templateLines);
+  visit("lineRef", content.lineReferences);
+  visit("templateElementMIP", content.templateMipElements);
+  visit("elementMipRef", content.mipReferences);
+  visit("templateSolid", content.templateTriangles);
+  visit("solidRef", content.triangleReferences);
+}
+
+/// A well-formed element for each of those kinds, named like its kind.
+inline const std::vector<std::string>& oneOfEachKind() {
+  static const std::string mip = "MIP='MIP, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10'";
+  static const std::string vertices = "<vertices>0, 0, 0; 1, 0, 0; 0, 1, 0;</vertices>";
+  static const std::string lists = vertices + "<faces>0, 1, 2;</faces>";
+  static const std::vector<std::string> elements = {
+      "<structure name='structure'/>",
+      "<structureRef name='structureRef' template='template_structure'/>",
+      "<template_structure name='template_structure'/>",
+      "<point name='point' center='1, 2, 3'/>",
+      "<line name='line' method='polyline'>" + vertices + "</line>",
+      "<solid name='sphere' method='sphere' center='1' radius='2'/>",
+      "<solid name='solid' method='triangulation'>" + lists + "</solid>",
+      "<elementMIP name='elementMIP' method='MIP' " + mip + "/>",
+      "<detail name='detail' " + mip + "/>",
+      "<detailRef name='detailRef' template='template_detail'/>",
+      "<template_detail name='template_detail' " + mip + "/>",
+      "<templatePoint name='templatePoint' center='1'/>",
+      "<pointRef name='pointRef' template='templatePoint'/>",
+      "<templateLine name='templateLine'>" + vertices + "</templateLine>",
+      "<lineRef name='lineRef' template='templateLine'/>",
+      "<templateElementMIP name='templateElementMIP' method='MIP' " + mip + "/>",
+      "<elementMipRef name='elementMipRef' template='templateElementMIP'/>",
+      "<templateSolid name='templateSolid'>" + lists + "</templateSolid>",
+      "<solidRef name='solidRef' template='templateSolid'/>",
+  };
+  return elements;
+}

@@ -62,6 +62,8 @@ class LoadedLibrary {
 
   decltype(::addPointToDoc)& addPointToDoc = at("addPointToDoc");
   decltype(::addTmplPointToDoc)& addTmplPointToDoc = at("addTmplPointToDoc");
+  decltype(::addStructureToDoc)& addStructureToDoc = at("addStructureToDoc");
+  decltype(::addStructureToStructure)& addStructureToStructure = at("addStructureToStructure");
   decltype(::checkGMDDocument)& checkGMDDocument = at("checkGMDDocument");
   decltype(::ClearGMDDoc)& ClearGMDDoc = at("ClearGMDDoc");
   decltype(::crtCoord)& crtCoord = at("crtCoord");
@@ -69,8 +71,11 @@ class LoadedLibrary {
   decltype(::crtGMDDocumentFromFile)& crtGMDDocumentFromFile = at("crtGMDDocumentFromFile");
   decltype(::crtGMDDocumentFromStdString)& crtGMDDocumentFromStdString = at("crtGMDDocumentFromStdString");
   decltype(::crtHeader)& crtHeader = at("crtHeader");
+  decltype(::crtLCS_nostl)& crtLCS_nostl = at("crtLCS_nostl");
   decltype(::crtPoint)& crtPoint = at("crtPoint");
+  decltype(::crtStructure)& crtStructure = at("crtStructure");
   decltype(::crtTmplPoint)& crtTmplPoint = at("crtTmplPoint");
+  decltype(::crtTmplStructure)& crtTmplStructure = at("crtTmplStructure");
   decltype(::DeleteGMDDoc)& DeleteGMDDoc = at("DeleteGMDDoc");
   decltype(::doCorrectName)& doCorrectName = at("doCorrectName");
   decltype(::getParallel_Morvik)& getParallel_Morvik = at("getParallel_Morvik");
@@ -79,6 +84,7 @@ class LoadedLibrary {
   decltype(::SaveGMDDocument)& SaveGMDDocument = at("SaveGMDDocument");
   decltype(::setHeader)& setHeader = at("setHeader");
   decltype(::ztCAD_getPoints)& ztCAD_getPoints = at("ztCAD_getPoints");
+  decltype(::ztCAD_getStructures)& ztCAD_getStructures = at("ztCAD_getStructures");
   decltype(::ztCAD_getTmplPoints)& ztCAD_getTmplPoints = at("ztCAD_getTmplPoints");
   decltype(::ztCADVersion)& ztCADVersion = at("ztCADVersion");
 };

@@ -142,6 +142,44 @@ TEST_F(Reloading, DocumentsThatNobodyDeletedDoNotHoldTheLibrary) {
   openWorkAndClose();
 }
 
+/// Structures that were made and structures that were read, some held by others of either sort, by a document and by
+/// each other's copies.
+void makeStructures(const LoadedLibrary& library) {
+  const double values[ztCAD_LCS::valueCount] = {};
+  const ztCAD_LCS* const lcs = library.crtLCS_nostl(values);
+  bool parsed = false;
+  bool nameIsFree = false;
+  std::string message;
+  int line = 0;
+  int column = 0;
+  const char* const xml =
+      R"(<GMD><structure name="A"><structure name="B"><structure name="C"/></structure></structure></GMD>)";
+  ztCAD_GMDDocument* const document = library.crtGMDDocumentFromStdString(xml, parsed, message, line, column);
+  ztCAD_Structure& ofTheDocument = library.ztCAD_getStructures(document)->front();
+  ztCAD_commonStructure* const wasRead = ofTheDocument.structures().front();
+  ztCAD_Structure* const inner = library.crtStructure("inner", lcs, nameIsFree);
+  ztCAD_Structure* const outer = library.crtStructure("outer", lcs, nameIsFree);
+  EXPECT_FALSE(library.addStructureToStructure(wasRead, outer));
+  EXPECT_FALSE(library.addStructureToStructure(inner, outer));
+  EXPECT_FALSE(library.addStructureToStructure(inner, wasRead));
+  EXPECT_FALSE(library.addStructureToStructure(outer, &ofTheDocument));
+  EXPECT_NE(library.crtTmplStructure("copy", outer, nameIsFree), nullptr);
+  EXPECT_FALSE(library.addStructureToDoc(outer, document));
+}
+
+TEST_F(Reloading, StructuresThatHoldOneAnotherGoWithTheLibrary) {
+  for (int round = 0; round < 3; ++round) {
+    LoadedLibrary library;
+    {
+      const LeakIsMeant whatADocumentOwnsIsLost;
+      makeStructures(library);
+      makeStructures(library);
+    }
+    library.close();
+    expectGone();
+  }
+}
+
 TEST_F(Reloading, AThreadThatEndsMayOpenWorkAndClose) {
   const PlainResults expected = openWorkAndClose();
   for (int round = 0; round < 3; ++round) {

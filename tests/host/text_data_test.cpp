@@ -2,7 +2,6 @@
 // own memory, which goes away under a copy when the library is unloaded.
 
 #include <gtest/gtest.h>
-#include <ztCAD/property/archetype.h>
 #include <ztCAD/ztCAD.h>
 #include <QDomDocument>
 #include <QString>
@@ -35,6 +34,10 @@ void addTree(const std::string& what, const QDomElement& element, Texts& texts) 
     texts.emplace_back(what + ", attribute name", attribute.name());
     texts.emplace_back(what + ", value of " + attribute.name().toStdString(), attribute.value());
   }
+  for (QDomNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
+    texts.emplace_back(what + ", text inside", child.nodeValue());
+    addTree(what + ", inside", child.toElement(), texts);
+  }
 }
 
 template <typename Object>
@@ -46,31 +49,126 @@ void addWritten(const std::string& what, const Object& object, Texts& texts) {
   addTree(what + ", written", root.firstChildElement(), texts);
 }
 
-void addPoint(const std::string& what, const ztCAD_commonPoint& point, Texts& texts) {
-  const ztCAD_gAttr& attributes = point.property().attributes();
-  texts.emplace_back(what + ", name", point.name());
+/// What all named objects have.
+template <typename Named>
+void addNamed(const std::string& what, const Named& object, Texts& texts) {
+  const ztCAD_gAttr& attributes = object.property().attributes();
+  texts.emplace_back(what + ", name", object.name());
   texts.emplace_back(what + ", comment", attributes.comment());
   texts.emplace_back(what + ", inform", attributes.inform());
-  texts.emplace_back(what + ", method", point.method().method());
-  texts.emplace_back(what + ", elementName", point.elementName());
-  texts.emplace_back(what + ", lcsWord", point.lcsWord());
-  addTold(what, point, texts);
+  texts.emplace_back(what + ", elementName", object.elementName());
+  addTold(what, object, texts);
   addTold(what + ", attributes", attributes, texts);
-  addTold(what + ", property", point.property(), texts);
-  addTold(what + ", method", point.method(), texts);
-  addWritten(what, point, texts);
+  addTold(what + ", property", object.property(), texts);
+  addWritten(what, object, texts);
 }
 
-void addPoints(Texts& texts) {
+template <typename Element>
+void addElement(const std::string& what, const Element& element, Texts& texts) {
+  addNamed(what, element, texts);
+  texts.emplace_back(what + ", lcsWord", element.lcsWord());
+  texts.emplace_back(what + ", method", element.method().method());
+  addTold(what + ", method", element.method(), texts);
+}
+
+/// One element of each kind, so that no kind needs more than its own line below.
+struct Samples {
   bool nameIsFree = false;
-  addPoint("default point", ztCAD_Point(), texts);
-  addPoint("default template point", ztCAD_TmplPoint(), texts);
-  ztCAD_Point point(QLatin1String("P"), ztCAD_Coord(1, 2, 3), nameIsFree);
-  point.property().showable().setColor(ztCAD_Color(1, 2, 3));
-  point.property().showable().setVisible(ztCAD_Visible(true));
-  point.property().setLcs(ztCAD_LCS(true, std::vector<double>(12, 1.0)));
-  addPoint("point", point, texts);
-  addPoint("template point", ztCAD_TmplPoint(QLatin1String("T"), point, nameIsFree), texts);
+  QString name = QLatin1String("N");
+  ztCAD_LCS lcs{true, std::vector<double>(ztCAD_LCS::valueCount, 1.0)};
+  ztCAD_MIP mip{std::vector<double>(ztCAD_MIP::valueCount, 1.0)};
+  ztCAD_Vertices vertices;
+  ztCAD_Faces faces;
+  ztCAD_Point point{name, ztCAD_Coord(1, 2, 3), nameIsFree};
+  ztCAD_Sphere sphere{name, ztCAD_Coord(1, 2, 3), 2, nameIsFree};
+  ztCAD_Structure structure{name, lcs, nameIsFree};
+
+  Samples() {
+    for (int i = 0; i < 3; ++i)
+      vertices.add(ztCAD_Vertex(ztCAD_Coord(i, i, i)));
+    faces.add(ztCAD_Facet(0, 1, 2));
+    point.property().showable().setColor(ztCAD_Color(1, 2, 3));
+    point.property().showable().setVisible(ztCAD_Visible(true));
+    point.property().setLcs(lcs);
+    sphere.setMip(mip);
+    structure.content().points.add(point);
+  }
+};
+
+void addPoints(Texts& texts) {
+  Samples of;
+  addElement("default point", ztCAD_Point(), texts);
+  addElement("default template point", ztCAD_TmplPoint(), texts);
+  addElement("point", of.point, texts);
+  addElement("template point", ztCAD_TmplPoint(of.name, of.point, of.nameIsFree), texts);
+}
+
+void addLines(Texts& texts) {
+  Samples of;
+  addElement("default line", ztCAD_Line(), texts);
+  const ztCAD_Line line(of.name, of.vertices, of.nameIsFree);
+  addElement("line", line, texts);
+  addElement("template line", ztCAD_TmplLine(of.name, line, of.nameIsFree), texts);
+}
+
+void addSolids(Texts& texts) {
+  Samples of;
+  addElement("default sphere", ztCAD_Sphere(), texts);
+  addElement("sphere", of.sphere, texts);
+  addElement("default triangle", ztCAD_Triangle(), texts);
+  const ztCAD_Triangle triangle(of.name, of.vertices, of.faces, of.nameIsFree);
+  addElement("triangle", triangle, texts);
+  addElement("template triangle", ztCAD_TmplTriangle(of.name, triangle, of.nameIsFree), texts);
+}
+
+void addMassInertia(Texts& texts) {
+  const Samples of;
+  addElement("default mass-inertia element", ztCAD_ElementMIP(), texts);
+  addElement("mass-inertia element", ztCAD_ElementMIP("N", of.mip), texts);
+  addElement("template mass-inertia element", ztCAD_TmplElementMIP("N", of.mip), texts);
+  addTold("record", of.mip, texts);
+}
+
+void addDetails(Texts& texts) {
+  const Samples of;
+  addNamed("default detail", ztCAD_Detail(), texts);
+  ztCAD_TmplDetail detail;
+  detail.setName(of.name);
+  detail.setMip(of.mip);
+  detail.content().spheres.add(of.sphere);
+  addNamed("template detail", detail, texts);
+  texts.emplace_back("detail, lcsWord", ztCAD_Detail().lcsWord());
+  texts.emplace_back("template detail, lcsWord", detail.lcsWord());
+}
+
+void addReferences(Texts& texts) {
+  bool nameIsFree = false;
+  const Samples of;
+  addNamed("default point reference", ztCAD_PointRef(), texts);
+  addNamed("line reference", ztCAD_LineRef(of.name, of.lcs, ztCAD_TmplLine(), nameIsFree), texts);
+  addNamed("triangle reference", ztCAD_TriangleRef(of.name, of.lcs, ztCAD_TmplTriangle(), nameIsFree), texts);
+  addNamed("mass-inertia reference", ztCAD_ElementMipRef(of.name, of.lcs, ztCAD_TmplElementMIP(), nameIsFree),
+           texts);
+  addNamed("detail reference", ztCAD_DetailRef(of.name, of.lcs, ztCAD_TmplDetail(), nameIsFree), texts);
+  addNamed("structure reference", ztCAD_StructureRef(of.name, of.lcs, ztCAD_TmplStructure(), nameIsFree),
+           texts);
+  const ztCAD_PointRef reference(of.name, of.lcs, ztCAD_TmplPoint(of.name, of.point, nameIsFree), nameIsFree);
+  addNamed("point reference", reference, texts);
+  texts.emplace_back("point reference, template", reference.archetype().templateName());
+  texts.emplace_back("point reference, file", reference.archetype().file());
+}
+
+void addStructures(Texts& texts) {
+  Samples of;
+  addNamed("default structure", ztCAD_Structure(), texts);
+  addNamed("default template structure", ztCAD_TmplStructure(), texts);
+  ztCAD_Structure outer(of.name, of.lcs, of.nameIsFree);
+  outer.addStructure(of.structure);
+  addNamed("structure", outer, texts);
+  addNamed("template structure", ztCAD_TmplStructure(of.name, outer, of.nameIsFree), texts);
+  texts.emplace_back("structure, lcsWord", outer.lcsWord());
+  QString header;
+  texts.emplace_back("structure, text header", outer.textHeader(header));
 }
 
 void addHeader(const std::string& what, const ztCAD_HeaderNode& header, Texts& texts) {
@@ -127,16 +225,23 @@ void addGeometry(Texts& texts) {
   addTold("vertices", vertices, texts);
 }
 
+const char* const everyKind = R"(<GMD><header inform="i"/><point name="P" center="1, 2, 3;"/><templatePoint/>
+  <line method="polyline" name="L"><vertices>0, 0, 0;</vertices></line>
+  <solid method="sphere" name="S" center="1, 2, 3;" radius="1"/>
+  <structure name="A"><structure name="B"><pointRef template="T"/></structure></structure></GMD>)";
+
 void addLoaded(Texts& texts) {
   bool parsed = false;
   std::string message;
   int line = 0;
   int column = 0;
-  ztCAD_GMDDocument* const document = crtGMDDocumentFromStdString(
-      R"(<GMD><header inform="i"/><point name="P"/><templatePoint/></GMD>)", parsed, message, line, column);
+  ztCAD_GMDDocument* const document = crtGMDDocumentFromStdString(everyKind, parsed, message, line, column);
   addHeader("loaded header", document->header(), texts);
-  addPoint("loaded point", ztCAD_getPoints(document)->front(), texts);
-  addPoint("loaded template point", ztCAD_getTmplPoints(document)->front(), texts);
+  addElement("loaded point", ztCAD_getPoints(document)->front(), texts);
+  addElement("loaded template point", ztCAD_getTmplPoints(document)->front(), texts);
+  addElement("loaded line", ztCAD_getLines(document)->front(), texts);
+  addElement("loaded sphere", ztCAD_getSpheres(document)->front(), texts);
+  addNamed("loaded structure", ztCAD_getStructures(document)->front(), texts);
   addTold("document", *document, texts);
   DeleteGMDDoc(document);
 }
@@ -172,7 +277,10 @@ TEST_P(TextData, LiesOnTheHeap) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, TextData,
-                         testing::Values(Row{"Points", addPoints}, Row{"Headers", addHeaders},
+                         testing::Values(Row{"Points", addPoints}, Row{"Lines", addLines},
+                                         Row{"Solids", addSolids}, Row{"MassInertia", addMassInertia},
+                                         Row{"Details", addDetails}, Row{"References", addReferences},
+                                         Row{"Structures", addStructures}, Row{"Headers", addHeaders},
                                          Row{"States", addStates}, Row{"Properties", addProperties},
                                          Row{"Geometry", addGeometry}, Row{"LoadedDocuments", addLoaded}),
                          [](const auto& row) { return std::string(row.param.name); });

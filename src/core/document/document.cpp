@@ -1,5 +1,6 @@
 #include "document.h"
 
+#include <limits>
 #include <QDebug>
 #include <QDomDocument>
 #include <QFile>
@@ -86,6 +87,16 @@ void writeDocument(const ztCAD_HeaderNode& header, const ztCAD_DocumentContent& 
   writer.finish();
 }
 
+/// Parses the text of a host: as text where it is UTF-8, else as bytes in the encoding that they declare.
+ztcad::ParseOutcome parseNarrow(const std::string& xml, QDomDocument& tree) {
+  constexpr std::size_t longest =
+      std::numeric_limits<int>::max() / 2 - 64;  // characters that a QString holds
+  if (xml.size() > longest) return {false, QLatin1String("text too long"), 0, 0};
+  const auto size = static_cast<int>(xml.size());
+  if (ztcad::isUtf8(xml)) return ztcad::parseXml(QString::fromUtf8(xml.data(), size), tree);
+  return ztcad::parseXml(QByteArray::fromRawData(xml.data(), size), tree);
+}
+
 /// Reads the children of the root into a content and a header of its own.
 class RootReader {
  public:
@@ -121,7 +132,8 @@ class RootReader {
     return ChildOutcome::Unknown;
   }
 
-  /// Forgets the faults of the children before it: the header's read begins by clearing the flag that it is given.
+  /// Forgets the faults of the children before it: the header's read begins by clearing the flag that it is
+  /// given.
   void readHeader(const ztcad::ElementView& child) {
     ztCAD_HeaderNode header;
     if (header.read(child, m_fault)) m_header = header;
@@ -190,35 +202,32 @@ bool ztCAD_GMDDocument::loadFromFile(const std::string& fileName, std::int32_t& 
     qDebug().noquote() << "Error on scanning ztCAD_GMD-file";
     return false;
   }
-  readContent(*tree, fault);
-  m_tree = std::move(tree);
-  const bool unified = ztcad::unifyNames(m_content);
-  if (ztcad::passesCheck(m_content) && unified) resultCode = Loaded;
+  readContent(std::move(tree), fault);
+  if (ztcad::passesCheck(m_content)) resultCode = Loaded;
   return true;
 }
 
 std::string ztCAD_GMDDocument::loadFromString(const std::string& xml, bool& parsed, int& line, int& column) {
   auto tree = std::make_unique<QDomDocument>();
-  const auto size = static_cast<int>(xml.size());
-  const ztcad::ParseOutcome outcome = ztcad::isUtf8(xml)
-                                          ? ztcad::parseXml(QString::fromUtf8(xml.data(), size), *tree)
-                                          : ztcad::parseXml(QByteArray::fromRawData(xml.data(), size), *tree);
+  const ztcad::ParseOutcome outcome = parseNarrow(xml, *tree);
+  std::string message = ztcad::toNarrow(outcome.message);
   line = outcome.line;
   column = outcome.column;
   bool fault = false;
-  readContent(*tree, fault);
-  m_tree = std::move(tree);
-  ztcad::unifyNames(m_content);
+  readContent(std::move(tree), fault);
   parsed = outcome.parsed;  // last: nothing is well when what follows the parse fails
-  return ztcad::toNarrow(outcome.message);
+  return message;
 }
 
-void ztCAD_GMDDocument::readContent(const QDomDocument& tree, bool& fault) {
+void ztCAD_GMDDocument::readContent(std::unique_ptr<QDomDocument> tree, bool& fault) {
   RootReader reader(m_header);
-  const ztcad::DomView root(tree.documentElement());
+  const ztcad::DomView root(tree->documentElement());
   root.forEachChild([&reader](const ztcad::ElementView& child) { reader.readChild(child); });
+  ztcad::unifyNames(reader.content());
+  // from here on nothing fails: the document changes as a whole or not at all
   m_content.swap(reader.content());
   m_header = reader.header();
+  m_tree = std::move(tree);
   fault = reader.fault();
 }
 

@@ -43,7 +43,8 @@ struct ZTCAD_API ztCAD_DocumentContent {
 
 /// A geometry document: a header and named elements. It owns all of them; documents are not copied.
 ///
-/// Destroying a document also destroys every structure that was made by reading, those of other documents included.
+/// Destroying a document also destroys every structure that was made by reading, those of other documents
+/// included.
 class ZTCAD_API ztCAD_GMDDocument : public ztCAD_ISerialize {
  public:
   /// Results of loading. A file that does not open gives the code of `QFile::error()` instead.
@@ -65,8 +66,8 @@ class ZTCAD_API ztCAD_GMDDocument : public ztCAD_ISerialize {
   ztCAD_DocumentContent& content() { return m_content; }
   const ztCAD_DocumentContent& content() const { return m_content; }
 
-  /// Makes names unique (in this document, not only in the file) and writes the file. Nothing is reported. A save
-  /// that fails leaves an earlier file of that name as it was.
+  /// Makes names unique (in this document, not only in the file) and writes the file. Nothing is reported. A
+  /// save that fails leaves an earlier file of that name as it was.
   /// @param fileName UTF-8, else the system's narrow encoding
   void saveToFile(const std::string& fileName);
 
@@ -91,7 +92,7 @@ class ZTCAD_API ztCAD_GMDDocument : public ztCAD_ISerialize {
   std::string xmlText() const;
 
  private:
-  void readContent(const QDomDocument& tree, bool& fault);
+  void readContent(std::unique_ptr<QDomDocument> tree, bool& fault);
 
   ztCAD_DocumentContent m_content;
   std::unique_ptr<QDomDocument> m_tree;  // what was loaded last; never null

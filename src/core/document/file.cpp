@@ -1,5 +1,6 @@
 #include "file.h"
 
+#include <cerrno>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -48,7 +49,7 @@ bool mayBeReplaced(const QString& fileName) {
   return !target.exists() || target.isFile();
 #else
   struct stat target = {};
-  if (::stat(QFile::encodeName(fileName).constData(), &target) != 0) return true;
+  if (::stat(QFile::encodeName(fileName).constData(), &target) != 0) return errno == ENOENT;
   return S_ISREG(target.st_mode) && target.st_nlink == 1;
 #endif
 }
@@ -56,18 +57,17 @@ bool mayBeReplaced(const QString& fileName) {
 enum class Outcome { Written, Failed, Refused };
 
 Outcome replace(const QString& fileName, const std::function<void(ByteOutput&)>& write) {
-  // A full disk is no refusal: it would take the direct write no better, and the earlier file would be gone.
-  const auto unless = [](QFileDevice::FileError full, QFileDevice::FileError error) {
-    return error == full || error == QFileDevice::ResourceError ? Outcome::Failed : Outcome::Refused;
-  };
   QSaveFile file(fileName);
-  if (!file.open(textForWriting)) return unless(QFileDevice::ResourceError, file.error());
+  errno = 0;
+  if (!file.open(textForWriting)) {
+    // a full disk is no refusal: it would take the direct write no better, and the earlier file would be gone
+    return errno == ENOSPC ? Outcome::Failed : Outcome::Refused;
+  }
   if (!fill(file, write) || !file.flush()) {  // commit does not tell when the last bytes are not taken
     file.cancelWriting();
     return Outcome::Failed;
   }
-  if (file.commit()) return Outcome::Written;
-  return unless(QFileDevice::WriteError, file.error());
+  return file.commit() ? Outcome::Written : Outcome::Refused;
 }
 
 bool writeDirectly(const QString& fileName, const std::function<void(ByteOutput&)>& write) {

@@ -29,14 +29,14 @@ class ZTCAD_API ztCAD_HeaderNode : public ztCAD_INode {
   const std::optional<QString>& producerPlatform() const { return m_producerPlatform; }
   void setProducerPlatform(const std::optional<QString>& platform) { m_producerPlatform = platform; }
 
-  /// "Header( inform=... , majorVersion=1 , minorVersion=0 ) state=no Value". For the versions it tells whether they
-  /// are there (1 or 0), not their numbers: programs that read these texts know it so.
+  /// "Header( inform=... , majorVersion=1 , minorVersion=0 ) state=no Value". For the versions it tells
+  /// whether they are there (1 or 0), not their numbers: programs that read these texts know it so.
   QString toText() const;
 
   /// The element "header" with the fields that are present.
   void write(ztcad::ElementSink& parent) const override;
-  /// Takes the versions and "inform". The producer is not read: it is for whoever writes the document next to say.
-  /// Always true; a missing version shows in the state.
+  /// Takes the versions and "inform". The producer is not read: it is for whoever writes the document next to
+  /// say. Always true; a missing version shows in the state.
   bool read(const ztcad::ElementView& element, bool& fault) override;
 
  private:

@@ -7,8 +7,9 @@
 
 namespace ztcad {
 
-/// Lets the locks of this process initialise themselves one at a time. Part of the load step; a second call does
-/// nothing. Without it `LazyLock::lock` still works, but the first calls on one lock must not come at once.
+/// Lets the locks of this process initialise themselves one at a time. Part of the load step; a second call
+/// does nothing. Without it `LazyLock::lock` still works, but the first calls on one lock must not come at
+/// once.
 void createGuardLock();
 /// Part of the unload step. The guard may be created again afterwards.
 void destroyGuardLock();
@@ -36,8 +37,8 @@ class LazyLock {
   omp_lock_t m_lock{};
 };
 
-/// Holds a lock for a scope if the configured thread count is not 1, else does nothing: put one around each append to
-/// a list that several threads may fill. The count is looked at once, on entry.
+/// Holds a lock for a scope if the configured thread count is not 1, else does nothing: put one around each
+/// append to a list that several threads may fill. The count is looked at once, on entry.
 class AppendGuard {
  public:
   explicit AppendGuard(LazyLock& lock)

@@ -4,8 +4,8 @@
 
 namespace ztcad {
 
-/// The record of this process. It needs no load step to exist: until the first `initialise` it holds mode 1 and
-/// counts of 0.
+/// The record of this process. It needs no load step to exist: until the first `initialise` it holds mode 1
+/// and counts of 0.
 ztParallel& parallelSettings() noexcept;
 
 /// Holds another mode for the length of a scope; the one before comes back on every way out.

@@ -22,9 +22,9 @@ std::optional<CpuidRegisters> queryCpuid(std::uint32_t leaf, std::uint32_t suble
 
 /// Number of physical cores behind `processors` logical ones, at least 1.
 ///
-/// Only Intel processors with hyper-threading have fewer cores than processors here; whatever cannot be found out
-/// counts as one thread for each core. With a single processor `query` is not called at all, and no leaf is asked
-/// for that the processor does not claim to have: it would answer with the data of another one.
+/// Only Intel processors with hyper-threading have fewer cores than processors here; whatever cannot be found
+/// out counts as one thread for each core. With a single processor `query` is not called at all, and no leaf
+/// is asked for that the processor does not claim to have: it would answer with the data of another one.
 std::uint32_t physicalCores(std::uint32_t processors, const CpuidQuery& query);
 
 }  // namespace ztcad

@@ -6,9 +6,10 @@
 
 /// How many threads the work of this process may use. `getParallel_Morvik` hands out the process-wide record.
 ///
-/// The library opens no parallel region: it configures the OpenMP runtime for its caller, and guards appends to shared
-/// lists when more than one thread is configured. Plain data without locking: whoever changes it while other threads
-/// use the library answers for the order. OpenMP keeps the thread count for each calling thread.
+/// The library opens no parallel region: it configures the OpenMP runtime for its caller, and guards appends
+/// to shared lists when more than one thread is configured. Plain data without locking: whoever changes it
+/// while other threads use the library answers for the order. OpenMP keeps the thread count for each calling
+/// thread.
 struct ZTCAD_API ztParallel {
   enum Mode : std::int32_t {
     Logical = 0,  ///< as is any value but 1
@@ -27,8 +28,8 @@ struct ZTCAD_API ztParallel {
     return mode == Primary ? physicalThreads : logicalThreads;
   }
 
-  /// Changes the mode. If it is a new one, OpenMP gets the current thread count (a count of 0 as 1) and nested
-  /// regions are switched off; the mode that holds already leaves OpenMP alone.
+  /// Changes the mode. If it is a new one, OpenMP gets the current thread count (a count of 0 as 1) and
+  /// nested regions are switched off; the mode that holds already leaves OpenMP alone.
   /// @return the mode before
   std::int32_t setMode(std::int32_t newMode) noexcept;
 
@@ -39,7 +40,7 @@ struct ZTCAD_API ztParallel {
   /// `ztBaseAsserter` and carries on.
   void initialise(std::uint32_t requested) noexcept;
 
-  /// Physical cores of this machine, at least 1: the processors that OpenMP offers, divided by the threads of a core
-  /// on Intel processors with hyper-threading.
+  /// Physical cores of this machine, at least 1: the processors that OpenMP offers, divided by the threads of
+  /// a core on Intel processors with hyper-threading.
   static std::uint32_t physicalCoreCount() noexcept;
 };

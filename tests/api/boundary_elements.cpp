@@ -1,0 +1,171 @@
+#include <gtest/gtest.h>
+#include <string>
+
+#include "boundary.h"
+#include "samples.h"
+
+namespace boundary {
+
+namespace {
+
+/// Behind its name a creation function takes parts by pointer: without any one of them nothing is made.
+template <typename Element, typename Name, typename A, typename B>
+void expectBothPartsNeeded(Element* (*create)(Name, const A*, const B*, bool&), const A* a, const B* b) {
+  for (const bool withFirst : {false, true})
+    for (const bool withSecond : {false, true}) {
+      bool nameIsFree = false;
+      const Element* made = create("A", withFirst ? a : nullptr, withSecond ? b : nullptr, nameIsFree);
+      EXPECT_EQ(made != nullptr, withFirst && withSecond);
+      EXPECT_TRUE(nameIsFree);
+    }
+}
+
+template <typename Element, typename Name, typename Part>
+void expectPartNeeded(Element* (*create)(Name, const Part*, bool&), const Part* part) {
+  bool nameIsFree = false;
+  EXPECT_EQ(create("A", nullptr, nameIsFree), null<Element>);
+  EXPECT_TRUE(nameIsFree);
+  nameIsFree = false;
+  EXPECT_NE(create("A", part, nameIsFree), null<Element>);
+  EXPECT_TRUE(nameIsFree);
+}
+
+/// A null name counts as an empty one.
+template <typename Create, typename... Parts>
+void expectNullNameIsEmpty(Create create, const Parts*... parts) {
+  bool nameIsFree = false;
+  const auto* made = create(nullptr, parts..., nameIsFree);
+  ASSERT_NE(made, nullptr);
+  EXPECT_EQ(made->name(), QString(""));
+  EXPECT_TRUE(nameIsFree);
+  EXPECT_EQ(create(nullptr, static_cast<const Parts*>(nullptr)..., nameIsFree), nullptr);
+}
+
+template <typename Reference, typename Name, typename Template>
+void expectReferenceNeedsItsParts(Reference* (*create)(Name, const ztCAD_LCS*, const Template*, bool&),
+                                  const Template* source) {
+  expectBothPartsNeeded(create, static_cast<const ztCAD_LCS*>(crtLCS(twelveValues)), source);
+}
+
+template <typename Element>
+void expectRecordNeeded(Element* (*create)(const std::string&, const ztCAD_MIP*)) {
+  EXPECT_EQ(create("A", nullptr), null<Element>);
+  const Element* made = create(std::string("\xFF\0", 2), crtMIP({}));
+  ASSERT_NE(made, nullptr);
+  EXPECT_FALSE(made->hasMIP());
+}
+
+const ztCAD_Vertices* vertices() { return tetrahedronVertices(); }
+const ztCAD_Faces* faces() { return tetrahedronFaces(); }
+const ztCAD_LCS* lcs() { return crtLCS(twelveValues); }
+
+template <typename Element>
+const Element* sample() {
+  return make<Element>("source");
+}
+
+}  // namespace
+
+std::vector<Row> elementRows() {
+  return {
+      {"crtPolyline",
+       [] {
+         expectPartNeeded(crtPolyline, vertices());
+         expectNullNameIsEmpty(crtPolyline, vertices());
+       }},
+      {"crtSphere",
+       [] {
+         bool nameIsFree = false;
+         EXPECT_EQ(crtSphere("A", nullptr, 1, nameIsFree), null<ztCAD_Sphere>);
+         EXPECT_TRUE(nameIsFree);
+       }},
+      {"crtTriangle", [] { expectBothPartsNeeded(crtTriangle, vertices(), faces()); }},
+      {"crtTriangle_nostl",
+       [] {
+         expectBothPartsNeeded(crtTriangle_nostl, vertices(), faces());
+         expectNullNameIsEmpty(crtTriangle_nostl, vertices(), faces());
+       }},
+      {"crtMipElement", [] { expectRecordNeeded(crtMipElement); }},
+      {"crtStructure", [] { expectPartNeeded(crtStructure, lcs()); }},
+      {"crtStructure_nostl",
+       [] {
+         expectPartNeeded(crtStructure_nostl, lcs());
+         expectNullNameIsEmpty(crtStructure_nostl, lcs());
+       }},
+      {"crtTmplLine",
+       [] {
+         expectPartNeeded<ztCAD_TmplLine>(crtTmplLine,
+                                          static_cast<const ztCAD_commonLine*>(sample<ztCAD_Line>()));
+       }},
+      {"crtTmplTriangle",
+       [] {
+         expectPartNeeded<ztCAD_TmplTriangle>(
+             crtTmplTriangle, static_cast<const ztCAD_commonTriangle*>(sample<ztCAD_Triangle>()));
+       }},
+      {"crtTmplMipElement", [] { expectRecordNeeded(crtTmplMipElement); }},
+      {"crtTmplStructure",
+       [] {
+         const ztCAD_commonStructure* source = sample<ztCAD_Structure>();
+         expectPartNeeded(crtTmplStructure, source);
+       }},
+      {"crtTmplStructure_nostl",
+       [] {
+         const ztCAD_commonStructure* source = sample<ztCAD_Structure>();
+         expectPartNeeded(crtTmplStructure_nostl, source);
+         expectNullNameIsEmpty(crtTmplStructure_nostl, source);
+       }},
+      {"crtPointRef", [] { expectReferenceNeedsItsParts(crtPointRef, sample<ztCAD_TmplPoint>()); }},
+      {"crtLineRef", [] { expectReferenceNeedsItsParts(crtLineRef, sample<ztCAD_TmplLine>()); }},
+      {"crtTriangleRef", [] { expectReferenceNeedsItsParts(crtTriangleRef, sample<ztCAD_TmplTriangle>()); }},
+      {"crtElementMipRef",
+       [] { expectReferenceNeedsItsParts(crtElementMipRef, sample<ztCAD_TmplElementMIP>()); }},
+      {"crtStructureRef",
+       [] { expectReferenceNeedsItsParts(crtStructureRef, sample<ztCAD_TmplStructure>()); }},
+      {"crtStructureRef_nostl",
+       [] {
+         expectReferenceNeedsItsParts(crtStructureRef_nostl, sample<ztCAD_TmplStructure>());
+         expectNullNameIsEmpty(crtStructureRef_nostl, lcs(), sample<ztCAD_TmplStructure>());
+       }},
+      {"crtDetailRef",
+       [] {
+         const ztCAD_TmplDetail source;
+         expectReferenceNeedsItsParts(crtDetailRef, &source);
+       }},
+      {"crtDetailRef_nostl",
+       [] {
+         const ztCAD_TmplDetail source;
+         expectReferenceNeedsItsParts(crtDetailRef_nostl, &source);
+         expectNullNameIsEmpty(crtDetailRef_nostl, lcs(), &source);
+       }},
+      {"setCommonProperty",
+       [] {
+         setCommonProperty(CommonProperty(), null<ztCAD_Point>);
+         setCommonProperty(CommonProperty(), null<ztCAD_Line>);
+         setCommonProperty(CommonProperty(), null<ztCAD_Sphere>);
+         setCommonProperty(CommonProperty(), null<ztCAD_Structure>);
+         setCommonProperty(CommonProperty(), null<ztCAD_TmplStructure>);
+         setCommonProperty(CommonProperty(), null<ztCAD_Triangle>);
+         setCommonProperty(CommonPropertyForMIP(), null<ztCAD_ElementMIP>);
+       }},
+      {"setMIP",
+       [] {
+         ztCAD_Sphere* sphere = make<ztCAD_Sphere>("A");
+         setMIP(nullptr, sphere);
+         setMIP(crtMIP(tenValues), nullptr);
+         setMIP(nullptr, nullptr);
+         setMIP(crtMIP({}), sphere);
+         EXPECT_FALSE(sphere->hasMIP());
+       }},
+      {"crtMIP", [] { EXPECT_NE(crtMIP({}), nullptr); }},
+      {"crtMIP_nostl",
+       [] {
+         EXPECT_EQ(crtMIP_nostl(nullptr, 10), null<ztCAD_MIP>);
+         EXPECT_EQ(crtMIP_nostl(nullptr, 0), null<ztCAD_MIP>);
+         EXPECT_EQ(crtMIP_nostl(tenValues.data(), -1), null<ztCAD_MIP>);
+         EXPECT_EQ(crtMIP_nostl(tenValues.data(), INT32_MIN), null<ztCAD_MIP>);
+         EXPECT_NE(crtMIP_nostl(tenValues.data(), 0), null<ztCAD_MIP>);
+       }},
+  };
+}
+
+}  // namespace boundary

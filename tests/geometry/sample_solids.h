@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "geometry/triangle.h"
+#include "node_text.h"
+
+/// Triangulated solids for the tests of their kind.
+
+using Reals = std::vector<double>;
+using Indices = std::vector<std::uint32_t>;
+
+inline ztCAD_Vertices vertices(const Reals& coordinates) {
+  ztCAD_Vertices made;
+  made.setCoordinates(coordinates);
+  return made;
+}
+
+inline ztCAD_Faces faces(const Indices& indices) {
+  ztCAD_Faces made;
+  made.setIndices(indices);
+  return made;
+}
+
+inline ztCAD_Triangle triangle(const std::string& name, const Reals& coordinates, const Indices& indices) {
+  bool nameIsFree = false;
+  return {fromUtf8(name), vertices(coordinates), faces(indices), nameIsFree};
+}
+
+inline ztCAD_Triangle oneFacet() { return triangle("S1", {0, 0, 0, 1, 0, 0, 0, 1, 0}, {0, 1, 2}); }
+
+inline ztCAD_Triangle fullSolid() {
+  ztCAD_Triangle made = oneFacet();
+  made.property().attributes().setComment("c");
+  made.property().attributes().setInform("i");
+  made.property().showable().setColor({255, 0, 0});
+  made.property().showable().setVisible(ztCAD_Visible(true));
+  made.property().setLcs(ztCAD_LCS(true, Reals(12, 1.0)));
+  made.setMip(ztCAD_MIP({1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+  return made;
+}
+
+/// What `fullSolid` writes.
+inline const char* const fullSolidXml =
+    R"(<solid LCS="CS, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1" MIP="MIP, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10" color="RGB, 255, 0, 0" comment="c" inform="i" method="triangulation" name="S1" visible="true"><vertices>
+0, 0, 0;
+1, 0, 0;
+0, 1, 0;
+</vertices><faces>
+0, 1, 2;
+</faces></solid>)";

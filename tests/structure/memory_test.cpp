@@ -1,0 +1,121 @@
+// Memory that runs out while structures take hold of each other.
+
+#include <gtest/gtest.h>
+#include <functional>
+#include <memory>
+#include <new>
+#include <ostream>
+
+#include "api/failing_memory.h"
+#include "node_text.h"
+#include "structure/read_structures.h"
+#include "structure/sample_elements.h"
+#include "structure/structure.h"
+
+namespace {
+
+/// A holder with two nested structures, one of them held twice, and a target that holds a third.
+struct Scene {
+  Scene()
+      : xml(R"(<structure name="R"><structure name="N"/>)" + pointXml +
+            R"(<structure name="M"/></structure>)") {
+    for (ztCAD_Structure* nested : {first.get(), second.get(), first.get()})
+      holder.addStructure(*nested);
+    target->addStructure(*third);
+    target->content().points.add(ztCAD_Point());
+  }
+  ztCAD_Structure holder = structure("H");
+  std::unique_ptr<ztCAD_Structure> first = std::make_unique<ztCAD_Structure>();
+  std::unique_ptr<ztCAD_Structure> second = std::make_unique<ztCAD_Structure>();
+  std::unique_ptr<ztCAD_Structure> third = std::make_unique<ztCAD_Structure>();
+  std::unique_ptr<ztCAD_Structure> target = std::make_unique<ztCAD_Structure>();
+  std::unique_ptr<ztCAD_commonStructure> made;
+  ParsedXml xml;
+};
+
+struct Row {
+  const char* name;
+  std::function<void(Scene&)> act;
+};
+std::ostream& operator<<(std::ostream& out, const Row& row) { return out << row.name; }
+
+const Row rows[] = {
+    {"Add", [](Scene& s) { s.target->addStructure(*s.first); }},
+    {"AddAgain", [](Scene& s) { s.holder.addStructure(*s.first); }},
+    {"Copy", [](Scene& s) { s.made = std::make_unique<ztCAD_Structure>(s.holder); }},
+    {"Assign", [](Scene& s) { *s.target = s.holder; }},
+    {"Clone", [](Scene& s) { s.holder.clone(); }},
+    {"Template",
+     [](Scene& s) {
+       bool nameIsFree = false;
+       s.made = std::make_unique<ztCAD_TmplStructure>("T", s.holder, nameIsFree);
+     }},
+    {"Read",
+     [](Scene& s) {
+       bool fault = false;
+       s.target->readXml(s.xml.root, fault);
+     }},
+};
+
+class StructureMemory : public testing::TestWithParam<Row> {
+ protected:
+  /// Takes the scene down in one order or the other; a pointer that was left behind is touched on the way.
+  static void takeDown(Scene& scene, bool nestedFirst) {
+    written(scene.holder);
+    written(*scene.target);
+    if (nestedFirst) {
+      scene.first.reset();
+      scene.second.reset();
+      scene.third.reset();
+      ztcad::clearReadStructures();
+      EXPECT_TRUE(scene.holder.structures().empty());
+      EXPECT_TRUE(scene.target->structures().empty());
+    }
+    scene.made.reset();
+    scene.target.reset();
+    if (!nestedFirst) {
+      scene.holder = ztCAD_Structure();
+      written(*scene.first);
+      scene.first.reset();
+      EXPECT_FALSE(scene.second->addStructure(*scene.third));
+      ztcad::clearReadStructures();
+    }
+  }
+
+  static bool isRefused(Scene& scene, long granted) {
+    const FailingMemory memory(granted, FailingMemory::Mode::Once);
+    try {
+      GetParam().act(scene);
+    } catch (const std::bad_alloc&) {
+    }
+    return memory.hasRefused();
+  }
+};
+
+TEST_P(StructureMemory, ThatRunsOutLeavesNothingDangling) {
+  for (const bool nestedFirst : {true, false}) {
+    long granted = 0;
+    for (bool refused = true; refused; ++granted) {
+      Scene scene;
+      refused = isRefused(scene, granted);
+      takeDown(scene, nestedFirst);
+    }
+    EXPECT_GT(granted, 3);
+  }
+}
+
+TEST_P(StructureMemory, ThatRunsOutLeavesTheHolderAsItWas) {
+  long granted = 0;
+  for (bool refused = true; refused; ++granted) {
+    Scene scene;
+    const std::string before = written(scene.holder);
+    refused = isRefused(scene, granted);
+    EXPECT_TRUE(!refused || written(scene.holder) == before) << granted;
+    ztcad::clearReadStructures();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Structure, StructureMemory, testing::ValuesIn(rows),
+                         [](const auto& row) { return row.param.name; });
+
+}  // namespace
