@@ -24,10 +24,9 @@ class Library {
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
   ~Library() {
-    ztcad::abandonNestedStructures(true);
+    ztcad::abandonNestedStructures(true);  // for good: what a host owns may be tied to what goes now
     ztcad::releaseCreatedObjects();
     ztcad::clearReadStructures();
-    ztcad::abandonNestedStructures(false);
     ztcad::releaseNameRegistry();
     ztcad::releaseWords();
     ztcad::destroyGuardLock();

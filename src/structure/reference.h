@@ -10,7 +10,8 @@
 #include "../property/base.h"
 #include "detail.h"
 
-class ZTCAD_API ztCAD_TmplStructure;  // exported here already, or its references would stay inside the library
+class ZTCAD_API
+    ztCAD_TmplStructure;  // exported here already, or its references would stay inside the library
 
 /// Places a template without copying it: a name and properties of its own, a coordinate system that says
 /// where, and the name of the template. The template itself is not looked up; whoever needs it finds it by
