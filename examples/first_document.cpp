@@ -4,7 +4,9 @@
 
 int main() {
   ztCAD_GMDDocument* document = crtGMDDocument("my first document");
-  const double x = 0.5, y = 0, z = -2;
+  const double x = 0.5;
+  const double y = 0;
+  const double z = -2;
   bool nameIsFree = false;
   addPointToDoc(crtPoint("origin", crtCoord(&x, &y, &z), nameIsFree), document);
   SaveGMDDocument(document, "first.xml");

@@ -30,8 +30,8 @@ ztCAD_Triangle* box(const std::string& name, const Position& low, const Position
                                                                     {3, 0, 4},
                                                                     {3, 4, 7}}};
   ztCAD_Faces* const faces = crtFaces();
-  for (const auto& facet : facets)
-    addFacet(crtFacet(&facet[0], &facet[1], &facet[2]), faces);
+  for (const auto& [i1, i2, i3] : facets)
+    addFacet(crtFacet(&i1, &i2, &i3), faces);
   bool nameIsFree = false;
   return crtTriangle(name, vertices, faces, nameIsFree);
 }

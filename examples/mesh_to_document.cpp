@@ -10,6 +10,7 @@
 #include <assimp/mesh.h>
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
+#include <algorithm>
 #include <assimp/Exporter.hpp>
 #include <assimp/Importer.hpp>
 #include <iostream>
@@ -102,15 +103,16 @@ std::unique_ptr<aiMesh> meshOf(const ztCAD_Triangle& solid) {
   mesh->mPrimitiveTypes = aiPrimitiveType_TRIANGLE;
   mesh->mNumVertices = static_cast<unsigned>(coordinates.size() / 3);
   mesh->mVertices = new aiVector3D[mesh->mNumVertices];  // Assimp deletes what its structures hold
-  for (unsigned i = 0; i < mesh->mNumVertices; ++i)
+  const double* xyz = coordinates.data();
+  for (unsigned i = 0; i < mesh->mNumVertices; ++i, xyz += 3)
     mesh->mVertices[i] =
-        aiVector3D(static_cast<ai_real>(coordinates[3 * i]), static_cast<ai_real>(coordinates[3 * i + 1]),
-                   static_cast<ai_real>(coordinates[3 * i + 2]));
+        aiVector3D(static_cast<ai_real>(xyz[0]), static_cast<ai_real>(xyz[1]), static_cast<ai_real>(xyz[2]));
   mesh->mNumFaces = static_cast<unsigned>(indices.size() / 3);
   mesh->mFaces = new aiFace[mesh->mNumFaces];
-  for (unsigned i = 0; i < mesh->mNumFaces; ++i) {
+  const std::uint32_t* facet = indices.data();
+  for (unsigned i = 0; i < mesh->mNumFaces; ++i, facet += 3) {
     mesh->mFaces[i].mNumIndices = 3;
-    mesh->mFaces[i].mIndices = new unsigned[3]{indices[3 * i], indices[3 * i + 1], indices[3 * i + 2]};
+    mesh->mFaces[i].mIndices = new unsigned[3]{facet[0], facet[1], facet[2]};
   }
   return mesh;
 }
@@ -119,9 +121,9 @@ std::unique_ptr<aiMesh> meshOf(const ztCAD_Triangle& solid) {
 /// vertices.
 bool indicesAreInRange(const ztCAD_Triangle& solid) {
   const std::size_t vertices = solid.vertices().coordinates().size() / 3;
-  for (const std::uint32_t index : solid.faces().indices())
-    if (index >= vertices) return false;
-  return true;
+  const std::vector<std::uint32_t>& indices = solid.faces().indices();
+  return std::all_of(indices.begin(), indices.end(),
+                     [vertices](std::uint32_t index) { return index < vertices; });
 }
 
 void collectSolids(const ztCAD_Cont<ztCAD_Triangle>& solids, std::vector<const ztCAD_Triangle*>& all) {
@@ -157,11 +159,14 @@ std::unique_ptr<aiScene> sceneOf(const std::vector<const ztCAD_Triangle*>& solid
   scene->mRootNode->mMeshes = new unsigned[count];
   scene->mMeshes = new aiMesh*[count];
   scene->mNumMaterials = 1;
-  scene->mMaterials = new aiMaterial* [1] { new aiMaterial };
+  scene->mMaterials = new aiMaterial*[1];
+  // NOLINTBEGIN(clang-analyzer-cplusplus.NewDeleteLeaks): the scene deletes it
+  scene->mMaterials[0] = new aiMaterial;
   for (unsigned i = 0; i < count; ++i) {
     scene->mRootNode->mMeshes[i] = i;
     scene->mMeshes[i] = meshOf(*solids[i]).release();
   }
+  // NOLINTEND(clang-analyzer-cplusplus.NewDeleteLeaks)
   return scene;
 }
 

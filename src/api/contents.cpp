@@ -142,6 +142,7 @@ bool addStructureToStructure(const ztCAD_commonStructure* element, ztCAD_commonS
   // const for the sake of the family: what is nested stays the host's to change, and names in it are made
   // unique
   return guarded(notAdded, [&] {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): see above
     return !element || !structure || structure->addStructure(const_cast<ztCAD_commonStructure&>(*element));
   });
 }

@@ -33,6 +33,7 @@ class Library {
   }
 };
 
+// NOLINTNEXTLINE(clang-diagnostic-exit-time-destructors,clang-diagnostic-global-constructors): the one there is
 const Library library;
 
 }  // namespace

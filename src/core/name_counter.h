@@ -18,7 +18,7 @@ class NameCounter {
       m_next.insert(name, 1);
       return name;
     }
-    const QString made = name + words().nameSeparator + QString::number(seen.value()++);
+    QString made = name + words().nameSeparator + QString::number(seen.value()++);
     m_next.insert(made, 1);
     return made;
   }

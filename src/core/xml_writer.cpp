@@ -49,7 +49,7 @@ struct XmlWriter::Specials {
 
   constexpr explicit Specials(std::string_view characters) {
     for (const char character : characters)
-      is[static_cast<std::size_t>(character)] = true;
+      is[static_cast<unsigned char>(character)] = true;
   }
 
   /// How many units from `units` on stand for themselves; at most one piece, so that the buffer stays small.

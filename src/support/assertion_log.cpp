@@ -59,7 +59,7 @@ ztBaseAsserter& ztBaseAsserter::instance() noexcept {
   // in static storage and never destroyed: nothing is left on the heap when the library is unloaded, and a
   // report from a late static destructor still finds it
   alignas(ztBaseAsserter) static unsigned char storage[sizeof(ztBaseAsserter)];
-  static ztBaseAsserter* const reporter = new (storage) ztBaseAsserter;
+  static auto* const reporter = new (storage) ztBaseAsserter;
   return *reporter;
 }
 

@@ -15,7 +15,7 @@ using ztcad::XmlWriter;
 
 namespace {
 
-constexpr std::size_t pieceSize = 64 * 1024;
+constexpr std::size_t pieceSize = 65536;
 
 class Pieces final : public ByteOutput {
  public:

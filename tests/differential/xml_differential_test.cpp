@@ -154,7 +154,7 @@ RandomElement randomElement(Dice& dice, int depth) {
       element.children.push_back(randomElement(dice, depth - 1));
   } else {
     for (int i = dice.roll(4); i > 0; --i)
-      element.textPieces.push_back(dice.oneIn(3) ? "" : "1.5, -2e+10, ");
+      element.textPieces.emplace_back(dice.oneIn(3) ? "" : "1.5, -2e+10, ");
   }
   return element;
 }

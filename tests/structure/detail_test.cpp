@@ -75,7 +75,7 @@ TEST(Detail, ChildrenAreWrittenByKindWhateverTheOrderOfInsertion) {
 }
 
 TEST(Detail, WritesMassDataAndProperties) {
-  ztCAD_Detail made = named<ztCAD_Detail>("D");
+  auto made = named<ztCAD_Detail>("D");
   made.property().setLcs(ztCAD_LCS(true, twelveValues()));
   made.setMip(mipRecord());
   EXPECT_EQ(written(made), std::string("<detail LCS=\"") + twelveText + "\" MIP=\"" + mipText +
@@ -83,7 +83,7 @@ TEST(Detail, WritesMassDataAndProperties) {
 }
 
 TEST(Detail, TemplateIsWrittenUnderItsOwnTagWithTheSameChildren) {
-  ztCAD_TmplDetail made = named<ztCAD_TmplDetail>("D");
+  auto made = named<ztCAD_TmplDetail>("D");
   made.content().points.add(named<ztCAD_Point>("P"));
   EXPECT_EQ(written(made).substr(0, 16), "<template_detail");
   EXPECT_EQ(childrenOf(made), "point P");
@@ -199,7 +199,7 @@ INSTANTIATE_TEST_SUITE_P(Detail, DetailAttributes, testing::ValuesIn(attributeRo
 // A rigid part without a mass is no rigid part: what is written without mass-inertia data reads back in full, yet
 // as not sound. Files are exchanged on that understanding, so the reader is not to be relaxed.
 TEST(Detail, WithoutMassDataIsWrittenButDoesNotReadBackAsSound) {
-  ztCAD_Detail source = named<ztCAD_Detail>("D");
+  auto source = named<ztCAD_Detail>("D");
   source.content().points.add(readFrom<ztCAD_Point>(pointXml));
   source.setReadOk(true);
   const std::string xml = written(source);
@@ -241,7 +241,7 @@ TEST(Detail, ContentStaysInItsPlaceWhenItIsReadAgain) {
 TEST(Detail, CopiesAreDeepAndTakeTheState) {
   const auto source = readFrom<ztCAD_Detail>(detailWith(pointXml + lineXml));
   ztCAD_Detail copy = source;
-  ztCAD_Detail assigned = readFrom<ztCAD_Detail>("<detail><solid/></detail>");
+  auto assigned = readFrom<ztCAD_Detail>("<detail><solid/></detail>");
   assigned = source;
   for (ztCAD_Detail* one : {&copy, &assigned}) {
     EXPECT_TRUE(one->passesCheck());

@@ -70,8 +70,12 @@ class Playground {
  private:
   using Structure = ztCAD_commonStructure;
 
-  std::size_t upTo(std::size_t limit) {
-    return std::uniform_int_distribution<std::size_t>(0, limit - 1)(m_random);
+  std::ptrdiff_t upTo(std::size_t limit) {
+    return std::uniform_int_distribution<std::ptrdiff_t>(0, static_cast<std::ptrdiff_t>(limit) - 1)(m_random);
+  }
+  /// The map's keys are not const; it is only looked up in.
+  static Structure* key(const Structure* structure) {
+    return const_cast<Structure*>(structure);  // NOLINT(cppcoreguidelines-pro-type-const-cast)
   }
   Structure* any() {
     return m_held.empty() ? nullptr : std::next(m_held.begin(), upTo(m_held.size()))->first;
@@ -79,7 +83,7 @@ class Playground {
 
   bool reaches(const Structure* from, const Structure* to) const {
     if (from == to) return true;
-    const Nested& nested = m_held.at(const_cast<Structure*>(from));
+    const Nested& nested = m_held.at(key(from));
     return std::any_of(nested.begin(), nested.end(), [&](const Structure* one) { return reaches(one, to); });
   }
   /// How many structures are written for this one, itself included; stops counting at a thousand.
@@ -90,7 +94,7 @@ class Playground {
     return sum;
   }
   void forget(const Structure* gone) {
-    m_held.erase(const_cast<Structure*>(gone));
+    m_held.erase(key(gone));
     for (auto& [holder, nested] : m_held)
       nested.erase(std::remove(nested.begin(), nested.end(), gone), nested.end());
   }
@@ -160,7 +164,7 @@ class Playground {
     ++done["assign"];
     *target = *source;
     m_held[target].clear();
-    for (Structure* const nested : m_held.at(const_cast<ztCAD_Structure*>(source))) {
+    for (Structure* const nested : m_held.at(key(source))) {
       if (reaches(nested, target))
         ++done["assignment left out"];
       else

@@ -411,7 +411,7 @@ TEST_F(TemplateStructure, DoesNotSeeLaterChangesOfItsSource) {
 }
 
 TEST_F(TemplateStructure, MayBeMadeOfATemplateAndTakeItsName) {
-  const ztCAD_TmplStructure source = named<ztCAD_TmplStructure>("T");
+  const auto source = named<ztCAD_TmplStructure>("T");
   bool nameIsFree = false;
   const ztCAD_TmplStructure made(source.name(), source, nameIsFree);
   EXPECT_EQ(made.name().toStdString(), "T");
