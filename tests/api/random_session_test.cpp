@@ -1,0 +1,184 @@
+#include <gtest/gtest.h>
+#include <cstddef>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "host.h"
+#include "random_seed.h"
+
+// A host that does everything with structures in any order, through the exported functions alone. After each step
+// everything that it can still reach is walked through: under the sanitizers a pointer to nothing would show.
+
+namespace {
+
+const std::string nestedXml = R"(<GMD>
+  <structure name="a" LCS=""><point name="p" center="0, 0, 0;"/>
+    <structure name="b"><structure name="c"/><structure name="c"/></structure></structure>
+  <template_structure name="t"><structure name="n"><point name="q" center="1, 2, 3;"/></structure></template_structure>
+</GMD>)";
+
+/// Structures in this one, itself included, counted as often as they are held; stops counting at the limit.
+std::size_t countFrom(const ztCAD_commonStructure& structure, std::size_t limit) {
+  std::size_t count = 1;
+  for (const ztCAD_commonStructure* nested : structure.structures()) {
+    if (count >= limit) break;
+    count += countFrom(*nested, limit - count);
+  }
+  return count;
+}
+
+class Session {
+ public:
+  explicit Session(std::uint64_t seed) : m_random(seed), m_file(m_files.put("nested.xml", nestedXml)) {
+    for (int i = 0; i < 4; ++i)
+      createStructure();
+  }
+
+  void step() {
+    using Step = void (Session::*)();
+    static constexpr Step steps[] = {&Session::createStructure,
+                                     &Session::createTemplate,
+                                     &Session::nest,
+                                     &Session::nest,
+                                     &Session::nest,
+                                     &Session::addToDocument,
+                                     &Session::addToDocument,
+                                     &Session::addElement,
+                                     &Session::removeFromDocument,
+                                     &Session::loadDocument,
+                                     &Session::loadDocument,
+                                     &Session::updateDocument,
+                                     &Session::clear,
+                                     &Session::deleteDocument,
+                                     &Session::saveAndLoad};
+    (this->*steps[roll(std::size(steps))])();
+    walk();
+  }
+
+  std::size_t walked() const { return m_walked; }
+  std::size_t saved() const { return m_saved; }
+
+ private:
+  std::size_t roll(std::size_t limit) {
+    return std::uniform_int_distribution<std::size_t>(0, limit - 1)(m_random);
+  }
+  std::string name() { return std::string(1, static_cast<char>('a' + roll(3))); }
+
+  ztCAD_GMDDocument* document() {
+    if (m_documents.empty()) m_documents.push_back(newDocument());
+    return m_documents[roll(m_documents.size())].get();
+  }
+
+  /// Everything that the host may use now: what it created, and what is in its documents, nested ones included.
+  std::vector<ztCAD_commonStructure*> reachable() const {
+    std::vector<ztCAD_commonStructure*> all(m_created);
+    for (const Document& one : m_documents) {
+      for (ztCAD_Structure& structure : *ztCAD_getStructures(one.get()))
+        all.push_back(&structure);
+      for (ztCAD_TmplStructure& structure : *ztCAD_getTmplStructures(one.get()))
+        all.push_back(&structure);
+    }
+    const std::size_t topLevel = all.size();
+    for (std::size_t i = 0; i < topLevel; ++i)
+      for (ztCAD_commonStructure* nested : all[i]->structures())
+        all.push_back(nested);
+    return all;
+  }
+  ztCAD_commonStructure* any() {
+    const auto all = reachable();
+    return all[roll(all.size())];
+  }
+
+  void createStructure() {
+    bool nameIsFree = false;
+    m_created.push_back(crtStructure(name(), crtLCS(std::vector<double>(12, 0.0)), nameIsFree));
+  }
+  void createTemplate() {
+    bool nameIsFree = false;
+    m_created.push_back(crtTmplStructure(name(), any(), nameIsFree));
+  }
+  void nest() {
+    ztCAD_commonStructure* const inner = any();
+    ztCAD_commonStructure* const outer = any();
+    constexpr std::size_t enough = 40;  // what is held on many ways is written on each of them
+    if (countFrom(*inner, enough) >= enough || countFrom(*outer, enough) >= enough) return;
+    const bool refused = addStructureToStructure(inner, outer);
+    EXPECT_TRUE(refused || inner != outer);
+  }
+  void addToDocument() {
+    ztCAD_commonStructure* const structure = m_created[roll(m_created.size())];
+    if (countFrom(*structure, 100) >= 100) return;
+    if (const auto* const instance = dynamic_cast<ztCAD_Structure*>(structure)) {
+      EXPECT_FALSE(addStructureToDoc(instance, document()));
+    } else {
+      EXPECT_FALSE(addTmplStructureToDoc(dynamic_cast<ztCAD_TmplStructure*>(structure), document()));
+    }
+  }
+  void addElement() { EXPECT_FALSE(addPointToStructure(pointNamed(name()), any())); }
+  void removeFromDocument() {
+    ztCAD_GMDDocument* const one = document();
+    auto& structures = *ztCAD_getStructures(one);
+    if (structures.empty()) return;
+    EXPECT_TRUE(removeStructureFromDoc(&structures.front(), one));
+  }
+  void loadDocument() {
+    if (m_documents.size() == 4) return deleteDocument();
+    m_documents.push_back(loadFile(m_file).document);
+  }
+  void updateDocument() {
+    std::int32_t code = -1;
+    bool fault = true;
+    UpdateGMDDoc(document(), m_file, code, fault);
+    EXPECT_EQ(code, 0);
+    EXPECT_FALSE(fault);
+  }
+  void clear() { ClearGMDDoc(); }
+  void deleteDocument() {
+    if (!m_documents.empty())
+      m_documents.erase(m_documents.begin() + static_cast<std::ptrdiff_t>(roll(m_documents.size())));
+  }
+  void saveAndLoad() {
+    ztCAD_GMDDocument* const one = document();
+    std::size_t size = 0;
+    for (const ztCAD_Structure& structure : *ztCAD_getStructures(one))
+      size += countFrom(structure, 1000);
+    if (size >= 1000) return;
+    SaveGMDDocument(one, m_files.path("saved.xml"));
+    const Loaded loaded = loadFile(m_files.path("saved.xml"));  // its end clears what was made by reading
+    EXPECT_TRUE(loaded.code == 0 || loaded.code == 120) << loaded.code;
+    ++m_saved;
+  }
+
+  void walk() {
+    for (const ztCAD_commonStructure* structure : reachable())
+      m_walked += static_cast<std::size_t>(structure->name().size()) + countFrom(*structure, 100) +
+                  structure->content().points.size();
+  }
+
+  std::mt19937_64 m_random;
+  TemporaryFiles m_files;
+  std::string m_file;
+  std::vector<ztCAD_commonStructure*> m_created;  // the library's, until it is unloaded
+  std::vector<Document> m_documents;
+  std::size_t m_walked = 0;
+  std::size_t m_saved = 0;
+};
+
+}  // namespace
+
+TEST(RandomSession, LeavesNoPointerToWhatIsGone) {
+  const std::uint64_t seed = randomSeed();
+  std::size_t walked = 0;
+  std::size_t saved = 0;
+  for (std::uint64_t round = 0; round < 150; ++round) {
+    Session session(seed + round);
+    for (int step = 0; step < 150; ++step)
+      session.step();
+    walked += session.walked();
+    saved += session.saved();
+  }
+  EXPECT_GT(walked, 100000U);
+  EXPECT_GT(saved, 400U);
+}
