@@ -9,10 +9,9 @@
 using ztcad::words;
 
 // A copy concerns the coordinates, its property block is a new one.
+// NOLINTNEXTLINE(bugprone-copy-constructor-init): see above
 ztCAD_Vertices::ztCAD_Vertices(const ztCAD_Vertices& other)
-    : ztCAD_Base(),  // NOLINT(bugprone-copy-constructor-init): see above
-      ztCAD_ISerialize(other),
-      m_coordinates(other.m_coordinates) {}
+    : ztCAD_Base(), ztCAD_ISerialize(other), m_coordinates(other.m_coordinates) {}
 
 ztCAD_Vertices& ztCAD_Vertices::operator=(const ztCAD_Vertices& other) {
   m_coordinates = other.m_coordinates;  // the property block stays
