@@ -29,30 +29,30 @@ std::size_t countFrom(const ztCAD_commonStructure& structure, std::size_t limit)
   return count;
 }
 
-class Session {
+class Host {
  public:
-  explicit Session(std::uint64_t seed) : m_random(seed), m_file(m_files.put("nested.xml", nestedXml)) {
+  explicit Host(std::uint64_t seed) : m_random(seed), m_file(m_files.put("nested.xml", nestedXml)) {
     for (int i = 0; i < 4; ++i)
       createStructure();
   }
 
   void step() {
-    using Step = void (Session::*)();
-    static constexpr Step steps[] = {&Session::createStructure,
-                                     &Session::createTemplate,
-                                     &Session::nest,
-                                     &Session::nest,
-                                     &Session::nest,
-                                     &Session::addToDocument,
-                                     &Session::addToDocument,
-                                     &Session::addElement,
-                                     &Session::removeFromDocument,
-                                     &Session::loadDocument,
-                                     &Session::loadDocument,
-                                     &Session::updateDocument,
-                                     &Session::clear,
-                                     &Session::deleteDocument,
-                                     &Session::saveAndLoad};
+    using Step = void (Host::*)();
+    static constexpr Step steps[] = {&Host::createStructure,
+                                     &Host::createTemplate,
+                                     &Host::nest,
+                                     &Host::nest,
+                                     &Host::nest,
+                                     &Host::addToDocument,
+                                     &Host::addToDocument,
+                                     &Host::addElement,
+                                     &Host::removeFromDocument,
+                                     &Host::loadDocument,
+                                     &Host::loadDocument,
+                                     &Host::updateDocument,
+                                     &Host::clear,
+                                     &Host::deleteDocument,
+                                     &Host::saveAndLoad};
     (this->*steps[roll(std::size(steps))])();
     walk();
   }
@@ -168,16 +168,16 @@ class Session {
 
 }  // namespace
 
-TEST(RandomSession, LeavesNoPointerToWhatIsGone) {
+TEST(RandomHost, LeavesNoPointerToWhatIsGone) {
   const std::uint64_t seed = randomSeed();
   std::size_t walked = 0;
   std::size_t saved = 0;
   for (std::uint64_t round = 0; round < 150; ++round) {
-    Session session(seed + round);
+    Host host(seed + round);
     for (int step = 0; step < 150; ++step)
-      session.step();
-    walked += session.walked();
-    saved += session.saved();
+      host.step();
+    walked += host.walked();
+    saved += host.saved();
   }
   EXPECT_GT(walked, 100000U);
   EXPECT_GT(saved, 400U);
