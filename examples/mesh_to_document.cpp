@@ -67,12 +67,12 @@ int meshToDocument(const std::string& input, const std::string& output) {
   if (!scene) return fail(input + ": " + importer.GetErrorString());
 
   ztCAD_GMDDocument* const document = crtGMDDocument("converted from " + input);
-  ztCAD_HeaderNode* const header = crtHeader();
-  header->setInform(QString::fromStdString("converted from " + input));
-  header->setMajorVersion(2);
-  header->setMinorVersion(1);
-  header->setProducerName(QString::fromUtf8("mesh_to_document"));
-  setHeader(header, document);
+  ztCAD_HeaderNode header;
+  header.setInform(QString::fromStdString("converted from " + input));
+  header.setMajorVersion(2);
+  header.setMinorVersion(1);
+  header.setProducerName(QString::fromUtf8("mesh_to_document"));
+  setHeader(&header, document);
   for (unsigned i = 0; i < scene->mNumMeshes; ++i) {
     const aiMesh& mesh = *scene->mMeshes[i];
     std::string name;

@@ -53,12 +53,12 @@ void buildRig(ztCAD_GMDDocument* document) {
   bool nameIsFree = false;
   addTmplPointToDoc(crtTmplPoint("marker", crtPoint("tip", coord(tip), nameIsFree), nameIsFree), document);
 
-  ztCAD_HeaderNode* const header = crtHeader();
-  header->setInform(QString::fromUtf8("double pendulum"));
-  header->setMajorVersion(2);
-  header->setMinorVersion(1);
-  header->setProducerName(QString::fromUtf8("pendulum"));
-  setHeader(header, document);
+  ztCAD_HeaderNode header;
+  header.setInform(QString::fromUtf8("double pendulum"));
+  header.setMajorVersion(2);
+  header.setMinorVersion(1);
+  header.setProducerName(QString::fromUtf8("pendulum"));
+  setHeader(&header, document);
 }
 
 /// The names of the points, as the document holds them now.
