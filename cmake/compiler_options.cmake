@@ -4,7 +4,8 @@ add_library(ztCAD_options INTERFACE)
 
 if(ZTCAD_STRICT_WARNINGS)
   if(MSVC)
-    target_compile_options(ztCAD_options INTERFACE /W4)
+    # not: members of the standard library's and of Qt's types in exported classes, which every such class has
+    target_compile_options(ztCAD_options INTERFACE /W4 /wd4251 /wd4275)
   else()
     target_compile_options(ztCAD_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
                            -Wno-sign-conversion -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual)
@@ -12,7 +13,12 @@ if(ZTCAD_STRICT_WARNINGS)
 endif()
 
 if(MSVC)
-  target_compile_options(ztCAD_options INTERFACE /utf-8)
+  target_compile_options(ztCAD_options INTERFACE /utf-8 /permissive- /Zc:__cplusplus /EHsc)
+endif()
+
+if(WIN32)
+  # of the system's header the plain functions, without macros named min and max
+  target_compile_definitions(ztCAD_options INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX)
 endif()
 
 if(ZTCAD_SANITIZE)

@@ -18,6 +18,24 @@ inline std::string bytesOf(const std::string& fileName) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
+/// The bytes of a file that was written as text, with LF for every line end: where the system's text files have CR LF,
+/// each line must have one.
+inline std::string textBytesOf(const std::string& fileName) {
+#if defined(_WIN32)
+  std::string text;
+  for (const char byte : bytesOf(fileName)) {
+    if (byte == '\n') {
+      if (text.empty() || text.back() != '\r') throw std::runtime_error("a line without CR in " + fileName);
+      text.pop_back();
+    }
+    text += byte;
+  }
+  return text;
+#else
+  return bytesOf(fileName);
+#endif
+}
+
 /// Writes a file as a whole.
 inline void putBytes(const std::string& fileName, const std::string& bytes) {
   std::ofstream file(std::filesystem::u8path(fileName), std::ios::binary);

@@ -7,7 +7,15 @@
 #include "../support/_Common/lazy_lock.h"
 #include "created_objects.h"
 
+#if defined(_WIN32)
+#include <windows.h>
+#endif
+
 namespace {
+
+// Windows ends a process by ending its other threads wherever they are and taking the libraries down afterwards: a
+// thread may have held the heap or half a list. The memory goes with the process, so nothing is released then.
+bool processIsEnding = false;
 
 /// The one object of the library with a constructor and a destructor that the system runs: load step and
 /// unload step.
@@ -24,6 +32,7 @@ class Library {
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
   ~Library() {
+    if (processIsEnding) return;
     ztcad::abandonNestedStructures(true);  // for good: what a host owns may be tied to what goes now
     ztcad::releaseCreatedObjects();
     ztcad::clearReadStructures();
@@ -37,6 +46,15 @@ class Library {
 const Library library;
 
 }  // namespace
+
+#if defined(_WIN32)
+// Called by the system before the destructors of static objects; `reserved` tells the end of the process from
+// FreeLibrary.
+extern "C" BOOL WINAPI DllMain(HINSTANCE /*library*/, DWORD reason, LPVOID reserved) {
+  if (reason == DLL_PROCESS_DETACH) processIsEnding = reserved != nullptr;
+  return TRUE;
+}
+#endif
 
 ztParallel* getParallel_Morvik() { return &ztcad::parallelSettings(); }
 

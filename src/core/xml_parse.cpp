@@ -2,11 +2,14 @@
 
 #include <optional>
 #include <QBuffer>
+#include <QRegularExpression>
+#include <QTextCodec>
 #include <QXmlDefaultHandler>
 #include <QXmlInputSource>
 #include <QXmlSimpleReader>
 #include <tuple>
 
+#include "windows1251.h"
 #include "xml_scan.h"
 
 namespace ztcad {
@@ -42,6 +45,23 @@ Position positionOf(const QString& text, int index) {
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED
 
+/// Whether the text begins with a declaration that names windows-1251, looked for where Qt looks.
+bool declaresWindows1251(const QString& text) {
+  const QRegularExpression declaration(QLatin1String(R"(^<\?xml[^>]*?encoding[^'">]*['"]([^'">]*))"));
+  const QString name = declaration.match(text).captured(1);
+  const QTextCodec* const codec = QTextCodec::codecForName(name.toLatin1());
+  return codec && codec->name() == "windows-1251";
+}
+
+/// Puts in U+0098 for the byte 98 hex of windows-1251. The code page leaves that byte open, and a Qt without ICU
+/// makes it a replacement character: what was saved would not be read back, and each system would read another text.
+void keepOpenByte(const QByteArray& bytes, QString& text) {
+  constexpr char open = '\x98';
+  if (text.size() != bytes.size() || !bytes.contains(open) || !declaresWindows1251(text)) return;
+  for (int at = bytes.indexOf(open); at >= 0; at = bytes.indexOf(open, at + 1))
+    text[at] = windows1251ToUnicode(static_cast<unsigned char>(open));
+}
+
 /// Decodes as Qt's parser does. A block that gives no characters ends the text, for the parser too.
 QString decoded(const QByteArray& bytes) {
   QBuffer buffer;
@@ -52,9 +72,11 @@ QString decoded(const QByteArray& bytes) {
   while (true) {
     source.fetchData();
     const QString block = source.data();
-    if (block.isEmpty()) return text;
+    if (block.isEmpty()) break;
     text += block;
   }
+  keepOpenByte(bytes, text);
+  return text;
 }
 
 /// Reads a text as `QDomDocument::setContent` does, but builds nothing and looks how deep the elements are

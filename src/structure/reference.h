@@ -19,7 +19,7 @@ class ZTCAD_API
 ///
 /// The placement is always a model system, the attribute "MCS", also when a local one was given.
 template <typename Template>
-class ZTCAD_TEMPLATE_API ztCAD_commonRef : public ztCAD_Base, public ztCAD_INode, public ztCAD_ISerialize {
+class ZTCAD_API ztCAD_commonRef : public ztCAD_Base, public ztCAD_INode, public ztCAD_ISerialize {
  public:
   const ztCAD_LCS& lcs() const { return m_lcs; }
   /// Made a model system, whatever it was.
@@ -48,12 +48,14 @@ class ZTCAD_TEMPLATE_API ztCAD_commonRef : public ztCAD_Base, public ztCAD_INode
   std::unique_ptr<ztCAD_gArche> m_archetype;  // never null
 };
 
+#if !defined(_MSC_VER) || !defined(ZTCAD_BUILDING_LIBRARY)  // Visual C++ exports no "extern" instance
 extern template class ztCAD_commonRef<ztCAD_TmplPoint>;
 extern template class ztCAD_commonRef<ztCAD_TmplLine>;
 extern template class ztCAD_commonRef<ztCAD_TmplTriangle>;
 extern template class ztCAD_commonRef<ztCAD_TmplElementMIP>;
 extern template class ztCAD_commonRef<ztCAD_TmplDetail>;
 extern template class ztCAD_commonRef<ztCAD_TmplStructure>;
+#endif
 
 /// A placed template point. For all six kinds: @param nameIsFree output, always true, also for the second of
 /// two references of one name.

@@ -49,7 +49,7 @@ inline Parsed parse(const std::string& xml) {
 inline std::string savedBytes(ztCAD_GMDDocument* document) {
   const TemporaryFiles files;
   SaveGMDDocument(document, files.path("document.xml"));
-  return bytesOf(files.path("document.xml"));
+  return textBytesOf(files.path("document.xml"));
 }
 
 inline std::string textOf(const ztCAD_GMDDocument* document, bool textForm = true) {

@@ -109,6 +109,30 @@ TEST(ParseXml, BytesAreDecodedAsTheyDeclare) {
   EXPECT_EQ(tree.documentElement().attribute("a"), QString(QChar(0x42f)));
 }
 
+TEST(ParseXml, Byte98HexOfWindows1251IsKeptWhereverTheDeclarationNamesIt) {
+  for (const char* const declaration :
+       {"<?xml version='1.0' encoding='windows-1251'?>", "<?xml version=\"1.0\" encoding=\"Windows-1251\"?>",
+        "<?xml version='1.0' encoding = 'CP1251' standalone=\"yes\"?>"}) {
+    QDomDocument tree;
+    parseXml(QByteArray(declaration) + "<r a='\x98 x\x98'/>", tree);
+    EXPECT_EQ(tree.documentElement().attribute("a"), QString(QChar(0x98)) + " x" + QChar(0x98))
+        << declaration;
+  }
+}
+
+TEST(ParseXml, Byte98HexOfAnotherEncodingIsWhatQtTakesItFor) {
+  for (const char* const declaration :
+       {"", "<?xml version='1.0' encoding='UTF-8'?>",
+        "<?xml version='1.0' encoding='KOI8-R' note='windows-1251'?>", "<!-- encoding='windows-1251' -->"}) {
+    const QByteArray text = QByteArray(declaration) + "<r a='\x98'/>";
+    QDomDocument byQt;
+    byQt.setContent(text);
+    QDomDocument tree;
+    parseXml(text, tree);
+    EXPECT_EQ(tree.documentElement().attribute("a"), byQt.documentElement().attribute("a")) << declaration;
+  }
+}
+
 TEST(ParseXml, ATextIsTextWhateverItDeclares) {
   QDomDocument tree;
   const QString text = QString::fromUtf8("<?xml version='1.0' encoding='windows-1251'?><r a='Я中'/>");

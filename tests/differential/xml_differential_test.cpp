@@ -4,6 +4,7 @@
 #include <QBuffer>
 #include <QDomDocument>
 #include <QRegularExpression>
+#include <QTextCodec>
 #include <QTextStream>
 #include <QXmlDefaultHandler>
 #include <QXmlInputSource>
@@ -396,6 +397,11 @@ struct Counts {
   int refused = 0;
 };
 
+/// Whether the bytes hold the one that windows-1251 leaves open: a Qt without ICU does not read it.
+bool holdsTheOpenByte(const QByteArray& bytes) {
+  return bytes.contains('\x98') && QTextCodec::codecForName("windows-1251")->toUnicode("\x98") != QChar(0x98);
+}
+
 void compareWithQt(const QByteArray& bytes, Counts& counts) {
   const Witness witness(bytes);
   QDomDocument tree;
@@ -427,7 +433,7 @@ void compareWithQt(const QByteArray& bytes, Counts& counts) {
   ASSERT_EQ(outcome.line, line) << shown;
   ASSERT_EQ(outcome.column, column) << shown;
   ++(outcome.parsed ? counts.accepted : counts.illFormed);
-  if (mayHoldALongReference(bytes)) return;
+  if (mayHoldALongReference(bytes) || holdsTheOpenByte(bytes)) return;
   ASSERT_EQ(told(tree), told(byQt)) << shown;
 }
 

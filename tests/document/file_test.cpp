@@ -9,6 +9,9 @@
 
 #include "temporary_files.h"
 
+#if defined(_WIN32)
+#include <windows.h>
+#endif
 #if defined(__linux__)
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -39,7 +42,7 @@ class FileWriting : public testing::Test {
 TEST_F(FileWriting, NewFileHoldsTheBytesAndNothingElseIsLeft) {
   for (const std::string& bytes : {std::string(), std::string("a\n"), std::string("a\0\r\n\xFF", 5)}) {
     EXPECT_TRUE(write(target, bytes));
-    EXPECT_EQ(bytesOf(target), bytes);
+    EXPECT_EQ(textBytesOf(target), bytes);
     EXPECT_EQ(files.names(), Names{"document.xml"});
   }
 }
@@ -53,7 +56,7 @@ TEST_F(FileWriting, PiecesFollowEachOther) {
       all += piece;
     }
   }));
-  EXPECT_TRUE(bytesOf(target) == all);
+  EXPECT_TRUE(textBytesOf(target) == all);
 }
 
 TEST_F(FileWriting, EarlierFileStaysWholeUntilTheEnd) {
@@ -93,6 +96,19 @@ TEST_F(FileWriting, NameThatHoldsANulIsNoName) {
   EXPECT_EQ(bytesOf(target), "earlier");
   EXPECT_EQ(files.names(), Names{"document.xml"});
 }
+
+#if defined(_WIN32)
+
+TEST_F(FileWriting, HardLinksStayOneFile) {
+  putBytes(target, "earlier and longer");
+  const std::string other = files.path("other.xml");
+  ASSERT_TRUE(CreateHardLinkA(other.c_str(), target.c_str(), nullptr));
+  EXPECT_TRUE(write(target, "x"));
+  EXPECT_EQ(bytesOf(other), "x");
+  EXPECT_EQ(files.names(), (Names{"document.xml", "other.xml"}));
+}
+
+#endif
 
 // ----------------------------------------------------------------------------------------------------------- reading
 

@@ -56,10 +56,14 @@ TEST_F(Loading, EmptiesEveryContainerFirst) {
 }
 
 TEST_F(Loading, MissingFileGives100AndLeavesTheDocument) {
+  Names names = {"", files.path("absent.xml"), files.path("absent/document.xml"),
+                 files.path("absent\xFF.xml")};
+#if !defined(_WIN32)  // there a link is a file as any other
   ASSERT_TRUE(QFile::link("nowhere", QString::fromStdString(files.path("dangling"))));
+  names.push_back(files.path("dangling"));
+#endif
   const CapturedDebugOutput output;
-  for (const std::string& name : {std::string(), files.path("absent.xml"), files.path("absent/document.xml"),
-                                  files.path("dangling"), files.path("absent\xFF.xml")}) {
+  for (const std::string& name : names) {
     const FileLoad load = loadFile(document, name);
     EXPECT_EQ(load.code, 100) << name;
     EXPECT_FALSE(load.read) << name;

@@ -46,11 +46,11 @@ inline StringLoad loadString(ztCAD_GMDDocument& document, const std::string& xml
   return load;
 }
 
-/// The bytes that a save leaves in a file.
+/// The bytes that a save leaves in a file, its line ends as LF.
 inline std::string savedBytes(ztCAD_GMDDocument& document) {
   const TemporaryFiles files;
   document.saveToFile(files.path("document.xml"));
-  return bytesOf(files.path("document.xml"));
+  return textBytesOf(files.path("document.xml"));
 }
 
 inline std::string textOf(const ztCAD_GMDDocument& document) {

@@ -188,6 +188,30 @@ TEST(Saving, WhatWasSavedLoadsAgain) {
   EXPECT_EQ(savedBytes(loaded), savedBytes(document));
 }
 
+TEST(Saving, LineEndsAreThoseOfTheSystemsTextFilesAndReadAlike) {
+#if defined(_WIN32)
+  const std::string lineEnd = "\r\n";
+  const std::string other = "\n";
+#else
+  const std::string lineEnd = "\n";
+  const std::string other = "\r\n";
+#endif
+  const auto textWith = [](const std::string& end) {
+    return R"(<?xml version="1.0" encoding="windows-1251"?>)" + end + "<GMD>" + end +
+           R"(   <header inform="&#xd;&#xa;"/>)" + end + "</GMD>" + end;
+  };
+  const TemporaryFiles files;
+  ztCAD_GMDDocument document("\r\n");
+  document.saveToFile(files.path("document.xml"));
+  EXPECT_EQ(bytesOf(files.path("document.xml")), textWith(lineEnd));
+  for (const std::string& end : {lineEnd, other}) {
+    ztCAD_GMDDocument loaded("");
+    EXPECT_EQ(loadBytes(loaded, textWith(end)).code, 0);
+    EXPECT_EQ(loaded.header().inform(), QString("\r\n"));
+    EXPECT_EQ(savedBytes(loaded), savedBytes(document));
+  }
+}
+
 TEST(Saving, DoesNotTouchTheTreeThatWasLoaded) {
   ztCAD_GMDDocument document("");
   loadString(document, "<GMD><x/></GMD>");
@@ -221,7 +245,7 @@ TEST(Saving, AnEarlierFileIsReplacedWhole) {
   files.put("document.xml", std::string(100000, 'x'));
   ztCAD_GMDDocument document("");
   document.saveToFile(files.path("document.xml"));
-  EXPECT_EQ(bytesOf(files.path("document.xml")), saved("   <header inform=\"\"/>\n"));
+  EXPECT_EQ(textBytesOf(files.path("document.xml")), saved("   <header inform=\"\"/>\n"));
 }
 
 TEST(Saving, ManyElementsAreAllWritten) {

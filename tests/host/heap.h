@@ -2,7 +2,9 @@
 
 #include <cstddef>
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(_WIN32)
+#include <malloc.h>
+#elif defined(__SANITIZE_ADDRESS__)
 #include <sanitizer/lsan_interface.h>
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes();  // GCC installs no header for it
 #else
@@ -11,7 +13,13 @@ extern "C" std::size_t __sanitizer_get_current_allocated_bytes();  // GCC instal
 
 /// Bytes that this process has on the heap at the moment.
 inline std::size_t heapInUse() {
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(_WIN32)
+  std::size_t inUse = 0;
+  _HEAPINFO block{};
+  while (_heapwalk(&block) == _HEAPOK)
+    if (block._useflag == _USEDENTRY) inUse += block._size;
+  return inUse;
+#elif defined(__SANITIZE_ADDRESS__)
   return __sanitizer_get_current_allocated_bytes();
 #else
   const auto heap = mallinfo2();

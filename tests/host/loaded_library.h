@@ -1,9 +1,8 @@
 #pragma once
 
-#include <dlfcn.h>
 #include <ztCAD/ztCAD.h>
-#include <stdexcept>
-#include <string>
+
+#include "system_loader.h"
 
 /// The address of something exported, as whatever function the reader takes it for.
 class ExportedAddress {
@@ -22,18 +21,12 @@ class ExportedAddress {
 /// The shared library, opened by a host that was not linked with it. The functions are found by name; their types are
 /// those of the public headers.
 class LoadedLibrary {
-  static void* open() {
-    void* const handle = dlopen(path(), RTLD_NOW | RTLD_LOCAL);
-    if (!handle) throw std::runtime_error(dlerror());
-    return handle;
-  }
-
-  void* m_handle;  // before the functions, which are looked up through it
+  void* m_handle = system_loader::open(path());  // before the functions, which are looked up through it
 
  public:
-  LoadedLibrary() : m_handle(open()) {}
+  LoadedLibrary() = default;
   ~LoadedLibrary() {
-    if (m_handle) dlclose(m_handle);
+    if (m_handle) system_loader::close(m_handle);
   }
   LoadedLibrary(const LoadedLibrary&) = delete;
   LoadedLibrary& operator=(const LoadedLibrary&) = delete;
@@ -41,24 +34,16 @@ class LoadedLibrary {
   static const char* path() { return ZTCAD_LIBRARY; }
 
   /// Whether the system's loader still counts it among the loaded ones.
-  static bool isLoaded() {
-    void* const handle = dlopen(path(), RTLD_NOW | RTLD_NOLOAD);
-    if (handle) dlclose(handle);
-    return handle != nullptr;
-  }
+  static bool isLoaded() { return system_loader::isLoaded(path()); }
 
   /// Gives the library back; nothing may be called afterwards.
   void close() {
-    if (dlclose(m_handle) != 0) throw std::runtime_error(dlerror());
+    void* const handle = m_handle;
     m_handle = nullptr;
+    system_loader::close(handle);
   }
 
-  /// Also finds what the libraries export that this one needs.
-  ExportedAddress at(const char* name) const {
-    void* const address = dlsym(m_handle, name);
-    if (!address) throw std::runtime_error(dlerror());
-    return ExportedAddress(address);
-  }
+  ExportedAddress at(const char* name) const { return ExportedAddress(system_loader::find(m_handle, name)); }
 
   decltype(::addPointToDoc)& addPointToDoc = at("addPointToDoc");
   decltype(::addTmplPointToDoc)& addTmplPointToDoc = at("addTmplPointToDoc");

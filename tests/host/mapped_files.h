@@ -1,11 +1,19 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <set>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#if defined(_WIN32)
+#define PSAPI_VERSION 2  // the functions lie in the system's first library
+#include <windows.h>
+// after windows.h
+#include <psapi.h>
+#endif
 
 /// A part of a file that is mapped into this process.
 struct MappedPart {
@@ -13,8 +21,32 @@ struct MappedPart {
   std::uintptr_t end = 0;
   std::string file;
 
-  bool isOfTheLibrary() const { return file.find("/libztCAD.so") != std::string::npos; }
+  bool isOfTheLibrary() const {
+    const std::string name = std::filesystem::path(file).filename().string();
+    return name == "ztCAD.dll" || name.rfind("libztCAD.so", 0) == 0;
+  }
 };
+
+#if defined(_WIN32)
+
+/// The program and the libraries that are loaded, each as one part.
+inline std::vector<MappedPart> mappedParts() {
+  HMODULE modules[1024];
+  DWORD bytes = 0;
+  if (!EnumProcessModules(GetCurrentProcess(), modules, sizeof modules, &bytes)) return {};
+  std::vector<MappedPart> parts;
+  for (std::size_t i = 0; i < bytes / sizeof(HMODULE); ++i) {
+    MODULEINFO info{};
+    char name[4096] = {};
+    GetModuleInformation(GetCurrentProcess(), modules[i], &info, sizeof info);
+    GetModuleFileNameA(modules[i], name, sizeof name);
+    const auto begin = reinterpret_cast<std::uintptr_t>(info.lpBaseOfDll);
+    parts.push_back({begin, begin + info.SizeOfImage, name});
+  }
+  return parts;
+}
+
+#else
 
 /// All of them, as the system tells them; memory without a file is left out.
 inline std::vector<MappedPart> mappedParts() {
@@ -32,6 +64,8 @@ inline std::vector<MappedPart> mappedParts() {
   return parts;
 }
 
+#endif
+
 inline std::set<std::string> mappedFiles() {
   std::set<std::string> files;
   for (const MappedPart& part : mappedParts())
@@ -47,8 +81,15 @@ inline bool libraryIsMapped() {
 
 /// Whether an address belongs to the code or the data of the library, which go when it is unloaded.
 inline bool liesInLibrary(const void* address) {
+#if defined(_WIN32)
+  HMODULE owner = nullptr;
+  const DWORD flags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+  return GetModuleHandleExA(flags, static_cast<LPCSTR>(address), &owner) &&
+         owner == GetModuleHandleA("ztCAD.dll");
+#else
   const auto place = reinterpret_cast<std::uintptr_t>(address);
   for (const MappedPart& part : mappedParts())
     if (part.isOfTheLibrary() && part.begin <= place && place < part.end) return true;
   return false;
+#endif
 }

@@ -7,8 +7,26 @@
 #include "late_calls.h"
 #include "loaded_library.h"
 #include "plain_work.h"
+#if defined(_WIN32)
+#include "late_part.h"
+#endif
 
 namespace {
+
+#if defined(_WIN32)
+
+// Static objects of a program go there before any library does, but libraries that came earlier go later: this is called
+// by one.
+class LateCaller {
+ public:
+  void prepare(const LateFunctions& functions) {
+    static LateCalls calls;  // its memory stays to the end
+    calls.prepare(functions);
+    callWhenThisPartGoes([] { calls.run(); });
+  }
+};
+
+#else
 
 /// A static object of the host. It was there before the library was opened, so its end comes after the unload step.
 class LateCaller {
@@ -25,6 +43,8 @@ class LateCaller {
  private:
   LateCalls m_calls;
 };
+
+#endif
 
 LateCaller lateCaller;
 

@@ -1,7 +1,6 @@
 // A host that knows the library by its file name and its functions by theirs, and is linked with nothing of it: neither
 // with Qt nor with OpenMP. Each test has a process of its own, in which nobody opened the library before.
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <cstdio>
 #include <cstdlib>
@@ -18,6 +17,14 @@
 
 namespace {
 
+#if defined(_WIN32)
+
+void setEnvironment(const char* name, const char* value) { _putenv_s(name, value); }
+
+#else
+
+void setEnvironment(const char* name, const char* value) { setenv(name, value, 1); }
+
 /// Loads all that the library needs, and for good, as for a host that works with Qt and OpenMP itself. Without it Qt,
 /// ICU and OpenMP go with the library and come again, and lose some memory of their own each time.
 void keepWhatTheLibraryNeeds() {
@@ -28,10 +35,12 @@ void keepWhatTheLibraryNeeds() {
       dlopen(part.file.c_str(), RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
 }
 
+#endif
+
 class Reloading : public testing::Test {
  protected:
   Reloading() {
-    setenv("OMP_NUM_THREADS", "3", 1);  // what OpenMP would take if the library did not set it
+    setEnvironment("OMP_NUM_THREADS", "3");  // what OpenMP would take if the library did not set it
 #if defined(__SANITIZE_ADDRESS__)
     keepWhatTheLibraryNeeds();  // the leak check would tell what those lose
 #endif
@@ -55,8 +64,8 @@ PlainResults openWorkAndClose() {
 TEST(PlainHost, StartsWithNothingOfTheLibrary) {
   expectGone();
   for (const std::string& file : mappedFiles()) {
-    EXPECT_EQ(file.find("libQt5"), std::string::npos) << file;
-    EXPECT_EQ(file.find("libgomp"), std::string::npos) << file;
+    for (const char* const needed : {"Qt5Core", "Qt5Xml", "libgomp"})
+      EXPECT_EQ(file.find(needed), std::string::npos) << file;
   }
 }
 
@@ -85,6 +94,8 @@ TEST_F(Reloading, EveryOpeningStartsFromTheBeginning) {
   expectGone();
 }
 
+#if !defined(_WIN32)  // what each library leaves behind on the system's heap is Windows' own affair there
+
 [[noreturn]] void goThroughRoundsAndTellWhatIsLost() {
   constexpr int roundsToSettle = 5;
   constexpr int rounds = 40;
@@ -109,10 +120,12 @@ TEST_F(Reloading, EveryOpeningStartsFromTheBeginning) {
 TEST_F(Reloading, RoundsDoNotAddUpInMemory) {
   // Blocks that malloc holds ready for a thread count as used and blur the figures. It reads this when a process
   // starts, so the rounds run in a new one.
-  setenv("GLIBC_TUNABLES", "glibc.malloc.tcache_count=0", 1);
+  setEnvironment("GLIBC_TUNABLES", "glibc.malloc.tcache_count=0");
   testing::GTEST_FLAG(death_test_style) = "threadsafe";
   EXPECT_EXIT(goThroughRoundsAndTellWhatIsLost(), testing::ExitedWithCode(EXIT_SUCCESS), "bytes");
 }
+
+#endif
 
 TEST_F(Reloading, ASecondHandleKeepsTheLibraryWithAllThatWasMade) {
   LoadedLibrary first;
@@ -205,8 +218,10 @@ TEST_F(Reloading, AfterEachLoadEveryCountIsOne) {
     EXPECT_EQ(settings->mode, 1);
     EXPECT_EQ(settings->logicalThreads, 1U);
     EXPECT_EQ(settings->physicalThreads, 1U);
+#if !defined(_WIN32)  // only here are the functions of OpenMP found through the library
     int (&omp_get_max_threads)() = library.at("omp_get_max_threads");
     EXPECT_EQ(omp_get_max_threads(), 1);
+#endif
     *settings = ztParallel{0, 7, 5};  // the next load does not see this
     library.close();
   }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
+#include <random>
 #include <stdexcept>
 #include <string>
 
@@ -9,7 +9,7 @@
 class ScratchFolder {
  public:
   ScratchFolder() {
-    if (!mkdtemp(m_path.data())) throw std::runtime_error("no scratch folder");
+    if (!std::filesystem::create_directory(m_path)) throw std::runtime_error("no scratch folder");
   }
   ~ScratchFolder() {
     std::error_code ignored;
@@ -18,8 +18,12 @@ class ScratchFolder {
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
 
-  std::string file(const std::string& name) const { return m_path + '/' + name; }
+  /// The path of a file in it, which need not exist. Names are UTF-8.
+  std::string file(const std::string& name) const {
+    return (m_path / std::filesystem::u8path(name)).u8string();
+  }
 
  private:
-  std::string m_path = (std::filesystem::temp_directory_path() / "ztcad-host-XXXXXX").string();
+  std::filesystem::path m_path =
+      std::filesystem::temp_directory_path() / ("ztcad-host-" + std::to_string(std::random_device{}()));
 };

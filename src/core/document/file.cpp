@@ -1,12 +1,15 @@
 #include "file.h"
 
 #include <cerrno>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <stdexcept>
 
-#if !defined(_WIN32)
+#if defined(_WIN32)
+#include <windows.h>
+#else
 #include <sys/stat.h>
 #endif
 
@@ -43,10 +46,24 @@ bool fill(QIODevice& device, const std::function<void(ByteOutput&)>& write) {
   return true;
 }
 
+#if defined(_WIN32)
+/// Names that a file has; 0 when the system does not tell.
+DWORD hardLinks(const QString& fileName) {
+  const std::wstring name = QDir::toNativeSeparators(fileName).toStdWString();
+  constexpr DWORD shared = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  const HANDLE file = CreateFileW(name.c_str(), 0, shared, nullptr, OPEN_EXISTING, 0, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return 0;
+  BY_HANDLE_FILE_INFORMATION information = {};
+  const bool told = GetFileInformationByHandle(file, &information) != 0;
+  CloseHandle(file);
+  return told ? information.nNumberOfLinks : 0;
+}
+#endif
+
 bool mayBeReplaced(const QString& fileName) {
 #if defined(_WIN32)
   const QFileInfo target(fileName);
-  return !target.exists() || target.isFile();
+  return !target.exists() || (target.isFile() && hardLinks(fileName) <= 1);
 #else
   struct stat target = {};
   if (::stat(QFile::encodeName(fileName).constData(), &target) != 0) return errno == ENOENT;
