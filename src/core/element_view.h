@@ -4,17 +4,9 @@
 #include <optional>
 #include <QString>
 
+#include "element_text.h"
+
 namespace ztcad {
-
-/// The text of an element as its carrier holds it. Lists of numbers are read from here without another copy.
-class ElementText {
- public:
-  explicit ElementText(QString text) : m_text(std::move(text)) {}
-  const QString& toString() const { return m_text; }
-
- private:
-  QString m_text;
-};
 
 /// What an element reads itself from, whatever carries it. Holds good only while the carrier visits the
 /// element.
@@ -26,6 +18,14 @@ class ElementView {
 
   /// The attribute's text, nothing when the element does not have it.
   virtual std::optional<QString> attribute(const QString& name) const = 0;
+
+  virtual bool hasAttribute(const QString& name) const { return attribute(name).has_value(); }
+
+  /// The same, for readers of numbers.
+  virtual std::optional<ElementText> attributeText(const QString& name) const {
+    const auto text = attribute(name);
+    return text ? std::optional(ElementText(*text)) : std::nullopt;
+  }
 
   /// The text of the element and of everything inside it, in the order of the document.
   virtual ElementText text() const = 0;

@@ -7,43 +7,30 @@
 #include <string_view>
 #include <system_error>
 
+#include "six_digits.h"
+
 namespace ztcad {
 
 namespace {
 
-// "-1.23457e-308" needs 13 characters, seven digits one more
-using RealBuffer = std::array<char, 16>;
-using IndexBuffer = std::array<char, 10>;
+// -------------------------------------------------------------------------------- writing
 
-std::string_view writtenByQt(double value, RealBuffer& buffer) {
+char* writeAsQt(double value, char* out) {
   const QString text = QString(QLatin1String("%1")).arg(value, 0, 'g', -1, QLatin1Char(' '));
-  for (int i = 0; i < text.size(); ++i)
-    buffer[i] = text[i].toLatin1();
-  return {buffer.data(), static_cast<std::size_t>(text.size())};
+  for (const QChar character : text)
+    *out++ = character.toLatin1();
+  return out;
 }
 
 // Where the seventh digit is a 5, the sixth may hang on a tie, which to_chars sends to the even neighbour.
-bool isNearTie(double value, RealBuffer& buffer) {
-  std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::scientific, 6);
+bool isNearTie(double value, char* scratch) {
+  std::to_chars(scratch, scratch + longestNumber, value, std::chars_format::scientific, 6);
   const std::size_t seventhDigit = value < 0 ? 8 : 7;
-  return buffer[seventhDigit] == '5';
+  return scratch[seventhDigit] == '5';
 }
 
-std::string_view written(double value, RealBuffer& buffer) {
-  if (value == 0) return "0";
-  if (!std::isfinite(value) || isNearTie(value, buffer)) return writtenByQt(value, buffer);
-  const auto [end, error] =
-      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::general, 6);
-  return {buffer.data(), static_cast<std::size_t>(end - buffer.data())};
-}
-
-std::string_view written(std::uint32_t value, IndexBuffer& buffer) {
-  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-  return {buffer.data(), static_cast<std::size_t>(end - buffer.data())};
-}
-
-void append(QString& out, std::string_view ascii) {
-  out += QLatin1String(ascii.data(), static_cast<int>(ascii.size()));
+void append(QString& out, const char* from, const char* to) {
+  out += QLatin1String(from, static_cast<int>(to - from));
 }
 
 // -------------------------------------------------------------------------------- reading
@@ -78,73 +65,36 @@ bool toNumberQuickly(QStringView text, Number& value) {
   return true;
 }
 
-bool convert(QStringView text, double& value) { return toReal(text, value); }
-bool convert(QStringView text, std::uint32_t& value) { return toIndex(text, value); }
-
-template <typename Visit>
-void forEachPart(QStringView text, QChar separator, Visit visit) {
-  for (qsizetype start = 0; start < text.size();) {
-    const qsizetype found = text.indexOf(separator, start);
-    const qsizetype end = found < 0 ? text.size() : found;
-    if (end > start) visit(text.mid(start, end - start));
-    start = end + 1;
-  }
-}
-
-template <typename Number>
-bool appendParts(QStringView list, std::vector<Number>& values) {
-  bool allConverted = true;
-  forEachPart(list, QLatin1Char(','), [&](QStringView part) {
-    Number value{};
-    const bool converted = convert(part, value);
-    if (converted) values.push_back(value);
-    allConverted = allConverted && converted;
-  });
-  return allConverted;
-}
-
-template <typename Number>
-bool parseAnyList(QStringView text, std::vector<Number>& values) {
-  useCLocale();
-  if (!text.contains(QLatin1Char(';'))) return appendParts(text, values);
-  const QString list = text.toString().remove(QLatin1Char(';'));
-  return appendParts(QStringView(list), values);
-}
-
-template <typename Number>
-bool parseAnyTriples(QStringView text, std::vector<Number>& values) {
-  useCLocale();
-  bool allWhole = true;
-  forEachPart(text, QLatin1Char(';'), [&](QStringView piece) {
-    if (!piece.contains(QLatin1Char(','))) return;
-    const std::size_t before = values.size();
-    const bool whole = appendParts(piece, values) && values.size() - before >= 3;
-    values.resize(before + (whole ? 3 : 0));
-    allWhole = allWhole && whole;
-  });
-  return allWhole;
-}
-
 }  // namespace
 
+char* writeReal(double value, char* out) {
+  if (char* const end = writeSixDigits(value, out)) return end;
+  if (!std::isfinite(value) || isNearTie(value, out)) return writeAsQt(value, out);
+  return std::to_chars(out, out + longestNumber, value, std::chars_format::general, 6).ptr;
+}
+
+char* writeIndex(std::uint32_t value, char* out) {
+  return std::to_chars(out, out + longestNumber, value).ptr;
+}
+
 void appendReal(std::string& out, double value) {
-  RealBuffer buffer;
-  out += written(value, buffer);
+  char text[longestNumber];
+  out.append(text, writeReal(value, text));
 }
 
 void appendReal(QString& out, double value) {
-  RealBuffer buffer;
-  append(out, written(value, buffer));
+  char text[longestNumber];
+  append(out, text, writeReal(value, text));
 }
 
 void appendIndex(std::string& out, std::uint32_t value) {
-  IndexBuffer buffer;
-  out += written(value, buffer);
+  char text[longestNumber];
+  out.append(text, writeIndex(value, text));
 }
 
 void appendIndex(QString& out, std::uint32_t value) {
-  IndexBuffer buffer;
-  append(out, written(value, buffer));
+  char text[longestNumber];
+  append(out, text, writeIndex(value, text));
 }
 
 bool toReal(QStringView text, double& value) {
@@ -179,14 +129,6 @@ std::uint32_t indexOrZero(QStringView text) {
 // Every C locale equals QLocale::c(), whatever its country; one with other number options does not.
 void useCLocale() {
   if (QLocale() != QLocale::c()) QLocale::setDefault(QLocale::c());
-}
-
-bool parseList(QStringView text, std::vector<double>& values) { return parseAnyList(text, values); }
-bool parseList(QStringView text, std::vector<std::uint32_t>& values) { return parseAnyList(text, values); }
-
-bool parseTriples(QStringView text, std::vector<double>& values) { return parseAnyTriples(text, values); }
-bool parseTriples(QStringView text, std::vector<std::uint32_t>& values) {
-  return parseAnyTriples(text, values);
 }
 
 }  // namespace ztcad

@@ -5,14 +5,22 @@
 #include <string>
 #include <vector>
 
+#include "element_text.h"
+
 namespace ztcad {
 
 /// Numbers as text, both ways. The reference is the installed Qt, to the last character: on the way out
 /// `QString::arg(value, 0, 'g', -1, ' ')` and `QString::arg(value)`, on the way in `QString::toDouble` and
 /// `QString::toUInt`. None of it depends on a locale.
 
-/// Appends at most six significant digits: 0.5, 1e-07, 1.23457e+06, inf, nan; -0.0 as 0; an exact tie goes
+/// Writes at most six significant digits: 0.5, 1e-07, 1.23457e+06, inf, nan; -0.0 as 0; an exact tie goes
 /// away from 0.
+/// @param out room for `longestNumber` characters
+/// @return the end of what was written
+char* writeReal(double value, char* out);
+char* writeIndex(std::uint32_t value, char* out);
+constexpr int longestNumber = 16;  // "-1.23457e-308" has 13
+
 void appendReal(std::string& out, double value);
 void appendReal(QString& out, double value);
 void appendIndex(std::string& out, std::uint32_t value);
@@ -35,11 +43,14 @@ void useCLocale();
 /// parts are dropped. True only if every part converted; those that did are appended in any case.
 bool parseList(QStringView text, std::vector<double>& values);
 bool parseList(QStringView text, std::vector<std::uint32_t>& values);
+bool parseList(const ElementText& text, std::vector<double>& values);
 
 /// Parses pieces separated by ";", each a list of at least three numbers of which the first three are
 /// appended to `values`. A piece without a comma is passed over. A piece that is too short or does not
 /// convert adds nothing and makes the result false; the pieces around it are kept.
 bool parseTriples(QStringView text, std::vector<double>& values);
 bool parseTriples(QStringView text, std::vector<std::uint32_t>& values);
+bool parseTriples(const ElementText& text, std::vector<double>& values);
+bool parseTriples(const ElementText& text, std::vector<std::uint32_t>& values);
 
 }  // namespace ztcad

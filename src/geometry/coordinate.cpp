@@ -17,11 +17,14 @@ QString& ztCAD_Coord::toText(QString& out, bool debugForm) const {
   return out;
 }
 
-bool ztCAD_Coord::fromText(const QString& text) {
+bool ztCAD_Coord::fromText(const QString& text) { return ztcad::readCoord(ztcad::ElementText(text), *this); }
+
+bool ztcad::readCoord(const ElementText& text, ztCAD_Coord& coord) {
   std::vector<double> numbers;
-  if (!ztcad::parseList(text, numbers) || numbers.empty() || numbers.size() > 3) return false;
+  numbers.reserve(3);
+  if (!parseList(text, numbers) || numbers.empty() || numbers.size() > 3) return false;
   numbers.resize(3, 0.0);
-  set(numbers[0], numbers[1], numbers[2]);
+  coord.set(numbers[0], numbers[1], numbers[2]);
   return true;
 }
 

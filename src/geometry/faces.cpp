@@ -36,13 +36,17 @@ QString& ztCAD_Faces::toText(QString& out, bool debugForm) const {
   return out;
 }
 
-bool ztCAD_Faces::fromText(const QString& text) {
+namespace {
+bool take(const ztcad::ElementText& text, std::vector<std::uint32_t>& indices) {
   // One lock around all appends of the call, taken only when more than one thread is configured.
   ztcad::LazyLock lock;
   const ztcad::AppendGuard guard(lock);
-  m_indices.clear();
-  return ztcad::parseTriples(text, m_indices);
+  indices.clear();
+  return ztcad::parseTriples(text, indices);
 }
+}  // namespace
+
+bool ztCAD_Faces::fromText(const QString& text) { return take(ztcad::ElementText(text), m_indices); }
 
 void ztCAD_Faces::writeElement(ztcad::ElementSink& parent) const {
   parent.element(words().faces, [this](ztcad::ElementSink& element) {
@@ -50,6 +54,4 @@ void ztCAD_Faces::writeElement(ztcad::ElementSink& parent) const {
   });
 }
 
-bool ztCAD_Faces::readElement(const ztcad::ElementView& element) {
-  return fromText(element.text().toString());
-}
+bool ztCAD_Faces::readElement(const ztcad::ElementView& element) { return take(element.text(), m_indices); }

@@ -3,6 +3,7 @@
 #include "../core/element_sink.h"
 #include "../core/element_view.h"
 #include "../core/vocabulary.h"
+#include "triple_text.h"
 
 using ztcad::words;
 
@@ -31,8 +32,8 @@ void ztCAD_commonPoint::write(ztcad::ElementSink& parent) const {
 }
 
 bool ztCAD_commonPoint::readAndCheck(const ztcad::ElementView& element, bool& fault) {
-  const auto center = element.attribute(words().center);
-  const bool centerOk = center && m_center.fromText(*center);
+  const auto center = element.attributeText(words().center);
+  const bool centerOk = center && ztcad::readCoord(*center, m_center);
   const bool baseOk = ztcad::readBaseParts(*this, *this, element, fault);
   setReadOk(centerOk && baseOk);
   return readOk();

@@ -4,6 +4,7 @@
 #include "../core/element_view.h"
 #include "../core/number_text.h"
 #include "../core/vocabulary.h"
+#include "triple_text.h"
 
 using ztcad::words;
 
@@ -38,8 +39,8 @@ void ztCAD_Sphere::write(ztcad::ElementSink& parent) const {
 }
 
 bool ztCAD_Sphere::readAndCheck(const ztcad::ElementView& element, bool& fault) {
-  const auto center = element.attribute(words().center);
-  const bool centerOk = center && m_center.fromText(*center);
+  const auto center = element.attributeText(words().center);
+  const bool centerOk = center && ztcad::readCoord(*center, m_center);
   const auto radius = element.attribute(words().radius);
   if (radius) {
     ztcad::useCLocale();

@@ -7,22 +7,25 @@
 namespace ztcad {
 
 namespace {
-void appendNumber(std::string& out, double value) { appendReal(out, value); }
-void appendNumber(std::string& out, std::uint32_t value) { appendIndex(out, value); }
+char* writeNumber(double value, char* out) { return writeReal(value, out); }
+char* writeNumber(std::uint32_t value, char* out) { return writeIndex(value, out); }
 
 template <typename Number>
-void appendThree(std::string& out, const Number* triple) {
-  appendNumber(out, triple[0]);
-  out += ", ";
-  appendNumber(out, triple[1]);
-  out += ", ";
-  appendNumber(out, triple[2]);
-  out += ';';
+char* writeThree(const Number* triple, char* out) {
+  out = writeNumber(triple[0], out);
+  *out++ = ',';
+  *out++ = ' ';
+  out = writeNumber(triple[1], out);
+  *out++ = ',';
+  *out++ = ' ';
+  out = writeNumber(triple[2], out);
+  *out++ = ';';
+  return out;
 }
 }  // namespace
 
-void appendTriple(std::string& out, const double* triple) { appendThree(out, triple); }
-void appendTriple(std::string& out, const std::uint32_t* triple) { appendThree(out, triple); }
+char* writeTriple(const double* triple, char* out) { return writeThree(triple, out); }
+char* writeTriple(const std::uint32_t* triple, char* out) { return writeThree(triple, out); }
 
 void beginGeometryText(QString& out, const QString& word, const ztCAD_cmnProperty& property, bool debugForm) {
   out += QLatin1Char('\n') + word + QLatin1Char('(') + words().method + QLatin1Char('=') + words().pointXyz +

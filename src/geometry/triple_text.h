@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <QString>
@@ -7,14 +8,26 @@
 #include <string_view>
 #include <vector>
 
+#include "../core/number_text.h"
+
+class ztCAD_Coord;
 class ztCAD_cmnProperty;
 
 namespace ztcad {
 
 /// The storage text of a triple of numbers, "1.5, 0, -2;". Coordinates, vertices and facets are all written
 /// so.
-void appendTriple(std::string& out, const double* triple);
-void appendTriple(std::string& out, const std::uint32_t* triple);
+/// @param out room for `longestTriple` characters
+/// @return the end of what was written
+char* writeTriple(const double* triple, char* out);
+char* writeTriple(const std::uint32_t* triple, char* out);
+constexpr int longestTriple = 3 * (longestNumber + 2);
+
+template <typename Number>
+void appendTriple(std::string& out, const Number* triple) {
+  char text[longestTriple];
+  out.append(text, writeTriple(triple, text));
+}
 
 /// The storage text of a list of triples: a line feed, then each triple on a line of its own. It is handed to
 /// `take` (a function of `std::string_view`) in pieces of some 64 KB, so that no list stands twice in memory.
@@ -22,16 +35,23 @@ void appendTriple(std::string& out, const std::uint32_t* triple);
 template <typename Number, typename Take>
 void storageText(const std::vector<Number>& numbers, Take&& take) {
   constexpr std::size_t pieceSize = 65536;
-  std::string piece = "\n";
+  std::vector<char> piece(std::min(pieceSize, numbers.size() * longestTriple / 3) + longestTriple + 2);
+  char* const begin = piece.data();
+  char* const full = begin + piece.size() - longestTriple - 1;
+  char* end = begin;
+  *end++ = '\n';
   for (std::size_t first = 0; first + 3 <= numbers.size(); first += 3) {
-    appendTriple(piece, &numbers[first]);
-    piece += '\n';
-    if (piece.size() < pieceSize) continue;
-    take(std::string_view(piece));
-    piece.clear();
+    end = writeTriple(&numbers[first], end);
+    *end++ = '\n';
+    if (end < full) continue;
+    take(std::string_view(begin, static_cast<std::size_t>(end - begin)));
+    end = begin;
   }
-  take(std::string_view(piece));
+  take(std::string_view(begin, static_cast<std::size_t>(end - begin)));
 }
+
+/// `ztCAD_Coord::fromText` of a carrier's text.
+bool readCoord(const ElementText& text, ztCAD_Coord& coord);
 
 /// The text of a list for people: a line feed, `word`, "(", then each triple on a line of its own as
 /// `appendOne` (a function of the text and of the first number) writes it, ")".

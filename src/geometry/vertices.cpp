@@ -46,5 +46,6 @@ void ztCAD_Vertices::writeElement(ztcad::ElementSink& parent) const {
 }
 
 bool ztCAD_Vertices::readElement(const ztcad::ElementView& element) {
-  return fromText(element.text().toString());
+  m_coordinates.clear();
+  return ztcad::parseTriples(element.text(), m_coordinates);
 }

@@ -30,5 +30,5 @@ bool ztCAD_gAttr::read(const ztcad::ElementView& element, bool& fault) {
 
 bool ztCAD_gAttr::readAndCheck(const ztcad::ElementView& element, bool& fault) {
   fault = false;
-  return element.attribute(words().name).has_value();
+  return element.hasAttribute(words().name);
 }

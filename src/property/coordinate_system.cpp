@@ -31,6 +31,7 @@ void ztCAD_LCS::write(ztcad::ElementSink& element) const {
 bool ztCAD_LCS::read(const ztcad::ElementView& element, bool& fault) {
   fault = false;
   const QString text = element.attribute(attributeName()).value_or(QString());
+  if (text.isEmpty()) return false;
   const QVector<QStringRef> parts = text.splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
   if (parts.size() != 1 + valueCount || parts[0] != words().cs) return false;
   m_values.reserve(m_values.size() + valueCount);

@@ -27,6 +27,7 @@ void ztCAD_Color::write(ztcad::ElementSink& element) const {
 bool ztCAD_Color::read(const ztcad::ElementView& element, bool& fault) {
   fault = false;
   const QString text = element.attribute(words().color).value_or(QString());
+  if (text.isEmpty()) return true;
   const QVector<QStringRef> parts = text.splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
   if (parts.isEmpty()) return true;
   if (parts[0] != words().rgb) return false;

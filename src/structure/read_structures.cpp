@@ -16,4 +16,11 @@ void keepReadStructure(std::unique_ptr<ztCAD_Base> structure) {
 
 void clearReadStructures() { readStructures.release(); }
 
+std::size_t readStructureCount() { return readStructures.get().size(); }
+
+void forgetReadStructuresSince(std::size_t count) {
+  while (readStructures.get().size() > count)
+    readStructures.get().pop_back();
+}
+
 }  // namespace ztcad

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 #include "../property/base.h"
@@ -10,5 +11,9 @@ namespace ztcad {
 /// document or structure holds them; the clean-up that every document's end brings destroys them all.
 void keepReadStructure(std::unique_ptr<ztCAD_Base> structure);
 void clearReadStructures();
+
+/// How many there are, and the way back to that number: those that came later are destroyed.
+std::size_t readStructureCount();
+void forgetReadStructuresSince(std::size_t count);
 
 }  // namespace ztcad

@@ -15,9 +15,11 @@
 #include "../xml_print.h"
 #include "check.h"
 #include "file.h"
+#include "loaded_text.h"
 #include "unification.h"
 
 using ztcad::ChildOutcome;
+using ztcad::RootReader;
 using ztcad::words;
 
 namespace {
@@ -87,21 +89,22 @@ void writeDocument(const ztCAD_HeaderNode& header, const ztCAD_DocumentContent& 
   writer.finish();
 }
 
-/// Parses the text of a host: as text where it is UTF-8, else as bytes in the encoding that they declare.
-ztcad::ParseOutcome parseNarrow(const std::string& xml, QDomDocument& tree) {
-  constexpr std::size_t longest =
-      std::numeric_limits<int>::max() / 2 - 64;  // characters that a QString holds
-  if (xml.size() > longest) return {false, QLatin1String("text too long"), 0, 0};
-  const auto size = static_cast<int>(xml.size());
-  if (ztcad::isUtf8(xml)) return ztcad::parseXml(QString::fromUtf8(xml.data(), size), tree);
-  return ztcad::parseXml(QByteArray::fromRawData(xml.data(), size), tree);
-}
+}  // namespace
 
 /// Reads the children of the root into a content and a header of its own.
-class RootReader {
+class ztcad::RootReader {
  public:
   explicit RootReader(const ztCAD_HeaderNode& header) : m_header(header) {}
 
+  void readRoot(const ztcad::ElementView& root) {
+    root.forEachChild([this](const ztcad::ElementView& child) { readChild(child); });
+  }
+
+  ztCAD_DocumentContent& content() { return m_content; }
+  const ztCAD_HeaderNode& header() const { return m_header; }
+  bool fault() const { return m_fault; }
+
+ private:
   void readChild(const ztcad::ElementView& child) {
     const QString tag = child.tag();
     if (tag == words().header) {
@@ -113,11 +116,6 @@ class RootReader {
     if (outcome == ChildOutcome::Failed) m_fault = true;
   }
 
-  ztCAD_DocumentContent& content() { return m_content; }
-  const ztCAD_HeaderNode& header() const { return m_header; }
-  bool fault() const { return m_fault; }
-
- private:
   /// Structures, and the kinds that stand in documents only.
   ChildOutcome readTopLevel(const ztcad::ElementView& child, const QString& tag) {
     using ztcad::outcomeOf;
@@ -144,6 +142,32 @@ class RootReader {
   bool m_fault = false;
 };
 
+namespace {
+
+/// Reads a text without a tree if it is of the plain kind. Nothing otherwise, or when its root is not `root` (null: any
+/// root will do).
+std::unique_ptr<RootReader> readPlain(const QByteArray& bytes, ztcad::XmlBytes kind, const QString* root,
+                                      const ztCAD_HeaderNode& header) {
+  auto reader = std::make_unique<RootReader>(header);
+  const std::size_t structuresBefore = ztcad::readStructureCount();
+  bool rootIsRight = true;
+  const std::string_view text(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+  const bool isPlain = ztcad::readPlainXml(text, kind, [&](const ztcad::ElementView& element) {
+    rootIsRight = !root || element.tag() == *root;
+    if (rootIsRight) reader->readRoot(element);
+  });
+  if (isPlain && rootIsRight) return reader;
+  reader.reset();
+  ztcad::forgetReadStructuresSince(structuresBefore);
+  return nullptr;
+}
+
+std::unique_ptr<RootReader> readTree(const QDomDocument& tree, const ztCAD_HeaderNode& header) {
+  auto reader = std::make_unique<RootReader>(header);
+  reader->readRoot(ztcad::DomView(tree.documentElement()));
+  return reader;
+}
+
 }  // namespace
 
 void ztCAD_DocumentContent::swap(ztCAD_DocumentContent& other) noexcept {
@@ -169,7 +193,7 @@ void ztCAD_DocumentContent::swap(ztCAD_DocumentContent& other) noexcept {
 }
 
 ztCAD_GMDDocument::ztCAD_GMDDocument(const std::string& inform)
-    : m_tree(std::make_unique<QDomDocument>()), m_header(ztcad::fromNarrow(inform)) {}
+    : m_loaded(std::make_unique<ztcad::LoadedText>()), m_header(ztcad::fromNarrow(inform)) {}
 
 ztCAD_GMDDocument::~ztCAD_GMDDocument() { ztcad::clearReadStructures(); }
 
@@ -191,43 +215,59 @@ bool ztCAD_GMDDocument::loadFromFile(const std::string& fileName, std::int32_t& 
     qDebug().noquote().nospace() << "Error on opening file " << name;
     return false;
   }
-  auto tree = std::make_unique<QDomDocument>();
-  resultCode = NotParsed;
-  if (!ztcad::parseXml(bytes, *tree).parsed) {
-    qDebug().noquote() << "Error on parsing file";
-    return false;
+  constexpr auto kind = ztcad::XmlBytes::AsDeclared;
+  auto reader = readPlain(bytes, kind, &words().gmd, m_header);
+  if (!reader) {
+    QDomDocument tree;
+    resultCode = NotParsed;
+    if (!ztcad::parseXml(bytes, tree).parsed) {
+      qDebug().noquote() << "Error on parsing file";
+      return false;
+    }
+    resultCode = NotADocument;
+    if (tree.documentElement().tagName() != words().gmd) {
+      qDebug().noquote() << "Error on scanning ztCAD_GMD-file";
+      return false;
+    }
+    reader = readTree(tree, m_header);
   }
-  resultCode = NotADocument;
-  if (tree->documentElement().tagName() != words().gmd) {
-    qDebug().noquote() << "Error on scanning ztCAD_GMD-file";
-    return false;
-  }
-  readContent(std::move(tree), fault);
-  if (ztcad::passesCheck(m_content)) resultCode = Loaded;
+  takeOver(*reader, std::make_unique<ztcad::LoadedText>(bytes, kind), fault);
+  resultCode = ztcad::passesCheck(m_content) ? Loaded : NotADocument;
   return true;
 }
 
 std::string ztCAD_GMDDocument::loadFromString(const std::string& xml, bool& parsed, int& line, int& column) {
-  auto tree = std::make_unique<QDomDocument>();
-  const ztcad::ParseOutcome outcome = parseNarrow(xml, *tree);
+  constexpr std::size_t longest =
+      std::numeric_limits<int>::max() / 2 - 64;  // characters that a QString holds
+  ztcad::ParseOutcome outcome{false, QLatin1String("text too long"), 0, 0};
+  // text where it is UTF-8, else bytes in the encoding that they declare
+  const auto kind = ztcad::isUtf8(xml) ? ztcad::XmlBytes::Utf8 : ztcad::XmlBytes::AsDeclared;
+  const bool isTooLong = xml.size() > longest;
+  const QByteArray bytes = isTooLong ? QByteArray() : QByteArray(xml.data(), static_cast<int>(xml.size()));
+  auto reader = readPlain(bytes, kind, nullptr, m_header);
+  if (reader) {
+    outcome = {true, QString(), 0, 0};
+  } else {
+    QDomDocument tree;
+    if (!isTooLong) outcome = ztcad::parseBytes(bytes, kind, tree);
+    reader = readTree(tree, m_header);
+  }
   std::string message = ztcad::toNarrow(outcome.message);
   line = outcome.line;
   column = outcome.column;
   bool fault = false;
-  readContent(std::move(tree), fault);
+  takeOver(*reader, std::make_unique<ztcad::LoadedText>(bytes, kind), fault);
   parsed = outcome.parsed;  // last: nothing is well when what follows the parse fails
   return message;
 }
 
-void ztCAD_GMDDocument::readContent(std::unique_ptr<QDomDocument> tree, bool& fault) {
-  RootReader reader(m_header);
-  const ztcad::DomView root(tree->documentElement());
-  root.forEachChild([&reader](const ztcad::ElementView& child) { reader.readChild(child); });
+void ztCAD_GMDDocument::takeOver(ztcad::RootReader& reader, std::unique_ptr<ztcad::LoadedText> text,
+                                 bool& fault) {
   ztcad::unifyNames(reader.content());
   // from here on nothing fails: the document changes as a whole or not at all
   m_content.swap(reader.content());
   m_header = reader.header();
-  m_tree = std::move(tree);
+  m_loaded = std::move(text);
   fault = reader.fault();
 }
 
@@ -241,5 +281,6 @@ QString& ztCAD_GMDDocument::toText(QString& out, bool /*debugForm*/) const {
 }
 
 std::string ztCAD_GMDDocument::xmlText() const {
-  return ztcad::printXml(*m_tree, indentOfTexts) + " header state=" + ztcad::toNarrow(m_header.toText());
+  return ztcad::printXml(m_loaded->tree(), indentOfTexts) +
+         " header state=" + ztcad::toNarrow(m_header.toText());
 }

@@ -8,12 +8,11 @@
 #include "../container.h"
 #include "header.h"
 
-class QByteArray;
-class QDomDocument;
 class QString;
 namespace ztcad {
-struct ParseOutcome;
-}
+class LoadedText;
+class RootReader;
+}  // namespace ztcad
 
 /// The elements of a document, one container per kind, in the order in which names are made unique.
 struct ZTCAD_API ztCAD_DocumentContent {
@@ -92,9 +91,9 @@ class ZTCAD_API ztCAD_GMDDocument : public ztCAD_ISerialize {
   std::string xmlText() const;
 
  private:
-  void readContent(std::unique_ptr<QDomDocument> tree, bool& fault);
+  void takeOver(ztcad::RootReader& reader, std::unique_ptr<ztcad::LoadedText> text, bool& fault);
 
   ztCAD_DocumentContent m_content;
-  std::unique_ptr<QDomDocument> m_tree;  // what was loaded last; never null
+  std::unique_ptr<ztcad::LoadedText> m_loaded;  // never null
   ztCAD_HeaderNode m_header;
 };

@@ -1,0 +1,222 @@
+#include <benchmark/benchmark.h>
+#include <fast_float/fast_float.h>
+#include <charconv>
+#include <cstring>
+#include <memory>
+
+#include "core/element_text.h"
+#include "core/number_text.h"
+#include "geometry/triple_text.h"
+#include "parts_values.h"
+#include "stock_numbers.h"
+
+// Whole lists of triples.
+
+namespace {
+
+using namespace benchmarks;
+
+constexpr std::size_t longestNumber = 16;
+
+template <typename Number>
+void tellSpeed(benchmark::State& state) {
+  const auto triples = static_cast<std::size_t>(state.range(0));
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(listBytes<Number>(triples).size()));
+  state.SetItemsProcessed(state.iterations() * 3 * state.range(0));
+}
+
+template <typename Number>
+const std::vector<Number>& numbersOf(const benchmark::State& state) {
+  return numbers<Number>(static_cast<std::size_t>(state.range(0)));
+}
+
+// -------------------------------------------------------------------------------- numbers to text
+
+/// The pieces go where a file's buffer would be.
+template <typename Number>
+void textOurs(benchmark::State& state) {
+  const std::vector<Number>& list = numbersOf<Number>(state);
+  for (auto _ : state)
+    ztcad::storageText(list, [](std::string_view piece) { benchmark::DoNotOptimize(piece.data()); });
+  tellSpeed<Number>(state);
+}
+
+template <typename Number>
+void textStock(benchmark::State& state) {
+  const std::vector<Number>& list = numbersOf<Number>(state);
+  for (auto _ : state) {
+    const QString text = stockText(list);
+    benchmark::DoNotOptimize(text.constData());
+  }
+  tellSpeed<Number>(state);
+}
+
+char* print(char* at, double value) {
+  return std::to_chars(at, at + longestNumber, value, std::chars_format::general, 6).ptr;
+}
+char* print(char* at, std::uint32_t value) { return std::to_chars(at, at + longestNumber, value).ptr; }
+
+template <typename Number>
+char* printTriple(char* at, const Number* triple) {
+  at = print(at, triple[0]);
+  *at++ = ',';
+  *at++ = ' ';
+  at = print(at, triple[1]);
+  *at++ = ',';
+  *at++ = ' ';
+  at = print(at, triple[2]);
+  *at++ = ';';
+  *at++ = '\n';
+  return at;
+}
+
+/// Into one buffer that is there already: no way to do it with these calls is quicker.
+template <typename Number>
+void textToChars(benchmark::State& state) {
+  const std::vector<Number>& list = numbersOf<Number>(state);
+  const std::unique_ptr<char[]> text(new char[list.size() * (longestNumber + 2)]);
+  for (auto _ : state) {
+    char* at = text.get();
+    for (std::size_t i = 0; i + 3 <= list.size(); i += 3)
+      at = printTriple(at, &list[i]);
+    benchmark::DoNotOptimize(at);
+    benchmark::ClobberMemory();
+  }
+  tellSpeed<Number>(state);
+}
+
+// -------------------------------------------------------------------------------- text to numbers
+
+/// For every form of text that the parser takes.
+template <typename Number, typename Text>
+void parseTriples(benchmark::State& state, const Text& text) {
+  for (auto _ : state) {
+    std::vector<Number> list;
+    if (!ztcad::parseTriples(text, list)) state.SkipWithError("the list does not parse");
+    benchmark::DoNotOptimize(list.data());
+  }
+  tellSpeed<Number>(state);
+}
+
+template <typename Number>
+void parseOurs(benchmark::State& state) {
+  parseTriples<Number>(state, listString<Number>(static_cast<std::size_t>(state.range(0))));
+}
+
+/// Characters of bytes that are no numbers; there are none in these lists.
+class PlainDecoder final : public ztcad::TextDecoder {
+ public:
+  QString decoded(std::string_view part) const override {
+    return QString::fromLatin1(part.data(), static_cast<int>(part.size()));
+  }
+};
+
+/// As a file is read: the bytes are looked at where they lie.
+template <typename Number>
+void parseOurBytes(benchmark::State& state) {
+  const PlainDecoder decoder;
+  const std::string& text = listBytes<Number>(static_cast<std::size_t>(state.range(0)));
+  parseTriples<Number>(state, ztcad::ElementText(text, decoder));
+}
+
+std::vector<double> parseByStock(const QString& text, double) { return stockReals(text); }
+std::vector<std::uint32_t> parseByStock(const QString& text, std::uint32_t) { return stockIndices(text); }
+
+template <typename Number>
+void parseStock(benchmark::State& state) {
+  const QString& text = listString<Number>(static_cast<std::size_t>(state.range(0)));
+  for (auto _ : state)
+    benchmark::DoNotOptimize(parseByStock(text, Number()).data());
+  tellSpeed<Number>(state);
+}
+
+struct FastFloat {
+  const char* operator()(const char* first, const char* last, double& value) const {
+    return fast_float::from_chars(first, last, value).ptr;
+  }
+};
+struct FromChars {
+  template <typename Number>
+  const char* operator()(const char* first, const char* last, Number& value) const {
+    return std::from_chars(first, last, value).ptr;
+  }
+};
+
+bool isNumberPart(char c) { return (c >= '0' && c <= '9') || c == '-'; }
+
+template <typename Number, typename Read>
+void readNumbers(const std::string& text, std::vector<Number>& list, Read read) {
+  const char* const end = text.data() + text.size();
+  for (const char* at = text.data(); at != end;) {
+    if (isNumberPart(*at))
+      at = read(at, end, list.emplace_back());
+    else
+      ++at;
+  }
+}
+
+template <typename Number, typename Read>
+void parseBytes(benchmark::State& state) {
+  const std::string& text = listBytes<Number>(static_cast<std::size_t>(state.range(0)));
+  for (auto _ : state) {
+    std::vector<Number> list;
+    readNumbers(text, list, Read());
+    if (list.size() != 3 * static_cast<std::size_t>(state.range(0)))
+      state.SkipWithError("numbers are missing");
+    benchmark::DoNotOptimize(list.data());
+  }
+  tellSpeed<Number>(state);
+}
+
+// -------------------------------------------------------------------------------- the bytes alone
+
+template <typename Scan>
+void scanAll(benchmark::State& state, Scan scan) {
+  for (auto _ : state)
+    benchmark::DoNotOptimize(scan());
+  tellSpeed<double>(state);
+}
+
+/// The next tag of a list of numbers is at its end.
+void scanMemchr(benchmark::State& state) {
+  const std::string& text = listBytes<double>(static_cast<std::size_t>(state.range(0)));
+  scanAll(state, [&] { return std::memchr(text.data(), '<', text.size()); });
+}
+
+void scanEachByte(benchmark::State& state) {
+  const std::string& text = listBytes<double>(static_cast<std::size_t>(state.range(0)));
+  scanAll(state, [&] {
+    std::size_t pieces = 0;
+    for (const char c : text)
+      pieces += c == ';';
+    return pieces;
+  });
+}
+
+void scanStock(benchmark::State& state) {
+  const QString& text = listString<double>(static_cast<std::size_t>(state.range(0)));
+  scanAll(state, [&] { return text.indexOf(QLatin1Char('<')); });
+}
+
+#define LIST_SIZES Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond)
+
+BENCHMARK(textOurs<double>)->Name("reals to text/ours")->LIST_SIZES;
+BENCHMARK(textStock<double>)->Name("reals to text/stock")->LIST_SIZES;
+BENCHMARK(textToChars<double>)->Name("reals to text/to_chars")->LIST_SIZES;
+BENCHMARK(textOurs<std::uint32_t>)->Name("indices to text/ours")->LIST_SIZES;
+BENCHMARK(textStock<std::uint32_t>)->Name("indices to text/stock")->LIST_SIZES;
+BENCHMARK(textToChars<std::uint32_t>)->Name("indices to text/to_chars")->LIST_SIZES;
+BENCHMARK(parseOurs<double>)->Name("text to reals/ours")->LIST_SIZES;
+BENCHMARK(parseOurBytes<double>)->Name("text to reals/ours, bytes")->LIST_SIZES;
+BENCHMARK(parseStock<double>)->Name("text to reals/stock")->LIST_SIZES;
+BENCHMARK(parseBytes<double, FastFloat>)->Name("text to reals/fast_float")->LIST_SIZES;
+BENCHMARK(parseBytes<double, FromChars>)->Name("text to reals/from_chars")->LIST_SIZES;
+BENCHMARK(parseOurs<std::uint32_t>)->Name("text to indices/ours")->LIST_SIZES;
+BENCHMARK(parseOurBytes<std::uint32_t>)->Name("text to indices/ours, bytes")->LIST_SIZES;
+BENCHMARK(parseStock<std::uint32_t>)->Name("text to indices/stock")->LIST_SIZES;
+BENCHMARK(parseBytes<std::uint32_t, FromChars>)->Name("text to indices/from_chars")->LIST_SIZES;
+BENCHMARK(scanMemchr)->Name("scan/memchr")->LIST_SIZES;
+BENCHMARK(scanEachByte)->Name("scan/each byte")->LIST_SIZES;
+BENCHMARK(scanStock)->Name("scan/stock")->LIST_SIZES;
+
+}  // namespace

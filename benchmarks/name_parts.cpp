@@ -1,0 +1,67 @@
+#include <benchmark/benchmark.h>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "core/name_counter.h"
+
+// Names made unique.
+
+namespace {
+
+constexpr bool different = true;
+constexpr bool same = false;
+
+std::string nameOf(bool areDifferent, std::int64_t index) {
+  return areDifferent ? "hinge " + std::to_string(index) : "hinge";
+}
+
+template <bool areDifferent>
+void namesOurs(benchmark::State& state) {
+  std::vector<QString> names;
+  for (std::int64_t i = 0; i < state.range(0); ++i)
+    names.push_back(QString::fromStdString(nameOf(areDifferent, i)));
+  for (auto _ : state) {
+    ztcad::NameCounter counter;
+    for (const QString& name : names)
+      benchmark::DoNotOptimize(counter.unique(name));
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+/// The same rule over a table of std::string.
+class PlainCounter {
+ public:
+  std::string unique(const std::string& name) {
+    const auto [entry, isNew] = m_next.emplace(name, 1);
+    if (isNew) return name;
+    std::string made = name + "_$" + std::to_string(entry->second++);
+    m_next.emplace(made, 1);
+    return made;
+  }
+
+ private:
+  std::unordered_map<std::string, unsigned> m_next;
+};
+
+template <bool areDifferent>
+void namesPlain(benchmark::State& state) {
+  std::vector<std::string> names;
+  for (std::int64_t i = 0; i < state.range(0); ++i)
+    names.push_back(nameOf(areDifferent, i));
+  for (auto _ : state) {
+    PlainCounter counter;
+    for (const std::string& name : names)
+      benchmark::DoNotOptimize(counter.unique(name));
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+#define NAME_SIZES Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond)
+
+BENCHMARK(namesOurs<different>)->Name("different names/ours")->NAME_SIZES;
+BENCHMARK(namesPlain<different>)->Name("different names/unordered_map")->NAME_SIZES;
+BENCHMARK(namesOurs<same>)->Name("one name/ours")->NAME_SIZES;
+BENCHMARK(namesPlain<same>)->Name("one name/unordered_map")->NAME_SIZES;
+
+}  // namespace

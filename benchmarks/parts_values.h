@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <QString>
+#include <QStringList>
+#include <string>
+#include <vector>
+
+namespace benchmarks {
+
+/// What the parts work on: the numbers of a seeded mesh, and the same as text in each form that a way needs.
+
+template <typename Number>
+const std::vector<Number>& numbers(std::size_t triples);
+
+/// The storage text of a list, as bytes and as a QString.
+template <typename Number>
+const std::string& listBytes(std::size_t triples);
+template <typename Number>
+const QString& listString(std::size_t triples);
+
+/// Each number as a text of its own.
+template <typename Number>
+const std::vector<std::string>& singleBytes(std::size_t triples);
+template <typename Number>
+const QStringList& singleStrings(std::size_t triples);
+
+}  // namespace benchmarks

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDomDocument>
+#include <utility>
+
+#include "../quick_xml.h"
+#include "../xml_parse.h"
+
+namespace ztcad {
+
+/// The text that a document was loaded from. Its tree is made when somebody asks for it: a tree takes many times the
+/// memory of the text, and most documents are never asked.
+class LoadedText {
+ public:
+  /// Nothing was loaded: an empty tree.
+  LoadedText() : m_hasTree(true) {}
+  LoadedText(QByteArray bytes, XmlBytes kind) : m_bytes(std::move(bytes)), m_kind(kind) {}
+
+  const QDomDocument& tree() const;
+
+ private:
+  mutable QByteArray m_bytes;  // empty once there is the tree
+  XmlBytes m_kind = XmlBytes::AsDeclared;
+  mutable QDomDocument m_tree;
+  mutable bool m_hasTree = false;
+};
+
+/// Parses bytes into a tree, as `parseXml` does, decoded as `kind` says.
+ParseOutcome parseBytes(const QByteArray& bytes, XmlBytes kind, QDomDocument& tree);
+
+}  // namespace ztcad

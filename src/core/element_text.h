@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+#include <string_view>
+#include <utility>
+
+namespace ztcad {
+
+/// Makes characters of the bytes of a carrier.
+class TextDecoder {
+ public:
+  virtual ~TextDecoder() = default;
+  /// The characters of a part of a text that its carrier handed out as bytes.
+  virtual QString decoded(std::string_view part) const = 0;
+};
+
+/// The text of an element or of an attribute as its carrier holds it: characters, or bytes that nobody has looked at
+/// yet. Lists of numbers are read from the bytes without a copy. Holds good only while the carrier visits the element.
+class ElementText {
+ public:
+  explicit ElementText(QString text) : m_text(std::move(text)) {}
+  /// @param decoder not owned
+  ElementText(std::string_view bytes, const TextDecoder& decoder) : m_bytes(bytes), m_decoder(&decoder) {}
+
+  QString toString() const { return m_decoder ? m_decoder->decoded(m_bytes) : m_text; }
+
+  bool isBytes() const { return m_decoder != nullptr; }
+  /// Codes below 128 are ASCII; what else stands there, only `decoded` tells.
+  std::string_view bytes() const { return m_bytes; }
+  /// The characters of a part of `bytes()` that was found not to be plain numbers.
+  QString decoded(std::string_view part) const { return m_decoder->decoded(part); }
+
+ private:
+  QString m_text;
+  std::string_view m_bytes;
+  const TextDecoder* m_decoder = nullptr;
+};
+
+}  // namespace ztcad

@@ -1,0 +1,227 @@
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <QString>
+#include <system_error>
+
+#include "number_text.h"
+
+namespace ztcad {
+
+namespace {
+
+// -------------------------------------------------------------------------------- characters
+
+bool convert(QStringView text, double& value) { return toReal(text, value); }
+bool convert(QStringView text, std::uint32_t& value) { return toIndex(text, value); }
+
+template <typename Visit>
+void forEachPart(QStringView text, QChar separator, Visit visit) {
+  for (qsizetype start = 0; start < text.size();) {
+    const qsizetype found = text.indexOf(separator, start);
+    const qsizetype end = found < 0 ? text.size() : found;
+    if (end > start) visit(text.mid(start, end - start));
+    start = end + 1;
+  }
+}
+
+template <typename Number>
+bool appendParts(QStringView list, std::vector<Number>& values) {
+  bool allConverted = true;
+  forEachPart(list, QLatin1Char(','), [&](QStringView part) {
+    Number value{};
+    const bool converted = convert(part, value);
+    if (converted) values.push_back(value);
+    allConverted = allConverted && converted;
+  });
+  return allConverted;
+}
+
+template <typename Number>
+bool parseAnyList(QStringView text, std::vector<Number>& values) {
+  useCLocale();
+  if (!text.contains(QLatin1Char(';'))) return appendParts(text, values);
+  const QString list = text.toString().remove(QLatin1Char(';'));
+  return appendParts(QStringView(list), values);
+}
+
+template <typename Number>
+bool parseAnyTriples(QStringView text, std::vector<Number>& values) {
+  useCLocale();
+  bool allWhole = true;
+  forEachPart(text, QLatin1Char(';'), [&](QStringView piece) {
+    if (!piece.contains(QLatin1Char(','))) return;
+    const std::size_t before = values.size();
+    const bool whole = appendParts(piece, values) && values.size() - before >= 3;
+    values.resize(before + (whole ? 3 : 0));
+    allWhole = allWhole && whole;
+  });
+  return allWhole;
+}
+
+// -------------------------------------------------------------------------------- bytes
+
+/// What is left of a text of plain numbers.
+struct Plain {
+  const char* at;
+  const char* end;
+};
+
+bool isDigit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
+bool isBlank(char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
+
+void skipBlanks(Plain& text) {
+  while (text.at != text.end && isBlank(*text.at))
+    ++text.at;
+}
+
+bool skip(char c, Plain& text) {
+  if (text.at == text.end || *text.at != c) return false;
+  ++text.at;
+  return true;
+}
+
+constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                  1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+/// Digits with perhaps a point among them, no more of them than both the whole number that they make and the power of
+/// ten that divides it are exact: then the quotient is the nearest double (W. Clinger, "How to read floating point
+/// numbers accurately", 1990). It is what std::from_chars does too, but this is a third quicker where it matters most.
+bool readShortReal(Plain& text, double& value) {
+  constexpr int mostDigits = 15;
+  const char* at = text.at;
+  std::uint64_t digits = 0;
+  for (; at != text.end && isDigit(*at); ++at)
+    digits = 10 * digits + static_cast<unsigned>(*at - '0');
+  std::ptrdiff_t count = at - text.at;
+  std::ptrdiff_t behindPoint = 0;
+  if (at != text.end && *at == '.') {
+    const char* const first = ++at;
+    for (; at != text.end && isDigit(*at); ++at)
+      digits = 10 * digits + static_cast<unsigned>(*at - '0');
+    behindPoint = at - first;
+    count += behindPoint;
+  }
+  if (count > mostDigits || (at != text.end && (*at == 'e' || *at == 'E'))) return false;
+  value = static_cast<double>(digits) / powersOfTen[behindPoint];
+  text.at = at;
+  return true;
+}
+
+/// A number that is written as nearly all are; false, and nothing else to be relied on, for what Qt has to judge.
+bool readNumber(Plain& text, double& value) {
+  const bool isNegative = skip('-', text);
+  if (text.at == text.end || !isDigit(*text.at)) return false;
+  if (!readShortReal(text, value)) {
+    const auto [end, error] = std::from_chars(text.at, text.end, value);
+    if (error != std::errc()) return false;
+    text.at = end;
+  }
+  if (isNegative) value = -value;
+  return true;
+}
+
+bool readNumber(Plain& text, std::uint32_t& value) {
+  constexpr int mostDigits = 10;
+  const char* const first = text.at;
+  std::uint64_t digits = 0;
+  for (; text.at != text.end && isDigit(*text.at) && text.at - first <= mostDigits; ++text.at)
+    digits = 10 * digits + static_cast<unsigned>(*text.at - '0');
+  value = static_cast<std::uint32_t>(digits);
+  return text.at != first && digits <= std::numeric_limits<std::uint32_t>::max();
+}
+
+template <typename Number>
+bool readPart(Plain& text, Number& value) {
+  skipBlanks(text);
+  if (!readNumber(text, value)) return false;
+  skipBlanks(text);
+  return true;
+}
+
+/// Three numbers and the ";" behind them; otherwise false, and the text stays.
+template <typename Number>
+bool readTriple(Plain& text, Number* triple) {
+  Plain ahead = text;
+  const bool whole = readPart(ahead, triple[0]) && skip(',', ahead) && readPart(ahead, triple[1]) &&
+                     skip(',', ahead) && readPart(ahead, triple[2]) && skip(';', ahead);
+  if (whole) text = ahead;
+  return whole;
+}
+
+/// Takes the room for all triples when the first ones have told how long one is.
+template <typename Number>
+void reserveFor(const Plain& text, const char* begin, std::vector<Number>& values) {
+  constexpr std::size_t enoughToTell = 3 * 1024;
+  if (values.size() != enoughToTell) return;
+  const auto soFar = static_cast<double>(text.at - begin);
+  const auto left = static_cast<double>(text.end - text.at);
+  constexpr double margin = 1.02;
+  values.reserve(enoughToTell + static_cast<std::size_t>(margin * left / soFar * enoughToTell));
+}
+
+template <typename Number>
+bool parseAnyTriples(const ElementText& text, std::vector<Number>& values) {
+  if (!text.isBytes()) return parseAnyTriples(QStringView(text.toString()), values);
+  useCLocale();
+  const std::string_view bytes = text.bytes();
+  Plain left{bytes.data(), bytes.data() + bytes.size()};
+  bool allWhole = true;
+  while (left.at != left.end) {
+    Number triple[3];
+    if (readTriple(left, triple)) {
+      values.insert(values.end(), triple, triple + 3);
+      reserveFor(left, bytes.data(), values);
+      continue;
+    }
+    const auto from = static_cast<std::size_t>(left.at - bytes.data());
+    const std::size_t found = bytes.find(';', from);
+    const std::size_t end = found == std::string_view::npos ? bytes.size() : found;
+    allWhole = parseAnyTriples(QStringView(text.decoded(bytes.substr(from, end - from))), values) && allWhole;
+    left.at = bytes.data() + std::min(end + 1, bytes.size());
+  }
+  return allWhole;
+}
+
+/// Numbers between commas with at most a ";" at the end; otherwise false, and the values are as they were.
+bool readPlainList(Plain text, std::vector<double>& values) {
+  const std::size_t before = values.size();
+  double value = 0;
+  bool isPlain = readPart(text, value);
+  while (isPlain) {
+    values.push_back(value);
+    if (!skip(',', text)) break;
+    isPlain = readPart(text, value);
+  }
+  skip(';', text);
+  skipBlanks(text);
+  if (isPlain && text.at == text.end) return true;
+  values.resize(before);
+  return false;
+}
+
+}  // namespace
+
+bool parseList(QStringView text, std::vector<double>& values) { return parseAnyList(text, values); }
+bool parseList(QStringView text, std::vector<std::uint32_t>& values) { return parseAnyList(text, values); }
+
+bool parseTriples(QStringView text, std::vector<double>& values) { return parseAnyTriples(text, values); }
+bool parseTriples(QStringView text, std::vector<std::uint32_t>& values) {
+  return parseAnyTriples(text, values);
+}
+
+bool parseList(const ElementText& text, std::vector<double>& values) {
+  useCLocale();
+  const std::string_view bytes = text.bytes();
+  if (text.isBytes() && readPlainList({bytes.data(), bytes.data() + bytes.size()}, values)) return true;
+  return parseList(QStringView(text.toString()), values);
+}
+
+bool parseTriples(const ElementText& text, std::vector<double>& values) {
+  return parseAnyTriples(text, values);
+}
+bool parseTriples(const ElementText& text, std::vector<std::uint32_t>& values) {
+  return parseAnyTriples(text, values);
+}
+
+}  // namespace ztcad

@@ -1,0 +1,486 @@
+#include "quick_xml.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <system_error>
+#include <vector>
+
+#include "narrow_text.h"
+#include "windows1251.h"
+#include "xml_parse.h"
+
+namespace ztcad {
+
+namespace {
+
+/// Thrown where the text is not, or may not be, of the plain kind; ends in `readPlainXml`.
+struct NotPlain {};
+
+void require(bool isPlain) {
+  if (!isPlain) throw NotPlain();
+}
+
+// -------------------------------------------------------------------------------- characters
+
+enum CharacterClass : unsigned char { Ordinary, Blank, Control, Markup, NonAscii };
+
+constexpr std::array<CharacterClass, 256> classify() {
+  std::array<CharacterClass, 256> classes{};
+  for (std::size_t byte = 0; byte < 256; ++byte)
+    classes[byte] = byte < 0x20 ? Control : byte < 0x80 ? Ordinary : NonAscii;
+  for (const char blank : {' ', '\t', '\n', '\r'})
+    classes[static_cast<std::size_t>(blank)] = Blank;
+  for (const char markup : {'<', '&', ']'})
+    classes[static_cast<std::size_t>(markup)] = Markup;
+  return classes;
+}
+constexpr auto classes = classify();
+
+CharacterClass classOf(char byte) { return classes[static_cast<unsigned char>(byte)]; }
+bool isBlank(char byte) { return classOf(byte) == Blank; }
+
+bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
+bool isNameCharacter(char c) { return isLetter(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; }
+
+bool equals(std::string_view ascii, const QString& text) {
+  if (ascii.size() != static_cast<std::size_t>(text.size())) return false;
+  const ushort* units = text.utf16();
+  for (const char c : ascii)
+    if (static_cast<ushort>(c) != *units++) return false;
+  return true;
+}
+
+bool equalsIgnoringCase(std::string_view text, std::string_view lowerCase) {
+  return text.size() == lowerCase.size() &&
+         std::equal(text.begin(), text.end(), lowerCase.begin(),
+                    [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a - 'A' + 'a' : a) == b; });
+}
+
+// -------------------------------------------------------------------------------- encodings
+
+class PlainDecoder final : public TextDecoder {
+ public:
+  bool isWindows1251 = false;
+
+  /// Texts and their parts: no references, no other mark-up.
+  QString decoded(std::string_view part) const override {
+    checkText(part);
+    return characters(part);
+  }
+
+  /// What stands between mark-up and is not looked at any further.
+  void checkText(std::string_view text) const {
+    bool isAscii = true;
+    for (const char byte : text) {
+      const CharacterClass kind = classOf(byte);
+      require(kind != Control && kind != Markup);
+      isAscii = isAscii && kind != NonAscii;
+    }
+    if (!isAscii) checkNonAscii(text);
+  }
+
+  void checkComment(std::string_view text) const {
+    for (const char byte : text)
+      require(classOf(byte) != Control);
+    checkNonAscii(text);
+  }
+
+  QString characters(std::string_view bytes) const {
+    if (!isWindows1251) return QString::fromUtf8(bytes.data(), static_cast<int>(bytes.size()));
+    QString text(static_cast<int>(bytes.size()), Qt::Uninitialized);
+    QChar* to = text.data();
+    for (const char byte : bytes)
+      *to++ = windows1251ToUnicode(static_cast<unsigned char>(byte));
+    return text;
+  }
+
+  /// The lead byte EF hex is that of the byte order mark and of the characters at which parsers stop.
+  void checkNonAscii(std::string_view bytes) const {
+    if (!isWindows1251) require(isUtf8(bytes) && bytes.find('\xEF') == std::string_view::npos);
+  }
+};
+
+/// The character of a reference, `name` being what stands between "&" and ";".
+char32_t referredCharacter(std::string_view name) {
+  struct Entity {
+    std::string_view name;
+    char character;
+  };
+  constexpr Entity entities[] = {{"lt", '<'}, {"gt", '>'}, {"amp", '&'}, {"quot", '"'}, {"apos", '\''}};
+  for (const Entity& entity : entities)
+    if (name == entity.name) return static_cast<unsigned char>(entity.character);
+  require(name.size() > 1 && name.front() == '#');
+  const bool isHexadecimal = name[1] == 'x';
+  name.remove_prefix(isHexadecimal ? 2 : 1);
+  std::uint32_t code = 0;
+  const auto [end, error] =
+      std::from_chars(name.data(), name.data() + name.size(), code, isHexadecimal ? 16 : 10);
+  require(error == std::errc() && end == name.data() + name.size());
+  const bool isCharacter = code >= 0x20 || code == '\t' || code == '\n' || code == '\r';
+  require(isCharacter && !QChar::isSurrogate(code) && code != 0xFFFE && code != 0xFFFF && code <= 0x10FFFF);
+  return code;
+}
+
+void append(char32_t character, QString& text) {
+  if (QChar::requiresSurrogates(character)) {
+    text += QChar(QChar::highSurrogate(character));
+    text += QChar(QChar::lowSurrogate(character));
+  } else {
+    text += QChar(static_cast<ushort>(character));
+  }
+}
+
+/// Texts that stand again and again in a document, as QStrings that share their characters.
+class SharedTexts {
+ public:
+  const QString& get(std::string_view ascii) {
+    Entry& entry = m_entries[hash(ascii)];
+    if (entry.bytes != ascii) {
+      entry.text = QString::fromLatin1(ascii.data(), static_cast<int>(ascii.size()));
+      entry.bytes = ascii;
+    }
+    return entry.text;
+  }
+
+  static constexpr std::size_t longest = 16;
+
+ private:
+  struct Entry {
+    std::string_view bytes;
+    QString text;
+  };
+  static constexpr std::size_t entryCount = 256;
+
+  static std::size_t hash(std::string_view bytes) {
+    std::uint32_t sum = 0;
+    for (const char byte : bytes)
+      sum = 31 * sum + static_cast<unsigned char>(byte);
+    return (sum ^ (sum >> 8U)) % entryCount;
+  }
+
+  std::array<Entry, entryCount> m_entries;
+};
+
+// -------------------------------------------------------------------------------- the reader
+
+struct Attribute {
+  std::string_view name;
+  std::string_view value;
+  bool hasReferences;
+  bool isAscii;
+};
+
+/// Goes through the bytes once, from the front.
+class Reader {
+ public:
+  Reader(std::string_view bytes, XmlBytes kind) : m_at(bytes.data()), m_end(m_at + bytes.size()) {
+    readDeclaration(kind);
+  }
+
+  void readDocument(const std::function<void(const ElementView& root)>& visit);
+
+  // What an element is made of. Each leaves the position behind what it has read.
+
+  /// Up to the next start tag or the end tag of the open element; true, and the position behind "<", for a start tag.
+  bool nextChild(std::string_view tag) {
+    while (true) {
+      m_decoder.checkText(untilMarkup());
+      ++m_at;
+      require(m_at != m_end);
+      if (*m_at == '/') {
+        readEndTag(tag);
+        return false;
+      }
+      if (*m_at != '!') return true;
+      readComment();
+    }
+  }
+
+  struct StartTag {
+    std::string_view name;
+    std::size_t firstAttribute;
+    bool isEmpty;
+  };
+
+  StartTag readStartTag() {
+    StartTag tag = {readName(), m_attributes.size(), false};
+    while (true) {
+      const bool isApart = skipBlanks();
+      require(m_at != m_end);
+      if (*m_at == '>' || *m_at == '/') break;
+      require(isApart);
+      readAttribute();
+    }
+    tag.isEmpty = *m_at == '/';
+    if (tag.isEmpty) ++m_at;
+    skip('>');
+    return tag;
+  }
+
+  std::string_view readText(std::string_view tag) {
+    std::string_view text = untilMarkup();
+    ++m_at;
+    require(m_at != m_end && *m_at == '/');
+    readEndTag(tag);
+    const bool isBlankText = std::all_of(text.begin(), text.end(), isBlank);
+    return isBlankText ? std::string_view() : text;  // as for Qt: nothing but blanks is no text
+  }
+
+  const Attribute* findAttribute(std::size_t first, std::size_t end, const QString& name) const {
+    for (std::size_t i = end; i > first; --i)  // of several the last one holds
+      if (equals(m_attributes[i - 1].name, name)) return &m_attributes[i - 1];
+    return nullptr;
+  }
+  std::size_t attributeCount() const { return m_attributes.size(); }
+  void forgetAttributes(std::size_t first) { m_attributes.resize(first); }
+
+  QString valueOf(const Attribute& attribute) {
+    const std::string_view value = attribute.value;
+    if (attribute.hasReferences) return withoutReferences(value);
+    if (attribute.isAscii && value.size() <= SharedTexts::longest) return m_shared.get(value);
+    return m_decoder.characters(value);
+  }
+
+  QString tagText(std::string_view tag) { return m_shared.get(tag); }
+  const TextDecoder& decoder() const { return m_decoder; }
+
+  void enter() { require(++m_depth <= maximalDepth); }
+  void leave() { --m_depth; }
+
+ private:
+  bool startsWith(std::string_view text) const {
+    return static_cast<std::size_t>(m_end - m_at) >= text.size() &&
+           std::memcmp(m_at, text.data(), text.size()) == 0;
+  }
+
+  void skip(char c) {
+    require(m_at != m_end && *m_at == c);
+    ++m_at;
+  }
+
+  bool skipBlanks() {
+    const char* const first = m_at;
+    while (m_at != m_end && isBlank(*m_at))
+      ++m_at;
+    return m_at != first;
+  }
+
+  std::string_view since(const char* first) const { return {first, static_cast<std::size_t>(m_at - first)}; }
+
+  std::string_view untilMarkup() {
+    const char* const first = m_at;
+    const void* const found = std::memchr(first, '<', static_cast<std::size_t>(m_end - first));
+    require(found != nullptr);
+    m_at = static_cast<const char*>(found);
+    return since(first);
+  }
+
+  std::string_view readName() {
+    const char* const first = m_at;
+    require(m_at != m_end && isLetter(*m_at));
+    while (m_at != m_end && isNameCharacter(*m_at))
+      ++m_at;
+    return since(first);
+  }
+
+  void readEndTag(std::string_view tag) {
+    ++m_at;  // the slash
+    require(startsWith(tag));
+    m_at += tag.size();
+    skip('>');
+  }
+
+  void readComment() {
+    require(startsWith("!--"));
+    m_at += 3;
+    const std::string_view rest(m_at, static_cast<std::size_t>(m_end - m_at));
+    const std::size_t end = rest.find("--");
+    require(end != std::string_view::npos);
+    m_decoder.checkComment(rest.substr(0, end));
+    m_at += end + 2;
+    skip('>');
+  }
+
+  void readAttribute() {
+    Attribute attribute = {readName(), {}, false, true};
+    skip('=');
+    require(m_at != m_end && (*m_at == '"' || *m_at == '\''));
+    const char quote = *m_at++;
+    const char* const first = m_at;
+    for (; m_at != m_end && *m_at != quote; ++m_at) {
+      const CharacterClass kind = classOf(*m_at);
+      if (kind == Ordinary) continue;
+      if (kind == NonAscii) {
+        attribute.isAscii = false;
+      } else if (*m_at == '&') {
+        attribute.hasReferences = true;
+      } else {
+        require(*m_at == ' ' || *m_at == ']');
+      }
+    }
+    attribute.value = since(first);
+    skip(quote);
+    if (!attribute.isAscii) m_decoder.checkNonAscii(attribute.value);
+    if (attribute.hasReferences)
+      withoutReferences(attribute.value);  // they have to be known, also where nobody asks
+    m_attributes.push_back(attribute);
+  }
+
+  QString withoutReferences(std::string_view value) const {
+    QString text;
+    for (std::size_t found = value.find('&'); found != std::string_view::npos; found = value.find('&')) {
+      const std::size_t end = value.find(';', found);
+      require(end != std::string_view::npos);
+      text += m_decoder.characters(value.substr(0, found));
+      append(referredCharacter(value.substr(found + 1, end - found - 1)), text);
+      value.remove_prefix(end + 1);
+    }
+    return text + m_decoder.characters(value);
+  }
+
+  void readDeclaration(XmlBytes kind);
+  void readBetweenElements();
+
+  const char* m_at;
+  const char* m_end;
+  PlainDecoder m_decoder;
+  SharedTexts m_shared;
+  std::vector<Attribute> m_attributes;  // of all open elements, the innermost one's last
+  int m_depth = 0;
+};
+
+// -------------------------------------------------------------------------------- one element
+
+class PlainView final : public ElementView {
+ public:
+  /// The position is behind the "<" of the element.
+  explicit PlainView(Reader& reader)
+      : m_reader(reader),
+        m_tag(reader.readStartTag()),
+        m_attributeEnd(reader.attributeCount()),
+        m_isRead(m_tag.isEmpty) {
+    m_reader.enter();
+  }
+
+  QString tag() const override { return m_reader.tagText(m_tag.name); }
+
+  std::optional<QString> attribute(const QString& name) const override {
+    const Attribute* const found = find(name);
+    return found ? std::optional(m_reader.valueOf(*found)) : std::nullopt;
+  }
+
+  std::optional<ElementText> attributeText(const QString& name) const override {
+    const Attribute* const found = find(name);
+    if (!found) return std::nullopt;
+    if (found->hasReferences || !found->isAscii) return ElementText(m_reader.valueOf(*found));
+    return ElementText(found->value, m_reader.decoder());
+  }
+
+  bool hasAttribute(const QString& name) const override { return find(name) != nullptr; }
+
+  ElementText text() const override {
+    if (m_isRead) return ElementText(QString());
+    m_isRead = true;
+    return ElementText(m_reader.readText(m_tag.name), m_reader.decoder());
+  }
+
+  void forEachChild(const ChildVisitor& visit) const override {
+    if (m_isRead) return;
+    m_isRead = true;
+    while (m_reader.nextChild(m_tag.name)) {
+      const PlainView child(m_reader);
+      visit(child);
+      child.finish();
+    }
+  }
+
+  /// Goes on to the end of the element, whatever was read of it.
+  void finish() const {
+    forEachChild([](const ElementView&) {});
+    m_reader.forgetAttributes(m_tag.firstAttribute);
+    m_reader.leave();
+  }
+
+ private:
+  const Attribute* find(const QString& name) const {
+    return m_reader.findAttribute(m_tag.firstAttribute, m_attributeEnd, name);
+  }
+
+  Reader& m_reader;
+  const Reader::StartTag m_tag;
+  const std::size_t m_attributeEnd;
+  mutable bool m_isRead;  // children or text
+};
+
+/// "<?xml version="1.0" encoding="..." standalone="..."?>", the last two if they are there.
+void Reader::readDeclaration(XmlBytes kind) {
+  const bool hasMark = startsWith("\xEF\xBB\xBF");
+  if (hasMark) m_at += 3;
+  if (!startsWith("<?xml ")) return;
+  m_at += std::strlen("<?xml");
+  std::string_view encoding = "utf-8";
+  constexpr std::string_view expected[] = {"version", "encoding", "standalone"};
+  std::size_t next = 0;
+  while (skipBlanks() && m_at != m_end && *m_at != '?') {
+    readAttribute();
+    const Attribute& attribute = m_attributes.back();
+    while (next < 3 && expected[next] != attribute.name)
+      ++next;
+    require(next < 3 && !attribute.hasReferences && attribute.isAscii);
+    if (next == 0) require(attribute.value == "1.0");
+    if (next == 1) encoding = attribute.value;
+    if (next == 2) require(attribute.value == "yes" || attribute.value == "no");
+    require(m_attributes.front().name == expected[0]);
+    ++next;
+  }
+  require(next > 0);
+  skip('?');
+  skip('>');
+  m_attributes.clear();
+  if (kind == XmlBytes::Utf8 || equalsIgnoringCase(encoding, "utf-8")) return;
+  require(!hasMark && equalsIgnoringCase(encoding, "windows-1251"));
+  m_decoder.isWindows1251 = true;
+}
+
+/// Blanks and comments outside the root, up to the next "<" or the end.
+void Reader::readBetweenElements() {
+  while (true) {
+    skipBlanks();
+    if (m_at == m_end) return;
+    skip('<');
+    if (m_at == m_end || *m_at != '!') return;
+    readComment();
+  }
+}
+
+void Reader::readDocument(const std::function<void(const ElementView& root)>& visit) {
+  readBetweenElements();
+  require(m_at != m_end);
+  {
+    const PlainView root(*this);
+    visit(root);
+    root.finish();
+  }
+  readBetweenElements();
+  require(m_at == m_end && m_at[-1] != '<');
+}
+
+}  // namespace
+
+bool readPlainXml(std::string_view bytes, XmlBytes kind,
+                  const std::function<void(const ElementView& root)>& visit) {
+  constexpr std::size_t longest = std::numeric_limits<int>::max() / 2 - 64;  // a QString holds no more
+  if (bytes.size() > longest) return false;
+  try {
+    Reader(bytes, kind).readDocument(visit);
+    return true;
+  } catch (const NotPlain&) {
+    return false;
+  }
+}
+
+}  // namespace ztcad
