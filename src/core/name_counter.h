@@ -2,6 +2,8 @@
 
 #include <QHash>
 #include <QString>
+#include <utility>
+#include <vector>
 
 #include "vocabulary.h"
 
@@ -9,22 +11,74 @@ namespace ztcad {
 
 /// Gives out names so that none occurs twice in one pass. The first bearer of a name keeps it, the next ones
 /// get "_$1", "_$2", ... behind it. A new name is not compared with names that come later in the pass.
+///
+/// The names stand in one flat table with open addressing: with a million of them, the memory of a QHash and the way
+/// through it take longer than all the rest.
 class NameCounter {
  public:
+  /// Makes room for so many names more.
+  void expect(std::size_t count) {
+    if (2 * (m_used + count) > m_slots.size()) resize(m_used + count);
+  }
+
   /// `name` itself when it was not seen yet, else a new one made from it.
   QString unique(const QString& name) {
-    const auto seen = m_next.find(name);
-    if (seen == m_next.end()) {
-      m_next.insert(name, 1);
+    expect(1);
+    Slot& slot = slotOf(name);
+    if (slot.next == 0) {
+      take(slot, name);
       return name;
     }
-    QString made = name + words().nameSeparator + QString::number(seen.value()++);
-    m_next.insert(made, 1);
+    QString made = name + words().nameSeparator + QString::number(slot.next++);
+    Slot& ofMade = slotOf(made);
+    if (ofMade.next == 0) take(ofMade, made);
+    ofMade.next = 1;
     return made;
   }
 
  private:
-  QHash<QString, unsigned> m_next;  // by name: the counter that the next bearer gets
+  struct Slot {
+    QString name;
+    uint hash = 0;
+    unsigned next = 0;  // the counter that the next bearer gets; 0: the slot is free
+  };
+
+  static uint hashOf(const QString& name) { return qHash(name, static_cast<uint>(qGlobalQHashSeed())); }
+
+  /// The slot of the name or the free one that it may take; half of all slots are always free.
+  Slot& slotOf(const QString& name) {
+    const uint hash = hashOf(name);
+    const std::size_t mask = m_slots.size() - 1;
+    std::size_t at = hash & mask;
+    while (m_slots[at].next != 0 && (m_slots[at].hash != hash || m_slots[at].name != name))
+      at = (at + 1) & mask;
+    m_slots[at].hash = hash;
+    return m_slots[at];
+  }
+
+  void take(Slot& slot, const QString& name) {
+    slot.name = name;
+    slot.next = 1;
+    ++m_used;
+  }
+
+  void resize(std::size_t count) {
+    std::size_t size = 16;
+    while (size < 2 * count)
+      size *= 2;
+    std::vector<Slot> former(size);
+    former.swap(m_slots);
+    for (Slot& slot : former) {
+      if (slot.next == 0) continue;
+      std::size_t at = slot.hash & (size - 1);
+      while (m_slots[at].next != 0)
+        at = (at + 1) & (size - 1);
+      m_slots[at] = std::move(slot);
+    }
+  }
+
+  std::vector<Slot> m_slots;  // a power of two of them
+  std::size_t m_used = 0;
 };
 
 template <typename Element>
@@ -43,6 +97,7 @@ void renameDuplicate(Element* element, NameCounter& counter) {
 /// its order.
 template <typename Container>
 void renameDuplicates(Container& elements, NameCounter& counter) {
+  counter.expect(elements.size());
   for (auto& element : elements)
     renameDuplicate(element, counter);
 }

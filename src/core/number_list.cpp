@@ -183,21 +183,16 @@ bool parseAnyTriples(const ElementText& text, std::vector<Number>& values) {
   return allWhole;
 }
 
-/// Numbers between commas with at most a ";" at the end; otherwise false, and the values are as they were.
-bool readPlainList(Plain text, std::vector<double>& values) {
-  const std::size_t before = values.size();
-  double value = 0;
-  bool isPlain = readPart(text, value);
-  while (isPlain) {
-    values.push_back(value);
-    if (!skip(',', text)) break;
-    isPlain = readPart(text, value);
-  }
+/// Numbers between commas with at most a ";" at the end; 0 where Qt has to judge.
+int readPlainList(Plain text, double* values, int most) {
+  int count = 0;
+  do {
+    if (count == most || !readPart(text, values[count])) return 0;
+    ++count;
+  } while (skip(',', text));
   skip(';', text);
   skipBlanks(text);
-  if (isPlain && text.at == text.end) return true;
-  values.resize(before);
-  return false;
+  return text.at == text.end ? count : 0;
 }
 
 }  // namespace
@@ -210,11 +205,16 @@ bool parseTriples(QStringView text, std::vector<std::uint32_t>& values) {
   return parseAnyTriples(text, values);
 }
 
-bool parseList(const ElementText& text, std::vector<double>& values) {
+int parseShortList(const ElementText& text, double* values, int most) {
   useCLocale();
   const std::string_view bytes = text.bytes();
-  if (text.isBytes() && readPlainList({bytes.data(), bytes.data() + bytes.size()}, values)) return true;
-  return parseList(QStringView(text.toString()), values);
+  const int count =
+      text.isBytes() ? readPlainList({bytes.data(), bytes.data() + bytes.size()}, values, most) : 0;
+  if (count > 0) return count;
+  std::vector<double> numbers;
+  if (!parseList(text.toString(), numbers) || numbers.size() > static_cast<std::size_t>(most)) return 0;
+  std::copy(numbers.begin(), numbers.end(), values);
+  return static_cast<int>(numbers.size());
 }
 
 bool parseTriples(const ElementText& text, std::vector<double>& values) {

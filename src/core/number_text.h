@@ -43,7 +43,11 @@ void useCLocale();
 /// parts are dropped. True only if every part converted; those that did are appended in any case.
 bool parseList(QStringView text, std::vector<double>& values);
 bool parseList(QStringView text, std::vector<std::uint32_t>& values);
-bool parseList(const ElementText& text, std::vector<double>& values);
+
+/// `parseList` of a list that may hold one to `most` numbers.
+/// @param values room for `most` numbers
+/// @return how many there are; 0 when there are none or more, or when a part does not convert
+int parseShortList(const ElementText& text, double* values, int most);
 
 /// Parses pieces separated by ";", each a list of at least three numbers of which the first three are
 /// appended to `values`. A piece without a comma is passed over. A piece that is too short or does not

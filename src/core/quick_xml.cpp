@@ -43,14 +43,25 @@ constexpr auto classes = classify();
 CharacterClass classOf(char byte) { return classes[static_cast<unsigned char>(byte)]; }
 bool isBlank(char byte) { return classOf(byte) == Blank; }
 
-bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
-bool isNameCharacter(char c) { return isLetter(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; }
+constexpr bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
+
+constexpr std::array<bool, 256> findNameCharacters() {
+  std::array<bool, 256> found{};
+  for (std::size_t byte = 0; byte < 128; ++byte) {
+    const char c = static_cast<char>(byte);
+    found[byte] = isLetter(c) || (c >= '0' && c <= '9') || c == '-' || c == '.';
+  }
+  return found;
+}
+constexpr auto nameCharacters = findNameCharacters();
+
+bool isNameCharacter(char c) { return nameCharacters[static_cast<unsigned char>(c)]; }
 
 bool equals(std::string_view ascii, const QString& text) {
   if (ascii.size() != static_cast<std::size_t>(text.size())) return false;
-  const ushort* units = text.utf16();
+  const QChar* units = text.constData();
   for (const char c : ascii)
-    if (static_cast<ushort>(c) != *units++) return false;
+    if (static_cast<ushort>(c) != (units++)->unicode()) return false;
   return true;
 }
 
@@ -226,8 +237,11 @@ class Reader {
     ++m_at;
     require(m_at != m_end && *m_at == '/');
     readEndTag(tag);
-    const bool isBlankText = std::all_of(text.begin(), text.end(), isBlank);
-    return isBlankText ? std::string_view() : text;  // as for Qt: nothing but blanks is no text
+    // as for Qt: nothing but blanks is no text; which characters beyond ASCII are blank is Qt's to say
+    const auto first = std::find_if_not(text.begin(), text.end(), isBlank);
+    if (first == text.end()) return {};
+    require(classOf(*first) != NonAscii);
+    return text;
   }
 
   const Attribute* findAttribute(std::size_t first, std::size_t end, const QString& name) const {
@@ -263,10 +277,12 @@ class Reader {
   }
 
   bool skipBlanks() {
-    const char* const first = m_at;
-    while (m_at != m_end && isBlank(*m_at))
-      ++m_at;
-    return m_at != first;
+    const char* at = m_at;
+    while (at != m_end && isBlank(*at))
+      ++at;
+    const bool skipped = at != m_at;
+    m_at = at;
+    return skipped;
   }
 
   std::string_view since(const char* first) const { return {first, static_cast<std::size_t>(m_at - first)}; }
@@ -281,9 +297,11 @@ class Reader {
 
   std::string_view readName() {
     const char* const first = m_at;
-    require(m_at != m_end && isLetter(*m_at));
-    while (m_at != m_end && isNameCharacter(*m_at))
-      ++m_at;
+    require(first != m_end && isLetter(*first));
+    const char* at = first + 1;
+    while (at != m_end && isNameCharacter(*at))
+      ++at;
+    m_at = at;
     return since(first);
   }
 
@@ -311,17 +329,19 @@ class Reader {
     require(m_at != m_end && (*m_at == '"' || *m_at == '\''));
     const char quote = *m_at++;
     const char* const first = m_at;
-    for (; m_at != m_end && *m_at != quote; ++m_at) {
-      const CharacterClass kind = classOf(*m_at);
+    const char* at = first;
+    for (; at != m_end && *at != quote; ++at) {
+      const CharacterClass kind = classOf(*at);
       if (kind == Ordinary) continue;
       if (kind == NonAscii) {
         attribute.isAscii = false;
-      } else if (*m_at == '&') {
+      } else if (*at == '&') {
         attribute.hasReferences = true;
       } else {
-        require(*m_at == ' ' || *m_at == ']');
+        require(*at == ' ' || *at == ']');
       }
     }
+    m_at = at;
     attribute.value = since(first);
     skip(quote);
     if (!attribute.isAscii) m_decoder.checkNonAscii(attribute.value);

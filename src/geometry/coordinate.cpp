@@ -1,7 +1,5 @@
 #include "coordinate.h"
 
-#include <vector>
-
 #include "../core/number_text.h"
 #include "../core/vocabulary.h"
 #include "triple_text.h"
@@ -20,11 +18,9 @@ QString& ztCAD_Coord::toText(QString& out, bool debugForm) const {
 bool ztCAD_Coord::fromText(const QString& text) { return ztcad::readCoord(ztcad::ElementText(text), *this); }
 
 bool ztcad::readCoord(const ElementText& text, ztCAD_Coord& coord) {
-  std::vector<double> numbers;
-  numbers.reserve(3);
-  if (!parseList(text, numbers) || numbers.empty() || numbers.size() > 3) return false;
-  numbers.resize(3, 0.0);
-  coord.set(numbers[0], numbers[1], numbers[2]);
+  double xyz[3] = {};
+  if (parseShortList(text, xyz, 3) == 0) return false;
+  coord.set(xyz[0], xyz[1], xyz[2]);
   return true;
 }
 

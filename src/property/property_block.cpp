@@ -11,24 +11,21 @@ ztCAD_cmnProperty::ztCAD_cmnProperty(const ztCAD_cmnProperty& other)
       ztCAD_StateCorrect(other),
       m_attributes(std::make_unique<ztCAD_gAttr>(*other.m_attributes)),
       m_showable(other.m_showable),
-      m_hasLcs(other.m_hasLcs),
-      m_lcs(other.m_lcs) {}
+      m_lcs(other.m_lcs ? std::make_unique<ztCAD_LCS>(*other.m_lcs) : nullptr) {}
 
 ztCAD_cmnProperty& ztCAD_cmnProperty::operator=(const ztCAD_cmnProperty& other) {
   if (this == &other) return *this;
   ztCAD_StateCorrect::operator=(other);
   *m_attributes = *other.m_attributes;
   m_showable = other.m_showable;
-  m_hasLcs = other.m_hasLcs;
-  m_lcs = other.m_lcs;
+  setLcs(other.lcs());
   return *this;
 }
 
 ztCAD_cmnProperty::~ztCAD_cmnProperty() = default;
 
 void ztCAD_cmnProperty::setLcs(const std::optional<ztCAD_LCS>& lcs) {
-  m_lcs = lcs.value_or(ztCAD_LCS());
-  m_hasLcs = lcs.has_value();
+  m_lcs = lcs ? std::make_unique<ztCAD_LCS>(*lcs) : nullptr;
 }
 
 QString& ztCAD_cmnProperty::toText(QString& out, bool debugForm) const {
@@ -36,14 +33,14 @@ QString& ztCAD_cmnProperty::toText(QString& out, bool debugForm) const {
   m_attributes->toText(out, debugForm);
   out += QLatin1String(" ,");
   m_showable.toText(out, debugForm);
-  if (m_hasLcs) m_lcs.toText(out, debugForm);
+  if (m_lcs) m_lcs->toText(out, debugForm);
   return out;
 }
 
 void ztCAD_cmnProperty::write(ztcad::ElementSink& element) const {
   m_attributes->write(element);
   m_showable.write(element);
-  if (m_hasLcs) m_lcs.write(element);
+  if (m_lcs) m_lcs->write(element);
 }
 
 bool ztCAD_cmnProperty::read(const ztcad::ElementView& element, bool& fault) {

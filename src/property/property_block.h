@@ -23,8 +23,8 @@ class ZTCAD_API ztCAD_cmnProperty : public ztCAD_INode, private ztCAD_ISerialize
   ztCAD_gShowable& showable() { return m_showable; }
   void setShowable(const ztCAD_gShowable& showable) { m_showable = showable; }
 
-  bool hasLCS() const { return m_hasLcs; }
-  std::optional<ztCAD_LCS> lcs() const { return m_hasLcs ? std::optional(m_lcs) : std::nullopt; }
+  bool hasLCS() const { return m_lcs != nullptr; }
+  std::optional<ztCAD_LCS> lcs() const { return m_lcs ? std::optional(*m_lcs) : std::nullopt; }
   /// Nothing: the element has no coordinate system from now on.
   void setLcs(const std::optional<ztCAD_LCS>& lcs);
 
@@ -40,6 +40,5 @@ class ZTCAD_API ztCAD_cmnProperty : public ztCAD_INode, private ztCAD_ISerialize
  private:
   std::unique_ptr<ztCAD_gAttr> m_attributes;  // never null
   ztCAD_gShowable m_showable;
-  bool m_hasLcs = false;
-  ztCAD_LCS m_lcs;  // meaningful only with m_hasLcs
+  std::unique_ptr<ztCAD_LCS> m_lcs;  // null: none, as in nearly every element of a large document
 };

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/number_text.h"
+#include "dice.h"
 #include "random_seed.h"
 
 // The quick conversions beside the plain Qt calls that define them.
@@ -17,25 +18,6 @@ namespace {
 
 constexpr int inputs = 1000000;
 constexpr int lists = inputs / 5;  // of some seven numbers each
-
-class Dice {
- public:
-  explicit Dice(std::uint64_t seed) : m_engine(seed) {}
-
-  std::uint64_t bits() { return m_engine(); }
-  /// 0 .. sides - 1
-  int roll(int sides) { return static_cast<int>(m_engine() % static_cast<std::uint64_t>(sides)); }
-  double between(double low, double high) {
-    return std::uniform_real_distribution<double>(low, high)(m_engine);
-  }
-  template <typename T, std::size_t N>
-  const T& pick(const T (&choices)[N]) {
-    return choices[roll(static_cast<int>(N))];
-  }
-
- private:
-  std::mt19937_64 m_engine;
-};
 
 bool sameBits(double a, double b) {
   return (std::isnan(a) && std::isnan(b)) || std::memcmp(&a, &b, sizeof a) == 0;

@@ -17,28 +17,14 @@
 #include "core/vocabulary.h"
 #include "core/xml_parse.h"
 #include "core/xml_print.h"
+#include "dice.h"
+#include "mutated_xml.h"
 #include "random_seed.h"
 
 // XML text beside the plain Qt calls that define it. Where the library is better than Qt on purpose (order of
 // attributes, characters beyond U+FFFF, hostile texts) the comparison says how it steps around that.
 
 namespace {
-
-class Dice {
- public:
-  explicit Dice(std::uint64_t seed) : m_engine(seed) {}
-
-  /// 0 .. sides - 1
-  int roll(int sides) { return static_cast<int>(m_engine() % static_cast<std::uint64_t>(sides)); }
-  bool oneIn(int sides) { return roll(sides) == 0; }
-  template <typename Choices>
-  const auto& pick(const Choices& choices) {
-    return choices[static_cast<std::size_t>(roll(static_cast<int>(std::size(choices))))];
-  }
-
- private:
-  std::mt19937_64 m_engine;
-};
 
 std::string text(const QString& text) { return text.toStdString(); }
 
@@ -463,84 +449,6 @@ std::vector<QByteArray> startingPoints() {
           "<r>&#x1f600;<!--&#x1f600;--></r>"};
 }
 
-const char* const fragments[] = {"<",
-                                 ">",
-                                 "/>",
-                                 "</",
-                                 "&",
-                                 ";",
-                                 "'",
-                                 "\"",
-                                 "=",
-                                 "!",
-                                 "?",
-                                 "-->",
-                                 "<!--",
-                                 "]]>",
-                                 "<![CDATA[",
-                                 "<?",
-                                 "?>",
-                                 "<!DOCTYPE r [",
-                                 "]>",
-                                 "<!ENTITY e 'x'>",
-                                 "<!ENTITY",
-                                 "<a>",
-                                 "</a>",
-                                 "<a/>",
-                                 "<r>",
-                                 "</r>",
-                                 "&lt;",
-                                 "&#65;",
-                                 "&#x1f600;",
-                                 "&u;",
-                                 "%u;",
-                                 " ",
-                                 "\r",
-                                 "\n",
-                                 "\t",
-                                 "(",
-                                 ")",
-                                 "[",
-                                 "]",
-                                 "#",
-                                 "x",
-                                 "\xd0\xaf",
-                                 "\xff",
-                                 "<r a='1'>",
-                                 "<!ELEMENT r (a)>",
-                                 "<!ATTLIST r a CDATA '",
-                                 "<?xml version='1.0'?>",
-                                 "<?xml version='1.0' encoding='utf-8'?>",
-                                 "\xef\xbf\xbf",
-                                 "\xef\xbf\xbe",
-                                 "-",
-                                 "--"};
-
-void mutate(QByteArray& bytes, Dice& dice) {
-  const int at = dice.roll(bytes.size() + 1);
-  const int length = dice.roll(std::min(bytes.size() - at, 30) + 1);
-  switch (dice.roll(6)) {
-    case 0:
-      bytes.truncate(at);
-      break;
-    case 1:
-      bytes.insert(dice.roll(bytes.size() + 1), bytes.mid(at, length));
-      break;
-    case 2:
-      bytes.remove(at, length);
-      break;
-    case 3:
-      bytes.insert(at, dice.pick(fragments));
-      break;
-    case 4:
-      bytes.replace(at, length, dice.pick(fragments));
-      break;
-    default:
-      if (at < bytes.size()) bytes[at] = static_cast<char>(dice.roll(256));
-      break;
-  }
-}
-
 TEST(XmlDifferential, MutatedDocumentsAreReadAsQtReadsThem) {
   Dice dice(randomSeed());
   Counts counts;
@@ -565,7 +473,7 @@ TEST(XmlDifferential, GluedFragmentsAreReadAsQtReadsThem) {
     const int frame = dice.roll(5);
     QByteArray bytes = openings[frame];
     for (int pieces = dice.roll(8); pieces > 0; --pieces)
-      bytes += dice.pick(fragments);
+      bytes += dice.pick(xmlFragments);
     bytes += closings[frame];
     ASSERT_NO_FATAL_FAILURE(compareWithQt(bytes, counts)) << i;
   }
