@@ -1,11 +1,12 @@
 /// Whole documents through the library's exported functions, beside Qt's own way and beside a hand-tuned one.
 ///
-///   document_benchmark [--quick] [--stock] [--markdown] [--folder <folder>]
+///   document_benchmark [--quick] [--stock] [--markdown] [--folder <folder>] [--only <text>]
 ///
 ///   --quick     small sizes alone: does it run at all?
 ///   --stock     Qt's own way also where it takes minutes and gigabytes
 ///   --markdown  tables in Markdown
 ///   --folder    where the files are; without it in memory, where no save waits for a disk
+///   --only      the cases whose name holds this text
 
 #include <filesystem>
 #include <iostream>
@@ -26,6 +27,7 @@ struct Options {
   bool quick = false;
   bool stock = false;
   bool markdown = false;
+  std::string only;
   std::string folder = std::filesystem::is_directory("/dev/shm")
                            ? "/dev/shm"
                            : std::filesystem::temp_directory_path().string();
@@ -109,7 +111,10 @@ class Benchmark {
     return m_options.stock || size <= largest ? run : nullptr;
   }
 
+  bool isAskedFor(const std::string& what) const { return what.find(m_options.only) != std::string::npos; }
+
   void add(const std::string& what, const Document& document, Memory memory, const Ways& ways) {
+    if (!isAskedFor(what)) return;
     Row row = measure(what, ways);
     row.size = document.size;
     row.bytes = document.bytes;
@@ -118,6 +123,7 @@ class Benchmark {
   }
 
   void addWithoutFile(const std::string& what, std::size_t size, const Ways& ways) {
+    if (!isAskedFor(what)) return;
     Row row = measure(what, ways);
     row.size = size;
     m_results.add(row);
@@ -130,12 +136,22 @@ class Benchmark {
          [&] { return loadByReference(document); }});
   }
 
+  /// The library beside itself: the same elements filled from a tree.
+  void runTree(const std::string& what, const Document& document) {
+    if (!isAskedFor(what)) return;
+    const Document byTree = m_documents.forTheTree(document);
+    addWithoutFile(what, document.size,
+                   {[&] { return libraryLoad(document); }, {}, [&] { return libraryLoad(byTree); }});
+  }
+
   void runSave(const std::string& what, const Document& document) {
     const std::string file = m_documents.scratch();
-    add(what + ", save", document, Memory::OfSave,
-        {intoNothing(file, [&] { return librarySave(document, file); }),
-         stockUpTo(200000, document.size, intoNothing(file, [&] { return saveByStock(document, file); })),
-         intoNothing(file, [&] { return saveByReference(document, file); })});
+    Ways ways;
+    ways.ours = intoNothing(file, [&] { return librarySave(document, file); });
+    ways.stock =
+        stockUpTo(200000, document.size, intoNothing(file, [&] { return saveByStock(document, file); }));
+    ways.reference = intoNothing(file, [&] { return saveByReference(document, file); });
+    add(what + ", save", document, Memory::OfSave, ways);
   }
 
   void runMesh(const Document& mesh) {
@@ -146,11 +162,13 @@ class Benchmark {
   void runPoints(std::size_t size) {
     const Document& points = m_documents.make(Shape::DifferentNames, size);
     runLoad("points", points);
+    runTree("points, load (ref: through its own tree)", points);
     runSave("points", points);
     runLoad("points of one name", m_documents.make(Shape::OneName, size));
     runUnify(size);
     const Document& structures = m_documents.make(Shape::Structures, size);
     runLoad("points in structures", structures);
+    runTree("points in structures, load (ref: through its own tree)", structures);
     runSave("points in structures", structures);
     runCheck("points in structures, check", structures);
     runCheck("template points, check", m_documents.make(Shape::Templates, size));
@@ -162,8 +180,12 @@ class Benchmark {
     const char* const first = "points of one name, first save";
     const char* const next = "points of one name, next save";
     const char* const renaming = "points of one name, renaming (first - next)";
-    addWithoutFile(first, size, {intoNothing(file, [&] { return libraryUnify(size, false, file); }), {}, {}});
-    addWithoutFile(next, size, {intoNothing(file, [&] { return libraryUnify(size, true, file); }), {}, {}});
+    Ways ways;
+    ways.ours = intoNothing(file, [&] { return libraryUnify(size, false, file); });
+    addWithoutFile(first, size, ways);
+    ways.ours = intoNothing(file, [&] { return libraryUnify(size, true, file); });
+    addWithoutFile(next, size, ways);
+    if (!isAskedFor(first) || !isAskedFor(next)) return;
     Row names = *m_results.largest(first);
     names.what = renaming;
     names.ours.seconds -= m_results.largest(next)->ours.seconds;
@@ -207,6 +229,8 @@ bool parseOptions(int argc, char** argv, Options& options) {
       options.markdown = true;
     else if (option == "--folder" && i + 1 < argc)
       options.folder = argv[++i];
+    else if (option == "--only" && i + 1 < argc)
+      options.only = argv[++i];
     else
       return false;
   }
@@ -218,13 +242,15 @@ bool parseOptions(int argc, char** argv, Options& options) {
 int main(int argc, char** argv) {
   Options options;
   if (!parseOptions(argc, argv, options)) {
-    std::cerr << "usage: document_benchmark [--quick] [--stock] [--markdown] [--folder <folder>]\n";
+    std::cerr << "usage: document_benchmark [--quick] [--stock] [--markdown] [--folder <folder>] "
+                 "[--only <text>]\n";
     return 2;
   }
   try {
     Benchmark benchmark(options);
     const Results& results = benchmark.run();
     printTables(std::cout, results, options.markdown);
+    if (options.quick) std::cout << "At these sizes the verdicts say little.\n\n";
     printTargets(std::cout, results, options.markdown);
     return 0;
   } catch (const std::exception& error) {

@@ -1,8 +1,9 @@
 #include "documents.h"
 
-#include <stdlib.h>
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <stdexcept>
 
 #include "coordinates.h"
@@ -71,6 +72,14 @@ const Document& Documents::make(Shape shape, std::size_t size) {
     throw std::runtime_error(made.file + " could not be written");
   made.bytes = static_cast<double>(std::filesystem::file_size(made.file));
   return m_documents.emplace_back(made);
+}
+
+Document Documents::forTheTree(const Document& document) {
+  Document copy = document;
+  copy.file += ".tree.xml";
+  std::filesystem::copy_file(document.file, copy.file, std::filesystem::copy_options::overwrite_existing);
+  std::ofstream(copy.file, std::ios::app) << "<?note read through a tree?>\n";
+  return copy;
 }
 
 }  // namespace benchmarks

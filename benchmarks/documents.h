@@ -45,6 +45,8 @@ class Documents {
 
   /// Writes a document, or finds it when it was written before. Throws when it cannot be written.
   const Document& make(Shape shape, std::size_t size);
+  /// The same document in a file that the library cannot but read through a tree: an instruction stands at its end.
+  static Document forTheTree(const Document& document);
   /// A file name beside the documents, for what is saved.
   std::string scratch() const { return m_folder + "/saved.xml"; }
 

@@ -44,8 +44,10 @@ double statusBytes(const std::string& field) {
 
 // A program's own functions come before the system's, for its libraries too: so the wait of every save is known,
 // whoever asks for it.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the system's names are reserved
 extern "C" int fsync(int file) { return waitFor(SYS_fsync, file); }
 extern "C" int fdatasync(int file) { return waitFor(SYS_fdatasync, file); }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 namespace benchmarks {
 

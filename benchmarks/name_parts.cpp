@@ -16,11 +16,11 @@ std::string nameOf(bool areDifferent, std::int64_t index) {
   return areDifferent ? "hinge " + std::to_string(index) : "hinge";
 }
 
-template <bool areDifferent>
+template <bool AreDifferent>
 void namesOurs(benchmark::State& state) {
   std::vector<QString> names;
   for (std::int64_t i = 0; i < state.range(0); ++i)
-    names.push_back(QString::fromStdString(nameOf(areDifferent, i)));
+    names.push_back(QString::fromStdString(nameOf(AreDifferent, i)));
   for (auto _ : state) {
     ztcad::NameCounter counter;
     for (const QString& name : names)
@@ -44,11 +44,11 @@ class PlainCounter {
   std::unordered_map<std::string, unsigned> m_next;
 };
 
-template <bool areDifferent>
+template <bool AreDifferent>
 void namesPlain(benchmark::State& state) {
   std::vector<std::string> names;
   for (std::int64_t i = 0; i < state.range(0); ++i)
-    names.push_back(nameOf(areDifferent, i));
+    names.push_back(nameOf(AreDifferent, i));
   for (auto _ : state) {
     PlainCounter counter;
     for (const std::string& name : names)

@@ -34,8 +34,8 @@ class RememberingReporter final : public benchmark::ConsoleReporter {
     const auto other = m_seconds.find(theirs);
     if (mine == m_seconds.end() || other == m_seconds.end()) return;
     const double ratio = mine->second / other->second;
-    std::printf("%-34s %6.2f x %-34s", ours.c_str(), ratio, theirs.c_str());
-    if (limit > 0) std::printf(" at most %.1f  %s", limit, ratio <= limit ? "PASS" : "FAIL");
+    std::printf("%-38s %5.2f x %s", ours.c_str(), ratio, theirs.c_str());
+    if (limit > 0) std::printf(", at most %.1f: %s", limit, ratio <= limit ? "PASS" : "FAIL");
     std::printf("\n");
   }
 
@@ -55,6 +55,7 @@ int main(int argc, char** argv) {
     reporter.judge("text to reals/ours, bytes" + size, "text to reals/fast_float" + size, 1.3);
     reporter.judge("text to indices/ours, bytes" + size, "text to indices/from_chars" + size);
     reporter.judge("reals to text/ours" + size, "reals to text/to_chars" + size, 0.7);
+    reporter.judge("computed reals to text/ours" + size, "computed reals to text/to_chars" + size, 0.7);
     reporter.judge("indices to text/ours" + size, "indices to text/to_chars" + size);
   }
   benchmark::Shutdown();

@@ -44,6 +44,20 @@ const std::vector<Number>& numbers(std::size_t triples) {
   });
 }
 
+const std::vector<double>& computedReals(std::size_t triples) {
+  struct Computed {
+    std::vector<double> values;
+  };
+  return kept<Computed>(triples,
+                        [&] {
+                          Computed made{numbers<double>(triples)};
+                          for (double& value : made.values)
+                            value *= 0.70710678118654752;  // turned by 45 degrees
+                          return made;
+                        })
+      .values;
+}
+
 template <typename Number>
 const QString& listString(std::size_t triples) {
   return kept<QString>(triples, [&] { return stockText(numbers<Number>(triples)); });

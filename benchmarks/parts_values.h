@@ -13,6 +13,9 @@ namespace benchmarks {
 template <typename Number>
 const std::vector<Number>& numbers(std::size_t triples);
 
+/// Reals as a program computes them, of seventeen digits where a file holds six.
+const std::vector<double>& computedReals(std::size_t triples);
+
 /// The storage text of a list, as bytes and as a QString.
 template <typename Number>
 const std::string& listBytes(std::size_t triples);

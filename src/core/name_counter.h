@@ -21,6 +21,15 @@ class NameCounter {
     if (2 * (m_used + count) > m_slots.size()) resize(m_used + count);
   }
 
+  /// Whether the name was not seen yet; from now on it was.
+  bool isNew(const QString& name) {
+    expect(1);
+    Slot& slot = slotOf(name);
+    if (slot.next != 0) return false;
+    take(slot, name);
+    return true;
+  }
+
   /// `name` itself when it was not seen yet, else a new one made from it.
   QString unique(const QString& name) {
     expect(1);

@@ -157,7 +157,11 @@ class SharedTexts {
     return entry.text;
   }
 
-  static constexpr std::size_t longest = 16;
+  /// Short words, of which there are few; what ends in a digit is more likely one of many.
+  static bool mayComeAgain(std::string_view ascii) {
+    constexpr std::size_t longest = 16;
+    return ascii.empty() || (ascii.size() <= longest && isLetter(ascii.back()));
+  }
 
  private:
   struct Entry {
@@ -255,7 +259,7 @@ class Reader {
   QString valueOf(const Attribute& attribute) {
     const std::string_view value = attribute.value;
     if (attribute.hasReferences) return withoutReferences(value);
-    if (attribute.isAscii && value.size() <= SharedTexts::longest) return m_shared.get(value);
+    if (attribute.isAscii && SharedTexts::mayComeAgain(value)) return m_shared.get(value);
     return m_decoder.characters(value);
   }
 
@@ -420,7 +424,7 @@ class PlainView final : public ElementView {
 
   /// Goes on to the end of the element, whatever was read of it.
   void finish() const {
-    forEachChild([](const ElementView&) {});
+    if (!m_isRead) forEachChild([](const ElementView&) {});
     m_reader.forgetAttributes(m_tag.firstAttribute);
     m_reader.leave();
   }

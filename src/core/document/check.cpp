@@ -1,19 +1,17 @@
 #include "check.h"
 
 #include <algorithm>
-#include <QSet>
 
+#include "../name_counter.h"
 #include "document.h"
 
 namespace {
 template <typename Container>
 bool namesAreUnique(const Container& elements) {
-  QSet<QString> seen;
-  for (const auto& element : elements) {
-    if (seen.contains(element.name())) return false;
-    seen.insert(element.name());
-  }
-  return true;
+  ztcad::NameCounter names;
+  names.expect(elements.size());
+  return std::all_of(elements.begin(), elements.end(),
+                     [&names](const auto& element) { return names.isNew(element.name()); });
 }
 }  // namespace
 
