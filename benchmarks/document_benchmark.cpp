@@ -139,7 +139,7 @@ class Benchmark {
   /// The library beside itself: the same elements filled from a tree.
   void runTree(const std::string& what, const Document& document) {
     if (!isAskedFor(what)) return;
-    const Document byTree = m_documents.forTheTree(document);
+    const Document byTree = Documents::forTheTree(document);
     addWithoutFile(what, document.size,
                    {[&] { return libraryLoad(document); }, {}, [&] { return libraryLoad(byTree); }});
   }

@@ -13,3 +13,9 @@ inline std::uint64_t randomSeed() {
   std::cout << "ZTCAD_TEST_SEED=" << seed << std::endl;
   return seed;
 }
+
+/// How many inputs a random test throws: ZTCAD_TEST_ROUNDS where it is set, else as many as are usual.
+inline int randomRounds(int usual) {
+  const char* given = std::getenv("ZTCAD_TEST_ROUNDS");
+  return given ? std::atoi(given) : usual;
+}

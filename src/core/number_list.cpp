@@ -152,7 +152,7 @@ bool readTriple(Plain& text, Number* triple) {
 /// Takes the room for all triples when the first ones have told how long one is.
 template <typename Number>
 void reserveFor(const Plain& text, const char* begin, std::vector<Number>& values) {
-  constexpr std::size_t enoughToTell = 3 * 1024;
+  constexpr std::size_t enoughToTell = 3072;
   if (values.size() != enoughToTell) return;
   const auto soFar = static_cast<double>(text.at - begin);
   const auto left = static_cast<double>(text.end - text.at);

@@ -73,10 +73,6 @@ char* writeReal(double value, char* out) {
   return std::to_chars(out, out + longestNumber, value, std::chars_format::general, 6).ptr;
 }
 
-char* writeIndex(std::uint32_t value, char* out) {
-  return std::to_chars(out, out + longestNumber, value).ptr;
-}
-
 void appendReal(std::string& out, double value) {
   char text[longestNumber];
   out.append(text, writeReal(value, text));

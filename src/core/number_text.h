@@ -1,5 +1,6 @@
 #pragma once
 
+#include <charconv>
 #include <cstdint>
 #include <QString>
 #include <string>
@@ -18,8 +19,10 @@ namespace ztcad {
 /// @param out room for `longestNumber` characters
 /// @return the end of what was written
 char* writeReal(double value, char* out);
-char* writeIndex(std::uint32_t value, char* out);
 constexpr int longestNumber = 16;  // "-1.23457e-308" has 13
+inline char* writeIndex(std::uint32_t value, char* out) {
+  return std::to_chars(out, out + longestNumber, value).ptr;
+}
 
 void appendReal(std::string& out, double value);
 void appendReal(QString& out, double value);

@@ -32,10 +32,10 @@ constexpr std::array<CharacterClass, 256> classify() {
   std::array<CharacterClass, 256> classes{};
   for (std::size_t byte = 0; byte < 256; ++byte)
     classes[byte] = byte < 0x20 ? Control : byte < 0x80 ? Ordinary : NonAscii;
-  for (const char blank : {' ', '\t', '\n', '\r'})
-    classes[static_cast<std::size_t>(blank)] = Blank;
-  for (const char markup : {'<', '&', ']'})
-    classes[static_cast<std::size_t>(markup)] = Markup;
+  for (const unsigned char blank : {' ', '\t', '\n', '\r'})
+    classes[blank] = Blank;
+  for (const unsigned char markup : {'<', '&', ']'})
+    classes[markup] = Markup;
   return classes;
 }
 constexpr auto classes = classify();
@@ -185,8 +185,8 @@ class SharedTexts {
 struct Attribute {
   std::string_view name;
   std::string_view value;
-  bool hasReferences;
-  bool isAscii;
+  bool hasReferences = false;
+  bool isAscii = true;
 };
 
 /// Goes through the bytes once, from the front.
@@ -328,7 +328,8 @@ class Reader {
   }
 
   void readAttribute() {
-    Attribute attribute = {readName(), {}, false, true};
+    Attribute attribute;
+    attribute.name = readName();
     skip('=');
     require(m_at != m_end && (*m_at == '"' || *m_at == '\''));
     const char quote = *m_at++;

@@ -16,8 +16,8 @@
 
 namespace {
 
-constexpr int inputs = 1000000;
-constexpr int lists = inputs / 5;  // of some seven numbers each
+const int inputs = randomRounds(1000000);
+const int lists = inputs / 5;  // of some seven numbers each
 
 bool sameBits(double a, double b) {
   return (std::isnan(a) && std::isnan(b)) || std::memcmp(&a, &b, sizeof a) == 0;
@@ -338,6 +338,52 @@ TYPED_TEST(ListDifferential, ListsAreReadAsQtSplitsAndConvertsThem) {
   }
   EXPECT_GT(whole, lists / 20);
   EXPECT_LT(whole, lists - lists / 20);
+}
+
+/// Bytes as the reader of plain documents hands them out.
+class Utf8Decoder final : public ztcad::TextDecoder {
+ public:
+  QString decoded(std::string_view part) const override {
+    return QString::fromUtf8(part.data(), static_cast<int>(part.size()));
+  }
+};
+
+TYPED_TEST(ListDifferential, TriplesInBytesAreReadAsThoseInCharacters) {
+  Dice dice(randomSeed());
+  const Utf8Decoder decoder;
+  int whole = 0;
+  for (int i = 0; i < lists; ++i) {
+    const std::string bytes = anyListText(dice).toStdString();
+    std::vector<TypeParam> expected = {7}, values = {7};
+    const bool result = parseTriplesPlainly(decoder.decoded(bytes), expected);
+    ASSERT_EQ(ztcad::parseTriples(ztcad::ElementText(bytes, decoder), values), result) << bytes;
+    ASSERT_TRUE(sameValues(values, expected)) << bytes;
+    whole += result;
+  }
+  EXPECT_GT(whole, lists / 20);
+  EXPECT_LT(whole, lists - lists / 20);
+}
+
+TEST(ShortListDifferential, BytesAreReadAsCharacters) {
+  constexpr int most = 3;
+  Dice dice(randomSeed());
+  const Utf8Decoder decoder;
+  int taken = 0;
+  for (int i = 0; i < lists; ++i) {
+    QString text = blanks(dice);
+    for (int left = dice.roll(5); left > 0; --left)
+      text += listPart(dice, false) + QLatin1String(left > 1 ? "," : dice.roll(2) ? ";" : "");
+    const std::string bytes = text.toStdString();
+    std::vector<double> expected;
+    const bool fits = parseListPlainly(decoder.decoded(bytes), expected) && expected.size() <= most;
+    double values[most] = {};
+    const int count = ztcad::parseShortList(ztcad::ElementText(bytes, decoder), values, most);
+    ASSERT_EQ(count, fits ? static_cast<int>(expected.size()) : 0) << bytes;
+    ASSERT_TRUE(sameValues({values, values + count}, fits ? expected : std::vector<double>())) << bytes;
+    taken += count > 0;
+  }
+  EXPECT_GT(taken, lists / 4);
+  EXPECT_LT(taken, lists - lists / 10);
 }
 
 TYPED_TEST(ListDifferential, TriplesAreReadAsQtSplitsAndConvertsThem) {

@@ -18,7 +18,6 @@
 #include "loaded_text.h"
 #include "unification.h"
 
-using ztcad::ChildOutcome;
 using ztcad::RootReader;
 using ztcad::words;
 

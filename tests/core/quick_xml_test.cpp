@@ -1,0 +1,166 @@
+#include "core/quick_xml.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+#include "core/xml_parse.h"
+
+using namespace std::string_literals;
+using ztcad::ElementView;
+using ztcad::readPlainXml;
+using ztcad::XmlBytes;
+
+namespace {
+
+bool isPlain(const std::string& xml, XmlBytes kind = XmlBytes::AsDeclared) {
+  return readPlainXml(xml, kind, [](const ElementView&) {});
+}
+
+// -------------------------------------------------------------------------------- what is plain
+
+struct Row {
+  const char* name;
+  std::string xml;
+};
+void PrintTo(const Row& row, std::ostream* out) { *out << row.name; }
+std::string rowName(const testing::TestParamInfo<Row>& info) { return info.param.name; }
+
+class PlainXml : public testing::TestWithParam<Row> {};
+TEST_P(PlainXml, IsRead) { EXPECT_TRUE(isPlain(GetParam().xml)) << GetParam().xml; }
+
+const std::string windows1251 = "<?xml version=\"1.0\" encoding=\"windows-1251\"?>";
+
+const Row plainRows[] = {
+    {"OneElement", "<a/>"},
+    {"OpenAndClosed", "<a></a>"},
+    {"Nested", "<a><b><c/></b>\n<b/></a>"},
+    {"Attributes", "<a b=\"1\" c='2' />"},
+    {"AttributeTwice", "<a b='1' b='2'/>"},
+    {"Text", "<a>1, 2; 3</a>"},
+    {"Declaration", "<?xml version=\"1.0\"?><a/>"},
+    {"DeclarationInWindows1251", windows1251 + "\n<a b='\xCF\x98'/>"},
+    {"DeclarationInUtf8", "<?xml version='1.0' encoding='UTF-8' standalone='yes' ?><a b='Я'/>"},
+    {"Mark", "\xEF\xBB\xBF<a/>"},
+    {"Comments", "<!--a--> <a><!-- b - c --></a>\r\n<!---->"},
+    {"Entities", "<a b='&lt;&gt;&amp;&quot;&apos;&#65;&#x42f;&#x1f600;'/>"},
+    {"BlanksAround", "\n\t <a/> \r\n"},
+    {"CarriageReturnsBetween", "<a>\r\n<b/>\r\n</a>\r\n"},
+};
+INSTANTIATE_TEST_SUITE_P(Rows, PlainXml, testing::ValuesIn(plainRows), rowName);
+
+class NotPlainXml : public testing::TestWithParam<Row> {};
+TEST_P(NotPlainXml, IsLeftToQt) { EXPECT_FALSE(isPlain(GetParam().xml)) << GetParam().xml; }
+
+const Row otherRows[] = {
+    {"Empty", ""},
+    {"BlanksAlone", " \n"},
+    {"MarkAlone", "\xEF\xBB\xBF"},
+    {"Cut", "<a><b/>"},
+    {"CutInATag", "<a b='1"},
+    {"CutBehindLessThan", "<a/><"},
+    {"WrongEndTag", "<a></b>"},
+    {"EndTagOfALongerName", "<a></ab>"},
+    {"TwoRoots", "<a/><b/>"},
+    {"TextBehind", "<a/>x"},
+    {"Cdata", "<a><![CDATA[x]]></a>"},
+    {"Instruction", "<a/><?b c?>"},
+    {"DocumentType", "<!DOCTYPE a><a/>"},
+    {"UnknownEntity", "<a b='&c;'/>"},
+    {"ReferenceInText", "<a>&#65;</a>"},
+    {"ReferenceToNul", "<a b='&#0;'/>"},
+    {"ReferenceToASurrogate", "<a b='&#xd800;'/>"},
+    {"ReferenceToTheEndOfText", "<a b='&#xffff;'/>"},
+    {"ReferenceBeyondUnicode", "<a b='&#x110000;'/>"},
+    {"ReferenceOutOfRange", "<a b='&#99999999999;'/>"},
+    {"BareAmpersand", "<a b='&'/>"},
+    {"LessThanInAValue", "<a b='<'/>"},
+    {"LineFeedInAValue", "<a b='\n'/>"},
+    {"TabInAValue", "<a b='\t'/>"},
+    {"ControlInAValue", "<a b='\x01'/>"},
+    {"NoBlankBetweenAttributes", "<a b='1'c='2'/>"},
+    {"NoQuotes", "<a b=1/>"},
+    {"Prefix", "<a:b/>"},
+    {"LetterBeyondAscii", "<я/>"},
+    {"Nul", "<a/>\0"s},
+    {"NulInText", "<a>\0</a>"s},
+    {"BracketInText", "<a>]]></a>"},
+    {"TwoHyphensInAComment", "<!--a--b--><a/>"},
+    {"BadUtf8", "<a b='\xFF'/>"},
+    {"NonCharacter", "<a b='\xEF\xBF\xBF'/>"},
+    {"OtherEncoding", "<?xml version='1.0' encoding='koi8-r'?><a/>"},
+    {"MarkAndOtherEncoding", "\xEF\xBB\xBF" + windows1251 + "<a/>"},
+    {"OtherVersion", "<?xml version='1.1'?><a/>"},
+    {"DeclarationWithoutVersion", "<?xml encoding='UTF-8'?><a/>"},
+    {"DeclarationOfNothing", "<?xml ?><a/>"},
+    {"DeclarationInAnotherOrder", "<?xml encoding='UTF-8' version='1.0'?><a/>"},
+    {"BlankBeforeTheDeclaration", " <?xml version='1.0'?><a/>"},
+};
+INSTANTIATE_TEST_SUITE_P(Rows, NotPlainXml, testing::ValuesIn(otherRows), rowName);
+
+std::string nested(int depth) {
+  std::string xml;
+  for (int i = 0; i < depth; ++i)
+    xml += "<a>";
+  for (int i = 0; i < depth; ++i)
+    xml += "</a>";
+  return xml;
+}
+
+TEST(PlainXmlDepth, IsThatOfTheOtherWay) {
+  EXPECT_TRUE(isPlain(nested(ztcad::maximalDepth)));
+  EXPECT_FALSE(isPlain(nested(ztcad::maximalDepth + 1)));
+  EXPECT_FALSE(isPlain(nested(1000000)));
+}
+
+TEST(PlainXmlKind, TextOfAHostIsUtf8WhateverItDeclares) {
+  std::string seen;
+  EXPECT_TRUE(readPlainXml(windows1251 + "<a b='Я'/>", XmlBytes::Utf8, [&](const ElementView& root) {
+    seen = root.attribute(QLatin1String("b"))->toStdString();
+  }));
+  EXPECT_EQ(seen, "Я");
+}
+
+// -------------------------------------------------------------------------------- what its views show
+
+TEST(PlainXmlView, ShowsTagsAttributesTextAndChildrenInTheirOrder) {
+  std::string seen;
+  EXPECT_TRUE(readPlainXml("<r a='1' b=''><x>one</x><y c='&lt;2' c='3'/><x>\n</x></r>", XmlBytes::AsDeclared,
+                           [&](const ElementView& root) {
+                             seen +=
+                                 root.tag().toStdString() + root.attribute(QLatin1String("a"))->toStdString();
+                             EXPECT_EQ(root.attribute(QLatin1String("b")), QString());
+                             EXPECT_EQ(root.attribute(QLatin1String("c")), std::nullopt);
+                             EXPECT_TRUE(root.hasAttribute(QLatin1String("b")));
+                             root.forEachChild([&](const ElementView& child) {
+                               seen += ' ' + child.tag().toStdString();
+                               if (child.hasAttribute(QLatin1String("c")))
+                                 seen += child.attribute(QLatin1String("c"))->toStdString();
+                               seen += '(' + child.text().toString().toStdString() + ')';
+                             });
+                             EXPECT_EQ(root.attribute(QLatin1String("a")), QLatin1String("1"))
+                                 << "still there";
+                           }));
+  EXPECT_EQ(seen, "r1 x(one) y3() x()");
+}
+
+TEST(PlainXmlView, WhatNobodyReadsIsCheckedAllTheSame) {
+  const auto readFirstChildOnly = [](const std::string& xml) {
+    return readPlainXml(xml, XmlBytes::AsDeclared, [](const ElementView&) {});
+  };
+  EXPECT_TRUE(readFirstChildOnly("<r><a><b/></a></r>"));
+  EXPECT_FALSE(readFirstChildOnly("<r><a><b></a></r>"));
+  EXPECT_FALSE(readFirstChildOnly("<r><a b='&x;'/></r>"));
+}
+
+TEST(PlainXmlView, TextWithMarkupInsideIsNotItsBusiness) {
+  const auto readText = [](const std::string& xml) {
+    return readPlainXml(xml, XmlBytes::AsDeclared, [](const ElementView& root) { root.text().toString(); });
+  };
+  EXPECT_TRUE(readText("<r>1</r>"));
+  EXPECT_FALSE(readText("<r>1<!--c--></r>"));
+  EXPECT_FALSE(readText("<r>1<b/></r>"));
+  EXPECT_FALSE(readText("<r>&lt;</r>"));
+  EXPECT_FALSE(readText("<r>\xC2\xA0</r>")) << "nothing but a no-break space is no text to Qt";
+}
+
+}  // namespace
