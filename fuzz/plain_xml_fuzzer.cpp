@@ -54,6 +54,7 @@ void tell(const ElementView& element, const QDomElement& guide, QString& told) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(readability-identifier-naming): the name that libFuzzer calls
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   if (!ztcad::readPlainXml(bytes, ztcad::XmlBytes::AsDeclared, [](const ElementView&) {})) return 0;
