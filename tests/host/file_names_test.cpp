@@ -28,7 +28,7 @@ std::size_t pointsIn(const LoadedLibrary& library, const std::string& fileName) 
 }
 
 TEST(FileNames, MayHoldCyrillicLettersAndBlanks) {
-  const LoadedLibrary library;
+  const LoadedLibrary& library = libraryThatIsNeverClosed();
   const ScratchFolder folder;
   ztCAD_GMDDocument* const document = makeDocument(library);
   for (const char* const name : {"Деталь.xml", "узел подвески № 5.xml", "a b.xml", "零件.xml"}) {
@@ -41,7 +41,7 @@ TEST(FileNames, MayHoldCyrillicLettersAndBlanks) {
 }
 
 TEST(FileNames, OfFoldersMayToo) {
-  const LoadedLibrary library;
+  const LoadedLibrary& library = libraryThatIsNeverClosed();
   const ScratchFolder folder;
   const auto inner = std::filesystem::u8path(folder.file("Мои документы"));
   std::filesystem::create_directory(inner);
@@ -52,7 +52,7 @@ TEST(FileNames, OfFoldersMayToo) {
 }
 
 TEST(SavedFiles, AreTextFilesOfTheSystemAndReadWithEitherLineEnd) {
-  const LoadedLibrary library;
+  const LoadedLibrary& library = libraryThatIsNeverClosed();
   const ScratchFolder folder;
   ztCAD_GMDDocument* const document = makeDocument(library);
   library.SaveGMDDocument(document, folder.file("saved.xml"));
