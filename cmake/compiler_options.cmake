@@ -8,12 +8,14 @@ if(ZTCAD_STRICT_WARNINGS)
     target_compile_options(ztCAD_options INTERFACE /W4 /wd4251 /wd4275)
   else()
     target_compile_options(ztCAD_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
-                           -Wno-sign-conversion -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual)
+                           -Wno-sign-conversion
+                           "$<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast;-Wnon-virtual-dtor;-Woverloaded-virtual>")
   endif()
 endif()
 
 if(MSVC)
-  target_compile_options(ztCAD_options INTERFACE /utf-8 /permissive- /Zc:__cplusplus /EHsc)
+  target_compile_options(ztCAD_options INTERFACE /utf-8
+                         "$<$<COMPILE_LANGUAGE:CXX>:/permissive-;/Zc:__cplusplus;/EHsc>")
 endif()
 
 if(WIN32)
