@@ -95,9 +95,9 @@ class DocumentTypeScan {
   std::optional<Obstacle> m_obstacle;
 };
 
-/// Index of the document type declaration; -1 without one.
-int findDocumentType(const QString& text) {
-  int at = text.indexOf(QLatin1Char('<'));
+/// Index of the next document type declaration before the root; -1 without one.
+int findDocumentType(const QString& text, int from) {
+  int at = text.indexOf(QLatin1Char('<'), from);
   while (at >= 0) {
     const int next = behindOpaque(text, at);
     if (next == at) return startsAt(text, at, QLatin1String("<!DOCTYPE")) ? at : -1;
@@ -157,7 +157,12 @@ int behindMarkup(const QString& text, int at) {
 
 std::optional<Obstacle> firstObstacle(const QString& text) {
   std::optional<Obstacle> first;
-  if (const int start = findDocumentType(text); start >= 0) first = DocumentTypeScan(text, start).obstacle();
+  int start = findDocumentType(text, 0);
+  while (start >= 0 && !first) {  // there should be one at most, but Qt's parser reads any number of them
+    const DocumentTypeScan documentType(text, start);
+    first = documentType.obstacle();
+    start = findDocumentType(text, documentType.end());
+  }
   const int nul = text.indexOf(QChar(QChar::Null));
   if (nul >= 0 && (!first || nul < first->index)) first = Obstacle{nul, QLatin1String("NUL character")};
   return first;

@@ -15,7 +15,7 @@ struct Obstacle {
   QLatin1String message;
 };
 
-/// The first NUL, entity declaration or parenthesis nested too deep in the document type declaration.
+/// The first NUL, entity declaration or parenthesis nested too deep in a document type declaration.
 std::optional<Obstacle> firstObstacle(const QString& text);
 
 /// Whether no element is nested deeper than `maximalDepth`. False may also mean that this quick look cannot

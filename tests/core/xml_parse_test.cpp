@@ -211,6 +211,11 @@ std::vector<RefusalRow> refusalRows() {
        "<?xml version='1.0'?>\n<!--x--><!DOCTYPE r SYSTEM '[' [\r\n<!ELEMENT r (a|b)*><!-- ]> -->\r"
        "<!ATTLIST r a CDATA ']>'><?p ]> ?> <!ENTITY e 'x'>]><r/>",
        entityMessage, 4, 36},
+      // there should be one document type at most, but Qt reads any number of them, and their entities
+      {"EntityInTheSecondDocumentType", "<!DOCTYPE r []><!DOCTYPE r [<!ENTITY e 'x'>]><r>&e;</r>",
+       entityMessage, 1, 29},
+      {"EntityInTheThirdDocumentType",
+       "<!DOCTYPE r><!DOCTYPE r>\n<!---->\n<!DOCTYPE r [<!ENTITY e 'x'>]><r/>", entityMessage, 3, 14},
       {"EntityThenDeepElements", "<!DOCTYPE r [<!ENTITY e 'x'>]>" + repeated("<a>", 300), entityMessage, 1,
        14},
 
