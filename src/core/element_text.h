@@ -16,6 +16,9 @@ class TextDecoder {
 
 /// The text of an element or of an attribute as its carrier holds it: characters, or bytes that nobody has looked at
 /// yet. Lists of numbers are read from the bytes without a copy. Holds good only while the carrier visits the element.
+///
+/// Reading numbers leaves C as the default locale: from characters each read sees to it, from bytes the carrier has done
+/// it when it handed out the first of them.
 class ElementText {
  public:
   explicit ElementText(QString text) : m_text(std::move(text)) {}

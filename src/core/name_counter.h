@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <QHash>
 #include <QString>
 #include <utility>
@@ -30,13 +31,13 @@ class NameCounter {
     return true;
   }
 
-  /// `name` itself when it was not seen yet, else a new one made from it.
-  QString unique(const QString& name) {
+  /// Nothing when the name was not seen yet (from now on it was), else a new one made from it.
+  std::optional<QString> newNameFor(const QString& name) {
     expect(1);
     Slot& slot = slotOf(name);
     if (slot.next == 0) {
       take(slot, name);
-      return name;
+      return std::nullopt;
     }
     QString made = name + words().nameSeparator + QString::number(slot.next++);
     Slot& ofMade = slotOf(made);
@@ -92,9 +93,7 @@ class NameCounter {
 
 template <typename Element>
 void renameDuplicate(Element& element, NameCounter& counter) {
-  const QString name = element.name();
-  const QString unique = counter.unique(name);
-  if (unique != name) element.setName(unique);
+  if (const auto newName = counter.newNameFor(element.name())) element.setName(*newName);
 }
 
 template <typename Element>

@@ -163,7 +163,6 @@ void reserveFor(const Plain& text, const char* begin, std::vector<Number>& value
 template <typename Number>
 bool parseAnyTriples(const ElementText& text, std::vector<Number>& values) {
   if (!text.isBytes()) return parseAnyTriples(QStringView(text.toString()), values);
-  useCLocale();
   const std::string_view bytes = text.bytes();
   Plain left{bytes.data(), bytes.data() + bytes.size()};
   bool allWhole = true;
@@ -206,7 +205,6 @@ bool parseTriples(QStringView text, std::vector<std::uint32_t>& values) {
 }
 
 int parseShortList(const ElementText& text, double* values, int most) {
-  useCLocale();
   const std::string_view bytes = text.bytes();
   const int count =
       text.isBytes() ? readPlainList({bytes.data(), bytes.data() + bytes.size()}, values, most) : 0;

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <charconv>
 #include <cstdint>
 #include <QString>
 #include <string>
 #include <vector>
 
 #include "element_text.h"
+#include "whole_numbers.h"  // writeIndex
 
 namespace ztcad {
 
@@ -20,9 +20,6 @@ namespace ztcad {
 /// @return the end of what was written
 char* writeReal(double value, char* out);
 constexpr int longestNumber = 16;  // "-1.23457e-308" has 13
-inline char* writeIndex(std::uint32_t value, char* out) {
-  return std::to_chars(out, out + longestNumber, value).ptr;
-}
 
 void appendReal(std::string& out, double value);
 void appendReal(QString& out, double value);
@@ -38,8 +35,8 @@ bool toIndex(QStringView text, std::uint32_t& value);
 double realOrZero(QStringView text);
 std::uint32_t indexOrZero(QStringView text);
 
-/// Sets the process-wide default locale to C, unless it is C already. The list parsers do so first and leave
-/// it so; a reader of single numbers that has to, calls it by itself.
+/// Sets the process-wide default locale to C, unless it is C already. The parsers of lists of characters do so first and
+/// leave it so (for lists of bytes their carrier does); a reader of single numbers that has to, calls it by itself.
 void useCLocale();
 
 /// Parses a list separated by commas into `values`, to which it appends. Every ";" is passed over, empty

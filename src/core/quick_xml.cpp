@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "narrow_text.h"
+#include "number_text.h"
 #include "windows1251.h"
 #include "xml_parse.h"
 
@@ -42,6 +43,17 @@ constexpr auto classes = classify();
 
 CharacterClass classOf(char byte) { return classes[static_cast<unsigned char>(byte)]; }
 bool isBlank(char byte) { return classOf(byte) == Blank; }
+
+/// Those of an attribute's value that need no second look, whichever its quote is. A mark "]" is none to look at there.
+constexpr std::array<bool, 256> findValueCharacters() {
+  std::array<bool, 256> found{};
+  for (std::size_t byte = 0; byte < 128; ++byte)
+    found[byte] = classes[byte] == Ordinary && byte != '"' && byte != '\'';
+  found[' '] = true;
+  found[']'] = true;
+  return found;
+}
+constexpr auto valueCharacters = findValueCharacters();
 
 constexpr bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
 
@@ -171,10 +183,10 @@ class SharedTexts {
   static constexpr std::size_t entryCount = 256;
 
   static std::size_t hash(std::string_view bytes) {
-    std::uint32_t sum = 0;
-    for (const char byte : bytes)
-      sum = 31 * sum + static_cast<unsigned char>(byte);
-    return (sum ^ (sum >> 8U)) % entryCount;
+    if (bytes.empty()) return 0;
+    const auto first = static_cast<unsigned char>(bytes.front());
+    const auto last = static_cast<unsigned char>(bytes.back());
+    return (37U * first + 7U * last + bytes.size()) % entryCount;
   }
 
   std::array<Entry, entryCount> m_entries;
@@ -203,6 +215,7 @@ class Reader {
   /// Up to the next start tag or the end tag of the open element; true, and the position behind "<", for a start tag.
   bool nextChild(std::string_view tag) {
     while (true) {
+      skipBlanks();
       m_decoder.checkText(untilMarkup());
       ++m_at;
       require(m_at != m_end);
@@ -259,12 +272,19 @@ class Reader {
   QString valueOf(const Attribute& attribute) {
     const std::string_view value = attribute.value;
     if (attribute.hasReferences) return withoutReferences(value);
-    if (attribute.isAscii && SharedTexts::mayComeAgain(value)) return m_shared.get(value);
-    return m_decoder.characters(value);
+    if (!attribute.isAscii) return m_decoder.characters(value);
+    if (SharedTexts::mayComeAgain(value)) return m_shared.get(value);
+    return QString::fromLatin1(value.data(), static_cast<int>(value.size()));
   }
 
   QString tagText(std::string_view tag) { return m_shared.get(tag); }
-  const TextDecoder& decoder() const { return m_decoder; }
+
+  /// Bytes for a reader of numbers.
+  ElementText numbers(std::string_view bytes) {
+    if (!m_hasNumbers) useCLocale();
+    m_hasNumbers = true;
+    return ElementText(bytes, m_decoder);
+  }
 
   void enter() { require(++m_depth <= maximalDepth); }
   void leave() { --m_depth; }
@@ -328,23 +348,26 @@ class Reader {
   }
 
   void readAttribute() {
-    Attribute attribute;
+    Attribute& attribute = m_attributes.emplace_back();
     attribute.name = readName();
     skip('=');
     require(m_at != m_end && (*m_at == '"' || *m_at == '\''));
     const char quote = *m_at++;
     const char* const first = m_at;
     const char* at = first;
-    for (; at != m_end && *at != quote; ++at) {
+    while (true) {
+      while (at != m_end && valueCharacters[static_cast<unsigned char>(*at)])
+        ++at;
+      if (at == m_end || *at == quote) break;
       const CharacterClass kind = classOf(*at);
-      if (kind == Ordinary) continue;
       if (kind == NonAscii) {
         attribute.isAscii = false;
       } else if (*at == '&') {
         attribute.hasReferences = true;
       } else {
-        require(*at == ' ' || *at == ']');
+        require(kind == Ordinary);  // the other quote
       }
+      ++at;
     }
     m_at = at;
     attribute.value = since(first);
@@ -352,7 +375,6 @@ class Reader {
     if (!attribute.isAscii) m_decoder.checkNonAscii(attribute.value);
     if (attribute.hasReferences)
       withoutReferences(attribute.value);  // they have to be known, also where nobody asks
-    m_attributes.push_back(attribute);
   }
 
   QString withoutReferences(std::string_view value) const {
@@ -376,6 +398,7 @@ class Reader {
   SharedTexts m_shared;
   std::vector<Attribute> m_attributes;  // of all open elements, the innermost one's last
   int m_depth = 0;
+  bool m_hasNumbers = false;
 };
 
 // -------------------------------------------------------------------------------- one element
@@ -402,7 +425,7 @@ class PlainView final : public ElementView {
     const Attribute* const found = find(name);
     if (!found) return std::nullopt;
     if (found->hasReferences || !found->isAscii) return ElementText(m_reader.valueOf(*found));
-    return ElementText(found->value, m_reader.decoder());
+    return m_reader.numbers(found->value);
   }
 
   bool hasAttribute(const QString& name) const override { return find(name) != nullptr; }
@@ -410,7 +433,7 @@ class PlainView final : public ElementView {
   ElementText text() const override {
     if (m_isRead) return ElementText(QString());
     m_isRead = true;
-    return ElementText(m_reader.readText(m_tag.name), m_reader.decoder());
+    return m_reader.numbers(m_reader.readText(m_tag.name));
   }
 
   void forEachChild(const ChildVisitor& visit) const override {

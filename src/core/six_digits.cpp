@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "whole_numbers.h"
+
 #if defined(_MSC_VER) && !defined(__clang__)
 #include <intrin.h>
 #endif
@@ -100,25 +102,9 @@ Decimal ofSmall(std::uint64_t m, int e, int binary) {
   return carried({six.whole + (six.up ? 1 : 0), exponent});
 }
 
-constexpr std::array<char, 200> makePairs() {
-  std::array<char, 200> pairs{};
-  for (std::size_t i = 0; i < 100; ++i) {
-    pairs[2 * i] = static_cast<char>('0' + i / 10);
-    pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
-  }
-  return pairs;
-}
-constexpr auto digitPairs = makePairs();
-
-void writePair(std::uint32_t below100, char* out) {
-  std::memcpy(out, &digitPairs[std::size_t{2} * below100], 2);
-}
-
 /// Writes the digits; returns how many there are without the zeros at their end.
 int writeDigits(std::uint32_t digits, char* out) {
-  writePair(digits / 10000, out);
-  writePair(digits / 100 % 100, out + 2);
-  writePair(digits % 100, out + 4);
+  fourDigits.writeFour(digits % 10000, fourDigits.writeTwo(digits / 10000, out));
   int count = 6;
   while (count > 1 && out[count - 1] == '0')
     --count;
@@ -134,8 +120,7 @@ char* writeScientific(const char* digits, int count, int exponent, char* out) {
   }
   *out++ = 'e';
   *out++ = exponent < 0 ? '-' : '+';
-  writePair(static_cast<std::uint32_t>(exponent < 0 ? -exponent : exponent), out);
-  return out + 2;
+  return fourDigits.writeTwo(static_cast<std::uint32_t>(exponent < 0 ? -exponent : exponent), out);
 }
 
 char* writeFixed(const char* digits, int count, int exponent, char* out) {

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include "process_object.h"
+
 namespace ztcad {
 
 /// Every element name, attribute name and fixed word of the format, each spelled here and nowhere else.
@@ -96,7 +98,10 @@ struct Vocabulary {
   const QString xmlDeclaration{QLatin1String("version=\"1.0\" encoding=\"windows-1251\"")};
 };
 
-const Vocabulary& words();
+/// For `words`, which every element asks many times over and which is therefore inline.
+extern ProcessObject<Vocabulary> vocabulary;
+
+inline const Vocabulary& words() { return vocabulary.get(); }
 /// Part of the unload step.
 void releaseWords();
 

@@ -1,5 +1,7 @@
 #include "attributes.h"
 
+#include <utility>
+
 #include "../core/element_sink.h"
 #include "../core/element_view.h"
 #include "../core/vocabulary.h"
@@ -21,8 +23,10 @@ void ztCAD_gAttr::write(ztcad::ElementSink& element) const {
 }
 
 bool ztCAD_gAttr::read(const ztcad::ElementView& element, bool& fault) {
-  setReadOk(readAndCheck(element, fault));
-  m_name = element.attribute(words().name).value_or(QString());
+  fault = false;
+  auto name = element.attribute(words().name);
+  setReadOk(name.has_value());
+  m_name = std::move(name).value_or(QString());
   m_comment = element.attribute(words().comment).value_or(QString());
   m_inform = element.attribute(words().inform).value_or(QString());
   return readOk();

@@ -13,19 +13,6 @@ ztCAD_Base::ztCAD_Base(const QString& name, bool& nameIsFree) {
 
 ztCAD_baseElement::~ztCAD_baseElement() = default;
 
-ztCAD_baseElement::ztCAD_baseElement() : m_method(std::make_unique<ztCAD_gMethod>()) {}
-
-ztCAD_baseElement::ztCAD_baseElement(const QString& method)
-    : m_method(std::make_unique<ztCAD_gMethod>(method)) {}
-
-ztCAD_baseElement::ztCAD_baseElement(const ztCAD_baseElement& other)
-    : m_method(std::make_unique<ztCAD_gMethod>(*other.m_method)) {}
-
-ztCAD_baseElement& ztCAD_baseElement::operator=(const ztCAD_baseElement& other) {
-  *m_method = *other.m_method;
-  return *this;
-}
-
 void ztcad::writeBaseParts(const ztCAD_Base& base, const ztCAD_baseElement& element, ElementSink& sink) {
   base.property().write(sink);
   element.method().write(sink);

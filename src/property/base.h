@@ -1,7 +1,5 @@
 #pragma once
 
-#include <memory>
-
 #include "method.h"
 #include "property_block.h"
 
@@ -38,19 +36,19 @@ class ZTCAD_API ztCAD_baseElement {
  public:
   virtual ~ztCAD_baseElement();
 
-  const ztCAD_gMethod& method() const { return *m_method; }
-  ztCAD_gMethod& method() { return *m_method; }
-  void setMethod(const ztCAD_gMethod& method) { *m_method = method; }
+  const ztCAD_gMethod& method() const { return m_method; }
+  ztCAD_gMethod& method() { return m_method; }
+  void setMethod(const ztCAD_gMethod& method) { m_method = method; }
 
  protected:
   /// An empty method.
-  ztCAD_baseElement();
-  explicit ztCAD_baseElement(const QString& method);
-  ztCAD_baseElement(const ztCAD_baseElement& other);
-  ztCAD_baseElement& operator=(const ztCAD_baseElement& other);
+  ztCAD_baseElement() = default;
+  explicit ztCAD_baseElement(const QString& method) : m_method(method) {}
+  ztCAD_baseElement(const ztCAD_baseElement&) = default;
+  ztCAD_baseElement& operator=(const ztCAD_baseElement&) = default;
 
  private:
-  std::unique_ptr<ztCAD_gMethod> m_method;  // never null
+  ztCAD_gMethod m_method;
 };
 
 namespace ztcad {

@@ -12,7 +12,7 @@ void ztCAD_gMethod::write(ztcad::ElementSink& element) const { element.attribute
 
 bool ztCAD_gMethod::read(const ztcad::ElementView& element, bool& fault) {
   fault = false;
-  const auto method = element.attribute(words().method);
-  if (method) m_method = *method;
+  auto method = element.attribute(words().method);
+  if (method) m_method.swap(*method);
   return method.has_value();
 }

@@ -11,14 +11,14 @@
 /// system, all of them XML attributes on the element itself. Copies are deep.
 class ZTCAD_API ztCAD_cmnProperty : public ztCAD_INode, private ztCAD_ISerialize, public ztCAD_StateCorrect {
  public:
-  ztCAD_cmnProperty();
+  ztCAD_cmnProperty() = default;
   ztCAD_cmnProperty(const ztCAD_cmnProperty& other);
   ztCAD_cmnProperty& operator=(const ztCAD_cmnProperty& other);
   ~ztCAD_cmnProperty() override;
 
-  const ztCAD_gAttr& attributes() const { return *m_attributes; }
-  ztCAD_gAttr& attributes() { return *m_attributes; }
-  void setAttributes(const ztCAD_gAttr& attributes) { *m_attributes = attributes; }
+  const ztCAD_gAttr& attributes() const { return m_attributes; }
+  ztCAD_gAttr& attributes() { return m_attributes; }
+  void setAttributes(const ztCAD_gAttr& attributes) { m_attributes = attributes; }
   const ztCAD_gShowable& showable() const { return m_showable; }
   ztCAD_gShowable& showable() { return m_showable; }
   void setShowable(const ztCAD_gShowable& showable) { m_showable = showable; }
@@ -38,7 +38,7 @@ class ZTCAD_API ztCAD_cmnProperty : public ztCAD_INode, private ztCAD_ISerialize
   bool read(const ztcad::ElementView& element, bool& fault) override;
 
  private:
-  std::unique_ptr<ztCAD_gAttr> m_attributes;  // never null
+  ztCAD_gAttr m_attributes;
   ztCAD_gShowable m_showable;
   std::unique_ptr<ztCAD_LCS> m_lcs;  // null: none, as in nearly every element of a large document
 };

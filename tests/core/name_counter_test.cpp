@@ -85,7 +85,8 @@ TEST(NameCounter, GoesOnFromContainerToContainer) {
 TEST(NameCounter, StartsAnewInEachPass) {
   for (int pass = 0; pass < 2; ++pass) {
     ztcad::NameCounter counter;
-    EXPECT_EQ(counter.unique(QLatin1String("Q")).toStdString(), "Q");
+    EXPECT_FALSE(counter.newNameFor(QLatin1String("Q")));
+    EXPECT_EQ(counter.newNameFor(QLatin1String("Q")), QLatin1String("Q_$1"));
   }
 }
 
