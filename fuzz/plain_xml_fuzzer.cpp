@@ -1,26 +1,18 @@
 // The reader of plain XML beside the tree that QtXml makes of the same bytes: what the one takes, the other takes too, and
 // both show the same elements, attributes and texts.
 
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <QDomDocument>
 #include <QStringList>
-#include <string>
 
 #include "core/dom_carrier.h"
 #include "core/quick_xml.h"
 #include "core/xml_parse.h"
+#include "fuzzing.h"
 
 namespace {
 
+using fuzzing::require;
 using ztcad::ElementView;
-
-void require(bool condition, const char* what) {
-  if (condition) return;
-  std::fprintf(stderr, "not so: %s\n", what);
-  std::abort();
-}
 
 /// What a carrier shows, on the way that the tree tells: which elements hold children, which hold text.
 void tell(const ElementView& element, const QDomElement& guide, QString& told) {
@@ -54,9 +46,8 @@ void tell(const ElementView& element, const QDomElement& guide, QString& told) {
 
 }  // namespace
 
-// NOLINTNEXTLINE(readability-identifier-naming): the name that libFuzzer calls
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view bytes = fuzzing::bytesOf(data, size);
   if (!ztcad::readPlainXml(bytes, ztcad::XmlBytes::AsDeclared, [](const ElementView&) {})) return 0;
 
   QDomDocument tree;

@@ -88,8 +88,6 @@ class ZTCAD_API ztCAD_StateCorrect {
   void setReadOk(bool readOk);
 
  protected:
-  /// The outcome of the last read, or `complete` for an object that was built and never read.
-  bool outcomeOr(bool complete) const { return m_wasRead ? m_readOk : complete; }
   ztCAD_StateCorrect() = default;
   /// For the class whose state is good before any read.
   explicit ztCAD_StateCorrect(bool readOk) : m_readOk(readOk) {}

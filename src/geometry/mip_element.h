@@ -31,7 +31,7 @@ class ZTCAD_API ztCAD_commonElementMIP : public ztCAD_Base,
   bool readAndCheck(const ztcad::ElementView& element, bool& fault) override;
 
   /// The outcome of the last read; of an element that was built, whether it has a record.
-  bool passesCheck() const { return outcomeOr(m_hasMip); }
+  bool passesCheck() const { return wasRead() ? readOk() : m_hasMip; }
 
  protected:
   ztCAD_commonElementMIP();

@@ -27,7 +27,7 @@ class ZTCAD_API ztCAD_commonPoint : public ztCAD_Base,
   bool readAndCheck(const ztcad::ElementView& element, bool& fault) override;
 
   /// The outcome of the last read; of a point that was built, whether it has a position.
-  bool passesCheck() const { return outcomeOr(m_center.isValid()); }
+  bool passesCheck() const { return wasRead() ? readOk() : m_center.isValid(); }
 
  protected:
   ztCAD_commonPoint();

@@ -31,7 +31,7 @@ class ZTCAD_API ztCAD_Sphere : public ztCAD_Solid, public ztCAD_INameLCS_Selecto
   bool readAndCheck(const ztcad::ElementView& element, bool& fault) override;
 
   /// The outcome of the last read; of a sphere that was built, whether it has centre and radius.
-  bool passesCheck() const { return outcomeOr(m_center.isValid() && m_hasRadius); }
+  bool passesCheck() const { return wasRead() ? readOk() : m_center.isValid() && m_hasRadius; }
 
   QString lcsWord() const override;
   QString elementName() const override;

@@ -47,7 +47,8 @@ bool ztCAD_commonTriangle::readAndCheck(const ztcad::ElementView& element, bool&
 }
 
 bool ztCAD_commonTriangle::passesCheck() const {
-  return outcomeOr(m_vertices.coordinates().size() % 3 == 0 && m_faces.indices().size() % 3 == 0);
+  if (wasRead()) return readOk();
+  return m_vertices.coordinates().size() % 3 == 0 && m_faces.indices().size() % 3 == 0;
 }
 
 QString ztCAD_Triangle::lcsWord() const { return words().lcs; }

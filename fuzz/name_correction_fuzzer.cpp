@@ -1,0 +1,51 @@
+// Any name, and behind a byte 0 any name in its place.
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+#include "core/narrow_text.h"
+#include "fuzzing.h"
+#include "ztCAD.h"
+
+namespace {
+
+using fuzzing::require;
+
+/// By the function for hosts without std::string, into a buffer that is just as large as it has to be.
+std::string correctedPlainly(const std::string& name, const std::string& fallback, bool& differs) {
+  const std::size_t longest = std::max({name.size(), fallback.size(), std::size_t{1}});
+  std::vector<char> buffer(longest + 2, '\xAA');
+  differs = doCorrectName_nostl(name.c_str(), buffer.data(), fallback.c_str());
+  require(std::memchr(buffer.data(), '\0', buffer.size()) != nullptr, "the corrected name has an end");
+  return buffer.data();
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view bytes = fuzzing::bytesOf(data, size);
+  const std::size_t end = std::min(bytes.find('\0'), bytes.size());
+  const std::string name(bytes.substr(0, end));
+  const std::string fallback(
+      bytes.substr(std::min(end + 1, bytes.size())).substr(0, bytes.find('\0', end + 1)));
+
+  std::string corrected = "earlier";
+  const bool differs = doCorrectName(name, corrected, fallback);
+  require(!corrected.empty(), "a corrected name is never empty");
+  require(differs == (corrected != name), "the answer tells whether the name was changed");
+
+  // a correction may leave bytes of windows-1251 that are UTF-8 too, and then are other characters
+  if (ztcad::isUtf8(name.empty() ? fallback : name)) {
+    std::string again;
+    require(!doCorrectName(corrected, again, "other") && again == corrected, "a corrected name is correct");
+  }
+
+  const std::string plainFallback = fallback.c_str();
+  bool plainDiffers = false;
+  const std::string plain = correctedPlainly(name, plainFallback, plainDiffers);
+  std::string expected;
+  require(doCorrectName(name, expected, plainFallback) == plainDiffers && plain == expected,
+          "both functions agree");
+  return 0;
+}
