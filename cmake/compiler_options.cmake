@@ -24,7 +24,7 @@ if(WIN32)
 endif()
 
 if(ZTCAD_SANITIZE)
-  set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  set(sanitizers -fsanitize=${ZTCAD_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(ztCAD_options INTERFACE ${sanitizers})
   target_link_options(ztCAD_options INTERFACE ${sanitizers})
   if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <QHash>
 #include <QString>
@@ -14,12 +15,13 @@ namespace ztcad {
 /// get "_$1", "_$2", ... behind it. A new name is not compared with names that come later in the pass.
 ///
 /// The names stand in one flat table with open addressing: with a million of them, the memory of a QHash and the way
-/// through it take longer than all the rest.
+/// through it take longer than all the rest. Names that were made to have one hash (Qt's is easily turned back) go into an
+/// ordered table instead, so that no document takes quadratic time.
 class NameCounter {
  public:
   /// Makes room for so many names more.
   void expect(std::size_t count) {
-    if (2 * (m_used + count) > m_slots.size()) resize(m_used + count);
+    if (m_ordered.empty() && 2 * (m_used + count) > m_slots.size()) resize(m_used + count);
   }
 
   /// Whether the name was not seen yet; from now on it was.
@@ -57,13 +59,27 @@ class NameCounter {
 
   /// The slot of the name or the free one that it may take; half of all slots are always free.
   Slot& slotOf(const QString& name) {
+    if (!m_ordered.empty()) return m_ordered[name];
+    constexpr std::size_t farthest = 256;  // several times the longest way among a million names of any kind
     const uint hash = hashOf(name);
     const std::size_t mask = m_slots.size() - 1;
-    std::size_t at = hash & mask;
-    while (m_slots[at].next != 0 && (m_slots[at].hash != hash || m_slots[at].name != name))
-      at = (at + 1) & mask;
-    m_slots[at].hash = hash;
-    return m_slots[at];
+    for (std::size_t way = 0; way < farthest; ++way) {
+      Slot& slot = m_slots[(hash + way) & mask];
+      if (slot.next != 0 && (slot.hash != hash || slot.name != name)) continue;
+      slot.hash = hash;
+      return slot;
+    }
+    putInOrder();
+    return m_ordered[name];
+  }
+
+  void putInOrder() {
+    for (Slot& slot : m_slots) {
+      if (slot.next == 0) continue;
+      const QString name = slot.name;
+      m_ordered.emplace(name, std::move(slot));
+    }
+    m_slots = {};
   }
 
   void take(Slot& slot, const QString& name) {
@@ -87,7 +103,8 @@ class NameCounter {
     }
   }
 
-  std::vector<Slot> m_slots;  // a power of two of them
+  std::vector<Slot> m_slots;          // a power of two of them
+  std::map<QString, Slot> m_ordered;  // takes the place of all slots once it holds a name
   std::size_t m_used = 0;
 };
 

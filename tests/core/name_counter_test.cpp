@@ -4,10 +4,14 @@
 #include <deque>
 #include <list>
 #include <ostream>
+#include <set>
 #include <string>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "core/name_registry.h"
+#include "differential/dice.h"
 
 namespace {
 
@@ -80,6 +84,55 @@ TEST(NameCounter, GoesOnFromContainerToContainer) {
   ztcad::renameDuplicates(lines, counter);
   EXPECT_EQ(namesOf(points), (Names{"A", "B"}));
   EXPECT_EQ(namesOf(lines), (Names{"A_$1", "A_$2"}));
+}
+
+/// Two texts of one length that make one hash of what stands before them.
+std::pair<QString, QString> collidingEnds(const QString& before) {
+  Dice dice(5);
+  std::unordered_map<uint, QString> seen;
+  while (true) {
+    QString end;
+    for (int i = 0; i < 12; ++i)
+      end += QChar(ushort(0x400 + dice.roll(256)));
+    const auto [entry, isNew] = seen.emplace(qHash(before + end, static_cast<uint>(qGlobalQHashSeed())), end);
+    if (!isNew && entry->second != end) return {entry->second, end};
+  }
+}
+
+/// Names of one hash: each part has a twin, and every choice among them is a name.
+std::vector<QString> collidingNames(int parts) {
+  std::vector<QString> names{QString()};
+  for (int part = 0; part < parts; ++part) {
+    const auto [one, other] = collidingEnds(names.front());
+    std::vector<QString> longer;
+    for (const QString& name : names) {
+      longer.push_back(name + one);
+      longer.push_back(name + other);
+    }
+    names = longer;
+  }
+  return names;
+}
+
+TEST(NameCounter, NamesOfOneHashAreCountedLikeOthers) {
+  const std::vector<QString> names = collidingNames(11);
+  std::set<uint> hashes;
+  for (const QString& name : names)
+    hashes.insert(qHash(name, static_cast<uint>(qGlobalQHashSeed())));
+  ASSERT_EQ(hashes.size(), 1U);
+  ASSERT_EQ(std::set<QString>(names.begin(), names.end()).size(), 2048U);
+
+  ztcad::NameCounter counter;
+  EXPECT_FALSE(counter.newNameFor(QLatin1String("A")));
+  for (const QString& name : names)
+    EXPECT_FALSE(counter.newNameFor(name));
+  EXPECT_EQ(counter.newNameFor(QLatin1String("A")), QLatin1String("A_$1"));
+  for (const QString& name : names)
+    EXPECT_EQ(counter.newNameFor(name), QString(name + QLatin1String("_$1")));
+  for (const QString& name : names)
+    EXPECT_EQ(counter.newNameFor(name), QString(name + QLatin1String("_$2")));
+  EXPECT_FALSE(counter.isNew(names.back() + QLatin1String("_$2")));
+  EXPECT_TRUE(counter.isNew(QLatin1String("B")));
 }
 
 TEST(NameCounter, StartsAnewInEachPass) {

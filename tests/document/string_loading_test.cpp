@@ -170,6 +170,8 @@ struct EncodingRow {
   const char* pointName;
 };
 
+void PrintTo(const EncodingRow& row, std::ostream* out) { *out << row.name; }
+
 class StringEncoding : public testing::TestWithParam<EncodingRow> {};
 
 TEST_P(StringEncoding, NameIsRead) {
