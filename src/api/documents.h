@@ -66,8 +66,10 @@ ZTCAD_API void UpdateGMDDoc(ztCAD_GMDDocument* document, const std::string& file
 /// Destroys every structure that was made by reading, those in other documents that are alive included.
 ZTCAD_API void ClearGMDDoc();
 
-/// Ends a document, with all that `ClearGMDDoc` does. Null, a document that was deleted already and any other
-/// pointer: nothing happens. A document that is never deleted is released when the library is unloaded,
+/// Ends a document, with all that `ClearGMDDoc` does: another document keeps what stands at its top level, structures
+/// included, and what the host built itself; structures that reading nested in its structures are gone from them, with all
+/// that was in them. Save a document that has such before another one is deleted. Null, a document that was deleted already
+/// and any other pointer: nothing happens. A document that is never deleted is released when the library is unloaded,
 /// without what it owns.
 ZTCAD_API void DeleteGMDDoc(ztCAD_GMDDocument* document);
 

@@ -5,7 +5,6 @@
 #include <charconv>
 #include <cstdint>
 #include <cstring>
-#include <limits>
 #include <system_error>
 #include <vector>
 
@@ -521,8 +520,7 @@ void Reader::readDocument(const std::function<void(const ElementView& root)>& vi
 
 bool readPlainXml(std::string_view bytes, XmlBytes kind,
                   const std::function<void(const ElementView& root)>& visit) {
-  constexpr std::size_t longest = std::numeric_limits<int>::max() / 2 - 64;  // a QString holds no more
-  if (bytes.size() > longest) return false;
+  if (bytes.size() > longestXml) return false;
   try {
     Reader(bytes, kind).readDocument(visit);
     return true;

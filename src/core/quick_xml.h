@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
+#include <limits>
 #include <string_view>
 
 #include "element_view.h"
@@ -12,6 +14,9 @@ enum class XmlBytes {
   AsDeclared,  ///< as the XML declaration says, UTF-8 without one
   Utf8,        ///< as UTF-8, whatever the declaration says
 };
+
+/// Bytes of the longest text that is read at all: Qt counts in int, and a character takes two bytes of a QString.
+constexpr std::size_t longestXml = std::numeric_limits<int>::max() / 2 - 64;
 
 /// Reads XML straight from its bytes, without a tree and without a copy of long texts, if it is of the plain kind that
 /// programs write: UTF-8 or windows-1251; elements, attributes, text, comments, the five entities and numeric

@@ -1,9 +1,9 @@
 #include "document.h"
 
-#include <limits>
 #include <QDebug>
 #include <QDomDocument>
 #include <QFile>
+#include <QFileInfo>
 
 #include "../../structure/child_reader.h"
 #include "../../structure/read_structures.h"
@@ -208,6 +208,11 @@ bool ztCAD_GMDDocument::loadFromFile(const std::string& fileName, std::int32_t& 
   resultCode = FileMissing;
   if (!QFile::exists(name)) return false;
 
+  if (QFileInfo(name).size() > static_cast<qint64>(ztcad::longestXml)) {
+    resultCode = NotParsed;
+    qDebug().noquote() << "Error on parsing file";
+    return false;
+  }
   QByteArray bytes;
   resultCode = ztcad::readFile(name, bytes);
   if (resultCode != 0) {
@@ -236,12 +241,10 @@ bool ztCAD_GMDDocument::loadFromFile(const std::string& fileName, std::int32_t& 
 }
 
 std::string ztCAD_GMDDocument::loadFromString(const std::string& xml, bool& parsed, int& line, int& column) {
-  constexpr std::size_t longest =
-      std::numeric_limits<int>::max() / 2 - 64;  // characters that a QString holds
   ztcad::ParseOutcome outcome{false, QLatin1String("text too long"), 0, 0};
   // text where it is UTF-8, else bytes in the encoding that they declare
   const auto kind = ztcad::isUtf8(xml) ? ztcad::XmlBytes::Utf8 : ztcad::XmlBytes::AsDeclared;
-  const bool isTooLong = xml.size() > longest;
+  const bool isTooLong = xml.size() > ztcad::longestXml;
   const QByteArray bytes = isTooLong ? QByteArray() : QByteArray(xml.data(), static_cast<int>(xml.size()));
   auto reader = readPlain(bytes, kind, nullptr, m_header);
   if (reader) {

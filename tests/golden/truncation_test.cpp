@@ -1,0 +1,57 @@
+#include <gtest/gtest.h>
+#include <QDir>
+#include <QDomDocument>
+#include <string>
+
+#include "api/host.h"
+
+// Every document of this folder, cut off at every place.
+
+namespace {
+
+const std::string folder = ZTCAD_TEST_GOLDEN_FOLDER;
+
+bool qtParses(const std::string& bytes) {
+  return QDomDocument().setContent(QByteArray(bytes.data(), static_cast<int>(bytes.size())));
+}
+
+void loadAsFile(const TemporaryFiles& files, const std::string& bytes) {
+  const Loaded loaded = loadFile(files.put("cut.xml", bytes));
+  ASSERT_NE(loaded.document, nullptr);
+  ASSERT_TRUE(loaded.code == 0 || loaded.code == 110 || loaded.code == 120) << loaded.code;
+  ASSERT_TRUE(loaded.code == 110 || qtParses(bytes)) << loaded.code;
+}
+
+void loadAsString(const std::string& bytes) {
+  const Parsed parsed = parse(bytes);
+  ASSERT_NE(parsed.document, nullptr);
+  ASSERT_EQ(parsed.message.empty(), parsed.parsed) << parsed.message;
+  if (parsed.parsed) {
+    ASSERT_EQ(parsed.line, 0);
+    ASSERT_EQ(parsed.column, 0);
+  } else {
+    ASSERT_GE(parsed.line, 0);
+    ASSERT_GE(parsed.column, 0);
+  }
+  ASSERT_FALSE(textOf(parsed.document.get()).empty());  // what a failed parse left is a document like any other
+}
+
+TEST(TruncatedDocuments, GiveACleanCodeAndMessage) {
+  const TemporaryFiles files;
+  std::size_t cut = 0;
+  for (const QString& file : QDir(QString::fromStdString(folder)).entryList({"*.xml"}, QDir::Files)) {
+    const std::string whole = bytesOf(folder + '/' + file.toStdString());
+    constexpr std::size_t most =
+        300;  // places in one document; more of them are looked at here and there only
+    const std::size_t step = 1 + whole.size() / most;
+    for (std::size_t size = 0; size < whole.size(); size += step) {
+      SCOPED_TRACE(file.toStdString() + " cut after " + std::to_string(size) + " bytes");
+      ASSERT_NO_FATAL_FAILURE(loadAsFile(files, whole.substr(0, size)));
+      ASSERT_NO_FATAL_FAILURE(loadAsString(whole.substr(0, size)));
+      ++cut;
+    }
+  }
+  EXPECT_GT(cut, 10000U);
+}
+
+}  // namespace
