@@ -202,7 +202,7 @@ class Host {
   void createReference() {
     bool isFree = false;
     const std::string named = name();
-    const ztCAD_LCS* const lcs = any<ztCAD_LCS>();
+    const auto* const lcs = any<ztCAD_LCS>();
     switch (m_choices.below(6)) {
       case 0:
         keep(crtPointRef(named, lcs, any<ztCAD_TmplPoint>(), isFree));
@@ -257,7 +257,7 @@ class Host {
   template <typename Element, typename Container>
   void add(bool (*function)(const Element*, ztCAD_GMDDocument*),
            ztCAD_Cont<Container>* (*get)(ztCAD_GMDDocument*)) {
-    ztCAD_GMDDocument* const document = any<ztCAD_GMDDocument>();
+    auto* const document = any<ztCAD_GMDDocument>();
     const Element* const element = any<Element>();
     const std::size_t before = document ? get(document)->size() : 0;
     const bool refused = function(element, document);
@@ -266,57 +266,62 @@ class Host {
   }
 
   void addToDocument() {
-    switch (m_choices.below(17)) {
+    switch (m_choices.below(6)) {
       case 0:
         add<ztCAD_Point>(addPointToDoc, ztCAD_getPoints);
         break;
       case 1:
-        add<ztCAD_TmplPoint>(addTmplPointToDoc, ztCAD_getTmplPoints);
-        break;
-      case 2:
-        add<ztCAD_PointRef>(addPointRefToDoc, ztCAD_getPointsRef);
-        break;
-      case 3:
         add<ztCAD_Line>(addPolylineToDoc, ztCAD_getLines);
         break;
-      case 4:
-        add<ztCAD_TmplLine>(addTmplLineToDoc, ztCAD_getTmplLines);
-        break;
-      case 5:
-        add<ztCAD_LineRef>(addLineRefToDoc, ztCAD_getLinesRef);
-        break;
-      case 6:
+      case 2:
         add<ztCAD_Sphere>(addSphereToDoc, ztCAD_getSpheres);
         break;
-      case 7:
+      case 3:
         add<ztCAD_Triangle>(addTriangleToDoc, ztCAD_getTriangles);
         break;
-      case 8:
-        add<ztCAD_TmplTriangle>(addTmplTriangleToDoc, ztCAD_getTmplTriangles);
-        break;
-      case 9:
-        add<ztCAD_TriangleRef>(addTriangleRefToDoc, ztCAD_getTrianglesRef);
-        break;
-      case 10:
+      case 4:
         add<ztCAD_ElementMIP>(addMipElementToDoc, ztCAD_getMipElements);
-        break;
-      case 11:
-        add<ztCAD_TmplElementMIP>(addTmplElementMipToDoc, ztCAD_getTmplElementMips);
-        break;
-      case 12:
-        add<ztCAD_ElementMipRef>(addElementMipRefToDoc, ztCAD_getElementMipsRef);
-        break;
-      case 13:
-        add<ztCAD_TmplStructure>(addTmplStructureToDoc, ztCAD_getTmplStructures);
-        break;
-      case 14:
-        add<ztCAD_StructureRef>(addStructureRefToDoc, ztCAD_getStructuresRef);
-        break;
-      case 15:
-        add<ztCAD_DetailRef>(addDetailRefToDoc, ztCAD_getDetailsRef);
         break;
       default:
         add<ztCAD_Structure>(addStructureToDoc, ztCAD_getStructures);
+        break;
+    }
+  }
+
+  void addTemplateOrReferenceToDocument() {
+    switch (m_choices.below(11)) {
+      case 0:
+        add<ztCAD_TmplPoint>(addTmplPointToDoc, ztCAD_getTmplPoints);
+        break;
+      case 1:
+        add<ztCAD_PointRef>(addPointRefToDoc, ztCAD_getPointsRef);
+        break;
+      case 2:
+        add<ztCAD_TmplLine>(addTmplLineToDoc, ztCAD_getTmplLines);
+        break;
+      case 3:
+        add<ztCAD_LineRef>(addLineRefToDoc, ztCAD_getLinesRef);
+        break;
+      case 4:
+        add<ztCAD_TmplTriangle>(addTmplTriangleToDoc, ztCAD_getTmplTriangles);
+        break;
+      case 5:
+        add<ztCAD_TriangleRef>(addTriangleRefToDoc, ztCAD_getTrianglesRef);
+        break;
+      case 6:
+        add<ztCAD_TmplElementMIP>(addTmplElementMipToDoc, ztCAD_getTmplElementMips);
+        break;
+      case 7:
+        add<ztCAD_ElementMipRef>(addElementMipRefToDoc, ztCAD_getElementMipsRef);
+        break;
+      case 8:
+        add<ztCAD_TmplStructure>(addTmplStructureToDoc, ztCAD_getTmplStructures);
+        break;
+      case 9:
+        add<ztCAD_StructureRef>(addStructureRefToDoc, ztCAD_getStructuresRef);
+        break;
+      default:
+        add<ztCAD_DetailRef>(addDetailRefToDoc, ztCAD_getDetailsRef);
         break;
     }
   }
@@ -372,7 +377,7 @@ class Host {
   template <typename Element>
   void remove(bool (*function)(const Element*, ztCAD_GMDDocument*),
               ztCAD_Cont<Element>* (*get)(ztCAD_GMDDocument*)) {
-    ztCAD_GMDDocument* const document = any<ztCAD_GMDDocument>();
+    auto* const document = any<ztCAD_GMDDocument>();
     if (!document || get(document)->empty()) {
       require(!function(any<Element>(), document), "what is not there is not removed");
       return;
@@ -431,7 +436,7 @@ class Host {
 
   void deleteDocument() {
     auto& documents = all<ztCAD_GMDDocument>();
-    ztCAD_GMDDocument* const document = any<ztCAD_GMDDocument>();
+    auto* const document = any<ztCAD_GMDDocument>();
     DeleteGMDDoc(document);
     if (document) m_gone.push_back(document);
     documents.erase(std::remove(documents.begin(), documents.end(), document), documents.end());
@@ -445,25 +450,27 @@ class Host {
     if (std::find(documents.begin(), documents.end(), gone) == documents.end()) DeleteGMDDoc(gone);
   }
 
-  void update() {
+  void updateOrClear() {
     std::int32_t code = -1;
     bool fault = true;
+    if (m_choices.oneIn(3)) return ClearGMDDoc();
     const std::string file = fuzzing::fileWith(nestedText());
     UpdateGMDDoc(any<ztCAD_GMDDocument>(), file, code, fault);
     require(code == 0 || code == 110, "an update ends well, or there was no document");
   }
 
   void look() {
-    ztCAD_GMDDocument* const document = any<ztCAD_GMDDocument>();
+    auto* const document = any<ztCAD_GMDDocument>();
     if (!isSmall(document)) return;
     std::string text = "earlier";
     GMDDocumentToString(document, text, m_choices.oneIn(2));
     require(text.empty() == !document, "a document has a text");
-    require(checkGMDDocument(document) == checkGMDDocument(document), "the check answers the same twice");
+    const bool passes = checkGMDDocument(document);
+    require(checkGMDDocument(document) == passes, "the check answers the same twice");
   }
 
   void save() {
-    ztCAD_GMDDocument* const document = any<ztCAD_GMDDocument>();
+    auto* const document = any<ztCAD_GMDDocument>();
     if (document && isSmall(document)) fuzzing::saved(document);
   }
 
@@ -498,7 +505,7 @@ class Host {
                                      &Host::createTemplate,
                                      &Host::createReference,
                                      &Host::describe,
-                                     &Host::addToDocument,
+                                     &Host::addTemplateOrReferenceToDocument,
                                      &Host::addToDocument,
                                      &Host::addToStructure,
                                      &Host::addToStructure,
@@ -506,14 +513,11 @@ class Host {
                                      &Host::createDocument,
                                      &Host::deleteDocument,
                                      &Host::deleteOnceMore,
-                                     &Host::update,
+                                     &Host::updateOrClear,
                                      &Host::look,
-                                     &Host::save,
-                                     &Host::clear};
+                                     &Host::save};
     (this->*calls[m_choices.below(std::size(calls))])();
   }
-
-  void clear() { ClearGMDDoc(); }
 
   Choices m_choices;
   std::tuple<Pool<ztCAD_GMDDocument>, Pool<ztCAD_Coord>, Pool<ztCAD_Vertex>, Pool<ztCAD_Vertices>,

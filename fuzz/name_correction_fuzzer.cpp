@@ -37,11 +37,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
 
   // a correction may leave bytes of windows-1251 that are UTF-8 too, and then are other characters
   if (ztcad::isUtf8(name.empty() ? fallback : name)) {
-    std::string again;
-    require(!doCorrectName(corrected, again, "other") && again == corrected, "a corrected name is correct");
+    std::string same = corrected;
+    require(!doCorrectName(same, same, "other") && same == corrected, "a corrected name is correct");
   }
 
-  const std::string plainFallback = fallback.c_str();
+  const std::string plainFallback = fallback.substr(0, fallback.find('\0'));
   bool plainDiffers = false;
   const std::string plain = correctedPlainly(name, plainFallback, plainDiffers);
   std::string expected;

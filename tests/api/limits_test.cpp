@@ -17,14 +17,13 @@ void* runWork(void* work) {
   return nullptr;
 }
 
-void onASmallStack(const std::function<void()>& work) {
+void onASmallStack(std::function<void()> work) {
   constexpr std::size_t mebibyte = 1048576;
   pthread_attr_t attributes;
   pthread_attr_init(&attributes);
   pthread_attr_setstacksize(&attributes, mebibyte);
   pthread_t thread = {};
-  if (pthread_create(&thread, &attributes, runWork, const_cast<std::function<void()>*>(&work)) != 0)
-    throw std::runtime_error("no thread");
+  if (pthread_create(&thread, &attributes, runWork, &work) != 0) throw std::runtime_error("no thread");
   pthread_join(thread, nullptr);
   pthread_attr_destroy(&attributes);
 }

@@ -53,11 +53,11 @@ TEST(Threads, WhatOneThreadBuiltTheNextSavesAndTheLastDeletes) {
 TEST(Threads, TwoInTurnsDisturbNothing) {
   const TemporaryFiles files;
   Turns turns;
-  constexpr int rounds = 50;
+  constexpr std::size_t rounds = 50;
   Document shared = newDocument();
   const auto work = [&](int mine) {
     Document own;
-    for (int round = 0; round < rounds; ++round) {
+    for (std::size_t round = 0; round < rounds; ++round) {
       turns.take(mine, [&] { own = parse(someXml).document; });
       turns.take(mine, [&] { EXPECT_FALSE(addPointToDoc(pointNamed("P"), shared.get())); });
       turns.take(mine, [&] {
@@ -75,7 +75,7 @@ TEST(Threads, TwoInTurnsDisturbNothing) {
   std::thread second(work, 1);
   first.join();
   second.join();
-  EXPECT_EQ(ztCAD_getPoints(shared.get())->size(), std::size_t{2 * rounds});
+  EXPECT_EQ(ztCAD_getPoints(shared.get())->size(), 2 * rounds);
 }
 
 }  // namespace

@@ -125,7 +125,7 @@ TEST(SavedXml, IsTheSameToAnotherParserForAnyTexts) {
 
     const XmlDocument parsed = parsedByLibxml(savedBytes(document.get()));
     ASSERT_NE(parsed, nullptr) << "round " << round;
-    xmlNodePtr const root = xmlDocGetRootElement(parsed.get());
+    xmlNode* const root = xmlDocGetRootElement(parsed.get());
     const auto structures = children(root, "structure");
     ASSERT_NO_FATAL_FAILURE(compareAll(*ztCAD_getPoints(document.get()), children(root, "point")));
     ASSERT_NO_FATAL_FAILURE(compareAll(*ztCAD_getLines(document.get()), children(root, "line")));

@@ -33,7 +33,8 @@ void loadAsString(const std::string& bytes) {
     ASSERT_GE(parsed.line, 0);
     ASSERT_GE(parsed.column, 0);
   }
-  ASSERT_FALSE(textOf(parsed.document.get()).empty());  // what a failed parse left is a document like any other
+  ASSERT_FALSE(
+      textOf(parsed.document.get()).empty());  // what a failed parse left is a document like any other
 }
 
 TEST(TruncatedDocuments, GiveACleanCodeAndMessage) {
