@@ -235,8 +235,11 @@ bool ztCAD_GMDDocument::loadFromFile(const std::string& fileName, std::int32_t& 
     }
     reader = readTree(tree, m_header);
   }
-  takeOver(*reader, std::make_unique<ztcad::LoadedText>(bytes, kind), fault);
-  resultCode = ztcad::passesCheck(m_content) ? Loaded : NotADocument;
+  ztcad::unifyNames(reader->content());
+  const std::int32_t code = ztcad::passesCheck(reader->content()) ? Loaded : NotADocument;
+  takeOver(*reader, std::make_unique<ztcad::LoadedText>(bytes, kind));
+  fault = reader->fault();
+  resultCode = code;
   return true;
 }
 
@@ -257,20 +260,18 @@ std::string ztCAD_GMDDocument::loadFromString(const std::string& xml, bool& pars
   std::string message = ztcad::toNarrow(outcome.message);
   line = outcome.line;
   column = outcome.column;
-  bool fault = false;
-  takeOver(*reader, std::make_unique<ztcad::LoadedText>(bytes, kind), fault);
+  ztcad::unifyNames(reader->content());
+  takeOver(*reader, std::make_unique<ztcad::LoadedText>(bytes, kind));
   parsed = outcome.parsed;  // last: nothing is well when what follows the parse fails
   return message;
 }
 
-void ztCAD_GMDDocument::takeOver(ztcad::RootReader& reader, std::unique_ptr<ztcad::LoadedText> text,
-                                 bool& fault) {
-  ztcad::unifyNames(reader.content());
-  // from here on nothing fails: the document changes as a whole or not at all
+// Nothing here fails: the document changes as a whole or not at all.
+void ztCAD_GMDDocument::takeOver(ztcad::RootReader& reader,
+                                 std::unique_ptr<ztcad::LoadedText> text) noexcept {
   m_content.swap(reader.content());
   m_header = reader.header();
   m_loaded = std::move(text);
-  fault = reader.fault();
 }
 
 QString& ztCAD_GMDDocument::toText(QString& out, bool /*debugForm*/) const {

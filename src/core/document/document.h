@@ -91,7 +91,7 @@ class ZTCAD_API ztCAD_GMDDocument : public ztCAD_ISerialize {
   std::string xmlText() const;
 
  private:
-  void takeOver(ztcad::RootReader& reader, std::unique_ptr<ztcad::LoadedText> text, bool& fault);
+  void takeOver(ztcad::RootReader& reader, std::unique_ptr<ztcad::LoadedText> text) noexcept;
 
   ztCAD_DocumentContent m_content;
   std::unique_ptr<ztcad::LoadedText> m_loaded;  // never null
