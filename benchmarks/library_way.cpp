@@ -85,9 +85,9 @@ Figures librarySave(const Document& document, const std::string& file) {
   return figures;
 }
 
-Figures libraryCheck(const Document& document) {
+Figures libraryCheck(const Document& document, const std::function<void()>& prepare) {
   ztCAD_GMDDocument* const loaded = loadOrThrow(document);
-  return bestOf(5, [&] { return checkGMDDocument(loaded); });
+  return bestOf(5, prepare, [&] { return checkGMDDocument(loaded); });
 }
 
 Figures libraryDelete(const Document& document, std::size_t records) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "documents.h"
 #include "measuring.h"
 
@@ -11,8 +13,8 @@ namespace benchmarks {
 Figures libraryLoad(const Document& document);
 /// Loads the document and saves it.
 Figures librarySave(const Document& document, const std::string& file);
-/// Loads the document and checks it.
-Figures libraryCheck(const Document& document);
+/// Loads the document and checks it; `prepare`, if there is one, runs before each check and is not timed.
+Figures libraryCheck(const Document& document, const std::function<void()>& prepare);
 /// Loads the document, makes `records` coordinates that belong to the library, and deletes the document.
 Figures libraryDelete(const Document& document, std::size_t records);
 

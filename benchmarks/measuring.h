@@ -3,6 +3,7 @@
 #include <chrono>
 #include <functional>
 #include <limits>
+#include <optional>
 
 namespace benchmarks {
 
@@ -48,15 +49,21 @@ Figures timed(Work&& work) {
   return figures;
 }
 
-/// The best of several calls in the same process, for work that is short and leaves nothing.
+/// Fills the processor's caches with other bytes, so that what comes next finds nothing of its own there.
+void sweepCaches();
+
+/// The best of several calls in the same process, for work that is short and leaves nothing. `prepare`, if there
+/// is one, comes before each and is not timed.
 template <typename Work>
-Figures bestOf(int repeats, Work&& work) {
-  Figures best = timed(work);
-  for (int i = 1; i < repeats && best.fine; ++i) {
+Figures bestOf(int repeats, const std::function<void()>& prepare, Work&& work) {
+  std::optional<Figures> best;
+  for (int i = 0; i < repeats; ++i) {
+    if (prepare) prepare();
     const Figures next = timed(work);
-    if (!next.fine || next.seconds < best.seconds) best = next;
+    if (!next.fine) return next;
+    if (!best || next.seconds < best->seconds) best = next;
   }
-  return best;
+  return best.value();
 }
 
 }  // namespace benchmarks

@@ -208,8 +208,8 @@ void printTargets(std::ostream& out, const Results& results, bool markdown) {
   targets.atMost(3, "x the bare work", "points, build", overReference);
   for (const char* const what :
        {"points, load", "points of one name, load", "points in structures, load", "points, save",
-        "points of one name, first save", "points of one name, next save", "points in structures, check",
-        "template points, check", "points, delete"})
+        "points of one name, first save", "points of one name, next save",
+        "points in structures, check (cold)", "template points, check (cold)", "points, delete"})
     targets.grows(what);
   targets.print(out, markdown);
 }

@@ -19,6 +19,8 @@ namespace ztcad {
 /// ordered table instead, so that no document takes quadratic time.
 class NameCounter {
  public:
+  static uint hashOf(const QString& name) { return qHash(name, static_cast<uint>(qGlobalQHashSeed())); }
+
   /// Makes room for so many names more.
   void expect(std::size_t count) {
     if (m_ordered.empty() && 2 * (m_used + count) > m_slots.size()) resize(m_used + count);
@@ -54,8 +56,6 @@ class NameCounter {
     uint hash = 0;
     unsigned next = 0;  // the counter that the next bearer gets; 0: the slot is free
   };
-
-  static uint hashOf(const QString& name) { return qHash(name, static_cast<uint>(qGlobalQHashSeed())); }
 
   /// The slot of the name or the free one that it may take; half of all slots are always free.
   Slot& slotOf(const QString& name) {

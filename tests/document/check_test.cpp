@@ -35,6 +35,27 @@ TEST(Check, AsksForUniqueNamesOfTemplatePointsAlone) {
   }
 }
 
+// most names are told apart by their hashes alone, so many are needed to see that equal ones are found all the same
+TEST(Check, FindsOneDuplicateAmongManyNames) {
+  constexpr std::size_t count = 20000;
+  const auto nameAt = [](std::size_t i) { return "P" + std::to_string(i); };
+  Names names(count);
+  for (std::size_t i = 0; i < count; ++i)
+    names[i] = nameAt(i);
+  const auto passes = [&names] {
+    ztCAD_GMDDocument document("");
+    addTemplatePoints(document, names);
+    return ztcad::passesCheck(document.content());
+  };
+  EXPECT_TRUE(passes());
+  for (const std::size_t first : {std::size_t{0}, count / 2, count - 2})
+    for (const std::size_t second : {first + 1, count - 1}) {
+      names[second] = nameAt(first);
+      EXPECT_FALSE(passes()) << first << " and " << second;
+      names[second] = nameAt(second);
+    }
+}
+
 TEST(Check, ChangesNoName) {
   ztCAD_GMDDocument document("");
   addTemplatePoints(document, {"A", "A"});
