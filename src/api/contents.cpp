@@ -1,5 +1,6 @@
 #include "contents.h"
 
+#include "element_kinds.h"
 #include "guard.h"
 
 using ztcad::guarded;
@@ -13,15 +14,6 @@ using InStructure = ztCAD_Cont<Element> ztCAD_StructureContent::*;
 
 constexpr bool notAdded = true;
 
-/// How many levels of XML elements an element is: lines and solids have lists as children, all others stand
-/// alone.
-template <typename Element>
-constexpr int levelsOf = 1;
-template <>
-constexpr int levelsOf<ztCAD_Line> = 2;
-template <>
-constexpr int levelsOf<ztCAD_Triangle> = 2;
-
 template <typename Element>
 bool add(const Element* element, ztCAD_GMDDocument* document, InDocument<Element> container) noexcept {
   return guarded(notAdded,
@@ -31,7 +23,7 @@ bool add(const Element* element, ztCAD_GMDDocument* document, InDocument<Element
 template <typename Element>
 bool add(const Element* element, ztCAD_commonStructure* structure, InStructure<Element> container) noexcept {
   return guarded(notAdded, [&] {
-    return !element || !structure || !structure->hasRoomFor(levelsOf<Element>) ||
+    return !element || !structure || !structure->hasRoomFor(ztcad::levelsOf<Element>) ||
            (structure->content().*container).add(*element);
   });
 }

@@ -1,10 +1,14 @@
 #include "documents.h"
 
+#include <algorithm>
+#include <string_view>
+
 #include "../core/document/check.h"
 #include "../core/narrow_text.h"
 #include "../structure/read_structures.h"
 #include "created_objects.h"
 #include "guard.h"
+#include "text_output.h"
 
 using ztcad::guarded;
 
@@ -24,6 +28,24 @@ void load(ztCAD_GMDDocument* document, const std::string& fileName, std::int32_t
     if (document) document->loadFromFile(fileName, code, fault);
     return code;
   });
+}
+
+/// The same for a file name whose text there may be no memory for.
+void loadNamed(ztCAD_GMDDocument* document, const char* fileName, std::int32_t& resultCode,
+               bool& fault) noexcept {
+  fault = false;
+  resultCode = ztCAD_GMDDocument::NotParsed;
+  guarded([&] { load(document, ztcad::textOf(fileName), resultCode, fault); });
+}
+
+/// As much of a UTF-8 text as the buffer holds, cut off behind a whole character.
+void cutInto(char* buffer, std::int32_t size, std::string_view text) {
+  if (!buffer || size <= 0) return;
+  std::size_t length = std::min(text.size(), static_cast<std::size_t>(size) - 1);
+  const auto isInside = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; };
+  while (length > 0 && length < text.size() && isInside(text[length]))
+    --length;
+  buffer[text.copy(buffer, length)] = '\0';
 }
 
 }  // namespace
@@ -53,6 +75,12 @@ ztCAD_GMDDocument* crtGMDDocumentFromFile(const std::string& fileName, std::int3
   return document;
 }
 
+ztCAD_GMDDocument* crtGMDDocumentFromFile_nostl(const char* fileName, std::int32_t& resultCode, bool& fault) {
+  ztCAD_GMDDocument* const document = crtGMDDocument_nostl(nullptr);
+  loadNamed(document, fileName, resultCode, fault);
+  return document;
+}
+
 ztCAD_GMDDocument* crtGMDDocumentFromStdString(const std::string& xml, bool& parsed, std::string& message,
                                                int& line, int& column) {
   ztCAD_GMDDocument* const document = crtGMDDocument(std::string());
@@ -66,6 +94,20 @@ ztCAD_GMDDocument* crtGMDDocumentFromStdString(const std::string& xml, bool& par
   return document;
 }
 
+ztCAD_GMDDocument* crtGMDDocumentFromStdString_nostl(const char* xml, bool& parsed, char* message,
+                                                     std::int32_t messageSize, int& line, int& column) {
+  if (message && messageSize > 0) *message = '\0';
+  ztCAD_GMDDocument* const document = crtGMDDocument_nostl(nullptr);
+  parsed = false;
+  line = column = 0;
+  guarded([&] {
+    if (!document) return;
+    const std::string told = document->loadFromString(ztcad::textOf(xml), parsed, line, column);
+    cutInto(message, messageSize, told);
+  });
+  return document;
+}
+
 void GMDDocumentToString(const ztCAD_GMDDocument* document, std::string& text, bool textForm) {
   guarded([&] {
     text.clear();
@@ -73,6 +115,16 @@ void GMDDocumentToString(const ztCAD_GMDDocument* document, std::string& text, b
     QString told;
     text = textForm ? ztcad::toNarrow(document->toText(told, true)) : document->xmlText();
   });
+}
+
+std::int64_t GMDDocumentToString_nostl(const ztCAD_GMDDocument* document, bool textForm, char* text,
+                                       std::int64_t size) {
+  const std::int64_t length = ztcad::giveText(text, size, [&] {
+    QString told;
+    if (!document) return std::string();
+    return textForm ? ztcad::toNarrow(document->toText(told, true)) : document->xmlText();
+  });
+  return document ? length : -1;
 }
 
 void SaveGMDDocument(ztCAD_GMDDocument* document, const std::string& fileName) {
@@ -93,6 +145,12 @@ void UpdateGMDDoc(ztCAD_GMDDocument* document, const std::string& fileName, std:
   load(document, fileName, resultCode, fault);
 }
 
+void UpdateGMDDoc_nostl(ztCAD_GMDDocument* document, const char* fileName, std::int32_t& resultCode,
+                        bool& fault) {
+  if (document) ClearGMDDoc();
+  loadNamed(document, fileName, resultCode, fault);
+}
+
 void ClearGMDDoc() {
   guarded([] { ztcad::clearReadStructures(); });
 }
@@ -103,4 +161,94 @@ void DeleteGMDDoc(ztCAD_GMDDocument* document) {
 
 bool checkGMDDocument(const ztCAD_GMDDocument* document) {
   return guarded(false, [&] { return document && ztcad::passesCheck(document->content()); });
+}
+
+// -------------------------------------------------------------------------------- the header
+
+const ztCAD_HeaderNode* ztCAD_getHeader(const ztCAD_GMDDocument* document) {
+  return document ? &document->header() : nullptr;
+}
+
+namespace {
+
+std::optional<std::uint32_t> numberIn(const ztCAD_HeaderNode& header, std::int32_t field) {
+  switch (field) {
+    case ztCAD_HeaderMajorVersion:
+      return header.majorVersion();
+    case ztCAD_HeaderMinorVersion:
+      return header.minorVersion();
+    case ztCAD_HeaderState:
+      return header.state().isSet ? std::optional(header.state().code) : std::nullopt;
+    default:
+      return std::nullopt;
+  }
+}
+
+void setNumber(ztCAD_HeaderNode& header, std::int32_t field, std::optional<std::uint32_t> value) {
+  switch (field) {
+    case ztCAD_HeaderMajorVersion:
+      return header.setMajorVersion(value);
+    case ztCAD_HeaderMinorVersion:
+      return header.setMinorVersion(value);
+    case ztCAD_HeaderState:
+      return header.setState(value ? ztCAD_State{true, *value} : ztCAD_State());
+    default:
+      return;
+  }
+}
+
+std::optional<QString> textIn(const ztCAD_HeaderNode& header, std::int32_t field) {
+  switch (field) {
+    case ztCAD_HeaderInform:
+      return header.inform();
+    case ztCAD_HeaderProducerName:
+      return header.producerName();
+    case ztCAD_HeaderProducerVersion:
+      return header.producerVersion();
+    case ztCAD_HeaderProducerPlatform:
+      return header.producerPlatform();
+    default:
+      return std::nullopt;
+  }
+}
+
+void setText(ztCAD_HeaderNode& header, std::int32_t field, const std::optional<QString>& text) {
+  switch (field) {
+    case ztCAD_HeaderInform:
+      return header.setInform(text);
+    case ztCAD_HeaderProducerName:
+      return header.setProducerName(text);
+    case ztCAD_HeaderProducerVersion:
+      return header.setProducerVersion(text);
+    case ztCAD_HeaderProducerPlatform:
+      return header.setProducerPlatform(text);
+    default:
+      return;
+  }
+}
+
+}  // namespace
+
+bool ztCAD_getHeaderNumber(const ztCAD_HeaderNode* header, std::int32_t field, std::uint32_t* value) {
+  const std::optional<std::uint32_t> number = header ? numberIn(*header, field) : std::nullopt;
+  if (value && number) *value = *number;
+  return number.has_value();
+}
+
+void ztCAD_setHeaderNumber(ztCAD_HeaderNode* header, std::int32_t field, const std::uint32_t* value) {
+  if (header) setNumber(*header, field, value ? std::optional(*value) : std::nullopt);
+}
+
+std::int64_t ztCAD_getHeaderText(const ztCAD_HeaderNode* header, std::int32_t field, char* text,
+                                 std::int64_t size) {
+  const std::optional<QString> found = header ? textIn(*header, field) : std::nullopt;
+  const std::int64_t length =
+      ztcad::giveText(text, size, [&] { return found ? ztcad::toNarrow(*found) : std::string(); });
+  return found ? length : -1;
+}
+
+void ztCAD_setHeaderText(ztCAD_HeaderNode* header, std::int32_t field, const char* text) {
+  guarded([&] {
+    if (header) setText(*header, field, text ? std::optional(ztcad::fromNarrow(text)) : std::nullopt);
+  });
 }

@@ -25,10 +25,11 @@ Element* create(const Name& name, bool& nameIsFree, const Parts*... parts) noexc
                            [&] { return createNamed<Element>(ztcad::textOf(name), nameIsFree, parts...); });
 }
 
-template <typename Element>
-Element* createFromRecord(const std::string& name, const ztCAD_MIP* record) noexcept {
-  return guarded<Element*>(nullptr,
-                           [&] { return record ? ztcad::createElement<Element>(name, *record) : nullptr; });
+template <typename Element, typename Name>
+Element* createFromRecord(const Name& name, const ztCAD_MIP* record) noexcept {
+  return guarded<Element*>(nullptr, [&] {
+    return record ? ztcad::createElement<Element>(std::string(ztcad::textOf(name)), *record) : nullptr;
+  });
 }
 
 template <typename Record, typename Element>
@@ -63,6 +64,10 @@ ztCAD_Sphere* crtSphere(const std::string& name, const ztCAD_Coord* center, doub
   return create<ztCAD_Sphere>(name, nameIsFree, center, &radius);
 }
 
+ztCAD_Sphere* crtSphere_nostl(const char* name, const ztCAD_Coord* center, double radius, bool& nameIsFree) {
+  return create<ztCAD_Sphere>(name, nameIsFree, center, &radius);
+}
+
 ztCAD_Triangle* crtTriangle(const std::string& name, const ztCAD_Vertices* vertices, const ztCAD_Faces* faces,
                             bool& nameIsFree) {
   return create<ztCAD_Triangle>(name, nameIsFree, vertices, faces);
@@ -74,6 +79,10 @@ ztCAD_Triangle* crtTriangle_nostl(const char* name, const ztCAD_Vertices* vertic
 }
 
 ztCAD_ElementMIP* crtMipElement(const std::string& name, const ztCAD_MIP* record) {
+  return createFromRecord<ztCAD_ElementMIP>(name, record);
+}
+
+ztCAD_ElementMIP* crtMipElement_nostl(const char* name, const ztCAD_MIP* record) {
   return createFromRecord<ztCAD_ElementMIP>(name, record);
 }
 
@@ -89,7 +98,15 @@ ztCAD_TmplPoint* crtTmplPoint(const std::string& name, const ztCAD_commonPoint* 
   return create<ztCAD_TmplPoint>(name, nameIsFree, source);
 }
 
+ztCAD_TmplPoint* crtTmplPoint_nostl(const char* name, const ztCAD_commonPoint* source, bool& nameIsFree) {
+  return create<ztCAD_TmplPoint>(name, nameIsFree, source);
+}
+
 ztCAD_TmplLine* crtTmplLine(const std::string& name, const ztCAD_commonLine* source, bool& nameIsFree) {
+  return create<ztCAD_TmplLine>(name, nameIsFree, source);
+}
+
+ztCAD_TmplLine* crtTmplLine_nostl(const char* name, const ztCAD_commonLine* source, bool& nameIsFree) {
   return create<ztCAD_TmplLine>(name, nameIsFree, source);
 }
 
@@ -98,7 +115,16 @@ ztCAD_TmplTriangle* crtTmplTriangle(const std::string& name, const ztCAD_commonT
   return create<ztCAD_TmplTriangle>(name, nameIsFree, source);
 }
 
+ztCAD_TmplTriangle* crtTmplTriangle_nostl(const char* name, const ztCAD_commonTriangle* source,
+                                          bool& nameIsFree) {
+  return create<ztCAD_TmplTriangle>(name, nameIsFree, source);
+}
+
 ztCAD_TmplElementMIP* crtTmplMipElement(const std::string& name, const ztCAD_MIP* record) {
+  return createFromRecord<ztCAD_TmplElementMIP>(name, record);
+}
+
+ztCAD_TmplElementMIP* crtTmplMipElement_nostl(const char* name, const ztCAD_MIP* record) {
   return createFromRecord<ztCAD_TmplElementMIP>(name, record);
 }
 
@@ -117,8 +143,18 @@ ztCAD_PointRef* crtPointRef(const std::string& name, const ztCAD_LCS* lcs, const
   return create<ztCAD_PointRef>(name, nameIsFree, lcs, source);
 }
 
+ztCAD_PointRef* crtPointRef_nostl(const char* name, const ztCAD_LCS* lcs, const ztCAD_TmplPoint* source,
+                                  bool& nameIsFree) {
+  return create<ztCAD_PointRef>(name, nameIsFree, lcs, source);
+}
+
 ztCAD_LineRef* crtLineRef(const std::string& name, const ztCAD_LCS* lcs, const ztCAD_TmplLine* source,
                           bool& nameIsFree) {
+  return create<ztCAD_LineRef>(name, nameIsFree, lcs, source);
+}
+
+ztCAD_LineRef* crtLineRef_nostl(const char* name, const ztCAD_LCS* lcs, const ztCAD_TmplLine* source,
+                                bool& nameIsFree) {
   return create<ztCAD_LineRef>(name, nameIsFree, lcs, source);
 }
 
@@ -127,8 +163,18 @@ ztCAD_TriangleRef* crtTriangleRef(const std::string& name, const ztCAD_LCS* lcs,
   return create<ztCAD_TriangleRef>(name, nameIsFree, lcs, source);
 }
 
+ztCAD_TriangleRef* crtTriangleRef_nostl(const char* name, const ztCAD_LCS* lcs,
+                                        const ztCAD_TmplTriangle* source, bool& nameIsFree) {
+  return create<ztCAD_TriangleRef>(name, nameIsFree, lcs, source);
+}
+
 ztCAD_ElementMipRef* crtElementMipRef(const std::string& name, const ztCAD_LCS* lcs,
                                       const ztCAD_TmplElementMIP* source, bool& nameIsFree) {
+  return create<ztCAD_ElementMipRef>(name, nameIsFree, lcs, source);
+}
+
+ztCAD_ElementMipRef* crtElementMipRef_nostl(const char* name, const ztCAD_LCS* lcs,
+                                            const ztCAD_TmplElementMIP* source, bool& nameIsFree) {
   return create<ztCAD_ElementMipRef>(name, nameIsFree, lcs, source);
 }
 
@@ -182,5 +228,62 @@ void setCommonProperty(const CommonPropertyForMIP& record, ztCAD_ElementMIP* ele
 void setMIP(const ztCAD_MIP* record, ztCAD_Sphere* sphere) {
   guarded([&] {
     if (record && sphere) sphere->setMip(*record);
+  });
+}
+
+void setMIP_nostl(const ztCAD_MIP* record, ztCAD_Sphere* sphere) { setMIP(record, sphere); }
+
+namespace {
+
+/// Fills the record from what C hosts give, where they give it, and sets it.
+void setCommon(const char* comment, const char* inform, const ztCAD_Color* color, std::int32_t visible,
+               const ztCAD_LCS* lcs, ztCAD_Base* element) noexcept {
+  guarded([&] {
+    CommonProperty record;
+    record.comment = ztcad::textOf(comment);
+    record.inform = ztcad::textOf(inform);
+    if (color) record.color = *color;
+    if (visible >= 0) record.visible = ztCAD_Visible(visible > 0);
+    if (lcs) record.lcs = *lcs;
+    if (element) ztcad::apply(record, *element);
+  });
+}
+
+}  // namespace
+
+void setCommonPropertyPoint_nostl(const char* comment, const char* inform, const ztCAD_Color* color,
+                                  std::int32_t visible, const ztCAD_LCS* lcs, ztCAD_Point* element) {
+  setCommon(comment, inform, color, visible, lcs, element);
+}
+void setCommonPropertyLine_nostl(const char* comment, const char* inform, const ztCAD_Color* color,
+                                 std::int32_t visible, const ztCAD_LCS* lcs, ztCAD_Line* element) {
+  setCommon(comment, inform, color, visible, lcs, element);
+}
+void setCommonPropertySphere_nostl(const char* comment, const char* inform, const ztCAD_Color* color,
+                                   std::int32_t visible, const ztCAD_LCS* lcs, ztCAD_Sphere* element) {
+  setCommon(comment, inform, color, visible, lcs, element);
+}
+void setCommonPropertyTriangle_nostl(const char* comment, const char* inform, const ztCAD_Color* color,
+                                     std::int32_t visible, const ztCAD_LCS* lcs, ztCAD_Triangle* element) {
+  setCommon(comment, inform, color, visible, lcs, element);
+}
+void setCommonPropertyStructure_nostl(const char* comment, const char* inform, const ztCAD_Color* color,
+                                      std::int32_t visible, const ztCAD_LCS* lcs, ztCAD_Structure* element) {
+  setCommon(comment, inform, color, visible, lcs, element);
+}
+void setCommonPropertyTmplStructure_nostl(const char* comment, const char* inform, const ztCAD_Color* color,
+                                          std::int32_t visible, const ztCAD_LCS* lcs,
+                                          ztCAD_TmplStructure* element) {
+  setCommon(comment, inform, color, visible, lcs, element);
+}
+
+void setCommonPropertyElementMIP_nostl(const char* comment, const char* inform, const ztCAD_LCS* lcs,
+                                       ztCAD_ElementMIP* element) {
+  guarded([&] {
+    CommonPropertyForMIP record;
+    record.comment = ztcad::textOf(comment);
+    record.inform = ztcad::textOf(inform);
+    if (lcs) record.lcs = *lcs;
+    setProperties(record, element);
   });
 }

@@ -6,6 +6,7 @@
 #include "../structure/structure.h"
 #include "../support/_Common/lazy_lock.h"
 #include "created_objects.h"
+#include "host_log.h"
 
 #if defined(_WIN32)
 #include <windows.h>
@@ -34,6 +35,7 @@ class Library {
   ~Library() {
     if (processIsEnding) return;
     ztcad::abandonNestedStructures(true);  // for good: what a host owns may be tied to what goes now
+    ztcad::releaseHostLog();
     ztcad::releaseCreatedObjects();
     ztcad::clearReadStructures();
     ztcad::releaseNameRegistry();
@@ -57,5 +59,16 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE /*library*/, DWORD reason, LPVOID reser
 #endif
 
 ztParallel* getParallel_Morvik() { return &ztcad::parallelSettings(); }
+
+std::int32_t ztCAD_getParallelMode() { return ztcad::parallelSettings().mode; }
+
+std::int32_t ztCAD_setParallelMode(std::int32_t mode) { return ztcad::parallelSettings().setMode(mode); }
+
+void ztCAD_getThreadCounts(std::uint32_t* logicalThreads, std::uint32_t* physicalThreads) {
+  if (logicalThreads) *logicalThreads = ztcad::parallelSettings().logicalThreads;
+  if (physicalThreads) *physicalThreads = ztcad::parallelSettings().physicalThreads;
+}
+
+void ztCAD_setThreadCounts(std::uint32_t requested) { ztcad::parallelSettings().initialise(requested); }
 
 const char* ztCADVersion() { return ZTCAD_VERSION; }

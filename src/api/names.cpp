@@ -30,3 +30,7 @@ bool doCorrectName_nostl(const char* name, char* corrected, const char* fallback
 }
 
 void crtUniqueName(std::string& name) { name.clear(); }
+
+void crtUniqueName_nostl(char* name) {
+  if (name) *name = '\0';
+}

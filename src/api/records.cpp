@@ -1,7 +1,10 @@
 #include "records.h"
 
+#include <algorithm>
+
 #include "created_objects.h"
 #include "guard.h"
+#include "text_output.h"
 
 using ztcad::createElement;
 using ztcad::createRecord;
@@ -28,6 +31,29 @@ void addEach(Iterator first, Iterator last, List* list) noexcept {
 template <typename Entry, typename List>
 void addArray(const Entry* const* added, std::int32_t count, List* list) noexcept {
   if (added && count > 0) addEach(added, added + count, list);
+}
+
+template <typename Number, typename List>
+void addFlat(const Number* triples, std::int32_t count, List* list) noexcept {
+  guarded([&] {
+    if (triples && count > 0 && list) list->add(triples, static_cast<std::size_t>(count));
+  });
+}
+
+template <typename Number>
+std::int32_t triplesIn(const std::vector<Number>& numbers) {
+  return ztcad::countOf(numbers.size() / 3);
+}
+
+/// Copies as many of `count` triples as there are from `first` on.
+template <typename Number>
+std::int32_t getFlat(const std::vector<Number>& numbers, std::int32_t first, std::int32_t count,
+                     Number* triples) {
+  const std::int32_t last = triplesIn(numbers);
+  if (!triples || first < 0 || first >= last || count <= 0) return 0;
+  const std::int32_t copied = std::min(count, last - first);
+  std::copy_n(numbers.begin() + std::ptrdiff_t{3} * first, std::ptrdiff_t{3} * copied, triples);
+  return copied;
 }
 
 }  // namespace
@@ -93,6 +119,12 @@ ztCAD_MIP* crtMIP_nostl(const double* values, std::int32_t count) {
   });
 }
 
+void ztCAD_setMIPIntegers(ztCAD_MIP* record, std::int32_t first, std::int32_t second) {
+  if (!record) return;
+  record->setFirstInteger(first);
+  record->setSecondInteger(second);
+}
+
 void addVertex(const ztCAD_Vertex* vertex, ztCAD_Vertices* vertices) {
   addEach(&vertex, &vertex + 1, vertices);
 }
@@ -105,6 +137,27 @@ void addVertexN_nostl(const ztCAD_Vertex* const* added, std::int32_t count, ztCA
   addArray(added, count, vertices);
 }
 
+void addVertexXYZ_nostl(const double* xyz, std::int32_t count, ztCAD_Vertices* vertices) {
+  addFlat(xyz, count, vertices);
+}
+
+std::int32_t ztCAD_getVertexCount(const ztCAD_Vertices* vertices) {
+  return vertices ? triplesIn(vertices->coordinates()) : 0;
+}
+
+std::int32_t getVertexXYZ_nostl(const ztCAD_Vertices* vertices, std::int32_t first, std::int32_t count,
+                                double* xyz) {
+  return vertices ? getFlat(vertices->coordinates(), first, count, xyz) : 0;
+}
+
+const double* ztCAD_getVertexData(const ztCAD_Vertices* vertices) {
+  return ztCAD_getVertexCount(vertices) > 0 ? vertices->coordinates().data() : nullptr;
+}
+
+void ztCAD_clearVertices(ztCAD_Vertices* vertices) {
+  if (vertices) vertices->clear();
+}
+
 void addFacet(const ztCAD_Facet* facet, ztCAD_Faces* faces) { addEach(&facet, &facet + 1, faces); }
 
 void addFacetN(const std::list<ztCAD_Facet*>& added, ztCAD_Faces* faces) {
@@ -113,6 +166,25 @@ void addFacetN(const std::list<ztCAD_Facet*>& added, ztCAD_Faces* faces) {
 
 void addFacetN_nostl(const ztCAD_Facet* const* added, std::int32_t count, ztCAD_Faces* faces) {
   addArray(added, count, faces);
+}
+
+void addFacetIJK_nostl(const std::uint32_t* ijk, std::int32_t count, ztCAD_Faces* faces) {
+  addFlat(ijk, count, faces);
+}
+
+std::int32_t ztCAD_getFacetCount(const ztCAD_Faces* faces) { return faces ? triplesIn(faces->indices()) : 0; }
+
+std::int32_t getFacetIJK_nostl(const ztCAD_Faces* faces, std::int32_t first, std::int32_t count,
+                               std::uint32_t* ijk) {
+  return faces ? getFlat(faces->indices(), first, count, ijk) : 0;
+}
+
+const std::uint32_t* ztCAD_getFacetData(const ztCAD_Faces* faces) {
+  return ztCAD_getFacetCount(faces) > 0 ? faces->indices().data() : nullptr;
+}
+
+void ztCAD_clearFaces(ztCAD_Faces* faces) {
+  if (faces) faces->clear();
 }
 
 bool isEqual(const ztCAD_LCS* a, const ztCAD_LCS* b) {

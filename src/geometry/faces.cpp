@@ -25,6 +25,10 @@ void ztCAD_Faces::add(const ztCAD_Facet& facet) {
   m_indices.insert(m_indices.end(), {facet.I1(), facet.I2(), facet.I3()});
 }
 
+void ztCAD_Faces::add(const std::uint32_t* ijk, std::size_t count) {
+  ztcad::appendTriples(m_indices, ijk, count);
+}
+
 QString& ztCAD_Faces::toText(QString& out, bool debugForm) const {
   if (debugForm) {
     ztcad::debugText(out, words().faces, m_indices, [](QString& text, const std::uint32_t* facet) {

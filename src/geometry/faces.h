@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -37,6 +38,10 @@ class ZTCAD_API ztCAD_Faces : public ztCAD_ISerialize {
   void setIndices(const std::vector<std::uint32_t>& indices) { m_indices = indices; }
 
   void add(const ztCAD_Facet& facet);
+  /// Appends `count` facets of a flat array of `count` * 3 indices, which may be this list's own. Without memory the list
+  /// stays as it was.
+  void add(const std::uint32_t* ijk, std::size_t count);
+  void clear() { m_indices.clear(); }
 
   /// As for vertices: "0, 1, 2;" lines, for people "facet(I1=0, I2=1, I3=2)" lines between "faces(" and ")".
   QString& toText(QString& out, bool debugForm) const override;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <QString>
 #include <string>
 #include <string_view>
@@ -72,6 +73,16 @@ void beginGeometryText(QString& out, const QString& word, const ztCAD_cmnPropert
 
 inline void appendAscii(QString& out, std::string_view text) {
   out += QLatin1String(text.data(), static_cast<int>(text.size()));
+}
+
+/// Appends `count` triples of an array that may lie in the list itself. Without memory the list stays as it was.
+template <typename Number>
+void appendTriples(std::vector<Number>& list, const Number* triples, std::size_t count) {
+  const std::less_equal<> notBehind;
+  const bool isOwn = notBehind(list.data(), triples) && notBehind(triples, list.data() + list.size());
+  const std::vector<Number> copy(isOwn ? triples : nullptr, isOwn ? triples + 3 * count : nullptr);
+  const Number* const begin = isOwn ? copy.data() : triples;
+  list.insert(list.end(), begin, begin + 3 * count);
 }
 
 }  // namespace ztcad

@@ -23,6 +23,10 @@ void ztCAD_Vertices::add(const ztCAD_Vertex& vertex) {
   m_coordinates.insert(m_coordinates.end(), {coord.x(), coord.y(), coord.z()});
 }
 
+void ztCAD_Vertices::add(const double* xyz, std::size_t count) {
+  ztcad::appendTriples(m_coordinates, xyz, count);
+}
+
 QString& ztCAD_Vertices::toText(QString& out, bool debugForm) const {
   if (debugForm) {
     ztcad::debugText(out, words().vertices, m_coordinates, [](QString& text, const double* xyz) {

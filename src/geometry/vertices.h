@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "../property/base.h"
@@ -21,6 +22,10 @@ class ZTCAD_API ztCAD_Vertices : public ztCAD_Base, private ztCAD_ISerialize {
 
   /// Appends one vertex. One without a value counts as 0, 0, 0, so that the indices of facets stay in step.
   void add(const ztCAD_Vertex& vertex);
+  /// Appends `count` vertices of a flat array of `count` * 3 reals, which may be this list's own. Without memory the list
+  /// stays as it was.
+  void add(const double* xyz, std::size_t count);
+  void clear() { m_coordinates.clear(); }
 
   /// Storage form: a line feed, then "0, 0, 0;" and a line feed for each vertex. For people the same lines as
   /// "coord(0, 0, 0;)" between "vertices(" and ")".

@@ -17,5 +17,8 @@ constexpr T* null = nullptr;
 
 std::vector<Row> elementRows();
 std::vector<Row> contentRows();
+std::vector<Row> fieldRows();
+std::vector<Row> countedRows();
+std::vector<Row> flatRows();
 
 }  // namespace boundary

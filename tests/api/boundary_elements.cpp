@@ -47,10 +47,10 @@ void expectReferenceNeedsItsParts(Reference* (*create)(Name, const ztCAD_LCS*, c
   expectBothPartsNeeded(create, static_cast<const ztCAD_LCS*>(crtLCS(twelveValues)), source);
 }
 
-template <typename Element>
-void expectRecordNeeded(Element* (*create)(const std::string&, const ztCAD_MIP*)) {
+template <typename Element, typename Name>
+void expectRecordNeeded(Element* (*create)(Name, const ztCAD_MIP*)) {
   EXPECT_EQ(create("A", nullptr), null<Element>);
-  const Element* made = create(std::string("\xFF\0", 2), crtMIP({}));
+  const Element* made = create("\xFF", crtMIP({}));
   ASSERT_NE(made, nullptr);
   EXPECT_FALSE(made->hasMIP());
 }
@@ -125,6 +125,63 @@ std::vector<Row> elementRows() {
        [] {
          expectReferenceNeedsItsParts(crtStructureRef_nostl, sample<ztCAD_TmplStructure>());
          expectNullNameIsEmpty(crtStructureRef_nostl, lcs(), sample<ztCAD_TmplStructure>());
+       }},
+      {"crtSphere_nostl",
+       [] {
+         bool nameIsFree = false;
+         EXPECT_EQ(crtSphere_nostl("A", nullptr, 1, nameIsFree), null<ztCAD_Sphere>);
+         EXPECT_TRUE(nameIsFree);
+         const ztCAD_Sphere* const made = crtSphere_nostl(nullptr, coord(0, 0, 0), 1, nameIsFree);
+         ASSERT_NE(made, nullptr);
+         EXPECT_EQ(made->name(), QString(""));
+       }},
+      {"crtMipElement_nostl",
+       [] {
+         expectRecordNeeded(crtMipElement_nostl);
+         EXPECT_EQ(crtMipElement_nostl(nullptr, crtMIP(tenValues))->name(), QString(""));
+       }},
+      {"crtTmplMipElement_nostl",
+       [] {
+         expectRecordNeeded(crtTmplMipElement_nostl);
+         EXPECT_EQ(crtTmplMipElement_nostl(nullptr, crtMIP(tenValues))->name(), QString(""));
+       }},
+      {"crtTmplPoint_nostl",
+       [] {
+         const ztCAD_commonPoint* source = sample<ztCAD_Point>();
+         expectPartNeeded(crtTmplPoint_nostl, source);
+         expectNullNameIsEmpty(crtTmplPoint_nostl, source);
+       }},
+      {"crtTmplLine_nostl",
+       [] {
+         const ztCAD_commonLine* source = sample<ztCAD_Line>();
+         expectPartNeeded(crtTmplLine_nostl, source);
+         expectNullNameIsEmpty(crtTmplLine_nostl, source);
+       }},
+      {"crtTmplTriangle_nostl",
+       [] {
+         const ztCAD_commonTriangle* source = sample<ztCAD_Triangle>();
+         expectPartNeeded(crtTmplTriangle_nostl, source);
+         expectNullNameIsEmpty(crtTmplTriangle_nostl, source);
+       }},
+      {"crtPointRef_nostl",
+       [] {
+         expectReferenceNeedsItsParts(crtPointRef_nostl, sample<ztCAD_TmplPoint>());
+         expectNullNameIsEmpty(crtPointRef_nostl, lcs(), sample<ztCAD_TmplPoint>());
+       }},
+      {"crtLineRef_nostl",
+       [] {
+         expectReferenceNeedsItsParts(crtLineRef_nostl, sample<ztCAD_TmplLine>());
+         expectNullNameIsEmpty(crtLineRef_nostl, lcs(), sample<ztCAD_TmplLine>());
+       }},
+      {"crtTriangleRef_nostl",
+       [] {
+         expectReferenceNeedsItsParts(crtTriangleRef_nostl, sample<ztCAD_TmplTriangle>());
+         expectNullNameIsEmpty(crtTriangleRef_nostl, lcs(), sample<ztCAD_TmplTriangle>());
+       }},
+      {"crtElementMipRef_nostl",
+       [] {
+         expectReferenceNeedsItsParts(crtElementMipRef_nostl, sample<ztCAD_TmplElementMIP>());
+         expectNullNameIsEmpty(crtElementMipRef_nostl, lcs(), sample<ztCAD_TmplElementMIP>());
        }},
       {"crtDetailRef",
        [] {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <algorithm>
 #include <cstdint>
-#include <QDir>
+#include <QDirIterator>
 #include <QRegularExpression>
 #include <string>
 #include <vector>
@@ -48,6 +48,88 @@ const Row rows[] = {
        EXPECT_NE(parsed.message, "earlier");
        EXPECT_NE(parsed.line, -1);
        EXPECT_NE(parsed.column, -1);
+     }},
+    {"crtGMDDocumentFromFile_nostl",
+     [] {
+       std::int32_t code = -1;
+       bool fault = true;
+       EXPECT_NE(Document(crtGMDDocumentFromFile_nostl(nullptr, code, fault)), nullptr);
+       EXPECT_EQ(code, 100);
+       EXPECT_FALSE(fault);
+     }},
+    {"crtGMDDocumentFromStdString_nostl",
+     [] {
+       bool parsed = true;
+       int line = -1;
+       int column = -1;
+       char message[4] = "abc";
+       EXPECT_NE(Document(crtGMDDocumentFromStdString_nostl(nullptr, parsed, nullptr, 0, line, column)),
+                 nullptr);
+       EXPECT_FALSE(parsed);
+       EXPECT_NE(line, -1);
+       EXPECT_NE(column, -1);
+       EXPECT_NE(Document(crtGMDDocumentFromStdString_nostl("<", parsed, message, -1, line, column)),
+                 nullptr);
+       EXPECT_STREQ(message, "abc");
+       EXPECT_NE(Document(crtGMDDocumentFromStdString_nostl("<", parsed, message, 1, line, column)), nullptr);
+       EXPECT_STREQ(message, "");
+     }},
+    {"GMDDocumentToString_nostl",
+     [] {
+       char text[] = "earlier";
+       EXPECT_EQ(GMDDocumentToString_nostl(nullptr, true, text, sizeof text), -1);
+       EXPECT_STREQ(text, "");
+       EXPECT_EQ(GMDDocumentToString_nostl(nullptr, false, nullptr, 5), -1);
+       EXPECT_GT(GMDDocumentToString_nostl(newDocument().get(), true, nullptr, 5), 0);
+       EXPECT_GT(GMDDocumentToString_nostl(newDocument().get(), false, text, INT64_MIN), 0);
+     }},
+    {"UpdateGMDDoc_nostl",
+     [] {
+       std::int32_t code = -1;
+       bool fault = true;
+       UpdateGMDDoc_nostl(nullptr, nullptr, code, fault);
+       EXPECT_EQ(code, 110);
+       EXPECT_FALSE(fault);
+       UpdateGMDDoc_nostl(newDocument().get(), nullptr, code, fault);
+       EXPECT_EQ(code, 100);
+     }},
+    {"ztCAD_getHeader", [] { EXPECT_EQ(ztCAD_getHeader(nullptr), null<ztCAD_HeaderNode>); }},
+    {"ztCAD_getHeaderNumber",
+     [] {
+       std::uint32_t number = 5;
+       EXPECT_FALSE(ztCAD_getHeaderNumber(nullptr, ztCAD_HeaderMajorVersion, &number));
+       EXPECT_FALSE(ztCAD_getHeaderNumber(crtHeader(), ztCAD_HeaderMajorVersion, &number));
+       EXPECT_FALSE(ztCAD_getHeaderNumber(crtHeader(), INT32_MIN, &number));
+       EXPECT_EQ(number, 5u);
+     }},
+    {"ztCAD_setHeaderNumber",
+     [] {
+       const std::uint32_t number = 5;
+       ztCAD_HeaderNode* const header = crtHeader();
+       ztCAD_setHeaderNumber(nullptr, ztCAD_HeaderMajorVersion, &number);
+       ztCAD_setHeaderNumber(header, 99, &number);
+       ztCAD_setHeaderNumber(header, ztCAD_HeaderMajorVersion, &number);
+       EXPECT_TRUE(ztCAD_getHeaderNumber(header, ztCAD_HeaderMajorVersion, nullptr));
+       ztCAD_setHeaderNumber(header, ztCAD_HeaderMajorVersion, nullptr);
+       EXPECT_FALSE(header->majorVersion());
+     }},
+    {"ztCAD_getHeaderText",
+     [] {
+       char text[] = "earlier";
+       EXPECT_EQ(ztCAD_getHeaderText(nullptr, ztCAD_HeaderInform, text, sizeof text), -1);
+       EXPECT_STREQ(text, "");
+       EXPECT_EQ(ztCAD_getHeaderText(crtHeader(), ztCAD_HeaderInform, nullptr, 0), -1);
+       EXPECT_EQ(ztCAD_getHeaderText(crtHeader(), 99, nullptr, 0), -1);
+     }},
+    {"ztCAD_setHeaderText",
+     [] {
+       ztCAD_HeaderNode* const header = crtHeader();
+       ztCAD_setHeaderText(nullptr, ztCAD_HeaderInform, "a");
+       ztCAD_setHeaderText(header, -1, "a");
+       ztCAD_setHeaderText(header, ztCAD_HeaderInform, "a");
+       EXPECT_TRUE(header->inform());
+       ztCAD_setHeaderText(header, ztCAD_HeaderInform, nullptr);
+       EXPECT_FALSE(header->inform());
      }},
     {"GMDDocumentToString",
      [] {
@@ -121,12 +203,36 @@ const Row rows[] = {
        EXPECT_FALSE(doCorrectName_nostl("1 a", nullptr, "b"));
        EXPECT_FALSE(doCorrectName_nostl(nullptr, nullptr, nullptr));
      }},
+    {"crtUniqueName_nostl",
+     [] {
+       crtUniqueName_nostl(nullptr);
+       char name[] = "\xFF";
+       crtUniqueName_nostl(name);
+       EXPECT_STREQ(name, "");
+     }},
     {"crtUniqueName",
      [] {
        std::string name(1000000, '\xFF');
        crtUniqueName(name);
        EXPECT_EQ(name, "");
      }},
+    {"ztCAD_getParallelMode", [] { EXPECT_EQ(ztCAD_getParallelMode(), getParallel_Morvik()->mode); }},
+    {"ztCAD_setParallelMode",
+     [] {
+       EXPECT_EQ(ztCAD_setParallelMode(INT32_MIN), 1);
+       EXPECT_EQ(ztCAD_setParallelMode(1), INT32_MIN);
+     }},
+    {"ztCAD_getThreadCounts", [] { ztCAD_getThreadCounts(nullptr, nullptr); }},
+    {"ztCAD_setThreadCounts",
+     [] {
+       ztCAD_setThreadCounts(UINT32_MAX);
+       std::uint32_t logical = 0;
+       ztCAD_getThreadCounts(&logical, nullptr);
+       EXPECT_GE(logical, 1u);
+       EXPECT_LT(logical, UINT32_MAX);
+       ztCAD_setThreadCounts(1);
+     }},
+    {"ztCAD_setAssertionWriter", [] { ztCAD_setAssertionWriter(nullptr, nullptr); }},
     {"getParallel_Morvik", [] { EXPECT_NE(getParallel_Morvik(), nullptr); }},
     {"ztCADVersion", [] { EXPECT_NE(ztCADVersion(), nullptr); }},
     // points
@@ -292,7 +398,8 @@ const Row rows[] = {
 
 std::vector<Row> allRows() {
   std::vector<Row> all(std::begin(rows), std::end(rows));
-  for (const std::vector<Row>& more : {boundary::elementRows(), boundary::contentRows()})
+  for (const std::vector<Row>& more : {boundary::elementRows(), boundary::contentRows(),
+                                       boundary::fieldRows(), boundary::countedRows(), boundary::flatRows()})
     all.insert(all.end(), more.begin(), more.end());
   return all;
 }
@@ -308,8 +415,9 @@ TEST(Boundary, NullAndNonsenseGiveFailureValues) {
 Names exportedFunctions() {
   const QRegularExpression function(R"(ZTCAD_API[^;(]*?(\w+)\()");
   Names names;
-  for (const QString& header : QDir(ZTCAD_TEST_API_HEADERS).entryList({"*.h"})) {
-    const std::string text = bytesOf(ZTCAD_TEST_API_HEADERS "/" + header.toStdString());
+  QDirIterator headers(ZTCAD_TEST_API_HEADERS, {"*.h"}, QDir::Files, QDirIterator::Subdirectories);
+  while (headers.hasNext()) {
+    const std::string text = bytesOf(headers.next().toStdString());
     for (auto found = function.globalMatch(QString::fromStdString(text)); found.hasNext();)
       names.push_back(found.next().captured(1).toStdString());
   }

@@ -285,6 +285,96 @@ const Row rows[] = {
        EXPECT_EQ(vertices->coordinates().size() % 3, 0u);
        return refused;
      }},
+    {"addVertexXYZ_nostl",
+     [](long granted, FailingMemory::Mode mode) {
+       ztCAD_Vertices* const vertices = crtVertices();
+       const double xyz[] = {1, 2, 3, 4, 5, 6};
+       addVertexXYZ_nostl(xyz, 1, vertices);
+       const bool refused = refusedDuring(granted, mode, [&] { addVertexXYZ_nostl(xyz, 2, vertices); });
+       EXPECT_EQ(ztCAD_getVertexCount(vertices), refused ? 1 : 3);
+       return refused;
+     }},
+    {"addFacetIJK_nostl",
+     [](long granted, FailingMemory::Mode mode) {
+       ztCAD_Faces* const faces = crtFaces();
+       const std::uint32_t ijk[] = {1, 2, 3};
+       addFacetIJK_nostl(ijk, 1, faces);
+       const bool refused =
+           refusedDuring(granted, mode, [&] { addFacetIJK_nostl(ztCAD_getFacetData(faces), 1, faces); });
+       EXPECT_EQ(ztCAD_getFacetCount(faces), refused ? 1 : 2);
+       return refused;
+     }},
+    {"ztCAD_getName",
+     [](long granted, FailingMemory::Mode mode) {
+       const ztCAD_Base* const point = pointNamed(longName);
+       char text[200] = "earlier";
+       std::int64_t length = 0;
+       const bool refused =
+           refusedDuring(granted, mode, [&] { length = ztCAD_getName(point, text, sizeof text); });
+       EXPECT_EQ(length, refused ? -1 : 100);
+       EXPECT_EQ(text, refused ? std::string() : longName);
+       return refused;
+     }},
+    {"GMDDocumentToString_nostl",
+     [](long granted, FailingMemory::Mode mode) {
+       const Document document = newDocument("i");
+       char text[200] = "earlier";
+       std::int64_t length = 0;
+       const bool refused = refusedDuring(
+           granted, mode, [&] { length = GMDDocumentToString_nostl(document.get(), true, text, sizeof text); });
+       EXPECT_EQ(length == -1, refused);
+       EXPECT_EQ(*text == '\0', refused);
+       return refused;
+     }},
+    {"ztCAD_appendToDoc",
+     [](long granted, FailingMemory::Mode mode) {
+       const Document document = newDocument();
+       const bool refused =
+           creates(granted, mode, [&] { return ztCAD_appendToDoc(document.get(), ztCAD_ElementDetail); });
+       EXPECT_EQ(ztCAD_countInDoc(document.get(), ztCAD_ElementDetail), refused ? 0 : 1);
+       return refused;
+     }},
+    {"ztCAD_appendToStructure",
+     [](long granted, FailingMemory::Mode mode) {
+       bool nameIsFree = false;
+       ztCAD_Structure* const outer = crtStructure("S", crtLCS({}), nameIsFree);
+       const bool refused =
+           creates(granted, mode, [&] { return ztCAD_appendToStructure(outer, ztCAD_ElementStructure); });
+       EXPECT_EQ(ztCAD_countInStructure(outer, ztCAD_ElementStructure), refused ? 0 : 1);
+       return refused;
+     }},
+    {"ztCAD_addToDoc",
+     [](long granted, FailingMemory::Mode mode) {
+       const Document document = newDocument();
+       const ztCAD_Base* const point = pointNamed("A");
+       bool notAdded = false;
+       const bool refused =
+           refusedDuring(granted, mode, [&] { notAdded = ztCAD_addToDoc(point, document.get()); });
+       EXPECT_EQ(notAdded, refused);
+       EXPECT_EQ(ztCAD_countInDoc(document.get(), ztCAD_ElementPoint), refused ? 0 : 1);
+       return refused;
+     }},
+    {"crtGMDDocumentFromFile_nostl",
+     [](long granted, FailingMemory::Mode mode) {
+       const TemporaryFiles files;
+       const std::string file = files.put("a.xml", "<GMD><point name='A' center='1'/></GMD>");
+       Document document;
+       std::int32_t code = -1;
+       bool fault = true;
+       const bool refused = refusedDuring(granted, mode, [&] {
+         document.reset(crtGMDDocumentFromFile_nostl(file.c_str(), code, fault));
+       });
+       EXPECT_EQ(code, refused ? 110 : 0);
+       EXPECT_FALSE(fault);
+       return refused;
+     }},
+    {"ztCAD_setAssertionWriter",
+     [](long granted, FailingMemory::Mode mode) {
+       const bool refused = refusedDuring(
+           granted, mode, [] { ztCAD_setAssertionWriter([](const char*, void*) {}, nullptr); });
+       ztCAD_setAssertionWriter(nullptr, nullptr);
+       return refused;
+     }},
     {"addFacetN_nostl",
      [](long granted, FailingMemory::Mode mode) {
        ztCAD_Faces* faces = crtFaces();

@@ -79,4 +79,31 @@ TEST(LogWriter, MayBeAClassOfTheHost) {
   EXPECT_EQ(writer.count, 1);
 }
 
+// -------------------------------------------------------------------------------- by a function, as hosts in C install it
+
+void append(const char* line, void* context) {
+  static_cast<std::vector<std::string>*>(context)->emplace_back(line);
+}
+
+TEST(LogFunction, ReceivesEachReportAsALine) {
+  const CapturedWarnings warnings;
+  std::vector<std::string> lines;
+  ztCAD_setAssertionWriter(append, &lines);
+  provokeAReport();
+  provokeAReport();
+  EXPECT_EQ(lines, (std::vector<std::string>{report + '\n', report + '\n'}));
+  EXPECT_EQ(warnings.messages(), std::vector<std::string>());
+
+  std::vector<std::string> others;
+  ztCAD_setAssertionWriter(append, &others);
+  provokeAReport();
+  EXPECT_EQ(lines.size(), 2u);
+  EXPECT_EQ(others.size(), 1u);
+
+  ztCAD_setAssertionWriter(nullptr, nullptr);
+  provokeAReport();
+  EXPECT_EQ(others.size(), 1u);
+  EXPECT_EQ(warnings.messages(), std::vector<std::string>{report});
+}
+
 }  // namespace

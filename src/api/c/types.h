@@ -1,0 +1,94 @@
+#pragma once
+
+/// What the headers of this folder share. They are plain C11, and C++ reads the same lines: so hosts in both languages see
+/// one declaration of each function.
+///
+/// C++ passes an output by reference where C passes its address (`ZTCAD_OUT`); such an address is never null. The
+/// classes are opaque here; C++ hosts that were built like the library get them from <ztCAD/ztCAD.h>.
+
+#include <stdint.h>  // NOLINT(modernize-deprecated-headers): C knows no other
+
+#include "../../support/export.h"
+
+#if defined(__cplusplus)
+#define ZTCAD_C_BEGIN extern "C" {
+#define ZTCAD_C_END }
+#define ZTCAD_OUT(type) type&
+#define ZTCAD_CLASS(name) class name
+#define ZTCAD_STRUCT(name) struct name
+#else
+#include <stdbool.h>
+#define ZTCAD_C_BEGIN
+#define ZTCAD_C_END
+#define ZTCAD_OUT(type) type*
+#define ZTCAD_CLASS(name) typedef struct name name
+#define ZTCAD_STRUCT(name) typedef struct name name
+#endif
+
+ZTCAD_CLASS(ztCAD_GMDDocument);
+ZTCAD_CLASS(ztCAD_HeaderNode);
+
+// Elements. Each one is a `ztCAD_Base` at the same address, and each one but references belongs to the class that it
+// has in common with its template: cast the pointer to pass it as one of these.
+ZTCAD_CLASS(ztCAD_Base);
+ZTCAD_CLASS(ztCAD_commonPoint);      // points and template points
+ZTCAD_CLASS(ztCAD_commonLine);       // lines and template lines
+ZTCAD_CLASS(ztCAD_commonTriangle);   // solids and template solids
+ZTCAD_CLASS(ztCAD_commonStructure);  // structures and template structures
+ZTCAD_CLASS(ztCAD_cmnDetail);        // details and template details
+
+ZTCAD_CLASS(ztCAD_Structure);
+ZTCAD_CLASS(ztCAD_StructureRef);
+ZTCAD_CLASS(ztCAD_TmplStructure);
+ZTCAD_CLASS(ztCAD_Point);
+ZTCAD_CLASS(ztCAD_Line);
+ZTCAD_CLASS(ztCAD_Sphere);
+ZTCAD_CLASS(ztCAD_Triangle);
+ZTCAD_CLASS(ztCAD_ElementMIP);
+ZTCAD_CLASS(ztCAD_Detail);
+ZTCAD_CLASS(ztCAD_DetailRef);
+ZTCAD_CLASS(ztCAD_TmplDetail);
+ZTCAD_CLASS(ztCAD_TmplPoint);
+ZTCAD_CLASS(ztCAD_PointRef);
+ZTCAD_CLASS(ztCAD_TmplLine);
+ZTCAD_CLASS(ztCAD_LineRef);
+ZTCAD_CLASS(ztCAD_TmplElementMIP);
+ZTCAD_CLASS(ztCAD_ElementMipRef);
+ZTCAD_CLASS(ztCAD_TmplTriangle);
+ZTCAD_CLASS(ztCAD_TriangleRef);
+
+// records and lists
+ZTCAD_CLASS(ztCAD_Coord);
+ZTCAD_CLASS(ztCAD_Vertex);
+ZTCAD_CLASS(ztCAD_Vertices);
+ZTCAD_CLASS(ztCAD_Facet);
+ZTCAD_CLASS(ztCAD_Faces);
+ZTCAD_CLASS(ztCAD_Color);
+ZTCAD_CLASS(ztCAD_LCS);
+ZTCAD_CLASS(ztCAD_MIP);
+
+ZTCAD_STRUCT(ztParallel);
+
+/// The kinds of elements, as the functions take and give them (as `int32_t`).
+enum ztCAD_ElementKind {
+  ztCAD_ElementNone = 0,  ///< no element, or one of a class that the library does not know
+  ztCAD_ElementDetail = 1,
+  ztCAD_ElementTmplDetail = 2,
+  ztCAD_ElementStructure = 3,
+  ztCAD_ElementTmplStructure = 4,
+  ztCAD_ElementDetailRef = 5,
+  ztCAD_ElementStructureRef = 6,
+  ztCAD_ElementPoint = 10,
+  ztCAD_ElementTmplPoint = 11,
+  ztCAD_ElementPointRef = 12,
+  ztCAD_ElementLine = 13,
+  ztCAD_ElementTmplLine = 14,
+  ztCAD_ElementLineRef = 15,
+  ztCAD_ElementElementMIP = 16,  ///< a mass-inertia element
+  ztCAD_ElementTmplElementMIP = 17,
+  ztCAD_ElementElementMipRef = 18,
+  ztCAD_ElementTriangle = 19,  ///< a triangulated solid
+  ztCAD_ElementTmplTriangle = 20,
+  ztCAD_ElementTriangleRef = 21,
+  ztCAD_ElementSphere = 22
+};

@@ -1,0 +1,182 @@
+#include "c/counted_contents.h"
+
+#include <iterator>
+
+#include "c/contents.h"
+#include "created_objects.h"
+#include "element_kinds.h"
+#include "guard.h"
+#include "text_output.h"
+
+using ztcad::guarded;
+using ztcad::withContainer;
+
+namespace {
+
+constexpr bool notAdded = true;
+ztCAD_Base* const none = nullptr;
+
+ztCAD_Base* baseOf(ztCAD_Base& element) { return &element; }
+ztCAD_Base* baseOf(ztCAD_commonStructure* nested) { return nested; }
+
+/// Const containers are those of nested structures; what they hold is the host's to change all the same.
+template <typename Container>
+ztCAD_Base* elementAt(Container& elements, std::int32_t index) {
+  const std::int32_t count = ztcad::countOf(elements.size());
+  if (index < 0 || index >= count) return nullptr;
+  const auto fromEnd = static_cast<std::ptrdiff_t>(elements.size()) - index;
+  return baseOf(*(index < fromEnd ? std::next(elements.begin(), index) : std::prev(elements.end(), fromEnd)));
+}
+
+template <typename Container>
+std::int32_t list(Container& elements, ztCAD_Base** array, std::int32_t capacity) {
+  std::int32_t written = 0;
+  for (auto element = elements.begin(); array && written < capacity && element != elements.end(); ++element)
+    array[written++] = baseOf(*element);
+  return ztcad::countOf(elements.size());
+}
+
+template <typename Container>
+using ElementOf = typename Container::value_type;
+
+/// Whether the holder has room for the element; only structures lie at any depth.
+template <typename Element>
+bool hasRoomFor(const ztCAD_commonStructure& structure) {
+  return structure.hasRoomFor(ztcad::levelsOf<Element>);
+}
+template <typename Element, typename Holder>
+bool hasRoomFor(const Holder& /*holder*/) {
+  return true;
+}
+
+// The same work for all holders; a structure's list of nested structures comes before.
+
+template <typename Holder>
+std::int32_t count(const Holder* holder, std::int32_t kind) noexcept {
+  if (!holder) return 0;
+  return withContainer(holder->content(), kind, std::int32_t{0},
+                       [](auto& elements) { return ztcad::countOf(elements.size()); });
+}
+
+template <typename Holder>
+ztCAD_Base* get(Holder* holder, std::int32_t kind, std::int32_t index) noexcept {
+  if (!holder) return nullptr;
+  return withContainer(holder->content(), kind, none,
+                       [index](auto& elements) { return elementAt(elements, index); });
+}
+
+template <typename Holder>
+std::int32_t list(Holder* holder, std::int32_t kind, ztCAD_Base** array, std::int32_t capacity) noexcept {
+  if (!holder) return 0;
+  return withContainer(holder->content(), kind, std::int32_t{0},
+                       [=](auto& elements) { return list(elements, array, capacity); });
+}
+
+template <typename Holder>
+bool add(const ztCAD_Base* element, Holder* holder) noexcept {
+  return guarded(notAdded, [&] {
+    if (!holder) return notAdded;
+    return ztcad::withElement(element, notAdded, [holder](const auto& known) {
+      using Element = std::decay_t<decltype(known)>;
+      return withContainer(holder->content(), ztcad::kindOf<Element>, notAdded, [&](auto& elements) {
+        if constexpr (std::is_same_v<ElementOf<std::decay_t<decltype(elements)>>, Element>)
+          return !hasRoomFor<Element>(*holder) || elements.add(known);
+        else
+          return notAdded;
+      });
+    });
+  });
+}
+
+template <typename Holder>
+ztCAD_Base* append(Holder* holder, std::int32_t kind) noexcept {
+  return guarded(none, [&] {
+    if (!holder) return none;
+    return withContainer(holder->content(), kind, none, [holder](auto& elements) -> ztCAD_Base* {
+      return hasRoomFor<ElementOf<std::decay_t<decltype(elements)>>>(*holder) ? &elements.appendNew()
+                                                                              : nullptr;
+    });
+  });
+}
+
+template <typename Holder>
+bool remove(const ztCAD_Base* element, Holder* holder, std::int32_t kind) noexcept {
+  return guarded(false, [&] {
+    if (!element || !holder) return false;
+    return withContainer(holder->content(), kind, false,
+                         [element](auto& elements) { return elements.remove(element); });
+  });
+}
+
+bool isStructure(std::int32_t kind) { return kind == ztCAD_ElementStructure; }
+
+ztCAD_Base* appendNested(ztCAD_commonStructure& structure) {
+  if (!structure.hasRoomFor(1)) return nullptr;
+  auto* const nested = ztcad::createElement<ztCAD_Structure>();
+  return structure.addStructure(*nested) ? nullptr : nested;
+}
+
+}  // namespace
+
+std::int32_t ztCAD_countInDoc(const ztCAD_GMDDocument* document, std::int32_t kind) {
+  return count(document, kind);
+}
+std::int32_t ztCAD_countInStructure(const ztCAD_commonStructure* structure, std::int32_t kind) {
+  if (structure && isStructure(kind)) return ztcad::countOf(structure->structures().size());
+  return count(structure, kind);
+}
+std::int32_t ztCAD_countInDetail(const ztCAD_cmnDetail* detail, std::int32_t kind) {
+  return count(detail, kind);
+}
+
+ztCAD_Base* ztCAD_getFromDoc(ztCAD_GMDDocument* document, std::int32_t kind, std::int32_t index) {
+  return get(document, kind, index);
+}
+ztCAD_Base* ztCAD_getFromStructure(ztCAD_commonStructure* structure, std::int32_t kind, std::int32_t index) {
+  if (structure && isStructure(kind)) return elementAt(structure->structures(), index);
+  return get(structure, kind, index);
+}
+ztCAD_Base* ztCAD_getFromDetail(ztCAD_cmnDetail* detail, std::int32_t kind, std::int32_t index) {
+  return get(detail, kind, index);
+}
+
+std::int32_t ztCAD_listDoc(ztCAD_GMDDocument* document, std::int32_t kind, ztCAD_Base** elements,
+                           std::int32_t capacity) {
+  return list(document, kind, elements, capacity);
+}
+std::int32_t ztCAD_listStructure(ztCAD_commonStructure* structure, std::int32_t kind, ztCAD_Base** elements,
+                                 std::int32_t capacity) {
+  if (structure && isStructure(kind)) return list(structure->structures(), elements, capacity);
+  return list(structure, kind, elements, capacity);
+}
+std::int32_t ztCAD_listDetail(ztCAD_cmnDetail* detail, std::int32_t kind, ztCAD_Base** elements,
+                              std::int32_t capacity) {
+  return list(detail, kind, elements, capacity);
+}
+
+bool ztCAD_addToDoc(const ztCAD_Base* element, ztCAD_GMDDocument* document) { return add(element, document); }
+bool ztCAD_addToStructure(const ztCAD_Base* element, ztCAD_commonStructure* structure) {
+  const auto* const nested = dynamic_cast<const ztCAD_commonStructure*>(element);
+  return nested ? addStructureToStructure(nested, structure) : add(element, structure);
+}
+bool ztCAD_addToDetail(const ztCAD_Base* element, ztCAD_cmnDetail* detail) { return add(element, detail); }
+
+ztCAD_Base* ztCAD_appendToDoc(ztCAD_GMDDocument* document, std::int32_t kind) {
+  return append(document, kind);
+}
+ztCAD_Base* ztCAD_appendToStructure(ztCAD_commonStructure* structure, std::int32_t kind) {
+  if (structure && isStructure(kind)) return guarded(none, [&] { return appendNested(*structure); });
+  return append(structure, kind);
+}
+ztCAD_Base* ztCAD_appendToDetail(ztCAD_cmnDetail* detail, std::int32_t kind) { return append(detail, kind); }
+
+bool ztCAD_removeFromDoc(const ztCAD_Base* element, ztCAD_GMDDocument* document, std::int32_t kind) {
+  return remove(element, document, kind);
+}
+bool ztCAD_removeFromStructure(const ztCAD_Base* element, ztCAD_commonStructure* structure,
+                               std::int32_t kind) {
+  return remove(element, structure, kind);
+}
+bool ztCAD_removeFromDetail(const ztCAD_Base* element, ztCAD_cmnDetail* detail, std::int32_t kind) {
+  return remove(element, detail, kind);
+}

@@ -1,0 +1,144 @@
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "samples.h"
+
+// Elements by count, index and kind, beside the containers that hold them.
+
+namespace {
+
+/// What c/types.h says of pointers: the address of an element is that of its bases.
+template <typename Base, typename Element>
+void expectSameAddress(const Element* element) {
+  ASSERT_NE(element, nullptr);
+  EXPECT_EQ(static_cast<const void*>(static_cast<const Base*>(element)), static_cast<const void*>(element));
+}
+
+TEST(CountedContents, AnElementIsABaseAtTheSameAddress) {
+  forEachDocumentDoor([](auto door) {
+    using Element = typename decltype(door)::Element;
+    SCOPED_TRACE(door.kind);
+    expectSameAddress<ztCAD_Base>(make<Element>("A"));
+  });
+  const auto detail = std::make_unique<ztCAD_Detail>();
+  const auto templateDetail = std::make_unique<ztCAD_TmplDetail>();
+  expectSameAddress<ztCAD_Base>(detail.get());
+  expectSameAddress<ztCAD_Base>(templateDetail.get());
+  expectSameAddress<ztCAD_cmnDetail>(detail.get());
+  expectSameAddress<ztCAD_cmnDetail>(templateDetail.get());
+  expectSameAddress<ztCAD_commonPoint>(make<ztCAD_Point>("A"));
+  expectSameAddress<ztCAD_commonPoint>(make<ztCAD_TmplPoint>("A"));
+  expectSameAddress<ztCAD_commonLine>(make<ztCAD_Line>("A"));
+  expectSameAddress<ztCAD_commonLine>(make<ztCAD_TmplLine>("A"));
+  expectSameAddress<ztCAD_commonTriangle>(make<ztCAD_Triangle>("A"));
+  expectSameAddress<ztCAD_commonTriangle>(make<ztCAD_TmplTriangle>("A"));
+  expectSameAddress<ztCAD_commonStructure>(make<ztCAD_Structure>("A"));
+  expectSameAddress<ztCAD_commonStructure>(make<ztCAD_TmplStructure>("A"));
+}
+
+TEST(CountedContents, KindsThatTheClassesHaveAreTheSameNumbers) {
+  EXPECT_EQ(int{ztCAD_ElementDetail}, int{ztCAD_KindDetail});
+  EXPECT_EQ(int{ztCAD_ElementTmplDetail}, int{ztCAD_KindTmplDetail});
+  EXPECT_EQ(int{ztCAD_ElementStructure}, int{ztCAD_KindStructure});
+  EXPECT_EQ(int{ztCAD_ElementTmplStructure}, int{ztCAD_KindTmplStructure});
+  EXPECT_EQ(int{ztCAD_ElementPoint}, int{ztCAD_KindPoint});
+  EXPECT_EQ(int{ztCAD_ElementTmplPoint}, int{ztCAD_KindTmplPoint});
+  EXPECT_EQ(int{ztCAD_ElementLine}, int{ztCAD_KindLine});
+  EXPECT_EQ(int{ztCAD_ElementTmplLine}, int{ztCAD_KindTmplLine});
+  EXPECT_EQ(int{ztCAD_ElementElementMIP}, int{ztCAD_KindElementMIP});
+  EXPECT_EQ(int{ztCAD_ElementTmplElementMIP}, int{ztCAD_KindTmplElementMIP});
+  EXPECT_EQ(int{ztCAD_ElementTriangle}, int{ztCAD_KindTriangle});
+  EXPECT_EQ(int{ztCAD_ElementTmplTriangle}, int{ztCAD_KindTmplTriangle});
+}
+
+TEST(CountedContents, AddAndAppendGoWhereTheFunctionsOfEachKindGo) {
+  forEachDocumentDoor([](auto door) {
+    using Element = typename decltype(door)::Element;
+    SCOPED_TRACE(door.kind);
+    const Document document = newDocument();
+    Element* const element = make<Element>("first");
+    const std::int32_t kind = ztCAD_getKind(element);
+    EXPECT_NE(kind, ztCAD_ElementNone);
+    EXPECT_FALSE(ztCAD_addToDoc(element, document.get()));
+    EXPECT_FALSE(door.add(make<Element>("second"), document.get()));
+    ztCAD_Base* const appended = ztCAD_appendToDoc(document.get(), kind);
+    ASSERT_NE(appended, nullptr);
+    EXPECT_EQ(ztCAD_getKind(appended), kind);
+
+    ztCAD_Cont<Element>& container = *door.get(document.get());
+    ASSERT_EQ(container.size(), 3u);
+    EXPECT_EQ(ztCAD_countInDoc(document.get(), kind), 3);
+    EXPECT_EQ(static_cast<ztCAD_Base*>(&container.back()), appended);
+    EXPECT_EQ(ztCAD_getFromDoc(document.get(), kind, 0), &container.front());
+    EXPECT_NE(ztCAD_getFromDoc(document.get(), kind, 0), element) << "a copy";
+    EXPECT_EQ(container.front().name(), QString("first"));
+    EXPECT_TRUE(ztCAD_removeFromDoc(appended, document.get(), kind));
+    EXPECT_FALSE(ztCAD_removeFromDoc(element, document.get(), kind));
+    EXPECT_EQ(container.size(), 2u);
+  });
+}
+
+TEST(CountedContents, IndexAndListFollowTheContainer) {
+  const Document document = newDocument();
+  constexpr std::int32_t count = 7;
+  for (std::int32_t i = 0; i < count; ++i)
+    addPointToDoc(pointNamed("P" + std::to_string(i)), document.get());
+  std::vector<ztCAD_Base*> listed(count + 1, nullptr);
+  EXPECT_EQ(ztCAD_listDoc(document.get(), ztCAD_ElementPoint, listed.data(), count + 1), count);
+  EXPECT_EQ(listed.back(), nullptr);
+  std::int32_t index = 0;
+  for (ztCAD_Point& point : *ztCAD_getPoints(document.get())) {
+    EXPECT_EQ(ztCAD_getFromDoc(document.get(), ztCAD_ElementPoint, index), &point) << index;
+    EXPECT_EQ(listed[index], &point) << index;
+    ++index;
+  }
+  EXPECT_EQ(index, count);
+}
+
+/// Structures in structures, as deep as a file may nest them with `levels` more below the innermost.
+ztCAD_Structure* innermostWithRoomFor(int levels) {
+  constexpr int deepest = 256;  // the root is the first level
+  ztCAD_Structure* structure = make<ztCAD_Structure>("outermost");
+  for (int level = 2; level < deepest - levels; ++level) {
+    auto* const inner = ztCAD_appendToStructure(structure, ztCAD_ElementStructure);
+    structure = static_cast<ztCAD_Structure*>(inner);
+    if (!structure) return nullptr;
+  }
+  return structure;
+}
+
+TEST(CountedContents, NothingIsAppendedWhereItWouldLieTooDeep) {
+  const std::int32_t levelsOf[][2] = {
+      {ztCAD_ElementPoint, 1},     {ztCAD_ElementSphere, 1},   {ztCAD_ElementPointRef, 1},
+      {ztCAD_ElementStructure, 1}, {ztCAD_ElementTriangle, 2}, {ztCAD_ElementLine, 2},
+      {ztCAD_ElementDetail, 3},
+  };
+  for (int room = 0; room <= 3; ++room) {
+    ztCAD_Structure* const structure = innermostWithRoomFor(room);
+    ASSERT_NE(structure, nullptr);
+    for (const auto& [kind, levels] : levelsOf)
+      EXPECT_EQ(ztCAD_appendToStructure(structure, kind) != nullptr, levels <= room)
+          << kind << " in " << room;
+  }
+}
+
+TEST(CountedContents, AStructureIsAddedItselfToAStructure) {
+  auto* const outer = make<ztCAD_Structure>("outer");
+  auto* const inner = make<ztCAD_TmplStructure>("inner");
+  EXPECT_FALSE(ztCAD_addToStructure(inner, outer));
+  EXPECT_EQ(ztCAD_getFromStructure(outer, ztCAD_ElementStructure, 0), inner);
+  EXPECT_EQ(ztCAD_countInStructure(outer, ztCAD_ElementTmplStructure), 0);
+  EXPECT_EQ(ztCAD_getKind(inner), ztCAD_ElementTmplStructure);
+}
+
+TEST(CountedContents, AnAppendedStructureOutlivesOtherDocuments) {
+  auto* const outer = make<ztCAD_Structure>("outer");
+  ztCAD_appendToStructure(outer, ztCAD_ElementStructure);
+  ClearGMDDoc();
+  EXPECT_EQ(ztCAD_countInStructure(outer, ztCAD_ElementStructure), 1);
+}
+
+}  // namespace
