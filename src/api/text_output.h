@@ -27,18 +27,18 @@ std::int64_t giveText(char* buffer, std::int64_t size, Tell&& tell) noexcept {
   });
 }
 
-/// As many as there is room for.
-template <typename Number>
-std::int32_t giveNumbers(const std::vector<Number>& numbers, Number* array, std::int32_t capacity) {
-  const auto count = static_cast<std::int32_t>(numbers.size());
-  if (array && capacity > 0) std::copy_n(numbers.begin(), std::min(count, capacity), array);
-  return count;
-}
-
 /// A count as the boundary tells it; what a list holds beyond that is out of its reach.
 inline std::int32_t countOf(std::size_t count) {
   constexpr std::size_t most = std::numeric_limits<std::int32_t>::max();
   return static_cast<std::int32_t>(std::min(count, most));
+}
+
+/// As many as there is room for.
+template <typename Number>
+std::int32_t giveNumbers(const std::vector<Number>& numbers, Number* array, std::int32_t capacity) {
+  const std::int32_t count = countOf(numbers.size());
+  if (array && capacity > 0) std::copy_n(numbers.begin(), std::min(count, capacity), array);
+  return count;
 }
 
 }  // namespace ztcad
