@@ -40,58 +40,58 @@ constexpr auto containersOf(const ztCAD_DetailContent* /*holder*/) {
 // -------------------------------------------------------------------------------- kinds
 
 template <typename Element>
-constexpr std::int32_t kindOf = ztCAD_ElementNone;
+inline constexpr std::int32_t kindOf = ztCAD_ElementNone;
 template <>
-constexpr std::int32_t kindOf<ztCAD_Detail> = ztCAD_ElementDetail;
+inline constexpr std::int32_t kindOf<ztCAD_Detail> = ztCAD_ElementDetail;
 template <>
-constexpr std::int32_t kindOf<ztCAD_TmplDetail> = ztCAD_ElementTmplDetail;
+inline constexpr std::int32_t kindOf<ztCAD_TmplDetail> = ztCAD_ElementTmplDetail;
 template <>
-constexpr std::int32_t kindOf<ztCAD_DetailRef> = ztCAD_ElementDetailRef;
+inline constexpr std::int32_t kindOf<ztCAD_DetailRef> = ztCAD_ElementDetailRef;
 template <>
-constexpr std::int32_t kindOf<ztCAD_Structure> = ztCAD_ElementStructure;
+inline constexpr std::int32_t kindOf<ztCAD_Structure> = ztCAD_ElementStructure;
 template <>
-constexpr std::int32_t kindOf<ztCAD_TmplStructure> = ztCAD_ElementTmplStructure;
+inline constexpr std::int32_t kindOf<ztCAD_TmplStructure> = ztCAD_ElementTmplStructure;
 template <>
-constexpr std::int32_t kindOf<ztCAD_StructureRef> = ztCAD_ElementStructureRef;
+inline constexpr std::int32_t kindOf<ztCAD_StructureRef> = ztCAD_ElementStructureRef;
 template <>
-constexpr std::int32_t kindOf<ztCAD_Point> = ztCAD_ElementPoint;
+inline constexpr std::int32_t kindOf<ztCAD_Point> = ztCAD_ElementPoint;
 template <>
-constexpr std::int32_t kindOf<ztCAD_TmplPoint> = ztCAD_ElementTmplPoint;
+inline constexpr std::int32_t kindOf<ztCAD_TmplPoint> = ztCAD_ElementTmplPoint;
 template <>
-constexpr std::int32_t kindOf<ztCAD_PointRef> = ztCAD_ElementPointRef;
+inline constexpr std::int32_t kindOf<ztCAD_PointRef> = ztCAD_ElementPointRef;
 template <>
-constexpr std::int32_t kindOf<ztCAD_Line> = ztCAD_ElementLine;
+inline constexpr std::int32_t kindOf<ztCAD_Line> = ztCAD_ElementLine;
 template <>
-constexpr std::int32_t kindOf<ztCAD_TmplLine> = ztCAD_ElementTmplLine;
+inline constexpr std::int32_t kindOf<ztCAD_TmplLine> = ztCAD_ElementTmplLine;
 template <>
-constexpr std::int32_t kindOf<ztCAD_LineRef> = ztCAD_ElementLineRef;
+inline constexpr std::int32_t kindOf<ztCAD_LineRef> = ztCAD_ElementLineRef;
 template <>
-constexpr std::int32_t kindOf<ztCAD_ElementMIP> = ztCAD_ElementElementMIP;
+inline constexpr std::int32_t kindOf<ztCAD_ElementMIP> = ztCAD_ElementElementMIP;
 template <>
-constexpr std::int32_t kindOf<ztCAD_TmplElementMIP> = ztCAD_ElementTmplElementMIP;
+inline constexpr std::int32_t kindOf<ztCAD_TmplElementMIP> = ztCAD_ElementTmplElementMIP;
 template <>
-constexpr std::int32_t kindOf<ztCAD_ElementMipRef> = ztCAD_ElementElementMipRef;
+inline constexpr std::int32_t kindOf<ztCAD_ElementMipRef> = ztCAD_ElementElementMipRef;
 template <>
-constexpr std::int32_t kindOf<ztCAD_Triangle> = ztCAD_ElementTriangle;
+inline constexpr std::int32_t kindOf<ztCAD_Triangle> = ztCAD_ElementTriangle;
 template <>
-constexpr std::int32_t kindOf<ztCAD_TmplTriangle> = ztCAD_ElementTmplTriangle;
+inline constexpr std::int32_t kindOf<ztCAD_TmplTriangle> = ztCAD_ElementTmplTriangle;
 template <>
-constexpr std::int32_t kindOf<ztCAD_TriangleRef> = ztCAD_ElementTriangleRef;
+inline constexpr std::int32_t kindOf<ztCAD_TriangleRef> = ztCAD_ElementTriangleRef;
 template <>
-constexpr std::int32_t kindOf<ztCAD_Sphere> = ztCAD_ElementSphere;
+inline constexpr std::int32_t kindOf<ztCAD_Sphere> = ztCAD_ElementSphere;
 
 // -------------------------------------------------------------------------------- depth
 
 /// How many levels of XML elements an element takes: lines and solids have lists as children. A detail counts as deep as it
 /// may become where it lies.
 template <typename Element>
-constexpr int levelsOf = 1;
+inline constexpr int levelsOf = 1;
 template <>
-constexpr int levelsOf<ztCAD_Line> = 2;
+inline constexpr int levelsOf<ztCAD_Line> = 2;
 template <>
-constexpr int levelsOf<ztCAD_Triangle> = 2;
+inline constexpr int levelsOf<ztCAD_Triangle> = 2;
 template <>
-constexpr int levelsOf<ztCAD_Detail> = 3;
+inline constexpr int levelsOf<ztCAD_Detail> = 3;
 
 // -------------------------------------------------------------------------------- from the number to the class
 
