@@ -1,5 +1,6 @@
 #pragma once
 
+/// @file
 /// Everything that a host needs: the exported functions and the classes that they work on.
 
 #include "api/contents.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+/// @file
 /// Everything that a host in C needs, and a host in C++ that was built by another compiler than the library: functions
 /// that take and give numbers, addresses and zero-terminated text, and nothing else. C11.
 

@@ -6,13 +6,14 @@
 #include "c/counted_contents.h"
 #include "c/fields.h"
 
+/// @file
 /// The containers of documents. Functions that add and remove stand in c/contents.h, those that count in
 /// c/counted_contents.h.
 
 extern "C" {
 
-/// The document's own containers, null for a null document. They live as long as the document; loading
-/// replaces what is in them.
+/// A document's own container, null for a null document. It lives as long as the document; loading replaces what is in it.
+/// @{
 ZTCAD_API ztCAD_Cont<ztCAD_Structure>* ztCAD_getStructures(ztCAD_GMDDocument* document);
 ZTCAD_API ztCAD_Cont<ztCAD_StructureRef>* ztCAD_getStructuresRef(ztCAD_GMDDocument* document);
 ZTCAD_API ztCAD_Cont<ztCAD_TmplStructure>* ztCAD_getTmplStructures(ztCAD_GMDDocument* document);
@@ -32,4 +33,5 @@ ZTCAD_API ztCAD_Cont<ztCAD_TmplElementMIP>* ztCAD_getTmplElementMips(ztCAD_GMDDo
 ZTCAD_API ztCAD_Cont<ztCAD_ElementMipRef>* ztCAD_getElementMipsRef(ztCAD_GMDDocument* document);
 ZTCAD_API ztCAD_Cont<ztCAD_TmplTriangle>* ztCAD_getTmplTriangles(ztCAD_GMDDocument* document);
 ZTCAD_API ztCAD_Cont<ztCAD_TriangleRef>* ztCAD_getTrianglesRef(ztCAD_GMDDocument* document);
+/// @}
 }

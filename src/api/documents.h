@@ -6,6 +6,7 @@
 #include "../core/document/document.h"
 #include "c/documents.h"
 
+/// @file
 /// Documents with texts as `std::string`; everything else, and what holds for all, stands in c/documents.h.
 
 extern "C" {

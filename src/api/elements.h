@@ -6,12 +6,13 @@
 #include "../structure/structure.h"
 #include "c/elements.h"
 
+/// @file
 /// Elements, templates and references with names as `std::string`, and their properties from records. What each function
 /// does, and what holds for all, stands in c/elements.h, under the same name with `_nostl` behind it.
 
 extern "C" {
 
-/// @name Elements by a `std::string`
+/// An element by a `std::string`; as its twin with `_nostl` behind the name.
 /// @{
 ZTCAD_API ztCAD_Point* crtPoint(const std::string& name, const ztCAD_Coord* center, bool& nameIsFree);
 ZTCAD_API ztCAD_Sphere* crtSphere(const std::string& name, const ztCAD_Coord* center, double radius,
@@ -22,7 +23,7 @@ ZTCAD_API ztCAD_ElementMIP* crtMipElement(const std::string& name, const ztCAD_M
 ZTCAD_API ztCAD_Structure* crtStructure(const std::string& name, const ztCAD_LCS* lcs, bool& nameIsFree);
 /// @}
 
-/// @name Templates by a `std::string`
+/// A template by a `std::string`; as its twin with `_nostl` behind the name.
 /// @{
 ZTCAD_API ztCAD_TmplPoint* crtTmplPoint(const std::string& name, const ztCAD_commonPoint* source,
                                         bool& nameIsFree);
@@ -35,7 +36,7 @@ ZTCAD_API ztCAD_TmplStructure* crtTmplStructure(const std::string& name, const z
                                                 bool& nameIsFree);
 /// @}
 
-/// @name References by a `std::string`
+/// A reference by a `std::string`; as its twin with `_nostl` behind the name.
 /// @{
 ZTCAD_API ztCAD_PointRef* crtPointRef(const std::string& name, const ztCAD_LCS* lcs,
                                       const ztCAD_TmplPoint* source, bool& nameIsFree);
@@ -52,9 +53,8 @@ ZTCAD_API ztCAD_DetailRef* crtDetailRef(const std::string& name, const ztCAD_LCS
 /// @}
 }
 
-/// @name Properties by a record
-/// Each replaces comment, inform, colour and visibility of the element (of a mass-inertia element: comment and inform), and
-/// its coordinate system where the record has one. The name stays. A null element: nothing happens.
+/// Replaces comment, inform, colour and visibility of the element (of a mass-inertia element: comment and inform), and its
+/// coordinate system where the record has one. The name stays. A null element: nothing happens.
 /// @{
 ZTCAD_API void setCommonProperty(const CommonProperty& record, ztCAD_Point* element);
 ZTCAD_API void setCommonProperty(const CommonProperty& record, ztCAD_Line* element);

@@ -4,6 +4,7 @@
 
 #include "c/names.h"
 
+/// @file
 /// Names of elements, as `std::string`.
 
 extern "C" {

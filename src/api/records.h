@@ -11,6 +11,7 @@
 #include "../property/display.h"
 #include "c/records.h"
 
+/// @file
 /// Records and lists from containers of the standard library; everything else, and what holds for all, stands in
 /// c/records.h.
 

@@ -6,6 +6,9 @@
 
 #include "../support/export.h"
 
+/// @file
+/// Kinds of elements, and the containers that hold them.
+
 /// Marks the kind of an element class by a number.
 template <int Kind>
 class ZTCAD_TEMPLATE_API ztCAD_cmnSelector2 {
@@ -20,18 +23,18 @@ class ZTCAD_TEMPLATE_API ztCAD_cmnSelector2 {
 
 /// The kinds that exist. Spheres and references have none.
 enum ztCAD_Kind : int {
-  ztCAD_KindDetail = 1,
-  ztCAD_KindTmplDetail = 2,
-  ztCAD_KindStructure = 3,
-  ztCAD_KindTmplStructure = 4,
-  ztCAD_KindPoint = 10,
-  ztCAD_KindTmplPoint = 11,
-  ztCAD_KindLine = 13,
-  ztCAD_KindTmplLine = 14,
-  ztCAD_KindElementMIP = 16,
-  ztCAD_KindTmplElementMIP = 17,
-  ztCAD_KindTriangle = 19,
-  ztCAD_KindTmplTriangle = 20,
+  ztCAD_KindDetail = 1,           ///< `ztCAD_Detail`, a rigid part
+  ztCAD_KindTmplDetail = 2,       ///< `ztCAD_TmplDetail`
+  ztCAD_KindStructure = 3,        ///< `ztCAD_Structure`, a placed group
+  ztCAD_KindTmplStructure = 4,    ///< `ztCAD_TmplStructure`
+  ztCAD_KindPoint = 10,           ///< `ztCAD_Point`
+  ztCAD_KindTmplPoint = 11,       ///< `ztCAD_TmplPoint`
+  ztCAD_KindLine = 13,            ///< `ztCAD_Line`, a polyline
+  ztCAD_KindTmplLine = 14,        ///< `ztCAD_TmplLine`
+  ztCAD_KindElementMIP = 16,      ///< `ztCAD_ElementMIP`, a mass-inertia element
+  ztCAD_KindTmplElementMIP = 17,  ///< `ztCAD_TmplElementMIP`
+  ztCAD_KindTriangle = 19,        ///< `ztCAD_Triangle`, a triangulated solid
+  ztCAD_KindTmplTriangle = 20,    ///< `ztCAD_TmplTriangle`
 };
 
 /// The elements of one kind, in the order in which they were added. Elements are held by value: adding stores
@@ -40,9 +43,12 @@ enum ztCAD_Kind : int {
 template <typename T, int = 1, int = 1, template <typename...> class List = std::list>
 class ZTCAD_TEMPLATE_API ztCAD_Cont {
  public:
+  /// What a range tells of itself, by the names of the standard library.
+  /// @{
   using value_type = T;
   using iterator = typename List<T>::iterator;
   using const_iterator = typename List<T>::const_iterator;
+  /// @}
 
   ztCAD_Cont() = default;
   ztCAD_Cont(const ztCAD_Cont&) = default;
@@ -70,23 +76,35 @@ class ZTCAD_TEMPLATE_API ztCAD_Cont {
     return false;
   }
 
+  /// Removes the element at `position`, which is not the end.
+  /// @return the place of the one behind it
   iterator erase(iterator position) { return m_elements.erase(position); }
 
+  /// Removes all elements; their addresses are good no more.
   void clear() { m_elements.clear(); }
 
   /// Exchanges the contents; addresses of stored elements stay good.
   void swap(ztCAD_Cont& other) noexcept { m_elements.swap(other.m_elements); }
 
+  /// Number of elements.
   std::size_t size() const { return m_elements.size(); }
+  /// Whether there is none.
   bool empty() const { return m_elements.empty(); }
+  /// The range, in the order in which elements were added.
+  /// @{
   iterator begin() { return m_elements.begin(); }
   iterator end() { return m_elements.end(); }
   const_iterator begin() const { return m_elements.begin(); }
   const_iterator end() const { return m_elements.end(); }
+  /// @}
+
+  /// The first and the last element; not to be asked of an empty container.
+  /// @{
   T& front() { return m_elements.front(); }
   T& back() { return m_elements.back(); }
   const T& front() const { return m_elements.front(); }
   const T& back() const { return m_elements.back(); }
+  /// @}
 
  private:
   template <typename Element>

@@ -6,6 +6,11 @@
 
 class QDomDocument;
 class QDomElement;
+
+/// @file
+/// What all objects of a document have in common: they are told as text, written and read.
+
+/// What the rooms of the library offer each other: not exported, and no promise to hosts.
 namespace ztcad {
 class ElementSink;
 class ElementView;
@@ -18,6 +23,7 @@ class ZTCAD_API ztCAD_ISerialize {
 
   /// Appends the object's text to `out` and returns `out`.
   ///
+  /// @param out       text that grows at its end
   /// @param debugForm false: the storage form, the compact text that stands in attribute values and text
   ///                  nodes of a file; true: the form for people. Classes that have one form only ignore it.
   virtual QString& toText(QString& out, bool debugForm) const = 0;
@@ -39,6 +45,7 @@ class ZTCAD_API ztCAD_INode {
 
   /// Appends the object's element to `parent` (a property class: sets its attributes on `parent`).
   ///
+  /// @param parent   the element around; stays the caller's
   /// @param document the document that `parent` belongs to; makes the new nodes
   /// @return `parent`
   virtual QDomElement& writeXml(QDomElement& parent, QDomDocument& document) const;
@@ -51,8 +58,10 @@ class ZTCAD_API ztCAD_INode {
 
   /// The same two through any carrier of XML. Here each class describes itself, once; hosts call the two
   /// above.
+  /// @{
   virtual void write(ztcad::ElementSink& parent) const = 0;
   virtual bool read(const ztcad::ElementView& element, bool& fault) = 0;
+  /// @}
 
  protected:
   ztCAD_INode() = default;
@@ -66,6 +75,8 @@ class ZTCAD_API ztCAD_IBaseChecker {
  public:
   virtual ~ztCAD_IBaseChecker();
 
+  /// Examines `element`, the object's own element.
+  ///
   /// @param fault output, false after the call
   /// @return true when the element holds what the object needs
   virtual bool readAndCheck(const ztcad::ElementView& element, bool& fault) = 0;
@@ -85,6 +96,7 @@ class ZTCAD_API ztCAD_StateCorrect {
   bool readOk() const { return m_readOk; }
   /// Whether the object was read at all: tells "read and found wrong" from "built by a host".
   bool wasRead() const { return m_wasRead; }
+  /// Keeps the outcome of a read; from now on the object counts as read.
   void setReadOk(bool readOk);
 
  protected:

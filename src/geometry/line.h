@@ -4,6 +4,9 @@
 #include "../property/base.h"
 #include "vertices.h"
 
+/// @file
+/// Polylines.
+
 /// A polyline: vertices joined in their order. What lines and template lines have in common.
 ///
 /// One XML element with the child "vertices". A polyline of fewer than two vertices is none the less one.
@@ -15,8 +18,11 @@ class ZTCAD_API ztCAD_commonLine : public ztCAD_Base,
                                    public ztCAD_StateCorrect,
                                    public ztCAD_INameLCS_Selector {
  public:
+  /// The line's own list, which stays good as long as the line; setting copies into it.
+  /// @{
   const ztCAD_Vertices& vertices() const { return m_vertices; }
   void setVertices(const ztCAD_Vertices& vertices) { m_vertices = vertices; }
+  /// @}
 
   /// "polyline(method=pointXYZprop=...);" with the property block and the vertices in the form that is asked
   /// for.
@@ -32,6 +38,8 @@ class ZTCAD_API ztCAD_commonLine : public ztCAD_Base,
 
  protected:
   ztCAD_commonLine() = default;
+  /// Through copies of these vertices.
+  /// @param nameIsFree output, always true
   ztCAD_commonLine(const QString& name, const ztCAD_Vertices& vertices, bool& nameIsFree);
 
  private:
@@ -41,7 +49,9 @@ class ZTCAD_API ztCAD_commonLine : public ztCAD_Base,
 /// A polyline of a document, of a structure or of a detail.
 class ZTCAD_API ztCAD_Line : public ztCAD_commonLine, public ztCAD_cmnSelector2<ztCAD_KindLine> {
  public:
+  /// No name, no vertices.
   ztCAD_Line() = default;
+  /// Through copies of these vertices.
   /// @param nameIsFree output, always true
   ztCAD_Line(const QString& name, const ztCAD_Vertices& vertices, bool& nameIsFree)
       : ztCAD_commonLine(name, vertices, nameIsFree) {}
@@ -53,6 +63,7 @@ class ZTCAD_API ztCAD_Line : public ztCAD_commonLine, public ztCAD_cmnSelector2<
 /// A polyline kept as a template.
 class ZTCAD_API ztCAD_TmplLine : public ztCAD_commonLine, public ztCAD_cmnSelector2<ztCAD_KindTmplLine> {
  public:
+  /// No name, no vertices.
   ztCAD_TmplLine() = default;
   /// The vertices of `source` under a new name. Only the geometry is taken over, not the property block: a
   /// template point takes both, a template line and a template solid do not.

@@ -7,6 +7,9 @@
 #include "../property/base.h"
 #include "mip.h"
 
+/// @file
+/// Mass-inertia elements.
+
 /// A mass-inertia record as an element of its own: what instances and templates have in common.
 ///
 /// An element without a record is not written at all.
@@ -17,7 +20,9 @@ class ZTCAD_API ztCAD_commonElementMIP : public ztCAD_Base,
                                          public ztCAD_StateCorrect,
                                          public ztCAD_INameLCS_Selector {
  public:
+  /// Whether there is a record.
   bool hasMIP() const { return m_hasMip; }
+  /// A copy of the record; nothing where there is none.
   std::optional<ztCAD_MIP> record() const { return m_hasMip ? std::optional(m_record) : std::nullopt; }
   /// Nothing takes the record away. One that is not complete could not be written and is refused: nothing changes.
   void setRecord(const std::optional<ztCAD_MIP>& record);
@@ -34,7 +39,9 @@ class ZTCAD_API ztCAD_commonElementMIP : public ztCAD_Base,
   bool passesCheck() const { return wasRead() ? readOk() : m_hasMip; }
 
  protected:
+  /// No name, no record, the method "MIP".
   ztCAD_commonElementMIP();
+  /// With a copy of `record`; without one where that is not complete.
   /// @param name UTF-8, else windows-1251
   ztCAD_commonElementMIP(const std::string& name, const ztCAD_MIP& record);
 
@@ -47,7 +54,10 @@ class ZTCAD_API ztCAD_commonElementMIP : public ztCAD_Base,
 class ZTCAD_API ztCAD_ElementMIP : public ztCAD_commonElementMIP,
                                    public ztCAD_cmnSelector2<ztCAD_KindElementMIP> {
  public:
+  /// No name, no record.
   ztCAD_ElementMIP() = default;
+  /// With a copy of `record`; without one where that is not complete.
+  /// @param name UTF-8, else windows-1251
   ztCAD_ElementMIP(const std::string& name, const ztCAD_MIP& record) : ztCAD_commonElementMIP(name, record) {}
 
   QString lcsWord() const override;
@@ -58,7 +68,10 @@ class ZTCAD_API ztCAD_ElementMIP : public ztCAD_commonElementMIP,
 class ZTCAD_API ztCAD_TmplElementMIP : public ztCAD_commonElementMIP,
                                        public ztCAD_cmnSelector2<ztCAD_KindTmplElementMIP> {
  public:
+  /// No name, no record.
   ztCAD_TmplElementMIP() = default;
+  /// With a copy of `record`; without one where that is not complete.
+  /// @param name UTF-8, else windows-1251
   ztCAD_TmplElementMIP(const std::string& name, const ztCAD_MIP& record)
       : ztCAD_commonElementMIP(name, record) {}
 

@@ -5,10 +5,15 @@
 #include "../property/base.h"
 #include "mip.h"
 
+/// @file
+/// What all solids have in common.
+
 /// The mass-inertia data that a solid may carry.
 class ZTCAD_API ztCAD_cmnSolid {
  public:
+  /// Whether there is mass-inertia data.
   bool hasMIP() const { return m_hasMip; }
+  /// A copy of the data; nothing where there is none.
   std::optional<ztCAD_MIP> mip() const { return m_hasMip ? std::optional(m_mip) : std::nullopt; }
   /// Marks the data present and copies the record. One that is not complete could not be written and is
   /// refused: nothing changes.
@@ -25,6 +30,7 @@ class ZTCAD_API ztCAD_cmnSolid {
   /// Takes the attribute when it is there and parses; otherwise the data stays as it was, and that is no
   /// failure.
   void readMip(const ztcad::ElementView& element);
+  /// Appends the record's text; nothing when there is no data.
   void appendMipText(QString& out, bool debugForm) const;
 
  private:
@@ -46,5 +52,7 @@ class ZTCAD_API ztCAD_Solid : public ztCAD_Base,
 
  protected:
   ztCAD_Solid() = default;
+  /// Gives the name.
+  /// @param nameIsFree output, always true
   ztCAD_Solid(const QString& name, bool& nameIsFree) : ztCAD_Base(name, nameIsFree) {}
 };

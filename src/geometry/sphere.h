@@ -5,19 +5,32 @@
 #include "coordinate.h"
 #include "solid.h"
 
+/// @file
+/// Spheres.
+
 /// A solid given by a centre and a radius. There is no template of it.
 class ZTCAD_API ztCAD_Sphere : public ztCAD_Solid, public ztCAD_INameLCS_Selector {
  public:
   /// No centre, no radius.
   ztCAD_Sphere() = default;
+  /// A sphere around `center`.
+  /// @param radius in the document's length unit, any real; the file stores only that there is one
   /// @param nameIsFree output, always true
   ztCAD_Sphere(const QString& name, const ztCAD_Coord& center, double radius, bool& nameIsFree);
 
+  /// The centre; not valid where there is none.
+  /// @{
   const ztCAD_Coord& center() const { return m_center; }
   void setCenter(const ztCAD_Coord& center) { m_center = center; }
+  /// @}
+
+  /// Whether there is a radius.
   bool hasRadius() const { return m_hasRadius; }
+  /// The radius in the document's length unit; nothing where there is none.
+  /// @{
   std::optional<double> radius() const { return m_hasRadius ? std::optional(m_radius) : std::nullopt; }
   void setRadius(std::optional<double> radius);
+  /// @}
 
   /// For people: method, property block, mass-inertia data, centre, and 1 or 0 for whether there is a radius.
   /// There is no storage form.

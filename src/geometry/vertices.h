@@ -6,14 +6,21 @@
 #include "../property/base.h"
 #include "coordinate.h"
 
+/// @file
+/// Lists of vertices.
+
 /// A list of vertices, stored flat: x, y, z of the first, x, y, z of the second, and so on.
 ///
 /// It has a property block like every named object, but copies and texts concern the coordinates alone.
 class ZTCAD_API ztCAD_Vertices : public ztCAD_Base, private ztCAD_ISerialize {
  public:
+  /// Empty.
   ztCAD_Vertices() = default;
+  /// Copies the coordinates; the property block is a new one, or stays as it was.
+  /// @{
   ztCAD_Vertices(const ztCAD_Vertices& other);
   ztCAD_Vertices& operator=(const ztCAD_Vertices& other);
+  /// @}
 
   /// 3 * n reals, x y z interleaved, in the document's length unit.
   const std::vector<double>& coordinates() const { return m_coordinates; }
@@ -25,6 +32,7 @@ class ZTCAD_API ztCAD_Vertices : public ztCAD_Base, private ztCAD_ISerialize {
   /// Appends `count` vertices of a flat array of `count` * 3 reals, which may be this list's own. Without memory the list
   /// stays as it was.
   void add(const double* xyz, std::size_t count);
+  /// Empties the list.
   void clear() { m_coordinates.clear(); }
 
   /// Storage form: a line feed, then "0, 0, 0;" and a line feed for each vertex. For people the same lines as

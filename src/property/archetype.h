@@ -2,6 +2,9 @@
 
 #include "../core/node.h"
 
+/// @file
+/// What a reference stands for.
+
 /// What a reference stands for: the name of a template, and the file that the template is in (empty: this
 /// document).
 class ZTCAD_API ztCAD_gArche : public ztCAD_INode, private ztCAD_ISerialize {
@@ -9,10 +12,16 @@ class ZTCAD_API ztCAD_gArche : public ztCAD_INode, private ztCAD_ISerialize {
   ztCAD_gArche() = default;
 
   /// Name of the template; the attribute "template".
+  /// @{
   const QString& templateName() const { return m_templateName; }
   void setTemplateName(const QString& name) { m_templateName = name; }
+  /// @}
+
+  /// The file that the template is in, empty: this document; the attribute "file".
+  /// @{
   const QString& file() const { return m_file; }
   void setFile(const QString& file) { m_file = file; }
+  /// @}
 
   /// "arche(template=T, file=)"
   QString& toText(QString& out, bool debugForm) const override;

@@ -2,6 +2,9 @@
 
 #include "../core/node.h"
 
+/// @file
+/// What an element is called, and what is said about it.
+
 /// The descriptive attributes of an element: "name", "comment" and "inform".
 ///
 /// All three are written, empty or not. Reading takes what is there and fails only where "name" is missing:
@@ -11,14 +14,27 @@ class ZTCAD_API ztCAD_gAttr : public ztCAD_ISerialize,
                               public ztCAD_IBaseChecker,
                               public ztCAD_StateCorrect {
  public:
+  /// Three empty texts; sound before any read.
   ztCAD_gAttr() : ztCAD_StateCorrect(true) {}
 
+  /// By which references and people know the element. Kept as given, duplicates included, until the document is saved or
+  /// loaded.
+  /// @{
   const QString& name() const { return m_name; }
   void setName(const QString& name) { m_name = name; }
+  /// @}
+
+  /// Free text about the element.
+  /// @{
   const QString& inform() const { return m_inform; }
   void setInform(const QString& inform) { m_inform = inform; }
+  /// @}
+
+  /// Free text about the element, too.
+  /// @{
   const QString& comment() const { return m_comment; }
   void setComment(const QString& comment) { m_comment = comment; }
+  /// @}
 
   /// "(name=P1, comment=, inform=)"
   QString& toText(QString& out, bool debugForm) const override;

@@ -3,6 +3,9 @@
 #include "method.h"
 #include "property_block.h"
 
+/// @file
+/// The roots of all elements: name, properties, display method.
+
 /// Common root of elements, structures, details and references: all of them are named and carry the property
 /// block.
 class ZTCAD_API ztCAD_Base {
@@ -12,12 +15,18 @@ class ZTCAD_API ztCAD_Base {
   /// Whether `address` is this very object; how containers find what they are to remove.
   virtual bool isSame(const void* address) const { return address == this; }
 
+  /// Description, colour, visibility and perhaps a coordinate system. The reference stays good as long as the object.
+  /// @{
   const ztCAD_cmnProperty& property() const { return m_property; }
   ztCAD_cmnProperty& property() { return m_property; }
   void setProperty(const ztCAD_cmnProperty& property) { m_property = property; }
+  /// @}
 
+  /// The name, which lies in the property block: `property().attributes().name()`.
+  /// @{
   const QString& name() const { return m_property.attributes().name(); }
   void setName(const QString& name) { m_property.attributes().setName(name); }
+  /// @}
 
  protected:
   ztCAD_Base() = default;
@@ -36,13 +45,17 @@ class ZTCAD_API ztCAD_baseElement {
  public:
   virtual ~ztCAD_baseElement();
 
+  /// How the element is to be made or shown. The reference stays good as long as the element.
+  /// @{
   const ztCAD_gMethod& method() const { return m_method; }
   ztCAD_gMethod& method() { return m_method; }
   void setMethod(const ztCAD_gMethod& method) { m_method = method; }
+  /// @}
 
  protected:
   /// An empty method.
   ztCAD_baseElement() = default;
+  /// With this word as its method.
   explicit ztCAD_baseElement(const QString& method) : m_method(method) {}
   ztCAD_baseElement(const ztCAD_baseElement&) = default;
   ztCAD_baseElement& operator=(const ztCAD_baseElement&) = default;

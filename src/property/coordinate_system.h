@@ -4,6 +4,9 @@
 
 #include "../core/node.h"
 
+/// @file
+/// Coordinate systems.
+
 /// A coordinate system: twelve reals, kept as an ordered list whose meaning the library does not interpret
 /// (by custom the origin, then the three axes), or no values at all.
 ///
@@ -11,18 +14,27 @@
 /// text is "CS" and the values, six significant digits each, or empty.
 class ZTCAD_API ztCAD_LCS : public ztCAD_ISerialize, private ztCAD_INode {
  public:
+  /// How many values are read; systems of another count can be made and written.
   static constexpr int valueCount = 12;
   /// Two values are equal when they differ by less than this.
   static constexpr double tolerance = 1e-08;
 
   /// No values, local.
   ztCAD_LCS() = default;
+  /// These values as they are, whatever their count.
   ztCAD_LCS(bool isLocal, const std::vector<double>& values) : m_values(values), m_isLocal(isLocal) {}
 
+  /// The values in their order; empty for a system without.
+  /// @{
   const std::vector<double>& values() const { return m_values; }
   void setValues(const std::vector<double>& values) { m_values = values; }
+  /// @}
+
+  /// Which attribute carries it: true "LCS", false "MCS".
+  /// @{
   bool isLocal() const { return m_isLocal; }
   void setIsLocal(bool isLocal) { m_isLocal = isLocal; }
+  /// @}
 
   /// The attribute's text: "CS, 0, 0, 0, 1, ..." or nothing.
   QString& toText(QString& out, bool debugForm) const override;

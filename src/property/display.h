@@ -5,21 +5,31 @@
 
 #include "../core/node.h"
 
+/// @file
+/// How an element is to be shown: colour and visibility.
+
 /// A colour, or none. Components are kept as given: any 32-bit value, nothing is clamped to 255.
 class ZTCAD_API ztCAD_Color : public ztCAD_ISerialize, private ztCAD_INode {
  public:
   ztCAD_Color() = default;
+  /// That colour.
   ztCAD_Color(std::uint32_t red, std::uint32_t green, std::uint32_t blue)
       : m_isSet(true), m_red(red), m_green(green), m_blue(blue) {}
 
+  /// Whether there is a colour.
   bool isSet() const { return m_isSet; }
   /// The components; 0 while no colour is set.
+  /// @{
   std::uint32_t red() const { return m_red; }
   std::uint32_t green() const { return m_green; }
   std::uint32_t blue() const { return m_blue; }
+  /// @}
+
+  /// Makes it that colour.
   void set(std::uint32_t red, std::uint32_t green, std::uint32_t blue) {
     *this = ztCAD_Color(red, green, blue);
   }
+  /// Makes it no colour.
   void unset() { *this = ztCAD_Color(); }
 
   /// "RGB, 255, 128, 0"; nothing when unset.
@@ -44,11 +54,16 @@ class ZTCAD_API ztCAD_Color : public ztCAD_ISerialize, private ztCAD_INode {
 class ZTCAD_API ztCAD_Visible : public ztCAD_INode, private ztCAD_ISerialize {
  public:
   ztCAD_Visible() = default;
+  /// To be shown, or to be hidden.
   explicit ztCAD_Visible(bool visible) : m_isSet(true), m_value(visible) {}
 
+  /// Whether there is a word about it.
   bool isSet() const { return m_isSet; }
+  /// True: shown, false: hidden; nothing: no word about it.
+  /// @{
   std::optional<bool> value() const { return m_isSet ? std::optional(m_value) : std::nullopt; }
   void setValue(std::optional<bool> visible) { *this = visible ? ztCAD_Visible(*visible) : ztCAD_Visible(); }
+  /// @}
 
   /// "visible=truetrue" or "visible=falsefalse", nothing when unset. The word stands there twice; programs
   /// that read these texts know it so.
@@ -68,10 +83,17 @@ class ZTCAD_API ztCAD_gShowable : public ztCAD_INode, private ztCAD_ISerialize {
  public:
   ztCAD_gShowable() = default;
 
+  /// The colour, which may be unset.
+  /// @{
   const ztCAD_Color& color() const { return m_color; }
   void setColor(const ztCAD_Color& color) { m_color = color; }
+  /// @}
+
+  /// The visibility, which may be unset.
+  /// @{
   const ztCAD_Visible& visible() const { return m_visible; }
   void setVisible(const ztCAD_Visible& visible) { m_visible = visible; }
+  /// @}
 
   /// "color=RGB, 255, 0, 0visible=visible=truetrue", run together as programs know it.
   QString& toText(QString& out, bool debugForm) const override;

@@ -7,23 +7,38 @@
 #include "coordinate_system.h"
 #include "display.h"
 
+/// @file
+/// What every named element carries.
+
 /// What every named element carries: descriptive attributes, colour, visibility and perhaps a coordinate
 /// system, all of them XML attributes on the element itself. Copies are deep.
 class ZTCAD_API ztCAD_cmnProperty : public ztCAD_INode, private ztCAD_ISerialize, public ztCAD_StateCorrect {
  public:
   ztCAD_cmnProperty() = default;
+  /// Copies the coordinate system too, where there is one.
+  /// @{
   ztCAD_cmnProperty(const ztCAD_cmnProperty& other);
   ztCAD_cmnProperty& operator=(const ztCAD_cmnProperty& other);
+  /// @}
   ~ztCAD_cmnProperty() override;
 
+  /// Name, comment and inform. The reference stays good as long as the block.
+  /// @{
   const ztCAD_gAttr& attributes() const { return m_attributes; }
   ztCAD_gAttr& attributes() { return m_attributes; }
   void setAttributes(const ztCAD_gAttr& attributes) { m_attributes = attributes; }
+  /// @}
+
+  /// Colour and visibility. The reference stays good as long as the block.
+  /// @{
   const ztCAD_gShowable& showable() const { return m_showable; }
   ztCAD_gShowable& showable() { return m_showable; }
   void setShowable(const ztCAD_gShowable& showable) { m_showable = showable; }
+  /// @}
 
+  /// Whether there is a coordinate system, be it one without values.
   bool hasLCS() const { return m_lcs != nullptr; }
+  /// A copy of the coordinate system; nothing where there is none.
   std::optional<ztCAD_LCS> lcs() const { return m_lcs ? std::optional(*m_lcs) : std::nullopt; }
   /// Nothing: the element has no coordinate system from now on.
   void setLcs(const std::optional<ztCAD_LCS>& lcs);

@@ -11,12 +11,15 @@
 #include "../geometry/triangle.h"
 #include "../property/base.h"
 
+/// @file
+/// Details: rigid parts.
+
 /// The geometry of a detail.
 struct ZTCAD_API ztCAD_DetailContent {
-  ztCAD_Cont<ztCAD_Point> points;
-  ztCAD_Cont<ztCAD_Sphere> spheres;
-  ztCAD_Cont<ztCAD_Triangle> triangles;
-  ztCAD_Cont<ztCAD_Line> lines;
+  ztCAD_Cont<ztCAD_Point> points;            ///< written first
+  ztCAD_Cont<ztCAD_Sphere> spheres;          ///< written as "solid", as those below
+  ztCAD_Cont<ztCAD_Triangle> triangles;      ///< solids given by vertices and facets
+  ztCAD_Cont<ztCAD_Line> lines;              ///< polylines, written last
   ztCAD_Cont<ztCAD_empty_stub_class> stubs;  ///< for kinds that a detail does not hold; always empty
 };
 
@@ -29,12 +32,17 @@ class ZTCAD_API ztCAD_cmnDetail : public ztCAD_Base,
                                   public ztCAD_StateCorrect,
                                   public ztCAD_INameLCS_Selector {
  public:
+  /// The geometry. The reference stays good as long as the detail, through reading and assigning too.
+  /// @{
   ztCAD_DetailContent& content() { return *m_content; }
   const ztCAD_DetailContent& content() const { return *m_content; }
+  /// @}
 
+  /// Whether there is mass-inertia data.
   bool hasMIP() const { return m_hasMip; }
+  /// A copy of the data; nothing where there is none.
   std::optional<ztCAD_MIP> mip() const { return m_hasMip ? std::optional(m_mip) : std::nullopt; }
-  /// A record that is not complete is refused: nothing changes.
+  /// Marks the data present and copies the record. One that is not complete is refused: nothing changes.
   void setMip(const ztCAD_MIP& mip);
 
   /// "detail(prop=...)": element name and property block.
@@ -54,9 +62,13 @@ class ZTCAD_API ztCAD_cmnDetail : public ztCAD_Base,
   bool passesCheck() const { return readOk(); }
 
  protected:
+  /// No name, no geometry, no mass-inertia data.
   ztCAD_cmnDetail();
+  /// Copies everything, how `other` was read included.
+  /// @{
   ztCAD_cmnDetail(const ztCAD_cmnDetail& other);
   ztCAD_cmnDetail& operator=(const ztCAD_cmnDetail& other);
+  /// @}
   ~ztCAD_cmnDetail() override;
 
  private:

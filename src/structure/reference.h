@@ -13,6 +13,9 @@
 class ZTCAD_API
     ztCAD_TmplStructure;  // exported here already, or its references would stay inside the library
 
+/// @file
+/// References: placed templates.
+
 /// Places a template without copying it: a name and properties of its own, a coordinate system that says
 /// where, and the name of the template. The template itself is not looked up; whoever needs it finds it by
 /// that name.
@@ -21,10 +24,13 @@ class ZTCAD_API
 template <typename Template>
 class ZTCAD_API ztCAD_commonRef : public ztCAD_Base, public ztCAD_INode, public ztCAD_ISerialize {
  public:
+  /// Where the template is placed: a model system.
   const ztCAD_LCS& lcs() const { return m_lcs; }
-  /// Made a model system, whatever it was.
+  /// Places it there; `lcs` is made a model system, whatever it was.
   void setLcs(const ztCAD_LCS& lcs);
+  /// What is placed: name and file of the template. The reference stays good as long as the object.
   const ztCAD_gArche& archetype() const { return *m_archetype; }
+  /// The same, to be changed: what it says then is what is placed.
   ztCAD_gArche& archetype() { return *m_archetype; }
 
   /// The tag of the reference's XML element, which also opens its text.
@@ -32,14 +38,21 @@ class ZTCAD_API ztCAD_commonRef : public ztCAD_Base, public ztCAD_INode, public 
 
   /// "pointRef( MCS=(CS, ...), attr=..., arche(template=..., file=...)"
   QString& toText(QString& out, bool debugForm) const override;
+  /// One element without children: placement, properties, and what is placed.
   void write(ztcad::ElementSink& parent) const override;
   /// Always true. Without a readable "MCS" the placement stays as it was; "LCS" is no placement.
   bool read(const ztcad::ElementView& element, bool& fault) override;
 
  protected:
+  /// No name, no template, a placement without values.
   ztCAD_commonRef();
+  /// Places `source` by its name.
+  /// @param lcs        where; made a model system, whatever it is
+  /// @param nameIsFree output, always true, also for the second of two references of one name
   ztCAD_commonRef(const QString& name, const ztCAD_LCS& lcs, const Template& source, bool& nameIsFree);
+  /// Copies everything: placement, properties and what is placed.
   ztCAD_commonRef(const ztCAD_commonRef& other);
+  /// The same, in place of what was there.
   ztCAD_commonRef& operator=(const ztCAD_commonRef& other);
   ~ztCAD_commonRef() override;
 
@@ -57,11 +70,14 @@ extern template class ztCAD_commonRef<ztCAD_TmplDetail>;
 extern template class ztCAD_commonRef<ztCAD_TmplStructure>;
 #endif
 
-/// A placed template point. For all six kinds: @param nameIsFree output, always true, also for the second of
-/// two references of one name.
+/// A placed template point.
 class ZTCAD_API ztCAD_PointRef : public ztCAD_commonRef<ztCAD_TmplPoint> {
  public:
+  /// No name, no template, a placement without values.
   ztCAD_PointRef() = default;
+  /// Places `source` by its name.
+  /// @param lcs        where; made a model system, whatever it is
+  /// @param nameIsFree output, always true, also for the second of two references of one name
   ztCAD_PointRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplPoint& source, bool& nameIsFree)
       : ztCAD_commonRef(name, lcs, source, nameIsFree) {}
   QString elementName() const override;
@@ -70,7 +86,11 @@ class ZTCAD_API ztCAD_PointRef : public ztCAD_commonRef<ztCAD_TmplPoint> {
 /// A placed template line.
 class ZTCAD_API ztCAD_LineRef : public ztCAD_commonRef<ztCAD_TmplLine> {
  public:
+  /// No name, no template, a placement without values.
   ztCAD_LineRef() = default;
+  /// Places `source` by its name.
+  /// @param lcs        where; made a model system, whatever it is
+  /// @param nameIsFree output, always true, also for the second of two references of one name
   ztCAD_LineRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplLine& source, bool& nameIsFree)
       : ztCAD_commonRef(name, lcs, source, nameIsFree) {}
   QString elementName() const override;
@@ -79,7 +99,11 @@ class ZTCAD_API ztCAD_LineRef : public ztCAD_commonRef<ztCAD_TmplLine> {
 /// A placed template solid; in a file it is a "solidRef".
 class ZTCAD_API ztCAD_TriangleRef : public ztCAD_commonRef<ztCAD_TmplTriangle> {
  public:
+  /// No name, no template, a placement without values.
   ztCAD_TriangleRef() = default;
+  /// Places `source` by its name.
+  /// @param lcs        where; made a model system, whatever it is
+  /// @param nameIsFree output, always true, also for the second of two references of one name
   ztCAD_TriangleRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplTriangle& source,
                     bool& nameIsFree)
       : ztCAD_commonRef(name, lcs, source, nameIsFree) {}
@@ -89,7 +113,11 @@ class ZTCAD_API ztCAD_TriangleRef : public ztCAD_commonRef<ztCAD_TmplTriangle> {
 /// A placed template mass-inertia element.
 class ZTCAD_API ztCAD_ElementMipRef : public ztCAD_commonRef<ztCAD_TmplElementMIP> {
  public:
+  /// No name, no template, a placement without values.
   ztCAD_ElementMipRef() = default;
+  /// Places `source` by its name.
+  /// @param lcs        where; made a model system, whatever it is
+  /// @param nameIsFree output, always true, also for the second of two references of one name
   ztCAD_ElementMipRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplElementMIP& source,
                       bool& nameIsFree)
       : ztCAD_commonRef(name, lcs, source, nameIsFree) {}
@@ -100,7 +128,11 @@ class ZTCAD_API ztCAD_ElementMipRef : public ztCAD_commonRef<ztCAD_TmplElementMI
 /// another one afterwards.
 class ZTCAD_API ztCAD_DetailRef : public ztCAD_commonRef<ztCAD_TmplDetail> {
  public:
+  /// No name, no template, a placement without values.
   ztCAD_DetailRef() = default;
+  /// Refers to `source` by its name.
+  /// @param lcs        not looked at
+  /// @param nameIsFree output, always true, also for the second of two references of one name
   ztCAD_DetailRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplDetail& source,
                   bool& nameIsFree);
   QString elementName() const override;
@@ -109,7 +141,11 @@ class ZTCAD_API ztCAD_DetailRef : public ztCAD_commonRef<ztCAD_TmplDetail> {
 /// A placed template structure.
 class ZTCAD_API ztCAD_StructureRef : public ztCAD_commonRef<ztCAD_TmplStructure> {
  public:
+  /// No name, no template, a placement without values.
   ztCAD_StructureRef() = default;
+  /// Places `source` by its name.
+  /// @param lcs        where; made a model system, whatever it is
+  /// @param nameIsFree output, always true, also for the second of two references of one name
   ztCAD_StructureRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplStructure& source,
                      bool& nameIsFree)
       : ztCAD_commonRef(name, lcs, source, nameIsFree) {}

@@ -13,20 +13,23 @@
 #include "detail.h"
 #include "reference.h"
 
+/// @file
+/// Structures: groups of elements, which nest.
+
 /// What a structure holds by value, one container per kind, in the order in which names are made unique.
 struct ZTCAD_API ztCAD_StructureContent {
-  ztCAD_Cont<ztCAD_StructureRef> structureReferences;
-  ztCAD_Cont<ztCAD_Point> points;
-  ztCAD_Cont<ztCAD_Line> lines;
-  ztCAD_Cont<ztCAD_Sphere> spheres;
-  ztCAD_Cont<ztCAD_Triangle> triangles;
-  ztCAD_Cont<ztCAD_ElementMIP> mipElements;
-  ztCAD_Cont<ztCAD_Detail> details;
-  ztCAD_Cont<ztCAD_DetailRef> detailReferences;
-  ztCAD_Cont<ztCAD_PointRef> pointReferences;
-  ztCAD_Cont<ztCAD_LineRef> lineReferences;
-  ztCAD_Cont<ztCAD_ElementMipRef> mipReferences;
-  ztCAD_Cont<ztCAD_TriangleRef> triangleReferences;
+  ztCAD_Cont<ztCAD_StructureRef> structureReferences;  ///< placed template structures
+  ztCAD_Cont<ztCAD_Point> points;                      ///< named positions
+  ztCAD_Cont<ztCAD_Line> lines;                        ///< polylines
+  ztCAD_Cont<ztCAD_Sphere> spheres;                    ///< solids given by centre and radius
+  ztCAD_Cont<ztCAD_Triangle> triangles;                ///< solids given by vertices and facets
+  ztCAD_Cont<ztCAD_ElementMIP> mipElements;            ///< mass-inertia records by themselves
+  ztCAD_Cont<ztCAD_Detail> details;                    ///< rigid parts
+  ztCAD_Cont<ztCAD_DetailRef> detailReferences;        ///< placed template details
+  ztCAD_Cont<ztCAD_PointRef> pointReferences;          ///< placed template points
+  ztCAD_Cont<ztCAD_LineRef> lineReferences;            ///< placed template lines
+  ztCAD_Cont<ztCAD_ElementMipRef> mipReferences;       ///< placed template mass-inertia elements
+  ztCAD_Cont<ztCAD_TriangleRef> triangleReferences;    ///< placed template solids
 };
 
 /// A named, placed group of elements and of other structures. What structures and template structures have in
@@ -61,8 +64,13 @@ class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
   /// people. Throws `std::logic_error` when the coordinate system was taken away.
   virtual QString& textHeader(QString& out) const;
 
+  /// What the structure holds by value, to look at and to change. The reference stays good as long as the structure.
+  /// @{
   ztCAD_StructureContent& content() { return m_content; }
   const ztCAD_StructureContent& content() const { return m_content; }
+  /// @}
+
+  /// The structures that this one nests, none of them null, in the order in which they were added.
   const ztCAD_Cont<ztCAD_commonStructure*>& structures() const { return m_nested; }
 
   /// Appends `structure` itself, not a copy. False means that it was added; true, and nothing changed, for
@@ -91,11 +99,14 @@ class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
  protected:
   /// No name, an empty local coordinate system.
   ztCAD_commonStructure();
+  /// Without content, in that coordinate system.
+  /// @param nameIsFree output, always true
   ztCAD_commonStructure(const QString& name, const ztCAD_LCS& lcs, bool& nameIsFree);
   /// The properties and the content of `source` under a new name; how `source` was read is not taken over.
   ztCAD_commonStructure(const QString& name, const ztCAD_commonStructure& source, bool& nameIsFree);
+  /// Copies the content and how `other` was read, and holds the same nested structures.
   ztCAD_commonStructure(const ztCAD_commonStructure& other);
-  /// Leaves out a nested structure that `addStructure` would refuse.
+  /// As the copy is made, in place of what was there. Leaves out a nested structure that `addStructure` would refuse.
   ztCAD_commonStructure& operator=(const ztCAD_commonStructure& other);
 
   /// Everything of `source`, with clones of its nested structures. Nothing happens for the structure itself.
@@ -128,7 +139,9 @@ class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
 class ZTCAD_API ztCAD_Structure : public ztCAD_commonStructure,
                                   public ztCAD_cmnSelector2<ztCAD_KindStructure> {
  public:
+  /// No name, no content, an empty local coordinate system.
   ztCAD_Structure() = default;
+  /// Without content, in that coordinate system.
   /// @param nameIsFree output, always true
   ztCAD_Structure(const QString& name, const ztCAD_LCS& lcs, bool& nameIsFree)
       : ztCAD_commonStructure(name, lcs, nameIsFree) {}
@@ -143,6 +156,7 @@ class ZTCAD_API ztCAD_Structure : public ztCAD_commonStructure,
 class ZTCAD_API ztCAD_TmplStructure : public ztCAD_commonStructure,
                                       public ztCAD_cmnSelector2<ztCAD_KindTmplStructure> {
  public:
+  /// No name, no content, an empty local coordinate system.
   ztCAD_TmplStructure() = default;
   /// The properties and the content of `source` under a new name. Nested structures are shared with the
   /// source, not cloned: a change inside one of them shows in both.

@@ -8,17 +8,25 @@
 
 #include "export.h"
 
+/// @file
+/// The assertion log: where the library tells that something which always holds did not.
+
 /// Names and formats of the assertion log. The library opens no log and writes none of these: that is left to
 /// the host that installs a writer. Formats are those of `QDateTime::toString`.
 struct ztAssertionLog {
+  /// What such a log is called.
   static constexpr char fileName[] = "Nodra_assert.log";
   /// 80 slashes, a line feed, and what comes before the project's name.
   static constexpr char projectBanner[] =
       "////////////////////////////////////////////////////////////////////////////////\nNEW PROJECT: ";
+  /// Opens the lines of a new calculation.
   static constexpr char calculationBanner[] = "NEW CALCULATION";
+  /// How a log tells days, times of day, and both together.
+  /// @{
   static constexpr char dateFormat[] = "dd.MM.yyyy";
   static constexpr char timeFormat[] = "hh:mm:ss";
   static constexpr char timeStampFormat[] = "dd.MM.yyyy hh:mm:ss";
+  /// @}
 };
 
 /// Collects the lines of the assertion log and writes them to a stream. Made, installed and destroyed by the
@@ -44,7 +52,9 @@ class ZTCAD_API ztLogWriter {
   /// throws.
   void flush();
 
+  /// The stream that the lines go to, the writer's own; one that drops everything where none was given.
   std::ostream& stream() { return *m_stream; }
+  /// Lines that were accepted and not flushed yet, in order.
   const std::list<std::string>& pendingLines() const { return m_pending; }
 
  private:
@@ -56,6 +66,7 @@ class ZTCAD_API ztLogWriter {
 /// Reports are expected from one thread at a time.
 class ZTCAD_API ztBaseAsserter {
  public:
+  /// Flushes the installed writer. The reporter of the process never ends; this is for classes built on it.
   virtual ~ztBaseAsserter();
 
   /// Logs one line, "Assert occurred in FILE: ...; LINE: ...; EXPRESSION: ...." and a line feed, which is on
@@ -63,6 +74,8 @@ class ZTCAD_API ztBaseAsserter {
   ///
   /// @param expression what did not hold; null is empty text
   /// @param file       source file of the check; null is empty text
+  /// @param line       its line there
+  ///
   /// A report that fails (memory, a stream or message handler that throws) is dropped.
   virtual void report(const char* expression, const char* file, std::uint32_t line) noexcept;
 

@@ -2,6 +2,7 @@
 
 #include "types.h"
 
+/// @file
 /// What is in documents, structures and details, counted: for hosts that cannot read the containers of C++.
 ///
 /// A holder has one list for each kind of element (`ztCAD_ElementKind`): a document all of them, a structure all but
@@ -15,45 +16,59 @@
 ZTCAD_C_BEGIN
 
 /// Number of elements of that kind.
+/// @param kind a `ztCAD_ElementKind`
+/// @return 0 for a null holder and for a kind that it has no list for
+/// @{
 ZTCAD_API int32_t ztCAD_countInDoc(const ztCAD_GMDDocument* document, int32_t kind);
 ZTCAD_API int32_t ztCAD_countInStructure(const ztCAD_commonStructure* structure, int32_t kind);
 ZTCAD_API int32_t ztCAD_countInDetail(const ztCAD_cmnDetail* detail, int32_t kind);
+/// @}
 
 /// The element at `index`, from 0, in the order in which they were added; null where there is none. Takes time in
 /// proportion to the way from the nearer end: to go through many, list them.
+/// @{
 ZTCAD_API ztCAD_Base* ztCAD_getFromDoc(ztCAD_GMDDocument* document, int32_t kind, int32_t index);
 ZTCAD_API ztCAD_Base* ztCAD_getFromStructure(ztCAD_commonStructure* structure, int32_t kind, int32_t index);
 ZTCAD_API ztCAD_Base* ztCAD_getFromDetail(ztCAD_cmnDetail* detail, int32_t kind, int32_t index);
+/// @}
 
 /// Writes the addresses of the first elements of that kind into an array.
 /// @param elements room for `capacity` pointers; null is fine with 0
-/// @return how many there are, which may be more than were written
+/// @return how many there are, which may be more than were written; 0 for a null holder
+/// @{
 ZTCAD_API int32_t ztCAD_listDoc(ztCAD_GMDDocument* document, int32_t kind, ztCAD_Base** elements,
                                 int32_t capacity);
 ZTCAD_API int32_t ztCAD_listStructure(ztCAD_commonStructure* structure, int32_t kind, ztCAD_Base** elements,
                                       int32_t capacity);
 ZTCAD_API int32_t ztCAD_listDetail(ztCAD_cmnDetail* detail, int32_t kind, ztCAD_Base** elements,
                                    int32_t capacity);
+/// @}
 
 /// Appends a copy of an element of any kind to the list of its kind; false means that it was added, as in the `add...`
-/// functions of single kinds. To a structure a structure itself is added, not a copy.
+/// functions of single kinds. To a structure a structure itself is added, not a copy. Null: not added.
+/// @{
 ZTCAD_API bool ztCAD_addToDoc(const ztCAD_Base* element, ztCAD_GMDDocument* document);
 ZTCAD_API bool ztCAD_addToStructure(const ztCAD_Base* element, ztCAD_commonStructure* structure);
 ZTCAD_API bool ztCAD_addToDetail(const ztCAD_Base* element, ztCAD_cmnDetail* detail);
+/// @}
 
 /// Appends a new element of that kind, without a name and without content, to be filled where it lies: the way to make
-/// details, which no creation function makes. In a structure, `ztCAD_ElementStructure` makes a nested structure, which belongs
-/// to the library until it is unloaded.
+/// details, which no creation function makes. In a structure, `ztCAD_ElementStructure` makes a nested structure, which
+/// belongs to the library until it is unloaded.
 /// @return the new element; null when it was not added
+/// @{
 ZTCAD_API ztCAD_Base* ztCAD_appendToDoc(ztCAD_GMDDocument* document, int32_t kind);
 ZTCAD_API ztCAD_Base* ztCAD_appendToStructure(ztCAD_commonStructure* structure, int32_t kind);
 ZTCAD_API ztCAD_Base* ztCAD_appendToDetail(ztCAD_cmnDetail* detail, int32_t kind);
+/// @}
 
 /// Removes the element at this address, which need not be one any more; true when it was there. Nested structures stay
 /// until they are destroyed.
+/// @{
 ZTCAD_API bool ztCAD_removeFromDoc(const ztCAD_Base* element, ztCAD_GMDDocument* document, int32_t kind);
 ZTCAD_API bool ztCAD_removeFromStructure(const ztCAD_Base* element, ztCAD_commonStructure* structure,
                                          int32_t kind);
 ZTCAD_API bool ztCAD_removeFromDetail(const ztCAD_Base* element, ztCAD_cmnDetail* detail, int32_t kind);
+/// @}
 
 ZTCAD_C_END

@@ -2,6 +2,7 @@
 
 #include "types.h"
 
+/// @file
 /// Documents: made, loaded, saved, told as text, deleted.
 ///
 /// Holds for all functions: texts and file names are UTF-8, else windows-1251 (file names: the system's
@@ -85,29 +86,35 @@ ZTCAD_API const ztCAD_HeaderNode* ztCAD_getHeader(const ztCAD_GMDDocument* docum
 
 /// The fields of a header that are numbers.
 enum ztCAD_HeaderNumber {
-  ztCAD_HeaderMajorVersion = 0,
-  ztCAD_HeaderMinorVersion = 1,
+  ztCAD_HeaderMajorVersion = 0,  ///< "majorVersion"
+  ztCAD_HeaderMinorVersion = 1,  ///< "minorVersion"
   ztCAD_HeaderState = 2  ///< not in the file: 0 ok, 1 unknown, 2 warning, 3 error (reading found no version)
 };
 /// The fields of a header that are texts.
 enum ztCAD_HeaderText {
-  ztCAD_HeaderInform = 0,
+  ztCAD_HeaderInform = 0,        ///< free text about the document
   ztCAD_HeaderProducerName = 1,  ///< the producer is written, but not read: it is for whoever writes to say
-  ztCAD_HeaderProducerVersion = 2,
-  ztCAD_HeaderProducerPlatform = 3
+  ztCAD_HeaderProducerVersion = 2,  ///< likewise
+  ztCAD_HeaderProducerPlatform = 3  ///< likewise
 };
 
+/// A number that the header holds.
 /// @param field a `ztCAD_HeaderNumber`
 /// @param value output, null is fine; not written where the field is absent
 /// @return whether the field is there; false for null and for an unknown field
 ZTCAD_API bool ztCAD_getHeaderNumber(const ztCAD_HeaderNode* header, int32_t field, uint32_t* value);
+/// Sets a number of the header, or takes it away. A null header and an unknown field: nothing happens.
+/// @param field a `ztCAD_HeaderNumber`
 /// @param value what the field is to hold; null makes it absent
 ZTCAD_API void ztCAD_setHeaderNumber(ztCAD_HeaderNode* header, int32_t field, const uint32_t* value);
+/// A text that the header holds.
 /// @param field a `ztCAD_HeaderText`
 /// @param text  output, see above
 /// @return the length of the text; -1 where the field is absent, for null and for an unknown field
 ZTCAD_API int64_t ztCAD_getHeaderText(const ztCAD_HeaderNode* header, int32_t field, char* text,
                                       int64_t size);
+/// Sets a text of the header, or takes it away. A null header and an unknown field: nothing happens.
+/// @param field a `ztCAD_HeaderText`
 /// @param text what the field is to hold; null makes it absent
 ZTCAD_API void ztCAD_setHeaderText(ztCAD_HeaderNode* header, int32_t field, const char* text);
 

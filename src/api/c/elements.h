@@ -2,6 +2,7 @@
 
 #include "types.h"
 
+/// @file
 /// Elements, templates, references and structures: made, and given their properties.
 ///
 /// What is made here belongs to the library until it is unloaded; adding it to a document or to a structure
@@ -20,6 +21,7 @@ ZTCAD_API ztCAD_Point* crtPoint_nostl(const char* name, const ztCAD_Coord* cente
 /// A polyline through the vertices in their order.
 ZTCAD_API ztCAD_Line* crtPolyline(const char* name, const ztCAD_Vertices* vertices,
                                   ZTCAD_OUT(bool) nameIsFree);
+/// A sphere around `center`.
 /// @param radius in the document's length unit; the file stores only that there is one
 ZTCAD_API ztCAD_Sphere* crtSphere_nostl(const char* name, const ztCAD_Coord* center, double radius,
                                         ZTCAD_OUT(bool) nameIsFree);
@@ -29,6 +31,7 @@ ZTCAD_API ztCAD_Triangle* crtTriangle_nostl(const char* name, const ztCAD_Vertic
 /// A mass-inertia element. From a record of fewer than ten values comes an element without one, which is not
 /// written.
 ZTCAD_API ztCAD_ElementMIP* crtMipElement_nostl(const char* name, const ztCAD_MIP* record);
+/// A structure without content.
 /// @param lcs the structure's coordinate system
 ZTCAD_API ztCAD_Structure* crtStructure_nostl(const char* name, const ztCAD_LCS* lcs,
                                               ZTCAD_OUT(bool) nameIsFree);
@@ -52,28 +55,26 @@ ZTCAD_API ztCAD_TmplStructure* crtTmplStructure_nostl(const char* name, const zt
                                                       ZTCAD_OUT(bool) nameIsFree);
 
 // -------------------------------------------------------------------------------- references
-// A reference places a template by its name. The placement becomes a model system, also when `lcs` is a local
-// one.
 
-/// Places a template point.
+/// Places a template point by its name. The placement becomes a model system, also when `lcs` is a local one.
 ZTCAD_API ztCAD_PointRef* crtPointRef_nostl(const char* name, const ztCAD_LCS* lcs,
                                             const ztCAD_TmplPoint* source, ZTCAD_OUT(bool) nameIsFree);
-/// Places a template line.
+/// Places a template line by its name. The placement becomes a model system, also when `lcs` is a local one.
 ZTCAD_API ztCAD_LineRef* crtLineRef_nostl(const char* name, const ztCAD_LCS* lcs,
                                           const ztCAD_TmplLine* source, ZTCAD_OUT(bool) nameIsFree);
-/// Places a template solid.
+/// Places a template solid by its name. The placement becomes a model system, also when `lcs` is a local one.
 ZTCAD_API ztCAD_TriangleRef* crtTriangleRef_nostl(const char* name, const ztCAD_LCS* lcs,
                                                   const ztCAD_TmplTriangle* source,
                                                   ZTCAD_OUT(bool) nameIsFree);
-/// Places a template mass-inertia element.
+/// Places a template mass-inertia element by its name. The placement becomes a model system, also when `lcs` is a local one.
 ZTCAD_API ztCAD_ElementMipRef* crtElementMipRef_nostl(const char* name, const ztCAD_LCS* lcs,
                                                       const ztCAD_TmplElementMIP* source,
                                                       ZTCAD_OUT(bool) nameIsFree);
-/// Places a template structure.
+/// Places a template structure by its name. The placement becomes a model system, also when `lcs` is a local one.
 ZTCAD_API ztCAD_StructureRef* crtStructureRef_nostl(const char* name, const ztCAD_LCS* lcs,
                                                     const ztCAD_TmplStructure* source,
                                                     ZTCAD_OUT(bool) nameIsFree);
-/// Places a template detail. A new reference to a detail starts at the default placement, whatever `lcs` says.
+/// Places a template detail by its name. A new reference to a detail starts at the default placement, whatever `lcs` says.
 ZTCAD_API ztCAD_DetailRef* crtDetailRef_nostl(const char* name, const ztCAD_LCS* lcs,
                                               const ztCAD_TmplDetail* source, ZTCAD_OUT(bool) nameIsFree);
 
@@ -85,13 +86,13 @@ ZTCAD_API ztCAD_DetailRef* crtDetailRef_nostl(const char* name, const ztCAD_LCS*
 ZTCAD_API void getPointCoord(const ztCAD_Point* point, ZTCAD_OUT(double) x, ZTCAD_OUT(double) y,
                              ZTCAD_OUT(double) z);
 
-// Each of these replaces comment, inform, colour and visibility of the element, and its coordinate system where one is
-// given. The name stays.
-// @param comment, inform null counts as empty
-// @param color   null: the element has no colour from now on
-// @param visible 1 shown, 0 hidden, negative: no word about it
-// @param lcs     null: the element's own stays
-
+/// Replaces comment, inform, colour and visibility of the element, and its coordinate system where one is given. The name
+/// stays. A null element: nothing happens.
+/// @param comment, inform null counts as empty
+/// @param color   null: the element has no colour from now on
+/// @param visible 1 shown, 0 hidden, negative: no word about it
+/// @param lcs     null: the element's own stays
+/// @{
 ZTCAD_API void setCommonPropertyPoint_nostl(const char* comment, const char* inform, const ztCAD_Color* color,
                                             int32_t visible, const ztCAD_LCS* lcs, ztCAD_Point* element);
 ZTCAD_API void setCommonPropertyLine_nostl(const char* comment, const char* inform, const ztCAD_Color* color,
@@ -108,7 +109,12 @@ ZTCAD_API void setCommonPropertyStructure_nostl(const char* comment, const char*
 ZTCAD_API void setCommonPropertyTmplStructure_nostl(const char* comment, const char* inform,
                                                     const ztCAD_Color* color, int32_t visible,
                                                     const ztCAD_LCS* lcs, ztCAD_TmplStructure* element);
-/// The same for mass-inertia elements, which have neither colour nor visibility of their own.
+/// @}
+
+/// Replaces comment and inform of a mass-inertia element, and its coordinate system where one is given. Such elements
+/// have neither colour nor visibility of their own. A null element: nothing happens.
+/// @param comment, inform null counts as empty
+/// @param lcs null: the element's own stays
 ZTCAD_API void setCommonPropertyElementMIP_nostl(const char* comment, const char* inform,
                                                  const ztCAD_LCS* lcs, ztCAD_ElementMIP* element);
 

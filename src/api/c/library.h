@@ -2,6 +2,7 @@
 
 #include "types.h"
 
+/// @file
 /// The library itself: its version, and what holds for the whole process.
 
 ZTCAD_C_BEGIN

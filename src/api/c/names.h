@@ -2,6 +2,7 @@
 
 #include "types.h"
 
+/// @file
 /// Names of elements.
 
 ZTCAD_C_BEGIN

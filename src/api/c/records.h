@@ -2,6 +2,7 @@
 
 #include "types.h"
 
+/// @file
 /// Records and lists from which elements are built.
 ///
 /// What is made here belongs to the library until it is unloaded and serves for any number of elements, which
@@ -55,6 +56,7 @@ ZTCAD_API void addVertexN_nostl(const ztCAD_Vertex* const* added, int32_t count,
 /// Appends the vertices of a flat array: without a record for each of them, and so the way for large meshes.
 /// @param xyz   `count` * 3 reals, x y z interleaved, in the document's length unit; null: nothing happens
 /// @param count number of vertices (not of reals); a negative count counts as 0
+///
 /// A list for which there is no memory stays as it was.
 ZTCAD_API void addVertexXYZ_nostl(const double* xyz, int32_t count, ztCAD_Vertices* vertices);
 
@@ -63,7 +65,7 @@ ZTCAD_API int32_t ztCAD_getVertexCount(const ztCAD_Vertices* vertices);
 /// Copies vertices into a flat array.
 /// @param first index of the first one, from 0
 /// @param xyz   room for `count` * 3 reals; null: nothing is copied
-/// @return how many were copied: fewer than `count` at the end of the list, 0 for a `first` that is not in it
+/// @return how many were copied: fewer than `count` at the end of the list, 0 for a `first` that is not in it and for null
 ZTCAD_API int32_t getVertexXYZ_nostl(const ztCAD_Vertices* vertices, int32_t first, int32_t count,
                                      double* xyz);
 /// The list's own reals, three for each vertex, until the list changes or goes; null for an empty list and for null.
@@ -81,6 +83,7 @@ ZTCAD_API void addFacetN_nostl(const ztCAD_Facet* const* added, int32_t count, z
 /// @param ijk   `count` * 3 indices into a list of vertices, from 0; they are not compared with any list. Null: nothing
 ///              happens
 /// @param count number of facets (not of indices); a negative count counts as 0
+///
 /// A list for which there is no memory stays as it was.
 ZTCAD_API void addFacetIJK_nostl(const uint32_t* ijk, int32_t count, ztCAD_Faces* faces);
 
@@ -89,7 +92,7 @@ ZTCAD_API int32_t ztCAD_getFacetCount(const ztCAD_Faces* faces);
 /// Copies facets into a flat array.
 /// @param first index of the first one, from 0
 /// @param ijk   room for `count` * 3 indices; null: nothing is copied
-/// @return how many were copied: fewer than `count` at the end of the list, 0 for a `first` that is not in it
+/// @return how many were copied: fewer than `count` at the end of the list, 0 for a `first` that is not in it and for null
 ZTCAD_API int32_t getFacetIJK_nostl(const ztCAD_Faces* faces, int32_t first, int32_t count, uint32_t* ijk);
 /// The list's own indices, three for each facet, until the list changes or goes; null for an empty list and for null.
 ZTCAD_API const uint32_t* ztCAD_getFacetData(const ztCAD_Faces* faces);

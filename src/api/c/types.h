@@ -1,21 +1,33 @@
 #pragma once
 
+/// @file
 /// What the headers of this folder share. They are plain C11, and C++ reads the same lines: so hosts in both languages see
 /// one declaration of each function.
 ///
 /// C++ passes an output by reference where C passes its address (`ZTCAD_OUT`); such an address is never null. The
-/// classes are opaque here; C++ hosts that were built like the library get them from <ztCAD/ztCAD.h>.
+/// classes are opaque here; C++ hosts that were built like the library get them from `<ztCAD/ztCAD.h>`.
+///
+/// Each element is a `ztCAD_Base` at the same address, and each one but references belongs to the class that it has in
+/// common with its template (`ztCAD_commonPoint`, ...): cast the pointer to pass it as one of these.
 
 #include <stdint.h>  // NOLINT(modernize-deprecated-headers): C knows no other
 
 #include "../../support/export.h"
 
 #if defined(__cplusplus)
+/// Stands around declarations that have C linkage.
+/// @{
 #define ZTCAD_C_BEGIN extern "C" {
 #define ZTCAD_C_END }
+/// @}
+
+/// An output: a reference in C++, an address in C, never null.
 #define ZTCAD_OUT(type) type&
+/// Declares a class that is opaque here, so that its name alone denotes it in both languages.
+/// @{
 #define ZTCAD_CLASS(name) class name
 #define ZTCAD_STRUCT(name) struct name
+/// @}
 #else
 #include <stdbool.h>
 #define ZTCAD_C_BEGIN
@@ -28,8 +40,7 @@
 ZTCAD_CLASS(ztCAD_GMDDocument);
 ZTCAD_CLASS(ztCAD_HeaderNode);
 
-// Elements. Each one is a `ztCAD_Base` at the same address, and each one but references belongs to the class that it
-// has in common with its template: cast the pointer to pass it as one of these.
+// elements
 ZTCAD_CLASS(ztCAD_Base);
 ZTCAD_CLASS(ztCAD_commonPoint);      // points and template points
 ZTCAD_CLASS(ztCAD_commonLine);       // lines and template lines
@@ -71,24 +82,24 @@ ZTCAD_STRUCT(ztParallel);
 
 /// The kinds of elements, as the functions take and give them (as `int32_t`).
 enum ztCAD_ElementKind {
-  ztCAD_ElementNone = 0,  ///< no element, or one of a class that the library does not know
-  ztCAD_ElementDetail = 1,
-  ztCAD_ElementTmplDetail = 2,
-  ztCAD_ElementStructure = 3,
-  ztCAD_ElementTmplStructure = 4,
-  ztCAD_ElementDetailRef = 5,
-  ztCAD_ElementStructureRef = 6,
-  ztCAD_ElementPoint = 10,
-  ztCAD_ElementTmplPoint = 11,
-  ztCAD_ElementPointRef = 12,
-  ztCAD_ElementLine = 13,
-  ztCAD_ElementTmplLine = 14,
-  ztCAD_ElementLineRef = 15,
-  ztCAD_ElementElementMIP = 16,  ///< a mass-inertia element
-  ztCAD_ElementTmplElementMIP = 17,
-  ztCAD_ElementElementMipRef = 18,
-  ztCAD_ElementTriangle = 19,  ///< a triangulated solid
-  ztCAD_ElementTmplTriangle = 20,
-  ztCAD_ElementTriangleRef = 21,
-  ztCAD_ElementSphere = 22
+  ztCAD_ElementNone = 0,             ///< no element, or one of a class that the library does not know
+  ztCAD_ElementDetail = 1,           ///< a detail: a rigid part
+  ztCAD_ElementTmplDetail = 2,       ///< a detail kept as a template
+  ztCAD_ElementStructure = 3,        ///< a structure: a placed group
+  ztCAD_ElementTmplStructure = 4,    ///< a structure kept as a template
+  ztCAD_ElementDetailRef = 5,        ///< a placed template detail
+  ztCAD_ElementStructureRef = 6,     ///< a placed template structure
+  ztCAD_ElementPoint = 10,           ///< a point
+  ztCAD_ElementTmplPoint = 11,       ///< a point kept as a template
+  ztCAD_ElementPointRef = 12,        ///< a placed template point
+  ztCAD_ElementLine = 13,            ///< a polyline
+  ztCAD_ElementTmplLine = 14,        ///< a polyline kept as a template
+  ztCAD_ElementLineRef = 15,         ///< a placed template line
+  ztCAD_ElementElementMIP = 16,      ///< a mass-inertia element
+  ztCAD_ElementTmplElementMIP = 17,  ///< one kept as a template
+  ztCAD_ElementElementMipRef = 18,   ///< a placed template mass-inertia element
+  ztCAD_ElementTriangle = 19,        ///< a triangulated solid
+  ztCAD_ElementTmplTriangle = 20,    ///< a solid kept as a template
+  ztCAD_ElementTriangleRef = 21,     ///< a placed template solid
+  ztCAD_ElementSphere = 22           ///< a sphere, of which there is no template
 };

@@ -14,29 +14,33 @@ class LoadedText;
 class RootReader;
 }  // namespace ztcad
 
+/// @file
+/// Documents: loaded, saved, told as text.
+
 /// The elements of a document, one container per kind, in the order in which names are made unique.
 struct ZTCAD_API ztCAD_DocumentContent {
-  ztCAD_Cont<ztCAD_Structure> structures;
-  ztCAD_Cont<ztCAD_StructureRef> structureReferences;
-  ztCAD_Cont<ztCAD_TmplStructure> templateStructures;
-  ztCAD_Cont<ztCAD_Point> points;
-  ztCAD_Cont<ztCAD_Line> lines;
-  ztCAD_Cont<ztCAD_Sphere> spheres;
-  ztCAD_Cont<ztCAD_Triangle> triangles;
-  ztCAD_Cont<ztCAD_ElementMIP> mipElements;
-  ztCAD_Cont<ztCAD_Detail> details;
-  ztCAD_Cont<ztCAD_DetailRef> detailReferences;
-  ztCAD_Cont<ztCAD_TmplDetail> templateDetails;
-  ztCAD_Cont<ztCAD_TmplPoint> templatePoints;
-  ztCAD_Cont<ztCAD_PointRef> pointReferences;
-  ztCAD_Cont<ztCAD_TmplLine> templateLines;
-  ztCAD_Cont<ztCAD_LineRef> lineReferences;
-  ztCAD_Cont<ztCAD_TmplElementMIP> templateMipElements;
-  ztCAD_Cont<ztCAD_ElementMipRef> mipReferences;
-  ztCAD_Cont<ztCAD_TmplTriangle> templateTriangles;
-  ztCAD_Cont<ztCAD_TriangleRef> triangleReferences;
-  ztCAD_Cont<ztCAD_empty_stub_class> stubs;  ///< for a kind that does not exist; always empty
+  ztCAD_Cont<ztCAD_Structure> structures;                ///< top-level structures
+  ztCAD_Cont<ztCAD_StructureRef> structureReferences;    ///< placed template structures
+  ztCAD_Cont<ztCAD_TmplStructure> templateStructures;    ///< structures kept as templates
+  ztCAD_Cont<ztCAD_Point> points;                        ///< named positions
+  ztCAD_Cont<ztCAD_Line> lines;                          ///< polylines
+  ztCAD_Cont<ztCAD_Sphere> spheres;                      ///< solids given by centre and radius
+  ztCAD_Cont<ztCAD_Triangle> triangles;                  ///< solids given by vertices and facets
+  ztCAD_Cont<ztCAD_ElementMIP> mipElements;              ///< mass-inertia records by themselves
+  ztCAD_Cont<ztCAD_Detail> details;                      ///< rigid parts
+  ztCAD_Cont<ztCAD_DetailRef> detailReferences;          ///< placed template details
+  ztCAD_Cont<ztCAD_TmplDetail> templateDetails;          ///< details kept as templates
+  ztCAD_Cont<ztCAD_TmplPoint> templatePoints;            ///< points kept as templates
+  ztCAD_Cont<ztCAD_PointRef> pointReferences;            ///< placed template points
+  ztCAD_Cont<ztCAD_TmplLine> templateLines;              ///< polylines kept as templates
+  ztCAD_Cont<ztCAD_LineRef> lineReferences;              ///< placed template lines
+  ztCAD_Cont<ztCAD_TmplElementMIP> templateMipElements;  ///< mass-inertia elements kept as templates
+  ztCAD_Cont<ztCAD_ElementMipRef> mipReferences;         ///< placed template mass-inertia elements
+  ztCAD_Cont<ztCAD_TmplTriangle> templateTriangles;      ///< solids kept as templates
+  ztCAD_Cont<ztCAD_TriangleRef> triangleReferences;      ///< placed template solids
+  ztCAD_Cont<ztCAD_empty_stub_class> stubs;              ///< for a kind that does not exist; always empty
 
+  /// Exchanges the elements of all kinds; addresses of stored elements stay good.
   void swap(ztCAD_DocumentContent& other) noexcept;
 };
 
@@ -48,22 +52,32 @@ class ZTCAD_API ztCAD_GMDDocument : public ztCAD_ISerialize {
  public:
   /// Results of loading. A file that does not open gives the code of `QFile::error()` instead.
   enum ResultCode : std::int32_t {
-    Loaded = 0,
-    FileMissing = 100,
-    NotParsed = 110,
+    Loaded = 0,          ///< all is well
+    FileMissing = 100,   ///< there is no such file
+    NotParsed = 110,     ///< not well-formed, or refused
     NotADocument = 120,  ///< wrong root element, or the document check failed
   };
 
+  /// A document without elements.
   /// @param inform the header's "inform"; UTF-8, else windows-1251
   explicit ztCAD_GMDDocument(const std::string& inform);
+  /// Ends the document, its elements and every structure that was made by reading.
   ~ztCAD_GMDDocument() override;
   ztCAD_GMDDocument(const ztCAD_GMDDocument&) = delete;
   ztCAD_GMDDocument& operator=(const ztCAD_GMDDocument&) = delete;
 
+  /// What the document says about itself. The reference stays good as long as the document; setting copies every field.
+  /// @{
   const ztCAD_HeaderNode& header() const { return m_header; }
   void setHeader(const ztCAD_HeaderNode& header) { m_header = header; }
+  /// @}
+
+  /// The elements, to look at and to change. The reference stays good as long as the document; loading replaces what is in
+  /// the containers.
+  /// @{
   ztCAD_DocumentContent& content() { return m_content; }
   const ztCAD_DocumentContent& content() const { return m_content; }
+  /// @}
 
   /// Makes names unique (in this document, not only in the file) and writes the file. Nothing is reported. A
   /// save that fails leaves an earlier file of that name as it was.

@@ -4,6 +4,9 @@
 
 #include "../export.h"
 
+/// @file
+/// How many threads the work of this process may use.
+
 /// How many threads the work of this process may use. `getParallel_Morvik` hands out the process-wide record.
 ///
 /// The library opens no parallel region: it configures the OpenMP runtime for its caller, and guards appends
@@ -11,9 +14,10 @@
 /// while other threads use the library answers for the order. OpenMP keeps the thread count for each calling
 /// thread.
 struct ZTCAD_API ztParallel {
+  /// The values that `mode` takes.
   enum Mode : std::int32_t {
-    Logical = 0,  ///< as is any value but 1
-    Primary = 1,
+    Logical = 0,  ///< `logicalThreads` holds; as with any value but 1
+    Primary = 1,  ///< `physicalThreads` holds
   };
 
   /// Which of the two counts holds: 1 physicalThreads, any other value logicalThreads.
