@@ -175,8 +175,20 @@ bool ztCAD_removeFromDoc(const ztCAD_Base* element, ztCAD_GMDDocument* document,
 }
 bool ztCAD_removeFromStructure(const ztCAD_Base* element, ztCAD_commonStructure* structure,
                                std::int32_t kind) {
+  if (structure && isStructure(kind))
+    return guarded(false, [&] { return structure->removeStructure(element); });
   return remove(element, structure, kind);
 }
 bool ztCAD_removeFromDetail(const ztCAD_Base* element, ztCAD_cmnDetail* detail, std::int32_t kind) {
   return remove(element, detail, kind);
+}
+
+ztCAD_commonStructure* ztCAD_cloneStructure(const ztCAD_commonStructure* structure) {
+  return guarded<ztCAD_commonStructure*>(nullptr, [&] { return structure ? structure->clone() : nullptr; });
+}
+
+void ztCAD_unifyNames(ztCAD_commonStructure* structure) {
+  guarded([&] {
+    if (structure) structure->unifyNames();
+  });
 }

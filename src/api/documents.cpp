@@ -39,7 +39,7 @@ void loadNamed(ztCAD_GMDDocument* document, const char* fileName, std::int32_t& 
 }
 
 /// As much of a UTF-8 text as the buffer holds, cut off behind a whole character.
-void cutInto(char* buffer, std::int32_t size, std::string_view text) {
+void cutInto(char* buffer, std::int32_t size, std::string_view text) noexcept {
   if (!buffer || size <= 0) return;
   std::size_t length = std::min(text.size(), static_cast<std::size_t>(size) - 1);
   const auto isInside = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; };
@@ -96,15 +96,14 @@ ztCAD_GMDDocument* crtGMDDocumentFromStdString(const std::string& xml, bool& par
 
 ztCAD_GMDDocument* crtGMDDocumentFromStdString_nostl(const char* xml, bool& parsed, char* message,
                                                      std::int32_t messageSize, int& line, int& column) {
-  if (message && messageSize > 0) *message = '\0';
   ztCAD_GMDDocument* const document = crtGMDDocument_nostl(nullptr);
+  std::string told;  // into the buffer at the end, which may be that of the text
   parsed = false;
   line = column = 0;
   guarded([&] {
-    if (!document) return;
-    const std::string told = document->loadFromString(ztcad::textOf(xml), parsed, line, column);
-    cutInto(message, messageSize, told);
+    if (document) told = document->loadFromString(ztcad::textOf(xml), parsed, line, column);
   });
+  cutInto(message, messageSize, told);
   return document;
 }
 

@@ -146,11 +146,11 @@ void ztCAD_setLCS(ztCAD_Base* element, const ztCAD_LCS* lcs) {
   });
 }
 
-std::int64_t ztCAD_getText(const ztCAD_Base* element, char* text, std::int64_t size) {
+std::int64_t ztCAD_getText(const ztCAD_Base* element, bool forPeople, char* text, std::int64_t size) {
   bool known = false;
   const std::int64_t given = ztcad::giveText(text, size, [&] {
     QString told;
-    known = withElement(element, false, [&told](auto& it) { return it.toText(told, true), true; });
+    known = withElement(element, false, [&](auto& it) { return it.toText(told, forPeople), true; });
     return toNarrow(told);
   });
   return known ? given : none;
@@ -247,9 +247,9 @@ bool ztCAD_getMIPIntegers(const ztCAD_Base* element, std::int32_t* first, std::i
 }
 void ztCAD_setMIP(ztCAD_Base* element, const ztCAD_MIP* record) {
   guarded([&] {
-    if (!record) return;
     if (auto* const mipElement = dynamic_cast<ztCAD_commonElementMIP*>(element))
-      return mipElement->setRecord(*record);
+      return mipElement->setRecord(record ? std::optional(*record) : std::nullopt);
+    if (!record) return;
     withElement(element, false, [&](auto& known) -> decltype(known.setMip(*record), bool()) {
       return known.setMip(*record), true;
     });

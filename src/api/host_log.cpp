@@ -11,48 +11,63 @@
 
 namespace {
 
-/// Hands what is written to a function of the host whenever the stream is flushed.
-class HostBuffer : public std::stringbuf {
- public:
-  HostBuffer(void (*function)(const char* line, void* context), void* context)
-      : m_function(function), m_context(context) {}
+/// The host's function, which may replace itself, or throw, while it is called.
+struct HostFunction {
+  void (*write)(const char* line, void* context) = nullptr;
+  void* context = nullptr;
 
+  void call(const std::string& line) const {
+    if (write && !line.empty()) write(line.c_str(), context);
+  }
+};
+
+HostFunction hostFunction;
+
+/// Hands what is written to the host's function whenever the stream is flushed.
+class HostBuffer : public std::stringbuf {
  protected:
   int sync() override {
-    const std::string line = str();
-    str(std::string());
-    if (!line.empty()) m_function(line.c_str(), m_context);
-    return 0;
+    ztcad::guarded([this] {
+      const std::string line = str();
+      str(std::string());
+      const HostFunction function = hostFunction;
+      function.call(line);
+    });
+    return 0;  // a line that is lost does not close the stream for those that come
   }
-
- private:
-  void (*m_function)(const char* line, void* context);
-  void* m_context;
 };
 
 /// A stream that owns its buffer.
 class HostStream : public std::ostream {
  public:
-  HostStream(void (*function)(const char* line, void* context), void* context)
-      : std::ostream(nullptr), m_buffer(function, context) {
-    rdbuf(&m_buffer);
-  }
+  HostStream() : std::ostream(nullptr) { rdbuf(&m_buffer); }
 
  private:
   HostBuffer m_buffer;
 };
 
-ztcad::ProcessObject<std::unique_ptr<ztLogWriter>> hostLog;
+/// Made once: a function that removes itself is called from inside it.
+struct HostLog {
+  ztLogWriter writer{std::make_unique<HostStream>()};
+};
+
+ztcad::ProcessObject<HostLog> hostLog;
 
 }  // namespace
 
-void ztcad::releaseHostLog() { hostLog.release(); }
+void ztcad::releaseHostLog() {
+  hostFunction = {};
+  hostLog.release();
+}
 
 void ztCAD_setAssertionWriter(void (*write)(const char* line, void* context), void* context) {
   ztcad::guarded([&] {
-    std::unique_ptr<ztLogWriter> writer;
-    if (write) writer = std::make_unique<ztLogWriter>(std::make_unique<HostStream>(write, context));
-    ztBaseAsserter::setWriter(writer.get());
-    hostLog.get() = std::move(writer);
+    if (write) ztBaseAsserter::setWriter(&hostLog.get().writer);
+    hostFunction = {write, context};
+    if (!write) ztBaseAsserter::setWriter(nullptr);
   });
+}
+
+void ztCAD_report(const char* expression, const char* file, std::uint32_t line) {
+  ztBaseAsserter::instance().report(expression, file, line);
 }

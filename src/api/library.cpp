@@ -69,6 +69,8 @@ void ztCAD_getThreadCounts(std::uint32_t* logicalThreads, std::uint32_t* physica
   if (physicalThreads) *physicalThreads = ztcad::parallelSettings().physicalThreads;
 }
 
+std::uint32_t ztCAD_getPhysicalCoreCount() { return ztParallel::physicalCoreCount(); }
+
 void ztCAD_setThreadCounts(std::uint32_t requested) { ztcad::parallelSettings().initialise(requested); }
 
 const char* ztCADVersion() { return ZTCAD_VERSION; }

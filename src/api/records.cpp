@@ -119,6 +119,24 @@ ztCAD_MIP* crtMIP_nostl(const double* values, std::int32_t count) {
   });
 }
 
+void ztCAD_fillMIP(ztCAD_MIP* record, const double* values, std::int32_t count) {
+  guarded([&] {
+    if (record && values && count >= 0) record->setValues(std::vector<double>(values, values + count));
+  });
+}
+
+void ztCAD_fillLCS(ztCAD_LCS* lcs, const double* values, std::int32_t count, bool isLocal) {
+  guarded([&] {
+    if (!lcs || count < 0 || (!values && count > 0)) return;
+    lcs->setValues(std::vector<double>(values, values + count));
+    lcs->setIsLocal(isLocal);
+  });
+}
+
+void ztCAD_fillCoord(ztCAD_Coord* coord, const double* xyz) {
+  if (coord) *coord = xyz ? ztCAD_Coord(xyz[0], xyz[1], xyz[2]) : ztCAD_Coord();
+}
+
 void ztCAD_setMIPIntegers(ztCAD_MIP* record, std::int32_t first, std::int32_t second) {
   if (!record) return;
   record->setFirstInteger(first);

@@ -74,6 +74,17 @@ bool ztCAD_commonStructure::addStructure(ztCAD_commonStructure& structure) {
   return false;
 }
 
+bool ztCAD_commonStructure::removeStructure(const void* address) {
+  const auto entry = std::find_if(m_entries.begin(), m_entries.end(),
+                                  [address](const auto& held) { return held.first == address; });
+  if (entry == m_entries.end()) return false;
+  ztCAD_commonStructure* const structure = entry->first;
+  m_nested.erase(entry->second);
+  m_entries.erase(entry);
+  if (m_entries.count(structure) == 0) structure->m_holders.erase(this);
+  return true;
+}
+
 void ztCAD_commonStructure::hold(ztCAD_commonStructure& structure) {
   const bool isNewHolder = structure.m_holders.insert(this).second;
   try {

@@ -77,6 +77,9 @@ class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
   /// the structure itself, for one that holds this one (the ring would never end), and where elements would
   /// lie deeper than a file may nest them.
   bool addStructure(ztCAD_commonStructure& structure);
+  /// Lets go of the nested structure at this address, which need not be one any more; of one that is held twice, once. True
+  /// when it was held. It stays whose it was.
+  bool removeStructure(const void* address);
   /// Whether an element of this many levels may be added without lying deeper than a file may nest it.
   bool hasRoomFor(int levels) const;
 

@@ -133,7 +133,14 @@ std::vector<Row> countedRows() {
        }},
       {"ztCAD_removeFromDoc", [] { expectNotRemoved(ztCAD_removeFromDoc, document(), ztCAD_getFromDoc); }},
       {"ztCAD_removeFromStructure",
-       [] { expectNotRemoved(ztCAD_removeFromStructure, structure(), ztCAD_getFromStructure); }},
+       [] {
+         expectNotRemoved(ztCAD_removeFromStructure, structure(), ztCAD_getFromStructure);
+         EXPECT_FALSE(ztCAD_removeFromStructure(nullptr, structure(), ztCAD_ElementStructure));
+         EXPECT_FALSE(ztCAD_removeFromStructure(structure(), structure(), ztCAD_ElementStructure));
+         EXPECT_FALSE(ztCAD_removeFromStructure(structure(), nullptr, ztCAD_ElementStructure));
+       }},
+      {"ztCAD_cloneStructure", [] { EXPECT_EQ(ztCAD_cloneStructure(nullptr), null<ztCAD_commonStructure>); }},
+      {"ztCAD_unifyNames", [] { ztCAD_unifyNames(nullptr); }},
       {"ztCAD_removeFromDetail",
        [] {
          expectNotRemoved(ztCAD_removeFromDetail, static_cast<ztCAD_cmnDetail*>(detail()),
@@ -146,6 +153,37 @@ std::vector<Row> flatRows() {
   static const double xyz[3] = {1, 2, 3};
   static const std::uint32_t ijk[3] = {1, 2, 3};
   return {
+      {"ztCAD_fillMIP",
+       [] {
+         ztCAD_fillMIP(nullptr, xyz, 3);
+         ztCAD_MIP* const record = crtMIP(tenValues);
+         ztCAD_fillMIP(record, nullptr, 3);
+         ztCAD_fillMIP(record, xyz, -1);
+         EXPECT_EQ(record->values(), tenValues);
+         ztCAD_fillMIP(record, xyz, 3);
+         EXPECT_EQ(record->values(), (std::vector<double>{1, 2, 3}));
+       }},
+      {"ztCAD_fillLCS",
+       [] {
+         ztCAD_fillLCS(nullptr, xyz, 3, true);
+         ztCAD_LCS* const lcs = crtLCS(twelveValues);
+         ztCAD_fillLCS(lcs, nullptr, 3, false);
+         ztCAD_fillLCS(lcs, xyz, INT32_MIN, false);
+         EXPECT_EQ(lcs->values(), twelveValues);
+         EXPECT_TRUE(lcs->isLocal());
+         ztCAD_fillLCS(lcs, nullptr, 0, false);
+         EXPECT_TRUE(lcs->values().empty());
+         EXPECT_FALSE(lcs->isLocal());
+       }},
+      {"ztCAD_fillCoord",
+       [] {
+         ztCAD_fillCoord(nullptr, xyz);
+         ztCAD_Coord* const position = coord(4, 5, 6);
+         ztCAD_fillCoord(position, xyz);
+         EXPECT_EQ(position->z(), 3);
+         ztCAD_fillCoord(position, nullptr);
+         EXPECT_FALSE(position->isValid());
+       }},
       {"ztCAD_setMIPIntegers", [] { ztCAD_setMIPIntegers(nullptr, 1, 2); }},
       {"addVertexXYZ_nostl",
        [] {

@@ -107,7 +107,14 @@ std::vector<Row> fieldRows() {
          ztCAD_setTemplateFile(point(), "a");
          expectNullTextIsEmpty(ztCAD_setTemplateFile, ztCAD_getTemplateFile, reference());
        }},
-      {"ztCAD_getText", [] { expectTextIsGivenWithCare(ztCAD_getText, point(), nullptr); }},
+      {"ztCAD_getText",
+       [] {
+         const TextGetter forPeople = [](const ztCAD_Base* element, char* text, std::int64_t size) {
+           return ztCAD_getText(element, true, text, size);
+         };
+         expectTextIsGivenWithCare(forPeople, point(), crtVertices());
+         EXPECT_EQ(ztCAD_getText(point(), false, nullptr, 0), 8) << "0, 0, 0;";
+       }},
       {"ztCAD_getColor",
        [] {
          std::array<std::uint32_t, 3> rgb = {5, 5, 5};
@@ -235,6 +242,11 @@ std::vector<Row> fieldRows() {
          ztCAD_setMIP(element, nullptr);
          ztCAD_setMIP(element, crtMIP({1, 2, 3}));
          EXPECT_EQ(ztCAD_getMIP(element, nullptr, 0), -1);
+         ztCAD_Base* const mass = make<ztCAD_ElementMIP>("M");
+         ztCAD_setMIP(mass, crtMIP({1, 2, 3}));
+         EXPECT_EQ(ztCAD_getMIP(mass, nullptr, 0), 10);
+         ztCAD_setMIP(mass, nullptr);
+         EXPECT_EQ(ztCAD_getMIP(mass, nullptr, 0), -1);
        }},
       {"ztCAD_getPlacement", [] { expectNoNumbers(ztCAD_getPlacement, reference(), structure()); }},
       {"ztCAD_setPlacement",

@@ -222,6 +222,16 @@ const Row rows[] = {
        EXPECT_EQ(ztCAD_setParallelMode(INT32_MIN), 1);
        EXPECT_EQ(ztCAD_setParallelMode(1), INT32_MIN);
      }},
+    {"ztCAD_getPhysicalCoreCount", [] { EXPECT_GE(ztCAD_getPhysicalCoreCount(), 1u); }},
+    {"ztCAD_report",
+     [] {
+       std::string line;
+       ztCAD_setAssertionWriter(
+           [](const char* told, void* context) { *static_cast<std::string*>(context) = told; }, &line);
+       ztCAD_report(nullptr, nullptr, 0);
+       ztCAD_setAssertionWriter(nullptr, nullptr);
+       EXPECT_EQ(line, "Assert occurred in FILE: ; LINE: 0; EXPRESSION: .\n");
+     }},
     {"ztCAD_getThreadCounts", [] { ztCAD_getThreadCounts(nullptr, nullptr); }},
     {"ztCAD_setThreadCounts",
      [] {

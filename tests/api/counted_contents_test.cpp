@@ -134,6 +134,36 @@ TEST(CountedContents, AStructureIsAddedItselfToAStructure) {
   EXPECT_EQ(ztCAD_getKind(inner), ztCAD_ElementTmplStructure);
 }
 
+TEST(CountedContents, ANestedStructureIsLetGoOnceForEachTimeThatItIsHeld) {
+  auto* const outer = make<ztCAD_Structure>("outer");
+  auto* const inner = make<ztCAD_Structure>("inner");
+  auto* const other = make<ztCAD_Structure>("other");
+  for (ztCAD_Structure* const nested : {inner, other, inner})
+    EXPECT_FALSE(ztCAD_addToStructure(nested, outer));
+  EXPECT_TRUE(ztCAD_removeFromStructure(inner, outer, ztCAD_ElementStructure));
+  EXPECT_EQ(ztCAD_countInStructure(outer, ztCAD_ElementStructure), 2);
+  EXPECT_TRUE(ztCAD_addToStructure(outer, inner)) << "it is held still, so the ring would close";
+  EXPECT_TRUE(ztCAD_removeFromStructure(inner, outer, ztCAD_ElementStructure));
+  EXPECT_FALSE(ztCAD_removeFromStructure(inner, outer, ztCAD_ElementStructure));
+  EXPECT_EQ(ztCAD_getFromStructure(outer, ztCAD_ElementStructure, 0), other);
+  EXPECT_FALSE(ztCAD_addToStructure(outer, inner)) << "nothing of the earlier tie is left";
+  EXPECT_EQ(inner->name(), QString("inner"));
+}
+
+TEST(CountedContents, ACloneHoldsCopiesOfAll) {
+  auto* const outer = make<ztCAD_Structure>("outer");
+  ztCAD_setName(ztCAD_appendToStructure(outer, ztCAD_ElementStructure), "A");
+  ztCAD_setName(ztCAD_appendToStructure(outer, ztCAD_ElementPoint), "A");
+  ztCAD_commonStructure* const clone = ztCAD_cloneStructure(outer);
+  ASSERT_NE(clone, nullptr);
+  ztCAD_unifyNames(clone);
+  EXPECT_EQ(ztCAD_getFromStructure(clone, ztCAD_ElementPoint, 0)->name(), QString("A_$1"));
+  EXPECT_EQ(ztCAD_getFromStructure(outer, ztCAD_ElementPoint, 0)->name(), QString("A"));
+  EXPECT_NE(ztCAD_getFromStructure(clone, ztCAD_ElementStructure, 0),
+            ztCAD_getFromStructure(outer, ztCAD_ElementStructure, 0));
+  ClearGMDDoc();
+}
+
 TEST(CountedContents, AnAppendedStructureOutlivesOtherDocuments) {
   auto* const outer = make<ztCAD_Structure>("outer");
   ztCAD_appendToStructure(outer, ztCAD_ElementStructure);

@@ -368,13 +368,6 @@ const Row rows[] = {
        EXPECT_FALSE(fault);
        return refused;
      }},
-    {"ztCAD_setAssertionWriter",
-     [](long granted, FailingMemory::Mode mode) {
-       const bool refused = refusedDuring(
-           granted, mode, [] { ztCAD_setAssertionWriter([](const char*, void*) {}, nullptr); });
-       ztCAD_setAssertionWriter(nullptr, nullptr);
-       return refused;
-     }},
     {"addFacetN_nostl",
      [](long granted, FailingMemory::Mode mode) {
        ztCAD_Faces* faces = crtFaces();

@@ -233,7 +233,7 @@ static void fields(void) {
   EXPECT(ztCAD_isSound(point));
   ztCAD_setCenter(point, NULL);
   EXPECT(!ztCAD_isSound(point));
-  EXPECT(ztCAD_getText(point, NULL, 0) > 10);
+  EXPECT(ztCAD_getText(point, true, NULL, 0) > 10);
 
   ztCAD_Base* const sphere = (ztCAD_Base*)crtSphere_nostl("S", corner(), 2.5, &nameIsFree);
   double radius = 0;
@@ -375,6 +375,10 @@ static void texts(ztCAD_GMDDocument* document) {
   DeleteGMDDoc(read);
   read = crtGMDDocumentFromStdString_nostl("<GMD><point name='a'/></GMD>", &parsed, NULL, 0, &line, &column);
   EXPECT(parsed && ztCAD_getReadOk(onlyOne(read, ztCAD_ElementPoint)) == 0);
+  DeleteGMDDoc(read);
+  char both[64] = "<GMD><point name='a' center='1'/></GMD>";
+  read = crtGMDDocumentFromStdString_nostl(both, &parsed, both, sizeof both, &line, &column);
+  EXPECT(parsed && ztCAD_countInDoc(read, ztCAD_ElementPoint) == 1 && !strcmp(both, ""));
   DeleteGMDDoc(read);
   read = crtGMDDocumentFromStdString_nostl("<GMD>\n<point>", &parsed, message, 8, &line, &column);
   EXPECT(!parsed && line == 2 && column > 0 && strlen(message) == 7);

@@ -106,4 +106,35 @@ TEST(LogFunction, ReceivesEachReportAsALine) {
   EXPECT_EQ(warnings.messages(), std::vector<std::string>{report});
 }
 
+int calls = 0;
+
+TEST(LogFunction, MayRemoveItselfWhileItIsCalled) {
+  const CapturedWarnings warnings;
+  calls = 0;
+  ztCAD_setAssertionWriter(
+      [](const char* /*line*/, void* /*context*/) {
+        ++calls;
+        ztCAD_setAssertionWriter(nullptr, nullptr);
+      },
+      nullptr);
+  ztCAD_report("first", "file", 1);
+  ztCAD_report("second", "file", 2);
+  EXPECT_EQ(calls, 1);
+  EXPECT_EQ(warnings.messages().size(), 1u);
+}
+
+TEST(LogFunction, ThatThrowsIsCalledForTheNextReportToo) {
+  calls = 0;
+  ztCAD_setAssertionWriter(
+      [](const char* /*line*/, void* /*context*/) {
+        ++calls;
+        throw 1;
+      },
+      nullptr);
+  ztCAD_report("first", "file", 1);
+  ztCAD_report("second", "file", 2);
+  ztCAD_setAssertionWriter(nullptr, nullptr);
+  EXPECT_EQ(calls, 2);
+}
+
 }  // namespace

@@ -34,11 +34,12 @@ ZTCAD_API ztCAD_GMDDocument* crtGMDDocumentFromFile_nostl(const char* fileName, 
 /// A new document with the content of a text. Text that is valid UTF-8 is read as text, whatever encoding it
 /// declares; other bytes are read in the encoding that they declare. What a failed parse left is in the
 /// document.
-/// @param xml         zero-terminated
+/// @param xml         zero-terminated; its buffer may be that of the message
 /// @param parsed      output: whether the text is well-formed
 /// @param message     buffer for the parser's message, which is empty after a success; null: it is not wanted
 /// @param messageSize bytes in the buffer; a longer message is cut off behind a whole character (200 are plenty)
-/// @param line, column output: where the parser gave up, from 1; 0 after a success
+/// @param line        output: where the parser gave up, from 1; 0 after a success
+/// @param column      output: likewise
 /// @return null when there is no memory for a document
 ZTCAD_API ztCAD_GMDDocument* crtGMDDocumentFromStdString_nostl(const char* xml, ZTCAD_OUT(bool) parsed,
                                                                char* message, int32_t messageSize,
@@ -67,7 +68,7 @@ ZTCAD_API void ClearGMDDoc(void);
 /// Ends a document, with all that `ClearGMDDoc` does: another document keeps what stands at its top level, structures
 /// included, and what the host built itself; structures that reading nested in its structures are gone from them, with all
 /// that was in them. Save a document that has such before another one is deleted. Null, a document that was deleted already
-/// and any other pointer: nothing happens. A document that is never deleted is released when the library is unloaded,
+/// and any other pointer: nothing happens; but a new document may come to lie where a deleted one did. A document that is never deleted is released when the library is unloaded,
 /// without what it owns.
 ZTCAD_API void DeleteGMDDoc(ztCAD_GMDDocument* document);
 

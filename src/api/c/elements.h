@@ -88,7 +88,8 @@ ZTCAD_API void getPointCoord(const ztCAD_Point* point, ZTCAD_OUT(double) x, ZTCA
 
 /// Replaces comment, inform, colour and visibility of the element, and its coordinate system where one is given. The name
 /// stays. A null element: nothing happens.
-/// @param comment, inform null counts as empty
+/// @param comment null counts as empty
+/// @param inform  likewise
 /// @param color   null: the element has no colour from now on
 /// @param visible 1 shown, 0 hidden, negative: no word about it
 /// @param lcs     null: the element's own stays
@@ -113,7 +114,8 @@ ZTCAD_API void setCommonPropertyTmplStructure_nostl(const char* comment, const c
 
 /// Replaces comment and inform of a mass-inertia element, and its coordinate system where one is given. Such elements
 /// have neither colour nor visibility of their own. A null element: nothing happens.
-/// @param comment, inform null counts as empty
+/// @param comment null counts as empty
+/// @param inform  likewise
 /// @param lcs null: the element's own stays
 ZTCAD_API void setCommonPropertyElementMIP_nostl(const char* comment, const char* inform,
                                                  const ztCAD_LCS* lcs, ztCAD_ElementMIP* element);

@@ -52,19 +52,21 @@ ZTCAD_API void ztCAD_setVisible(ztCAD_Base* element, int32_t visible);
 
 /// The coordinate system among the element's properties: of a structure its own, of a reference one beside its placement.
 /// @param values room for `capacity` reals, null is fine with 0
-/// @return the number of its values: twelve, or 0 for an empty system; -1 where there is none
+/// @return the number of its values: twelve, 0 for an empty system, or what a host gave; -1 where there is none
 ZTCAD_API int32_t ztCAD_getLCS(const ztCAD_Base* element, double* values, int32_t capacity);
 /// Copies a coordinate system into the element's properties.
 /// @param lcs null takes it away, but not from a structure, which always has one
 ZTCAD_API void ztCAD_setLCS(ztCAD_Base* element, const ztCAD_LCS* lcs);
 
-/// One line about the element, for people. Numbers in it have six significant digits.
-ZTCAD_API int64_t ztCAD_getText(const ztCAD_Base* element, char* text, int64_t size);
+/// What the element is, in a line or several. Numbers have six significant digits.
+/// @param forPeople true: the form for people; false: the compact form of those that have one
+ZTCAD_API int64_t ztCAD_getText(const ztCAD_Base* element, bool forPeople, char* text, int64_t size);
 
 /// How the last read of the element went: 1 well, 0 not well, -1 it was never read or is a reference.
 ZTCAD_API int32_t ztCAD_getReadOk(const ztCAD_Base* element);
-/// Whether the element is sound, as the check of a structure asks it: by the outcome of its read, or, where it was built,
-/// by whether it is complete. A reference always is.
+/// Whether the element is sound, as the check of a structure asks it. Points, spheres, solids and mass-inertia elements: that
+/// they read well or, where they were built, that they are complete. Lines: that their vertices are whole. Details: that they
+/// read well, which one that was built has yet to do. Structures: that all in them is sound. References always are.
 ZTCAD_API bool ztCAD_isSound(const ztCAD_Base* element);
 
 // -------------------------------------------------------------------------------- what some kinds have
@@ -104,12 +106,13 @@ ZTCAD_API void ztCAD_setFaces(ztCAD_Base* element, const ztCAD_Faces* faces);
 /// @param values room for `capacity` reals (ten, by custom), null is fine with 0
 /// @return the number of values; -1 where there is no data
 ZTCAD_API int32_t ztCAD_getMIP(const ztCAD_Base* element, double* values, int32_t capacity);
-/// The two integers that the host gave the record along.
-/// @param first, second outputs, not written where there is no data; null is fine
+/// The two integers that travel with the data; 0 and 1 where nobody gave others.
+/// @param first  output, not written where there is no data; null is fine
+/// @param second likewise
 /// @return whether there is data
 ZTCAD_API bool ztCAD_getMIPIntegers(const ztCAD_Base* element, int32_t* first, int32_t* second);
-/// Gives an element of these kinds mass-inertia data. Nothing takes the data away: null and a record of fewer than
-/// ten values change nothing.
+/// Gives an element of these kinds mass-inertia data. A record of fewer than ten values changes nothing. Null takes the data
+/// of a mass-inertia element away, which is then not written; of others it changes nothing.
 ZTCAD_API void ztCAD_setMIP(ztCAD_Base* element, const ztCAD_MIP* record);
 
 /// Where a reference places its template; results as those of `ztCAD_getLCS`.

@@ -25,10 +25,19 @@ ZTCAD_API void ztCAD_getThreadCounts(uint32_t* logicalThreads, uint32_t* physica
 /// Sets both counts to `requested` or to what the machine has, whichever is less, and configures OpenMP for the mode.
 /// The library asks for 1 when it is loaded.
 ZTCAD_API void ztCAD_setThreadCounts(uint32_t requested);
+/// Physical cores of this machine, at least 1.
+ZTCAD_API uint32_t ztCAD_getPhysicalCoreCount(void);
 
-/// Where the library's own consistency checks report; without a function their lines go to Qt's warning output.
-/// @param write   called with one line, its line feed included, during the call that reports; null: no function from now on
+/// Where the library's own consistency checks report; without a function their lines go to Qt's warning output. It takes the
+/// place of any log writer that was installed.
+/// @param write   called with one line, its line feed included, during the call that reports; it may install another function
+///                or none, and what it throws is dropped. Null: no function from now on
 /// @param context given to `write` as it is
 ZTCAD_API void ztCAD_setAssertionWriter(void (*write)(const char* line, void* context), void* context);
+/// Reports as the library's own checks do; the process goes on.
+/// @param expression what did not hold; null counts as empty
+/// @param file       where; null counts as empty
+/// @param line       the line there
+ZTCAD_API void ztCAD_report(const char* expression, const char* file, uint32_t line);
 
 ZTCAD_C_END

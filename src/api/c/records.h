@@ -39,6 +39,16 @@ ZTCAD_API ztCAD_LCS* crtLCS_nostl(const double* twelveValues);
 /// fewer is made all the same, but is refused wherever it is set.
 /// @param values `count` reals; null and a negative count: nothing is made
 ZTCAD_API ztCAD_MIP* crtMIP_nostl(const double* values, int32_t count);
+/// Gives a record other values, so that one serves for any number of elements. Null: nothing happens.
+/// @param values `count` reals; null and a negative count: the record stays
+ZTCAD_API void ztCAD_fillMIP(ztCAD_MIP* record, const double* values, int32_t count);
+/// Gives a coordinate system other values, likewise.
+/// @param values  `count` reals, twelve or none: an empty system; null is fine with 0. One of another count does not read back
+/// @param isLocal true for the system of an element; a reference makes its placement a model system, whatever is said here
+ZTCAD_API void ztCAD_fillLCS(ztCAD_LCS* lcs, const double* values, int32_t count, bool isLocal);
+/// Gives a position other values, likewise.
+/// @param xyz three reals; null: no position
+ZTCAD_API void ztCAD_fillCoord(ztCAD_Coord* coord, const double* xyz);
 /// Two integers that travel with copies of the record and are never written; hosts may use them as they like. Null:
 /// nothing happens.
 ZTCAD_API void ztCAD_setMIPIntegers(ztCAD_MIP* record, int32_t first, int32_t second);
@@ -51,7 +61,8 @@ ZTCAD_API bool isEqual(const ztCAD_LCS* a, const ztCAD_LCS* b);
 
 /// Appends a vertex; one without a value counts as 0, 0, 0.
 ZTCAD_API void addVertex(const ztCAD_Vertex* vertex, ztCAD_Vertices* vertices);
-/// Appends `count` vertices, given by pointers, in order; a null entry is passed over, a negative count counts as 0.
+/// Appends `count` vertices, given by pointers, in order; a null entry is passed over, a negative count counts as 0. Without
+/// memory those before are in the list.
 ZTCAD_API void addVertexN_nostl(const ztCAD_Vertex* const* added, int32_t count, ztCAD_Vertices* vertices);
 /// Appends the vertices of a flat array: without a record for each of them, and so the way for large meshes.
 /// @param xyz   `count` * 3 reals, x y z interleaved, in the document's length unit; null: nothing happens
@@ -77,7 +88,8 @@ ZTCAD_API void ztCAD_clearVertices(ztCAD_Vertices* vertices);
 
 /// Appends the three indices of a facet.
 ZTCAD_API void addFacet(const ztCAD_Facet* facet, ztCAD_Faces* faces);
-/// Appends `count` facets, given by pointers, in order; a null entry is passed over, a negative count counts as 0.
+/// Appends `count` facets, given by pointers, in order; a null entry is passed over, a negative count counts as 0. Without
+/// memory those before are in the list.
 ZTCAD_API void addFacetN_nostl(const ztCAD_Facet* const* added, int32_t count, ztCAD_Faces* faces);
 /// Appends the facets of a flat array.
 /// @param ijk   `count` * 3 indices into a list of vertices, from 0; they are not compared with any list. Null: nothing

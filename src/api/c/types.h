@@ -7,8 +7,9 @@
 /// C++ passes an output by reference where C passes its address (`ZTCAD_OUT`); such an address is never null. The
 /// classes are opaque here; C++ hosts that were built like the library get them from `<ztCAD/ztCAD.h>`.
 ///
-/// Each element is a `ztCAD_Base` at the same address, and each one but references belongs to the class that it has in
-/// common with its template (`ztCAD_commonPoint`, ...): cast the pointer to pass it as one of these.
+/// Each element is a `ztCAD_Base` at the same address; points, lines, triangulated solids, structures and details also are of
+/// the class that they have in common with their templates (`ztCAD_commonPoint`, ...), likewise: cast the pointer to pass it as
+/// one of these.
 
 #include <stdint.h>  // NOLINT(modernize-deprecated-headers): C knows no other
 
