@@ -28,7 +28,7 @@ static const uint32_t ijk[12] = {0, 2, 1, 0, 1, 3, 0, 3, 2, 1, 2, 3};
 static const uint32_t red[3] = {255, 0, 128};
 static const char cyrillic[] = "\xD0\x94\xD0\xB5\xD1\x82\xD0\xB0\xD0\xBB\xD1\x8C";
 
-/* --------------------------------------------------------------------------------------------------------------- helpers */
+/* ---------------------------------------------------------------------------------------------------- small things */
 
 typedef int64_t (*TextOfElement)(const ztCAD_Base*, char*, int64_t);
 
