@@ -308,6 +308,11 @@ static void header(ztCAD_GMDDocument* document) {
          !strcmp(text, "11"));
   EXPECT(ztCAD_getHeaderText(own, ztCAD_HeaderProducerPlatform, text, sizeof text) == 3 &&
          !strcmp(text, "any"));
+  for (int32_t field = ztCAD_HeaderInform; field <= ztCAD_HeaderProducerPlatform; ++field) {
+    ztCAD_setHeaderText(made, field, NULL);
+    EXPECT(ztCAD_getHeaderText(made, field, text, sizeof text) == -1);
+    EXPECT(ztCAD_getHeaderText(own, field, NULL, 0) > 0); /* the document has copies */
+  }
 }
 
 /* ------------------------------------------------------------------------------------------------------ there and back */
