@@ -203,11 +203,10 @@ void printTargets(std::ostream& out, const Results& results, bool markdown) {
   targets.atMost(64, "MB beside the document", "points, save", peakMegabytes);
   for (const char* const what : {"points, load", "points in structures, load"}) {
     targets.atMost(700, "bytes a point beside the text", what, bytesForPoint);
-  }
-  for (const char* const what : {"points, load", "points in structures, load"})
     for (const std::size_t back : {1, 0})
       targets.atMost(0.05, "x its own way through a tree", std::string(what) + " (ref: through its own tree)",
                      overReference, back);
+  }
   targets.atMost(3, "x the bare work", "vertices, build", overReference);
   targets.atMost(3, "x the bare work", "points, build", overReference);
   for (const char* const what :

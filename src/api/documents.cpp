@@ -18,24 +18,48 @@ ztCAD_GMDDocument* createDocument(const std::string& inform) {
   return ztcad::createdObjects().keepDocument(std::make_unique<ztCAD_GMDDocument>(inform));
 }
 
-/// The outputs hold the failure values until loading knows better.
-void load(ztCAD_GMDDocument* document, const std::string& fileName, std::int32_t& resultCode,
-          bool& fault) noexcept {
+/// The outputs hold the failure values until loading knows better. A file name by pointer may be null.
+template <typename Name>
+void load(ztCAD_GMDDocument* document, const Name& fileName, std::int32_t& resultCode, bool& fault) noexcept {
   const std::int32_t failure = ztCAD_GMDDocument::NotParsed;
   fault = false;
   resultCode = guarded(failure, [&] {
     std::int32_t code = failure;
-    if (document) document->loadFromFile(fileName, code, fault);
+    if (document) document->loadFromFile(ztcad::textOf(fileName), code, fault);
     return code;
   });
 }
 
-/// The same for a file name whose text there may be no memory for.
-void loadNamed(ztCAD_GMDDocument* document, const char* fileName, std::int32_t& resultCode,
-               bool& fault) noexcept {
-  fault = false;
-  resultCode = ztCAD_GMDDocument::NotParsed;
-  guarded([&] { load(document, ztcad::textOf(fileName), resultCode, fault); });
+template <typename Name>
+ztCAD_GMDDocument* createFrom(const Name& fileName, std::int32_t& resultCode, bool& fault) noexcept {
+  ztCAD_GMDDocument* const document = crtGMDDocument_nostl(nullptr);
+  load(document, fileName, resultCode, fault);
+  return document;
+}
+
+template <typename Name>
+void update(ztCAD_GMDDocument* document, const Name& fileName, std::int32_t& resultCode,
+            bool& fault) noexcept {
+  if (document) ClearGMDDoc();
+  load(document, fileName, resultCode, fault);
+}
+
+/// @param message output, not that of the host, which may be the same object as the text
+template <typename Text>
+ztCAD_GMDDocument* parse(const Text& xml, bool& parsed, std::string& message, int& line,
+                         int& column) noexcept {
+  ztCAD_GMDDocument* const document = crtGMDDocument_nostl(nullptr);
+  parsed = false;
+  line = column = 0;
+  guarded([&] {
+    if (document) message = document->loadFromString(ztcad::textOf(xml), parsed, line, column);
+  });
+  return document;
+}
+
+std::string textOf(const ztCAD_GMDDocument& document, bool textForm) {
+  QString told;
+  return textForm ? ztcad::toNarrow(document.toText(told, true)) : document.xmlText();
 }
 
 /// As much of a UTF-8 text as the buffer holds, cut off behind a whole character.
@@ -70,39 +94,25 @@ void setHeader(const ztCAD_HeaderNode* header, ztCAD_GMDDocument* document) {
 
 ztCAD_GMDDocument* crtGMDDocumentFromFile(const std::string& fileName, std::int32_t& resultCode,
                                           bool& fault) {
-  ztCAD_GMDDocument* const document = crtGMDDocument(std::string());
-  load(document, fileName, resultCode, fault);
-  return document;
+  return createFrom(fileName, resultCode, fault);
 }
 
 ztCAD_GMDDocument* crtGMDDocumentFromFile_nostl(const char* fileName, std::int32_t& resultCode, bool& fault) {
-  ztCAD_GMDDocument* const document = crtGMDDocument_nostl(nullptr);
-  loadNamed(document, fileName, resultCode, fault);
-  return document;
+  return createFrom(fileName, resultCode, fault);
 }
 
 ztCAD_GMDDocument* crtGMDDocumentFromStdString(const std::string& xml, bool& parsed, std::string& message,
                                                int& line, int& column) {
-  ztCAD_GMDDocument* const document = crtGMDDocument(std::string());
-  std::string told;  // not the output itself, which may be the same object as the text
-  parsed = false;
-  line = column = 0;
-  guarded([&] {
-    if (document) told = document->loadFromString(xml, parsed, line, column);
-  });
+  std::string told;
+  ztCAD_GMDDocument* const document = parse(xml, parsed, told, line, column);
   message.swap(told);
   return document;
 }
 
 ztCAD_GMDDocument* crtGMDDocumentFromStdString_nostl(const char* xml, bool& parsed, char* message,
                                                      std::int32_t messageSize, int& line, int& column) {
-  ztCAD_GMDDocument* const document = crtGMDDocument_nostl(nullptr);
-  std::string told;  // into the buffer at the end, which may be that of the text
-  parsed = false;
-  line = column = 0;
-  guarded([&] {
-    if (document) told = document->loadFromString(ztcad::textOf(xml), parsed, line, column);
-  });
+  std::string told;
+  ztCAD_GMDDocument* const document = parse(xml, parsed, told, line, column);
   cutInto(message, messageSize, told);
   return document;
 }
@@ -110,20 +120,14 @@ ztCAD_GMDDocument* crtGMDDocumentFromStdString_nostl(const char* xml, bool& pars
 void GMDDocumentToString(const ztCAD_GMDDocument* document, std::string& text, bool textForm) {
   guarded([&] {
     text.clear();
-    if (!document) return;
-    QString told;
-    text = textForm ? ztcad::toNarrow(document->toText(told, true)) : document->xmlText();
+    if (document) text = textOf(*document, textForm);
   });
 }
 
 std::int64_t GMDDocumentToString_nostl(const ztCAD_GMDDocument* document, bool textForm, char* text,
                                        std::int64_t size) {
-  const std::int64_t length = ztcad::giveText(text, size, [&] {
-    QString told;
-    if (!document) return std::string();
-    return textForm ? ztcad::toNarrow(document->toText(told, true)) : document->xmlText();
-  });
-  return document ? length : -1;
+  return ztcad::giveText(
+      text, size, [&] { return document ? std::optional(textOf(*document, textForm)) : std::nullopt; });
 }
 
 void SaveGMDDocument(ztCAD_GMDDocument* document, const std::string& fileName) {
@@ -140,14 +144,12 @@ void SaveGMDDocument_nostl(ztCAD_GMDDocument* document, const char* fileName) {
 
 void UpdateGMDDoc(ztCAD_GMDDocument* document, const std::string& fileName, std::int32_t& resultCode,
                   bool& fault) {
-  if (document) ClearGMDDoc();
-  load(document, fileName, resultCode, fault);
+  update(document, fileName, resultCode, fault);
 }
 
 void UpdateGMDDoc_nostl(ztCAD_GMDDocument* document, const char* fileName, std::int32_t& resultCode,
                         bool& fault) {
-  if (document) ClearGMDDoc();
-  loadNamed(document, fileName, resultCode, fault);
+  update(document, fileName, resultCode, fault);
 }
 
 void ClearGMDDoc() {
@@ -240,10 +242,10 @@ void ztCAD_setHeaderNumber(ztCAD_HeaderNode* header, std::int32_t field, const s
 
 std::int64_t ztCAD_getHeaderText(const ztCAD_HeaderNode* header, std::int32_t field, char* text,
                                  std::int64_t size) {
-  const std::optional<QString> found = header ? textIn(*header, field) : std::nullopt;
-  const std::int64_t length =
-      ztcad::giveText(text, size, [&] { return found ? ztcad::toNarrow(*found) : std::string(); });
-  return found ? length : -1;
+  return ztcad::giveText(text, size, [&] {
+    const std::optional<QString> found = header ? textIn(*header, field) : std::nullopt;
+    return found ? std::optional(ztcad::toNarrow(*found)) : std::nullopt;
+  });
 }
 
 void ztCAD_setHeaderText(ztCAD_HeaderNode* header, std::int32_t field, const char* text) {

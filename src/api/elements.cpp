@@ -28,7 +28,7 @@ Element* create(const Name& name, bool& nameIsFree, const Parts*... parts) noexc
 template <typename Element, typename Name>
 Element* createFromRecord(const Name& name, const ztCAD_MIP* record) noexcept {
   return guarded<Element*>(nullptr, [&] {
-    return record ? ztcad::createElement<Element>(std::string(ztcad::textOf(name)), *record) : nullptr;
+    return record ? ztcad::createElement<Element>(ztcad::textOf(name), *record) : nullptr;
   });
 }
 
@@ -235,17 +235,24 @@ void setMIP_nostl(const ztCAD_MIP* record, ztCAD_Sphere* sphere) { setMIP(record
 
 namespace {
 
-/// Fills the record from what C hosts give, where they give it, and sets it.
+/// What both records have, from what C hosts give, where they give it.
+template <typename Record>
+Record describedBy(const char* comment, const char* inform, const ztCAD_LCS* lcs) {
+  Record record;
+  record.comment = ztcad::textOf(comment);
+  record.inform = ztcad::textOf(inform);
+  if (lcs) record.lcs = *lcs;
+  return record;
+}
+
+template <typename Element>
 void setCommon(const char* comment, const char* inform, const ztCAD_Color* color, std::int32_t visible,
-               const ztCAD_LCS* lcs, ztCAD_Base* element) noexcept {
+               const ztCAD_LCS* lcs, Element* element) noexcept {
   guarded([&] {
-    CommonProperty record;
-    record.comment = ztcad::textOf(comment);
-    record.inform = ztcad::textOf(inform);
+    auto record = describedBy<CommonProperty>(comment, inform, lcs);
     if (color) record.color = *color;
     if (visible >= 0) record.visible = ztCAD_Visible(visible > 0);
-    if (lcs) record.lcs = *lcs;
-    if (element) ztcad::apply(record, *element);
+    setProperties(record, element);
   });
 }
 
@@ -279,11 +286,5 @@ void setCommonPropertyTmplStructure_nostl(const char* comment, const char* infor
 
 void setCommonPropertyElementMIP_nostl(const char* comment, const char* inform, const ztCAD_LCS* lcs,
                                        ztCAD_ElementMIP* element) {
-  guarded([&] {
-    CommonPropertyForMIP record;
-    record.comment = ztcad::textOf(comment);
-    record.inform = ztcad::textOf(inform);
-    if (lcs) record.lcs = *lcs;
-    setProperties(record, element);
-  });
+  guarded([&] { setProperties(describedBy<CommonPropertyForMIP>(comment, inform, lcs), element); });
 }

@@ -1,5 +1,8 @@
 #include "c/fields.h"
 
+#include <functional>
+#include <optional>
+
 #include "../core/narrow_text.h"
 #include "element_kinds.h"
 #include "guard.h"
@@ -16,21 +19,19 @@ namespace {
 
 constexpr std::int32_t none = -1;
 
-std::int64_t give(const QString* found, char* text, std::int64_t size) noexcept {
-  const std::int64_t given =
-      ztcad::giveText(text, size, [&] { return found ? toNarrow(*found) : std::string(); });
-  return found ? given : none;
+/// The text that `field` gives of an object, which is null where there is none.
+template <typename Object, typename Field>
+std::int64_t give(const Object* object, Field field, char* text, std::int64_t size) noexcept {
+  return ztcad::giveText(text, size, [&] {
+    return object ? std::optional(toNarrow(std::invoke(field, *object))) : std::nullopt;
+  });
 }
 
-/// The text that `field` finds in the element; `Element` is the class that has the field.
-template <typename Element, typename Field>
-std::int64_t give(const Element* element, Field&& field, char* text, std::int64_t size) noexcept {
-  return give(element ? &field(*element) : nullptr, text, size);
-}
-
-template <typename Set>
-void setText(const char* text, Set&& set) noexcept {
-  guarded([&] { set(fromNarrow(textOf(text))); });
+template <typename Object, typename Set>
+void setText(Object* object, Set set, const char* text) noexcept {
+  guarded([&] {
+    if (object) std::invoke(set, *object, fromNarrow(textOf(text)));
+  });
 }
 
 std::int32_t give(const std::optional<ztCAD_LCS>& lcs, double* values, std::int32_t capacity) {
@@ -39,13 +40,18 @@ std::int32_t give(const std::optional<ztCAD_LCS>& lcs, double* values, std::int3
 
 // What some kinds have: null for the others.
 
-ztCAD_gArche* archetypeOf(ztCAD_Base* element) {
-  return withElement(element, static_cast<ztCAD_gArche*>(nullptr),
+template <typename Base>
+auto* archetypeOf(Base* element) {
+  using Archetype = std::conditional_t<std::is_const_v<Base>, const ztCAD_gArche, ztCAD_gArche>;
+  return withElement(element, static_cast<Archetype*>(nullptr),
                      [](auto& known) -> decltype(&known.archetype()) { return &known.archetype(); });
 }
-const ztCAD_gArche* archetypeOf(const ztCAD_Base* element) {
-  return withElement(element, static_cast<const ztCAD_gArche*>(nullptr),
-                     [](auto& known) -> decltype(&known.archetype()) { return &known.archetype(); });
+
+template <typename Base>
+auto* methodOf(Base* element) {
+  using Geometry = std::conditional_t<std::is_const_v<Base>, const ztCAD_baseElement, ztCAD_baseElement>;
+  auto* const geometry = dynamic_cast<Geometry*>(element);
+  return geometry ? &geometry->method() : nullptr;
 }
 
 std::optional<ztCAD_MIP> mipOf(const ztCAD_Base* element) {
@@ -59,12 +65,9 @@ std::optional<ztCAD_MIP> mipOf(const ztCAD_Base* element) {
   return found;
 }
 
-const QString& nameIn(const ztCAD_Base& element) { return element.property().attributes().name(); }
-const QString& commentIn(const ztCAD_Base& element) { return element.property().attributes().comment(); }
-const QString& informIn(const ztCAD_Base& element) { return element.property().attributes().inform(); }
-
-const ztCAD_baseElement* geometryOf(const ztCAD_Base* element) {
-  return dynamic_cast<const ztCAD_baseElement*>(element);
+template <typename Base>
+auto* attributesOf(Base* element) {
+  return element ? &element->property().attributes() : nullptr;
 }
 
 template <typename Element>
@@ -87,28 +90,22 @@ std::int32_t ztCAD_getKind(const ztCAD_Base* element) {
 // -------------------------------------------------------------------------------- what every element has
 
 std::int64_t ztCAD_getName(const ztCAD_Base* element, char* text, std::int64_t size) {
-  return give(element, nameIn, text, size);
+  return give(attributesOf(element), &ztCAD_gAttr::name, text, size);
 }
 void ztCAD_setName(ztCAD_Base* element, const char* name) {
-  setText(name, [element](const QString& text) {
-    if (element) element->setName(text);
-  });
+  setText(attributesOf(element), &ztCAD_gAttr::setName, name);
 }
 std::int64_t ztCAD_getComment(const ztCAD_Base* element, char* text, std::int64_t size) {
-  return give(element, commentIn, text, size);
+  return give(attributesOf(element), &ztCAD_gAttr::comment, text, size);
 }
 void ztCAD_setComment(ztCAD_Base* element, const char* comment) {
-  setText(comment, [element](const QString& text) {
-    if (element) element->property().attributes().setComment(text);
-  });
+  setText(attributesOf(element), &ztCAD_gAttr::setComment, comment);
 }
 std::int64_t ztCAD_getInform(const ztCAD_Base* element, char* text, std::int64_t size) {
-  return give(element, informIn, text, size);
+  return give(attributesOf(element), &ztCAD_gAttr::inform, text, size);
 }
 void ztCAD_setInform(ztCAD_Base* element, const char* inform) {
-  setText(inform, [element](const QString& text) {
-    if (element) element->property().attributes().setInform(text);
-  });
+  setText(attributesOf(element), &ztCAD_gAttr::setInform, inform);
 }
 
 bool ztCAD_getColor(const ztCAD_Base* element, std::uint32_t* rgb) {
@@ -147,13 +144,12 @@ void ztCAD_setLCS(ztCAD_Base* element, const ztCAD_LCS* lcs) {
 }
 
 std::int64_t ztCAD_getText(const ztCAD_Base* element, bool forPeople, char* text, std::int64_t size) {
-  bool known = false;
-  const std::int64_t given = ztcad::giveText(text, size, [&] {
+  return ztcad::giveText(text, size, [&] {
     QString told;
-    known = withElement(element, false, [&](auto& it) { return it.toText(told, forPeople), true; });
-    return toNarrow(told);
+    const bool known =
+        withElement(element, false, [&](auto& it) { return it.toText(told, forPeople), true; });
+    return known ? std::optional(toNarrow(told)) : std::nullopt;
   });
-  return known ? given : none;
 }
 
 std::int32_t ztCAD_getReadOk(const ztCAD_Base* element) {
@@ -169,14 +165,10 @@ bool ztCAD_isSound(const ztCAD_Base* element) {
 // -------------------------------------------------------------------------------- what some kinds have
 
 std::int64_t ztCAD_getMethod(const ztCAD_Base* element, char* text, std::int64_t size) {
-  return give(
-      geometryOf(element), [](auto& geometry) -> const QString& { return geometry.method().method(); }, text,
-      size);
+  return give(methodOf(element), &ztCAD_gMethod::method, text, size);
 }
 void ztCAD_setMethod(ztCAD_Base* element, const char* method) {
-  setText(method, [element](const QString& text) {
-    if (auto* const geometry = dynamic_cast<ztCAD_baseElement*>(element)) geometry->method().setMethod(text);
-  });
+  setText(methodOf(element), &ztCAD_gMethod::setMethod, method);
 }
 
 bool ztCAD_getCenter(const ztCAD_Base* element, double* xyz) {
@@ -270,20 +262,14 @@ void ztCAD_setPlacement(ztCAD_Base* element, const ztCAD_LCS* placement) {
   });
 }
 std::int64_t ztCAD_getTemplateName(const ztCAD_Base* element, char* text, std::int64_t size) {
-  const ztCAD_gArche* const archetype = archetypeOf(element);
-  return give(archetype ? &archetype->templateName() : nullptr, text, size);
+  return give(archetypeOf(element), &ztCAD_gArche::templateName, text, size);
 }
 void ztCAD_setTemplateName(ztCAD_Base* element, const char* name) {
-  setText(name, [element](const QString& text) {
-    if (ztCAD_gArche* const archetype = archetypeOf(element)) archetype->setTemplateName(text);
-  });
+  setText(archetypeOf(element), &ztCAD_gArche::setTemplateName, name);
 }
 std::int64_t ztCAD_getTemplateFile(const ztCAD_Base* element, char* text, std::int64_t size) {
-  const ztCAD_gArche* const archetype = archetypeOf(element);
-  return give(archetype ? &archetype->file() : nullptr, text, size);
+  return give(archetypeOf(element), &ztCAD_gArche::file, text, size);
 }
 void ztCAD_setTemplateFile(ztCAD_Base* element, const char* file) {
-  setText(file, [element](const QString& text) {
-    if (ztCAD_gArche* const archetype = archetypeOf(element)) archetype->setFile(text);
-  });
+  setText(archetypeOf(element), &ztCAD_gArche::setFile, file);
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,14 +16,15 @@
 namespace ztcad {
 
 /// A text that does not fit with its terminating zero is not written; the buffer then holds an empty one.
-/// @param tell a function that makes the text
+/// @param tell a function that makes the text, or nothing where there is none
 template <typename Tell>
 std::int64_t giveText(char* buffer, std::int64_t size, Tell&& tell) noexcept {
   if (buffer && size > 0) *buffer = '\0';
   return guarded(std::int64_t{-1}, [&] {
-    const std::string text = tell();
-    const auto length = static_cast<std::int64_t>(text.size());
-    if (buffer && length < size) std::memcpy(buffer, text.c_str(), text.size() + 1);
+    const std::optional<std::string> text = tell();
+    if (!text) return std::int64_t{-1};
+    const auto length = static_cast<std::int64_t>(text->size());
+    if (buffer && length < size) std::memcpy(buffer, text->c_str(), text->size() + 1);
     return length;
   });
 }

@@ -14,17 +14,19 @@ namespace {
 class Bits {
  public:
   explicit Bits(std::size_t names) {
-    while (16 * names > 64 * m_words.size())
-      m_words.resize(2 * m_words.size());
+    std::size_t words = 1;
+    while (16 * names > 64 * words)
+      words *= 2;
+    m_words.resize(words);
   }
 
-  bool has(uint hash) const { return (word(hash) >> hash % 64 & 1) != 0; }
-  void put(uint hash) { m_words[hash / 64 & (m_words.size() - 1)] |= std::uint64_t{1} << hash % 64; }
+  bool has(uint hash) const { return (m_words[indexOf(hash)] >> hash % 64 & 1) != 0; }
+  void put(uint hash) { m_words[indexOf(hash)] |= std::uint64_t{1} << hash % 64; }
 
  private:
-  std::uint64_t word(uint hash) const { return m_words[hash / 64 & (m_words.size() - 1)]; }
+  std::size_t indexOf(uint hash) const { return hash / 64 & (m_words.size() - 1); }
 
-  std::vector<std::uint64_t> m_words = {0};  // a power of two of them
+  std::vector<std::uint64_t> m_words;  // a power of two of them
 };
 
 /// Names whose bits differ are different; only the few that share one are compared.
