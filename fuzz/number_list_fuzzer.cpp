@@ -30,35 +30,45 @@ std::string textOf(const std::vector<Number>& numbers) {
   return text;
 }
 
+/// Reads bytes that end with their memory and the same bytes in a document.
+template <typename Read>
+void inBothPlaces(std::string_view bytes, Read read) {
+  const Latin1Decoder decoder;
+  read(ztcad::ElementText(bytes, decoder));
+  const std::string memory = std::string(bytes) + "<12.5e3, 4>.5e6;7890123456789";
+  read(ztcad::ElementText({memory.data(), bytes.size()}, decoder, memory.data() + memory.size()));
+}
+
 template <typename Number>
 void readTriples(std::string_view bytes, const QString& characters) {
-  const Latin1Decoder decoder;
-  std::vector<Number> fromBytes;
   std::vector<Number> fromCharacters;
-  const bool whole = ztcad::parseTriples(ztcad::ElementText(bytes, decoder), fromBytes);
-  require(ztcad::parseTriples(QStringView(characters), fromCharacters) == whole, "both ways answer the same");
-  // as text, for which one nan is like another
-  const std::string text = textOf(fromBytes);
-  require(fromBytes.size() == fromCharacters.size() && text == textOf(fromCharacters),
-          "both ways read the same");
-
-  std::vector<Number> back;
-  require(ztcad::parseTriples(ztcad::ElementText(text, decoder), back), "what was written is read");
-  require(textOf(back) == text, "and written again it is the same");
+  const bool whole = ztcad::parseTriples(QStringView(characters), fromCharacters);
+  const std::string text = textOf(fromCharacters);
+  inBothPlaces(bytes, [&](const ztcad::ElementText& element) {
+    std::vector<Number> fromBytes;
+    require(ztcad::parseTriples(element, fromBytes) == whole, "both ways answer the same");
+    // as text, for which one nan is like another
+    require(fromBytes.size() == fromCharacters.size() && textOf(fromBytes) == text,
+            "both ways read the same");
+  });
+  inBothPlaces(text, [&text](const ztcad::ElementText& element) {
+    std::vector<Number> back;
+    require(ztcad::parseTriples(element, back), "what was written is read");
+    require(textOf(back) == text, "and written again it is the same");
+  });
 }
 
 void readShortList(std::string_view bytes, const QString& characters) {
   constexpr int most = 3;
-  const Latin1Decoder decoder;
-  double fromBytes[most] = {};
-  const int count = ztcad::parseShortList(ztcad::ElementText(bytes, decoder), fromBytes, most);
   std::vector<double> list;
   const bool whole = ztcad::parseList(QStringView(characters), list);
-  const bool isShort = whole && list.size() <= most;
-  require(count == (isShort ? static_cast<int>(list.size()) : 0),
-          "a short list has as many numbers as a list");
-  list.resize(static_cast<std::size_t>(count));
-  require(textOf(list) == textOf(std::vector<double>(fromBytes, fromBytes + count)), "and the same ones");
+  if (!whole || list.size() > most) list.clear();
+  inBothPlaces(bytes, [&list](const ztcad::ElementText& element) {
+    double values[most] = {};
+    const int count = ztcad::parseShortList(element, values, most);
+    require(count == static_cast<int>(list.size()), "a short list has as many numbers as a list");
+    require(textOf(list) == textOf(std::vector<double>(values, values + count)), "and the same ones");
+  });
 }
 
 }  // namespace

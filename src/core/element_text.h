@@ -22,14 +22,18 @@ class TextDecoder {
 class ElementText {
  public:
   explicit ElementText(QString text) : m_text(std::move(text)) {}
-  /// @param decoder not owned
-  ElementText(std::string_view bytes, const TextDecoder& decoder) : m_bytes(bytes), m_decoder(&decoder) {}
+  /// @param decoder     not owned
+  /// @param endOfMemory how far behind the bytes may be looked; null: not at all
+  ElementText(std::string_view bytes, const TextDecoder& decoder, const char* endOfMemory = nullptr)
+      : m_bytes(bytes), m_decoder(&decoder), m_endOfMemory(endOfMemory) {}
 
   QString toString() const { return m_decoder ? m_decoder->decoded(m_bytes) : m_text; }
 
   bool isBytes() const { return m_decoder != nullptr; }
   /// Codes below 128 are ASCII; what else stands there, only `decoded` tells.
   std::string_view bytes() const { return m_bytes; }
+  /// Not before the end of the bytes. What stands behind them is not theirs: first a mark, which is part of no number.
+  const char* endOfMemory() const { return m_endOfMemory ? m_endOfMemory : m_bytes.data() + m_bytes.size(); }
   /// The characters of a part of `bytes()` that was found not to be plain numbers.
   QString decoded(std::string_view part) const { return m_decoder->decoded(part); }
 
@@ -37,6 +41,7 @@ class ElementText {
   QString m_text;
   std::string_view m_bytes;
   const TextDecoder* m_decoder = nullptr;
+  const char* m_endOfMemory = nullptr;
 };
 
 }  // namespace ztcad

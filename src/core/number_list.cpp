@@ -1,7 +1,11 @@
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <cstring>
 #include <limits>
 #include <QString>
+#include <QtAlgorithms>
+#include <QtEndian>
 #include <system_error>
 
 #include "number_text.h"
@@ -65,6 +69,7 @@ bool parseAnyTriples(QStringView text, std::vector<Number>& values) {
 struct Plain {
   const char* at;
   const char* end;
+  const char* endOfMemory;  // how far may be looked; behind the text stands a mark that is part of no number
 };
 
 bool isDigit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
@@ -83,6 +88,78 @@ bool skip(char c, Plain& text) {
 
 constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                   1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+#if Q_BYTE_ORDER == Q_LITTLE_ENDIAN
+constexpr std::ptrdiff_t wordSize = sizeof(quint64);
+
+/// Eight characters, digits as 0 to 9 and all others above.
+quint64 loadWord(const char* at) {
+  constexpr quint64 zeros = 0x3030303030303030;
+  quint64 word = 0;
+  std::memcpy(&word, at, sizeof word);
+  return word ^ zeros;
+}
+
+/// How many of the first characters are digits.
+int countDigits(quint64 word) {
+  constexpr quint64 lift = 0x7676767676767676;  // of 10 and more to 80 hex
+  constexpr quint64 highBits = 0x8080808080808080;
+  return static_cast<int>(qCountTrailingZeroBits(((word + lift) | word) & highBits) / 8);
+}
+
+quint64 firstDigits(quint64 word, int count) { return word & ((quint64{1} << (8 * count)) - 1); }
+
+/// The number that the first digits make: joined to pairs, to fours, to eight. Up to eight of them, but not none.
+quint32 joinDigits(quint64 word, int count) {
+  word <<= 8 * (wordSize - count);  // leading zeros
+  word = 10 * word + (word >> 8);
+  constexpr quint64 everyOtherPair = 0x000000FF000000FF;
+  constexpr quint64 firstPairs = 100 + (quint64{1000000} << 32);
+  constexpr quint64 secondPairs = 1 + (quint64{10000} << 32);
+  return static_cast<quint32>(
+      ((word & everyOtherPair) * firstPairs + ((word >> 16) & everyOtherPair) * secondPairs) >> 32);
+}
+
+/// What `readShortReal` reads, without a branch for each digit, which no processor foresees: up to eight digits in all, fewer
+/// than eight of them before the point. False for more, and near the end of the memory.
+bool readFewDigits(Plain& text, double& value) {
+  if (text.endOfMemory - text.at < 2 * wordSize + 1) return false;
+  const quint64 whole = loadWord(text.at);
+  const int beforePoint = countDigits(whole);
+  if (beforePoint == wordSize) return false;
+  const char* at = text.at + beforePoint;
+  int behindPoint = 0;
+  quint64 fraction = 0;
+  if (*at == '.') {
+    ++at;
+    fraction = loadWord(at);
+    behindPoint = countDigits(fraction);
+    at += behindPoint;
+  }
+  const int count = beforePoint + behindPoint;
+  if (count > wordSize || *at == 'e' || *at == 'E') return false;
+  const quint64 digits =
+      firstDigits(whole, beforePoint) | (firstDigits(fraction, behindPoint) << (8 * beforePoint));
+  value = joinDigits(digits, count) / powersOfTen[behindPoint];
+  text.at = at;
+  return true;
+}
+
+bool readFewDigits(Plain& text, std::uint32_t& value) {
+  if (text.endOfMemory - text.at < wordSize) return false;
+  const quint64 word = loadWord(text.at);
+  const int count = countDigits(word);
+  if (count == 0 || count == wordSize) return false;
+  value = joinDigits(firstDigits(word, count), count);
+  text.at += count;
+  return true;
+}
+#else
+template <typename Number>
+bool readFewDigits(Plain&, Number&) {
+  return false;
+}
+#endif
 
 /// Digits with perhaps a point among them, no more of them than both the whole number that they make and the power of
 /// ten that divides it are exact: then the quotient is the nearest double (W. Clinger, "How to read floating point
@@ -112,7 +189,7 @@ bool readShortReal(Plain& text, double& value) {
 bool readNumber(Plain& text, double& value) {
   const bool isNegative = skip('-', text);
   if (text.at == text.end || !isDigit(*text.at)) return false;
-  if (!readShortReal(text, value)) {
+  if (!readFewDigits(text, value) && !readShortReal(text, value)) {
     const auto [end, error] = std::from_chars(text.at, text.end, value);
     if (error != std::errc()) return false;
     text.at = end;
@@ -122,6 +199,7 @@ bool readNumber(Plain& text, double& value) {
 }
 
 bool readNumber(Plain& text, std::uint32_t& value) {
+  if (readFewDigits(text, value)) return true;
   constexpr int mostDigits = 10;
   const char* const first = text.at;
   std::uint64_t digits = 0;
@@ -143,10 +221,10 @@ bool readPart(Plain& text, Number& value) {
 template <typename Number>
 bool readTriple(Plain& text, Number* triple) {
   Plain ahead = text;
-  const bool whole = readPart(ahead, triple[0]) && skip(',', ahead) && readPart(ahead, triple[1]) &&
-                     skip(',', ahead) && readPart(ahead, triple[2]) && skip(';', ahead);
-  if (whole) text = ahead;
-  return whole;
+  for (int i = 0; i < 3; ++i)
+    if (!readPart(ahead, triple[i]) || !skip(i < 2 ? ',' : ';', ahead)) return false;
+  text = ahead;
+  return true;
 }
 
 /// Takes the room for all triples when the first ones have told how long one is.
@@ -164,7 +242,7 @@ template <typename Number>
 bool parseAnyTriples(const ElementText& text, std::vector<Number>& values) {
   if (!text.isBytes()) return parseAnyTriples(QStringView(text.toString()), values);
   const std::string_view bytes = text.bytes();
-  Plain left{bytes.data(), bytes.data() + bytes.size()};
+  Plain left{bytes.data(), bytes.data() + bytes.size(), text.endOfMemory()};
   bool allWhole = true;
   while (left.at != left.end) {
     Number triple[3];
@@ -207,7 +285,9 @@ bool parseTriples(QStringView text, std::vector<std::uint32_t>& values) {
 int parseShortList(const ElementText& text, double* values, int most) {
   const std::string_view bytes = text.bytes();
   const int count =
-      text.isBytes() ? readPlainList({bytes.data(), bytes.data() + bytes.size()}, values, most) : 0;
+      text.isBytes()
+          ? readPlainList({bytes.data(), bytes.data() + bytes.size(), text.endOfMemory()}, values, most)
+          : 0;
   if (count > 0) return count;
   std::vector<double> numbers;
   if (!parseList(text.toString(), numbers) || numbers.size() > static_cast<std::size_t>(most)) return 0;

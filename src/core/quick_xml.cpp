@@ -5,8 +5,12 @@
 #include <charconv>
 #include <cstdint>
 #include <cstring>
+#include <QtAlgorithms>
 #include <system_error>
 #include <vector>
+#if defined(__SSE2__) || defined(_M_X64)
+#include <emmintrin.h>
+#endif
 
 #include "narrow_text.h"
 #include "number_text.h"
@@ -54,6 +58,27 @@ constexpr std::array<bool, 256> findValueCharacters() {
 }
 constexpr auto valueCharacters = findValueCharacters();
 
+/// Up to the first byte of an attribute's value that needs a second look: a quote of either kind, "<", "&", a control
+/// character or one beyond ASCII. Sixteen at once where the processor can.
+const char* skipValueCharacters(const char* at, const char* end) {
+#if defined(__SSE2__) || defined(_M_X64)
+  constexpr std::ptrdiff_t width = sizeof(__m128i);
+  for (; end - at >= width; at += width) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+    const auto are = [&bytes](char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
+    const __m128i quotes = _mm_or_si128(are('"'), are('\''));
+    const __m128i markup = _mm_or_si128(are('<'), are('&'));
+    const __m128i others =
+        _mm_cmplt_epi8(bytes, _mm_set1_epi8(' '));  // as signed numbers: 80 hex and above are below 0
+    const int found = _mm_movemask_epi8(_mm_or_si128(_mm_or_si128(quotes, markup), others));
+    if (found != 0) return at + qCountTrailingZeroBits(static_cast<quint32>(found));
+  }
+#endif
+  while (at != end && valueCharacters[static_cast<unsigned char>(*at)])
+    ++at;
+  return at;
+}
+
 constexpr bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
 
 constexpr std::array<bool, 256> findNameCharacters() {
@@ -67,6 +92,9 @@ constexpr std::array<bool, 256> findNameCharacters() {
 constexpr auto nameCharacters = findNameCharacters();
 
 bool isNameCharacter(char c) { return nameCharacters[static_cast<unsigned char>(c)]; }
+
+quint64 unicodeOf(char ascii) { return static_cast<unsigned char>(ascii); }
+quint64 unicodeOf(QChar character) { return character.unicode(); }
 
 bool equals(std::string_view ascii, const QString& text) {
   if (ascii.size() != static_cast<std::size_t>(text.size())) return false;
@@ -193,17 +221,29 @@ class SharedTexts {
 
 // -------------------------------------------------------------------------------- the reader
 
+/// Tells most names apart at once: length, first and last character.
+template <typename Character>
+quint64 keyOf(const Character* name, std::size_t length) {
+  if (length == 0) return 0;
+  return quint64{length} << 32 | unicodeOf(name[0]) << 16 | unicodeOf(name[length - 1]);
+}
+
 struct Attribute {
   std::string_view name;
   std::string_view value;
+  quint64 key;
   bool hasReferences = false;
   bool isAscii = true;
 };
 
 /// Goes through the bytes once, from the front.
+///
+/// The last byte is a ">", which no name, no blanks and no mark but itself go beyond: only behind a ">" and in attribute
+/// values the end has to be looked for.
 class Reader {
  public:
-  Reader(std::string_view bytes, XmlBytes kind) : m_at(bytes.data()), m_end(m_at + bytes.size()) {
+  Reader(std::string_view bytes, XmlBytes kind) : m_at(bytes.data()), m_end(withoutBlanksAtEnd(bytes)) {
+    require(m_at != m_end && m_end[-1] == '>');
     readDeclaration(kind);
   }
 
@@ -214,10 +254,10 @@ class Reader {
   /// Up to the next start tag or the end tag of the open element; true, and the position behind "<", for a start tag.
   bool nextChild(std::string_view tag) {
     while (true) {
+      require(m_at != m_end);
       skipBlanks();
       m_decoder.checkText(untilMarkup());
       ++m_at;
-      require(m_at != m_end);
       if (*m_at == '/') {
         readEndTag(tag);
         return false;
@@ -237,7 +277,6 @@ class Reader {
     StartTag tag = {readName(), m_attributes.size(), false};
     while (true) {
       const bool isApart = skipBlanks();
-      require(m_at != m_end);
       if (*m_at == '>' || *m_at == '/') break;
       require(isApart);
       readAttribute();
@@ -251,7 +290,7 @@ class Reader {
   std::string_view readText(std::string_view tag) {
     std::string_view text = untilMarkup();
     ++m_at;
-    require(m_at != m_end && *m_at == '/');
+    require(*m_at == '/');
     readEndTag(tag);
     // as for Qt: nothing but blanks is no text; which characters beyond ASCII are blank is Qt's to say
     const auto first = std::find_if_not(text.begin(), text.end(), isBlank);
@@ -261,8 +300,11 @@ class Reader {
   }
 
   const Attribute* findAttribute(std::size_t first, std::size_t end, const QString& name) const {
-    for (std::size_t i = end; i > first; --i)  // of several the last one holds
-      if (equals(m_attributes[i - 1].name, name)) return &m_attributes[i - 1];
+    const quint64 key = keyOf(name.constData(), static_cast<std::size_t>(name.size()));
+    for (std::size_t i = end; i > first; --i) {  // of several the last one holds
+      const Attribute& attribute = m_attributes[i - 1];
+      if (attribute.key == key && equals(attribute.name, name)) return &attribute;
+    }
     return nullptr;
   }
   std::size_t attributeCount() const { return m_attributes.size(); }
@@ -282,7 +324,7 @@ class Reader {
   ElementText numbers(std::string_view bytes) {
     if (!m_hasNumbers) useCLocale();
     m_hasNumbers = true;
-    return ElementText(bytes, m_decoder);
+    return ElementText(bytes, m_decoder, m_end);
   }
 
   void enter() { require(++m_depth <= maximalDepth); }
@@ -294,14 +336,20 @@ class Reader {
            std::memcmp(m_at, text.data(), text.size()) == 0;
   }
 
+  static const char* withoutBlanksAtEnd(std::string_view bytes) {
+    while (!bytes.empty() && isBlank(bytes.back()))
+      bytes.remove_suffix(1);
+    return bytes.data() + bytes.size();
+  }
+
   void skip(char c) {
-    require(m_at != m_end && *m_at == c);
+    require(*m_at == c);
     ++m_at;
   }
 
   bool skipBlanks() {
     const char* at = m_at;
-    while (at != m_end && isBlank(*at))
+    while (isBlank(*at))
       ++at;
     const bool skipped = at != m_at;
     m_at = at;
@@ -320,9 +368,9 @@ class Reader {
 
   std::string_view readName() {
     const char* const first = m_at;
-    require(first != m_end && isLetter(*first));
+    require(isLetter(*first));
     const char* at = first + 1;
-    while (at != m_end && isNameCharacter(*at))
+    while (isNameCharacter(*at))
       ++at;
     m_at = at;
     return since(first);
@@ -349,14 +397,14 @@ class Reader {
   void readAttribute() {
     Attribute& attribute = m_attributes.emplace_back();
     attribute.name = readName();
+    attribute.key = keyOf(attribute.name.data(), attribute.name.size());
     skip('=');
-    require(m_at != m_end && (*m_at == '"' || *m_at == '\''));
+    require(*m_at == '"' || *m_at == '\'');
     const char quote = *m_at++;
     const char* const first = m_at;
     const char* at = first;
     while (true) {
-      while (at != m_end && valueCharacters[static_cast<unsigned char>(*at)])
-        ++at;
+      at = skipValueCharacters(at, m_end);
       if (at == m_end || *at == quote) break;
       const CharacterClass kind = classOf(*at);
       if (kind == NonAscii) {
@@ -472,7 +520,7 @@ void Reader::readDeclaration(XmlBytes kind) {
   std::string_view encoding = "utf-8";
   constexpr std::string_view expected[] = {"version", "encoding", "standalone"};
   std::size_t next = 0;
-  while (skipBlanks() && m_at != m_end && *m_at != '?') {
+  while (skipBlanks() && *m_at != '?') {
     readAttribute();
     const Attribute& attribute = m_attributes.back();
     while (next < 3 && expected[next] != attribute.name)
@@ -496,10 +544,10 @@ void Reader::readDeclaration(XmlBytes kind) {
 /// Blanks and comments outside the root, up to the next "<" or the end.
 void Reader::readBetweenElements() {
   while (true) {
-    skipBlanks();
     if (m_at == m_end) return;
+    skipBlanks();
     skip('<');
-    if (m_at == m_end || *m_at != '!') return;
+    if (*m_at != '!') return;
     readComment();
   }
 }
@@ -513,7 +561,7 @@ void Reader::readDocument(const std::function<void(const ElementView& root)>& vi
     root.finish();
   }
   readBetweenElements();
-  require(m_at == m_end && m_at[-1] != '<');
+  require(m_at == m_end);
 }
 
 }  // namespace

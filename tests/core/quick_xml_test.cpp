@@ -1,7 +1,9 @@
 #include "core/quick_xml.h"
 
 #include <gtest/gtest.h>
+#include <QDomDocument>
 #include <string>
+#include <vector>
 
 #include "core/xml_parse.h"
 
@@ -58,6 +60,14 @@ const Row otherRows[] = {
     {"Cut", "<a><b/>"},
     {"CutInATag", "<a b='1"},
     {"CutBehindLessThan", "<a/><"},
+    {"MarkOfAnEndAlone", ">"},
+    {"NoName", "<>"},
+    {"NoNameAtTheEnd", "<a></>"},
+    {"NoValue", "<a b>"},
+    {"NoQuote", "<a b=>"},
+    {"CutInAValue", "<a b='1>"},
+    {"CutInAComment", "<a/><!-->"},
+    {"CutInTheDeclaration", "<?xml version='1.0'>"},
     {"WrongEndTag", "<a></b>"},
     {"EndTagOfALongerName", "<a></ab>"},
     {"TwoRoots", "<a/><b/>"},
@@ -120,7 +130,57 @@ TEST(PlainXmlKind, TextOfAHostIsUtf8WhateverItDeclares) {
   EXPECT_EQ(seen, "Я");
 }
 
+TEST(PlainXmlEnd, NothingBehindItIsLookedAt) {
+  for (const Row& row : plainRows) {
+    for (std::size_t size = 0; size <= row.xml.size(); ++size) {
+      for (const char* const end : {"", ">", " >"}) {
+        const std::string xml = row.xml.substr(0, size) + end;
+        const std::vector<char> bytes(xml.begin(), xml.end());  // no NUL behind it, and the sanitizers watch
+        const bool isRead =
+            readPlainXml({bytes.data(), bytes.size()}, XmlBytes::AsDeclared, [](const ElementView&) {});
+        QDomDocument tree;
+        EXPECT_TRUE(!isRead || ztcad::parseXml(QByteArray::fromStdString(xml), tree).parsed) << xml;
+        EXPECT_TRUE(isRead || size < row.xml.size() || *end != '\0') << xml;
+      }
+    }
+  }
+}
+
 // -------------------------------------------------------------------------------- what its views show
+
+TEST(PlainXmlView, ValuesAreShownWholeWhereverTheirRareCharactersStand) {
+  struct Part {
+    const char* written;
+    const char* read;
+  };
+  for (const Part& part :
+       {Part{"&quot;", "\""}, Part{"Я", "Я"}, Part{"'", "'"}, Part{">", ">"}, Part{"]", "]"}}) {
+    for (std::size_t size = 0; size < 50; ++size) {
+      for (std::size_t place = 0; place <= size; ++place) {
+        const std::string before(place, 'b'), behind(size - place, '~');
+        const std::string xml = "<r a=\"" + before + part.written + behind + "\"/>";
+        QString seen;
+        EXPECT_TRUE(readPlainXml(xml, XmlBytes::AsDeclared, [&seen](const ElementView& root) {
+          seen = root.attribute(QLatin1String("a")).value();
+        })) << xml;
+        EXPECT_EQ(seen.toStdString(), before + part.read + behind);
+      }
+    }
+  }
+}
+
+TEST(PlainXmlView, TellsAttributesOfLikeNamesApart) {
+  EXPECT_TRUE(readPlainXml("<r name='1' nune='2' nme='3' name2='4' n='5' inform='6'/>", XmlBytes::AsDeclared,
+                           [](const ElementView& root) {
+                             const char* const names[] = {"name", "nune", "nme", "name2", "n", "inform"};
+                             for (int i = 0; i < 6; ++i)
+                               EXPECT_EQ(root.attribute(QLatin1String(names[i])), QString::number(i + 1));
+                             for (const char* const other : {"nome", "nae", "name3", "", "m", "infarm"})
+                               EXPECT_EQ(root.attribute(QLatin1String(other)), std::nullopt) << other;
+                             const QString cyrillic(QChar(0x430));
+                             EXPECT_EQ(root.attribute(cyrillic), std::nullopt);
+                           }));
+}
 
 TEST(PlainXmlView, ShowsTagsAttributesTextAndChildrenInTheirOrder) {
   std::string seen;
