@@ -110,7 +110,7 @@ void ztCAD_setInform(ztCAD_Base* element, const char* inform) {
 
 bool ztCAD_getColor(const ztCAD_Base* element, std::uint32_t* rgb) {
   if (!element) return false;
-  const ztCAD_Color& color = element->property().showable().color();
+  const ztCAD_Color color = element->property().showable().color();
   if (rgb && color.isSet()) {
     rgb[0] = color.red();
     rgb[1] = color.green();

@@ -27,6 +27,16 @@ class NameCounter {
     if (m_ordered.empty() && 2 * (m_names.size() + count) > m_slots.size()) resize(m_names.size() + count);
   }
 
+  /// Has the name's place in the table brought near while there are others to be looked up: of a large table nearly every
+  /// place is far.
+  void prepare(const QString& name) const {
+    if (m_slots.empty()) return;
+    [[maybe_unused]] const Slot* const place = &m_slots[hashOf(name) & (m_slots.size() - 1)];
+#if defined(__GNUC__)
+    __builtin_prefetch(place, 1);
+#endif
+  }
+
   /// Whether the name was not seen yet; from now on it was.
   bool isNew(const QString& name) { return find(name).isNew; }
 
@@ -111,6 +121,16 @@ class NameCounter {
 };
 
 template <typename Element>
+void prepare(const Element& element, NameCounter& counter) {
+  counter.prepare(element.name());
+}
+
+template <typename Element>
+void prepare(Element* element, NameCounter& counter) {
+  counter.prepare(element->name());
+}
+
+template <typename Element>
 void renameDuplicate(Element& element, NameCounter& counter) {
   if (const auto newName = counter.newNameFor(element.name())) element.setName(*newName);
 }
@@ -125,8 +145,14 @@ void renameDuplicate(Element* element, NameCounter& counter) {
 template <typename Container>
 void renameDuplicates(Container& elements, NameCounter& counter) {
   counter.expect(elements.size());
-  for (auto& element : elements)
+  constexpr int distance = 16;
+  auto ahead = elements.begin();
+  for (int i = 0; i < distance && ahead != elements.end(); ++i)
+    prepare(*ahead++, counter);
+  for (auto& element : elements) {
+    if (ahead != elements.end()) prepare(*ahead++, counter);
     renameDuplicate(element, counter);
+  }
 }
 
 }  // namespace ztcad

@@ -1,12 +1,13 @@
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cstring>
 #include <limits>
 #include <QString>
 #include <QtAlgorithms>
-#include <QtEndian>
 #include <system_error>
+#if defined(__SSE2__) || defined(_M_X64)
+#include <emmintrin.h>
+#endif
 
 #include "number_text.h"
 
@@ -89,10 +90,25 @@ bool skip(char c, Plain& text) {
 constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                   1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
-#if Q_BYTE_ORDER == Q_LITTLE_ENDIAN
-constexpr std::ptrdiff_t wordSize = sizeof(quint64);
+#if defined(__SSE2__) || defined(_M_X64)
+/// What stands in sixteen bytes, one bit for each, the first one in the lowest.
+struct Marks {
+  quint32 others;  // all but digits; above the sixteen ones, too
+  quint32 points;
+};
 
-/// Eight characters, digits as 0 to 9 and all others above.
+constexpr std::ptrdiff_t markedBytes = sizeof(__m128i);
+
+Marks findMarks(const char* at) {
+  const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+  const __m128i digits = _mm_sub_epi8(bytes, _mm_set1_epi8('0'));
+  const __m128i areDigits = _mm_cmpeq_epi8(digits, _mm_min_epu8(digits, _mm_set1_epi8(9)));
+  const __m128i arePoints = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('.'));
+  return {~static_cast<quint32>(_mm_movemask_epi8(areDigits)),
+          static_cast<quint32>(_mm_movemask_epi8(arePoints))};
+}
+
+/// Eight bytes, digits as 0 to 9 and all others above; the first one lowest.
 quint64 loadWord(const char* at) {
   constexpr quint64 zeros = 0x3030303030303030;
   quint64 word = 0;
@@ -100,56 +116,55 @@ quint64 loadWord(const char* at) {
   return word ^ zeros;
 }
 
-/// How many of the first characters are digits.
+/// Fewer than eight of them.
+quint64 firstDigits(quint64 word, int count) { return word & ((quint64{1} << (8 * count)) - 1); }
+
+/// How many of the first bytes of a word are digits.
 int countDigits(quint64 word) {
   constexpr quint64 lift = 0x7676767676767676;  // of 10 and more to 80 hex
   constexpr quint64 highBits = 0x8080808080808080;
   return static_cast<int>(qCountTrailingZeroBits(((word + lift) | word) & highBits) / 8);
 }
 
-quint64 firstDigits(quint64 word, int count) { return word & ((quint64{1} << (8 * count)) - 1); }
-
-/// The number that the first digits make: joined to pairs, to fours, to eight. Up to eight of them, but not none.
-quint32 joinDigits(quint64 word, int count) {
-  word <<= 8 * (wordSize - count);  // leading zeros
-  word = 10 * word + (word >> 8);
+/// The number that the digits make: joined to pairs, to fours, to eight. Up to eight of them, but not none.
+quint32 joinDigits(quint64 digits, int count) {
+  digits <<= 8 * (8 - count);  // leading zeros
+  digits = 10 * digits + (digits >> 8);
   constexpr quint64 everyOtherPair = 0x000000FF000000FF;
   constexpr quint64 firstPairs = 100 + (quint64{1000000} << 32);
   constexpr quint64 secondPairs = 1 + (quint64{10000} << 32);
   return static_cast<quint32>(
-      ((word & everyOtherPair) * firstPairs + ((word >> 16) & everyOtherPair) * secondPairs) >> 32);
+      ((digits & everyOtherPair) * firstPairs + ((digits >> 16) & everyOtherPair) * secondPairs) >> 32);
 }
 
-/// What `readShortReal` reads, without a branch for each digit, which no processor foresees: up to eight digits in all, fewer
-/// than eight of them before the point. False for more, and near the end of the memory.
+/// What `readShortReal` reads, with its sign and without a branch that hangs on its digits, which no processor foresees: up to
+/// seven digits before the point and eight in all. False, and nothing read, for all others and near the end of the memory.
 bool readFewDigits(Plain& text, double& value) {
-  if (text.endOfMemory - text.at < 2 * wordSize + 1) return false;
-  const quint64 whole = loadWord(text.at);
-  const int beforePoint = countDigits(whole);
-  if (beforePoint == wordSize) return false;
-  const char* at = text.at + beforePoint;
-  int behindPoint = 0;
-  quint64 fraction = 0;
-  if (*at == '.') {
-    ++at;
-    fraction = loadWord(at);
-    behindPoint = countDigits(fraction);
-    at += behindPoint;
-  }
+  if (text.endOfMemory - text.at < markedBytes + 1) return false;
+  const Marks marks = findMarks(text.at);
+  const int sign = *text.at == '-' ? 1 : 0;
+  const quint32 others = marks.others >> sign;
+  const int beforePoint = static_cast<int>(qCountTrailingZeroBits(others));
+  const int point = static_cast<int>((marks.points >> (sign + beforePoint)) & 1);
+  const int behindPoint = point * static_cast<int>(qCountTrailingZeroBits(others >> (beforePoint + point)));
   const int count = beforePoint + behindPoint;
-  if (count > wordSize || *at == 'e' || *at == 'E') return false;
-  const quint64 digits =
-      firstDigits(whole, beforePoint) | (firstDigits(fraction, behindPoint) << (8 * beforePoint));
-  value = joinDigits(digits, count) / powersOfTen[behindPoint];
-  text.at = at;
+  if (beforePoint < 1 || beforePoint > 7 || count > 8) return false;
+  const char* const whole = text.at + sign;
+  const char* const end = whole + count + point;
+  if (*end == 'e' || *end == 'E') return false;
+  const quint64 digits = firstDigits(loadWord(whole), beforePoint) |
+                         (firstDigits(loadWord(end - behindPoint), behindPoint) << (8 * beforePoint));
+  constexpr double signs[] = {1, -1};
+  value = signs[sign] * joinDigits(digits, count) / powersOfTen[behindPoint];
+  text.at = end;
   return true;
 }
 
 bool readFewDigits(Plain& text, std::uint32_t& value) {
-  if (text.endOfMemory - text.at < wordSize) return false;
+  if (text.endOfMemory - text.at < std::ptrdiff_t{sizeof(quint64)}) return false;
   const quint64 word = loadWord(text.at);
   const int count = countDigits(word);
-  if (count == 0 || count == wordSize) return false;
+  if (count < 1 || count > 7) return false;
   value = joinDigits(firstDigits(word, count), count);
   text.at += count;
   return true;
@@ -187,9 +202,10 @@ bool readShortReal(Plain& text, double& value) {
 
 /// A number that is written as nearly all are; false, and nothing else to be relied on, for what Qt has to judge.
 bool readNumber(Plain& text, double& value) {
+  if (readFewDigits(text, value)) return true;
   const bool isNegative = skip('-', text);
   if (text.at == text.end || !isDigit(*text.at)) return false;
-  if (!readFewDigits(text, value) && !readShortReal(text, value)) {
+  if (!readShortReal(text, value)) {
     const auto [end, error] = std::from_chars(text.at, text.end, value);
     if (error != std::errc()) return false;
     text.at = end;

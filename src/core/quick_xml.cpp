@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <QtAlgorithms>
 #include <system_error>
 #include <vector>
@@ -95,6 +96,18 @@ bool isNameCharacter(char c) { return nameCharacters[static_cast<unsigned char>(
 
 quint64 unicodeOf(char ascii) { return static_cast<unsigned char>(ascii); }
 quint64 unicodeOf(QChar character) { return character.unicode(); }
+
+/// memcmp, without a call for the lengths that stand between the values of attributes.
+bool isSame(const char* a, const char* b, std::size_t size) {
+  constexpr std::size_t half = sizeof(quint64);
+  if (size < half || size > 2 * half) return size == 0 || std::memcmp(a, b, size) == 0;
+  const auto word = [](const char* at) {
+    quint64 bytes = 0;
+    std::memcpy(&bytes, at, half);
+    return bytes;
+  };
+  return word(a) == word(b) && word(a + size - half) == word(b + size - half);
+}
 
 bool equals(std::string_view ascii, const QString& text) {
   if (ascii.size() != static_cast<std::size_t>(text.size())) return false;
@@ -189,7 +202,7 @@ class SharedTexts {
  public:
   const QString& get(std::string_view ascii) {
     Entry& entry = m_entries[hash(ascii)];
-    if (entry.bytes != ascii) {
+    if (entry.bytes.size() != ascii.size() || !isSame(entry.bytes.data(), ascii.data(), ascii.size())) {
       entry.text = QString::fromLatin1(ascii.data(), static_cast<int>(ascii.size()));
       entry.bytes = ascii;
     }
@@ -231,7 +244,7 @@ quint64 keyOf(const Character* name, std::size_t length) {
 struct Attribute {
   std::string_view name;
   std::string_view value;
-  quint64 key;
+  quint64 key = 0;
   bool hasReferences = false;
   bool isAscii = true;
 };
@@ -256,7 +269,7 @@ class Reader {
     while (true) {
       require(m_at != m_end);
       skipBlanks();
-      m_decoder.checkText(untilMarkup());
+      if (*m_at != '<') m_decoder.checkText(untilMarkup());
       ++m_at;
       if (*m_at == '/') {
         readEndTag(tag);
@@ -270,21 +283,23 @@ class Reader {
   struct StartTag {
     std::string_view name;
     std::size_t firstAttribute;
+    std::size_t attributeEnd;
     bool isEmpty;
   };
 
   StartTag readStartTag() {
-    StartTag tag = {readName(), m_attributes.size(), false};
-    while (true) {
-      const bool isApart = skipBlanks();
-      if (*m_at == '>' || *m_at == '/') break;
-      require(isApart);
-      readAttribute();
+    const char* const first = m_at;
+    m_nextQuestion = 0;
+    m_isLikeLast = m_last.firstAttribute == m_attributeCount && readLikeLast();
+    if (m_isLikeLast) {
+      m_last.name = {first, m_last.name.size()};
+    } else {
+      m_questions.clear();
+      m_last = readAnyStartTag();
     }
-    tag.isEmpty = *m_at == '/';
-    if (tag.isEmpty) ++m_at;
-    skip('>');
-    return tag;
+    m_attributeCount = m_last.attributeEnd;
+    m_lastTag = since(first);
+    return m_last;
   }
 
   std::string_view readText(std::string_view tag) {
@@ -299,16 +314,25 @@ class Reader {
     return text;
   }
 
-  const Attribute* findAttribute(std::size_t first, std::size_t end, const QString& name) const {
-    const quint64 key = keyOf(name.constData(), static_cast<std::size_t>(name.size()));
-    for (std::size_t i = end; i > first; --i) {  // of several the last one holds
-      const Attribute& attribute = m_attributes[i - 1];
-      if (attribute.key == key && equals(attribute.name, name)) return &attribute;
+  /// Elements that are alike are mostly asked alike.
+  const Attribute* findAttribute(const StartTag& tag, const QString& name) {
+    const bool isLast = tag.name.data() == m_last.name.data();
+    if (isLast && m_nextQuestion < m_questions.size()) {
+      const Question& question = m_questions[m_nextQuestion];
+      if (question.name.constData() == name.constData()) {
+        ++m_nextQuestion;
+        return question.answer;
+      }
     }
-    return nullptr;
+    const Attribute* const found = searchAttribute(tag, name);
+    constexpr std::size_t most = 16;
+    if (isLast && m_isLikeLast && m_nextQuestion == m_questions.size() && m_nextQuestion < most) {
+      m_questions.push_back({name, found});
+      ++m_nextQuestion;
+    }
+    return found;
   }
-  std::size_t attributeCount() const { return m_attributes.size(); }
-  void forgetAttributes(std::size_t first) { m_attributes.resize(first); }
+  void forgetAttributes(const StartTag& tag) { m_attributeCount = tag.firstAttribute; }
 
   QString valueOf(const Attribute& attribute) {
     const std::string_view value = attribute.value;
@@ -332,8 +356,7 @@ class Reader {
 
  private:
   bool startsWith(std::string_view text) const {
-    return static_cast<std::size_t>(m_end - m_at) >= text.size() &&
-           std::memcmp(m_at, text.data(), text.size()) == 0;
+    return static_cast<std::size_t>(m_end - m_at) >= text.size() && isSame(m_at, text.data(), text.size());
   }
 
   static const char* withoutBlanksAtEnd(std::string_view bytes) {
@@ -394,18 +417,71 @@ class Reader {
     skip('>');
   }
 
-  void readAttribute() {
-    Attribute& attribute = m_attributes.emplace_back();
+  StartTag readAnyStartTag() {
+    StartTag tag = {readName(), m_attributeCount, m_attributeCount, false};
+    while (true) {
+      const bool isApart = skipBlanks();
+      if (*m_at == '>' || *m_at == '/') break;
+      require(isApart);
+      if (tag.attributeEnd == m_attributes.size()) m_attributes.emplace_back();
+      readAttribute(m_attributes[tag.attributeEnd++]);
+    }
+    tag.isEmpty = *m_at == '/';
+    if (tag.isEmpty) ++m_at;
+    skip('>');
+    return tag;
+  }
+
+  /// Reads a start tag that differs from the last one in the values of its attributes alone, as is the rule in a series of
+  /// elements: what stands between the values is compared and not looked at a second time. False, and still before the tag,
+  /// for any other.
+  bool readLikeLast() {
+    const char* const first = m_at;
+    const char* same = m_lastTag.data();
+    for (std::size_t i = m_last.firstAttribute; i != m_last.attributeEnd; ++i) {
+      Attribute& attribute = m_attributes[i];
+      const std::string_view value = attribute.value;
+      if (!skipSame(same, value.data())) {
+        m_at = first;
+        return false;
+      }
+      readValue(attribute);
+      same = value.data() + value.size();
+    }
+    if (skipSame(same, m_lastTag.data() + m_lastTag.size())) return true;
+    m_at = first;
+    return false;
+  }
+
+  /// Goes behind a text that stands here as it stands from `begin` to `end`.
+  bool skipSame(const char* begin, const char* end) {
+    const std::string_view text(begin, static_cast<std::size_t>(end - begin));
+    if (!startsWith(text)) return false;
+    m_at += text.size();
+    return true;
+  }
+
+  void readAttribute(Attribute& attribute) {
     attribute.name = readName();
     attribute.key = keyOf(attribute.name.data(), attribute.name.size());
     skip('=');
     require(*m_at == '"' || *m_at == '\'');
-    const char quote = *m_at++;
+    ++m_at;
+    readValue(attribute);
+    ++m_at;
+  }
+
+  /// From behind the opening quote up to the closing one.
+  void readValue(Attribute& attribute) {
+    const char quote = m_at[-1];
     const char* const first = m_at;
     const char* at = first;
+    attribute.hasReferences = false;
+    attribute.isAscii = true;
     while (true) {
       at = skipValueCharacters(at, m_end);
-      if (at == m_end || *at == quote) break;
+      require(at != m_end);
+      if (*at == quote) break;
       const CharacterClass kind = classOf(*at);
       if (kind == NonAscii) {
         attribute.isAscii = false;
@@ -418,7 +494,6 @@ class Reader {
     }
     m_at = at;
     attribute.value = since(first);
-    skip(quote);
     if (!attribute.isAscii) m_decoder.checkNonAscii(attribute.value);
     if (attribute.hasReferences)
       withoutReferences(attribute.value);  // they have to be known, also where nobody asks
@@ -436,6 +511,21 @@ class Reader {
     return text + m_decoder.characters(value);
   }
 
+  const Attribute* searchAttribute(const StartTag& tag, const QString& name) const {
+    const quint64 key = keyOf(name.constData(), static_cast<std::size_t>(name.size()));
+    for (std::size_t i = tag.attributeEnd; i > tag.firstAttribute; --i) {  // of several the last one holds
+      const Attribute& attribute = m_attributes[i - 1];
+      if (attribute.key == key && equals(attribute.name, name)) return &attribute;
+    }
+    return nullptr;
+  }
+
+  /// What an element was asked for, and where it was found; null: nowhere.
+  struct Question {
+    QString name;
+    const Attribute* answer;
+  };
+
   void readDeclaration(XmlBytes kind);
   void readBetweenElements();
 
@@ -444,6 +534,15 @@ class Reader {
   PlainDecoder m_decoder;
   SharedTexts m_shared;
   std::vector<Attribute> m_attributes;  // of all open elements, the innermost one's last
+  std::size_t m_attributeCount = 0;     // behind them are some that may be like the next ones
+
+  static constexpr auto none = std::numeric_limits<std::size_t>::max();
+  StartTag m_last = {{}, none, none, false};  // that was read last; its attributes are still there
+  std::string_view m_lastTag;                 // the whole of it, from the name on
+  bool m_isLikeLast = false;                  // it differs from the one before it in values alone
+  std::vector<Question> m_questions;          // that all elements in a series of such were asked
+  std::size_t m_nextQuestion = 0;
+
   int m_depth = 0;
   bool m_hasNumbers = false;
 };
@@ -454,10 +553,7 @@ class PlainView final : public ElementView {
  public:
   /// The position is behind the "<" of the element.
   explicit PlainView(Reader& reader)
-      : m_reader(reader),
-        m_tag(reader.readStartTag()),
-        m_attributeEnd(reader.attributeCount()),
-        m_isRead(m_tag.isEmpty) {
+      : m_reader(reader), m_tag(reader.readStartTag()), m_isRead(m_tag.isEmpty) {
     m_reader.enter();
   }
 
@@ -496,18 +592,15 @@ class PlainView final : public ElementView {
   /// Goes on to the end of the element, whatever was read of it.
   void finish() const {
     if (!m_isRead) forEachChild([](const ElementView&) {});
-    m_reader.forgetAttributes(m_tag.firstAttribute);
+    m_reader.forgetAttributes(m_tag);
     m_reader.leave();
   }
 
  private:
-  const Attribute* find(const QString& name) const {
-    return m_reader.findAttribute(m_tag.firstAttribute, m_attributeEnd, name);
-  }
+  const Attribute* find(const QString& name) const { return m_reader.findAttribute(m_tag, name); }
 
   Reader& m_reader;
   const Reader::StartTag m_tag;
-  const std::size_t m_attributeEnd;
   mutable bool m_isRead;  // children or text
 };
 
@@ -521,21 +614,20 @@ void Reader::readDeclaration(XmlBytes kind) {
   constexpr std::string_view expected[] = {"version", "encoding", "standalone"};
   std::size_t next = 0;
   while (skipBlanks() && *m_at != '?') {
-    readAttribute();
-    const Attribute& attribute = m_attributes.back();
+    Attribute attribute;
+    readAttribute(attribute);
+    require(next > 0 || attribute.name == expected[0]);
     while (next < 3 && expected[next] != attribute.name)
       ++next;
     require(next < 3 && !attribute.hasReferences && attribute.isAscii);
     if (next == 0) require(attribute.value == "1.0");
     if (next == 1) encoding = attribute.value;
     if (next == 2) require(attribute.value == "yes" || attribute.value == "no");
-    require(m_attributes.front().name == expected[0]);
     ++next;
   }
   require(next > 0);
   skip('?');
   skip('>');
-  m_attributes.clear();
   if (kind == XmlBytes::Utf8 || equalsIgnoringCase(encoding, "utf-8")) return;
   require(!hasMark && equalsIgnoringCase(encoding, "windows-1251"));
   m_decoder.isWindows1251 = true;

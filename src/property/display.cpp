@@ -24,19 +24,31 @@ void ztCAD_Color::write(ztcad::ElementSink& element) const {
   element.attribute(words().color, toText(text, false));
 }
 
-bool ztCAD_Color::read(const ztcad::ElementView& element, bool& fault) {
-  fault = false;
-  const QString text = element.attribute(words().color).value_or(QString());
-  if (text.isEmpty()) return true;
-  const QVector<QStringRef> parts = text.splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
+namespace {
+
+/// Hands the colour of an element to `take`, if there is one.
+/// @return false for a text that is none
+template <typename Take>
+bool readColor(const ztcad::ElementView& element, Take take) {
+  const std::optional<QString> text = element.attribute(words().color);
+  if (!text || text->isEmpty()) return true;
+  const QVector<QStringRef> parts = text->splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
   if (parts.isEmpty()) return true;
   if (parts[0] != words().rgb) return false;
   if (parts.size() != 4) return true;
-  set(ztcad::indexOrZero(parts[1]), ztcad::indexOrZero(parts[2]), ztcad::indexOrZero(parts[3]));
+  take(ztCAD_Color(ztcad::indexOrZero(parts[1]), ztcad::indexOrZero(parts[2]), ztcad::indexOrZero(parts[3])));
   return true;
 }
 
+}  // namespace
+
+bool ztCAD_Color::read(const ztcad::ElementView& element, bool& fault) {
+  fault = false;
+  return readColor(element, [this](const ztCAD_Color& color) { *this = color; });
+}
+
 namespace {
+
 const QString& wordFor(bool visible) { return visible ? words().trueWord : words().falseWord; }
 
 bool visibleFrom(const QString& text) {
@@ -44,6 +56,14 @@ bool visibleFrom(const QString& text) {
   double number = 0;
   return !ztcad::toReal(text, number) || number > 0.0;
 }
+
+/// Hands the visibility of an element to `take`, if there is a word about it.
+template <typename Take>
+void readVisible(const ztcad::ElementView& element, Take take) {
+  const std::optional<QString> text = element.attribute(words().visible);
+  if (text) take(ztCAD_Visible(visibleFrom(*text)));
+}
+
 }  // namespace
 
 QString& ztCAD_Visible::toText(QString& out, bool /*debugForm*/) const {
@@ -56,29 +76,38 @@ void ztCAD_Visible::write(ztcad::ElementSink& element) const {
 }
 
 bool ztCAD_Visible::read(const ztcad::ElementView& element, bool& fault) {
-  const auto text = element.attribute(words().visible);
-  if (text) setValue(visibleFrom(*text));
   fault = false;
+  readVisible(element, [this](const ztCAD_Visible& visible) { *this = visible; });
   return true;
+}
+
+void ztCAD_gShowable::setColor(const ztCAD_Color& color) {
+  m_hasColor = color.isSet();
+  m_red = color.red();
+  m_green = color.green();
+  m_blue = color.blue();
+}
+
+void ztCAD_gShowable::setVisible(const ztCAD_Visible& visible) {
+  m_hasVisible = visible.isSet();
+  m_isVisible = visible.value().value_or(false);
 }
 
 QString& ztCAD_gShowable::toText(QString& out, bool debugForm) const {
   out += words().color + QLatin1Char('=');
-  m_color.toText(out, debugForm);
+  color().toText(out, debugForm);
   out += words().visible + QLatin1Char('=');
-  return m_visible.toText(out, debugForm);
+  return visible().toText(out, debugForm);
 }
 
 void ztCAD_gShowable::write(ztcad::ElementSink& element) const {
-  m_color.write(element);
-  m_visible.write(element);
+  color().write(element);
+  visible().write(element);
 }
 
 bool ztCAD_gShowable::read(const ztcad::ElementView& element, bool& fault) {
-  bool colorFault = false;
-  bool visibleFault = false;
-  const bool colorOk = m_color.read(element, colorFault);
-  const bool visibleOk = m_visible.read(element, visibleFault);
-  fault = colorFault && visibleFault;
-  return colorOk && visibleOk;
+  fault = false;  // neither has one of its own
+  const bool colorOk = readColor(element, [this](const ztCAD_Color& color) { setColor(color); });
+  readVisible(element, [this](const ztCAD_Visible& visible) { setVisible(visible); });
+  return colorOk;
 }

@@ -85,14 +85,14 @@ class ZTCAD_API ztCAD_gShowable : public ztCAD_INode, private ztCAD_ISerialize {
 
   /// The colour, which may be unset.
   /// @{
-  const ztCAD_Color& color() const { return m_color; }
-  void setColor(const ztCAD_Color& color) { m_color = color; }
+  ztCAD_Color color() const { return m_hasColor ? ztCAD_Color(m_red, m_green, m_blue) : ztCAD_Color(); }
+  void setColor(const ztCAD_Color& color);
   /// @}
 
   /// The visibility, which may be unset.
   /// @{
-  const ztCAD_Visible& visible() const { return m_visible; }
-  void setVisible(const ztCAD_Visible& visible) { m_visible = visible; }
+  ztCAD_Visible visible() const { return m_hasVisible ? ztCAD_Visible(m_isVisible) : ztCAD_Visible(); }
+  void setVisible(const ztCAD_Visible& visible);
   /// @}
 
   /// "color=RGB, 255, 0, 0visible=visible=truetrue", run together as programs know it.
@@ -101,6 +101,11 @@ class ZTCAD_API ztCAD_gShowable : public ztCAD_INode, private ztCAD_ISerialize {
   bool read(const ztcad::ElementView& element, bool& fault) override;
 
  private:
-  ztCAD_Color m_color;
-  ztCAD_Visible m_visible;
+  // the values of a ztCAD_Color and of a ztCAD_Visible: the two themselves would take 40 bytes more in every element
+  std::uint32_t m_red = 0;
+  std::uint32_t m_green = 0;
+  std::uint32_t m_blue = 0;
+  bool m_hasColor = false;
+  bool m_hasVisible = false;
+  bool m_isVisible = false;
 };

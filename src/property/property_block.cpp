@@ -2,6 +2,7 @@
 
 #include "../core/element_sink.h"
 #include "../core/element_view.h"
+#include "../core/vocabulary.h"
 
 ztCAD_cmnProperty::ztCAD_cmnProperty(const ztCAD_cmnProperty& other)
     : ztCAD_INode(other),
@@ -44,8 +45,10 @@ void ztCAD_cmnProperty::write(ztcad::ElementSink& element) const {
 bool ztCAD_cmnProperty::read(const ztcad::ElementView& element, bool& fault) {
   const bool attributesOk = m_attributes.read(element, fault);
   const bool showableOk = m_showable.read(element, fault);
-  ztCAD_LCS lcs;
-  if (lcs.read(element, fault)) setLcs(lcs);
+  if (element.hasAttribute(ztcad::words().lcs)) {  // hardly any has
+    ztCAD_LCS lcs;
+    if (lcs.read(element, fault)) setLcs(lcs);
+  }
   fault = false;
   setReadOk(attributesOk && showableOk);
   return readOk();

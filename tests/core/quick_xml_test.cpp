@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "core/dom_carrier.h"
 #include "core/xml_parse.h"
 
 using namespace std::string_literals;
@@ -167,6 +168,76 @@ TEST(PlainXmlView, ValuesAreShownWholeWhereverTheirRareCharactersStand) {
       }
     }
   }
+}
+
+/// What an element and those in it answer, asked in one of two orders.
+std::string answers(const ElementView& element, int order) {
+  static const QString inOrder[] = {QLatin1String("a"), QLatin1String("b"), QLatin1String("c"),
+                                    QLatin1String("thickness"), QLatin1String("a")};
+  const auto ask = [&] {
+    std::string text;
+    for (int i = 0; i < 5; ++i) {
+      const QString& name = inOrder[order % 2 == 0 ? i : 4 - i];
+      const auto value = element.attribute(name);
+      text += value ? '"' + value->toStdString() + '"' : element.hasAttribute(name) ? "?" : "-";
+    }
+    return text;
+  };
+  std::string text = element.tag().toStdString() + '(' + ask();
+  int place = 0;
+  element.forEachChild(
+      [&](const ElementView& child) { text += answers(child, order + (order > 1 ? place++ : 0)); });
+  return text + (order > 1 ? ask() : "") + ')';
+}
+
+TEST(PlainXmlView, SeriesOfElementsAnswerAsTheirTreeDoes) {
+  struct Element {
+    std::string xml;
+    bool isPlain = true;
+  };
+  const Element elements[] = {
+      {R"(<p a="1" b="2"/>)"},
+      {R"(<p a="3" b="4"/>)"},
+      {R"(<p a='5' b="6"/>)"},
+      {R"(<p a="7"  b="8"/>)"},
+      {R"(<p b="9" a="10"/>)"},
+      {R"(<p a="11"/>)"},
+      {R"(<p a="" b="13" c="14"/>)"},
+      {R"(<p a="15" a="16"/>)"},
+      {R"(<p a="&amp;Я" b=""/>)"},
+      {R"(<p a="it's" b=">"/>)"},
+      {R"(<q a="17" b="18"/>)"},
+      {R"(<pp a="19" b="20"/>)"},
+      {R"(<p a="21" b="22"></p>)"},
+      {R"(<p a="1" b="2"><p a="25" b="26"/></p>)"},
+      {R"(<p a="28" thickness="29"/>)"},
+      {R"(<p a="30" thicknest="31"/>)"},
+      {R"(<p/>)"},
+      {R"(<p><p/></p>)"},
+      {R"(<p a="27" b="28" />)"},
+      {"<p a=\"\x01\" b=\"2\"/>", false},
+      {R"(<p a="1" b="<"/>)", false},
+      {R"(<p a="1"b="2"/>)", false},
+      {R"(<p a="1" b="2>)", false},
+      {R"(<p a="&x;" b="2"/>)", false},
+  };
+  const auto check = [](const std::string& xml, bool isPlain) {
+    QDomDocument tree;
+    ASSERT_TRUE(ztcad::parseXml(QByteArray::fromStdString(xml), tree).parsed || !isPlain) << xml;
+    for (int order = 0; order < 4; ++order) {
+      std::string seen;
+      ASSERT_EQ(readPlainXml(xml, XmlBytes::AsDeclared,
+                             [&](const ElementView& root) { seen = answers(root, order); }),
+                isPlain)
+          << xml;
+      ASSERT_TRUE(!isPlain || seen == answers(ztcad::DomView(tree.documentElement()), order)) << xml << seen;
+    }
+  };
+  for (const Element& first : elements)
+    for (const Element& second : elements)
+      for (const Element& third : elements)
+        check("<r>" + first.xml + second.xml + third.xml + second.xml + "</r>",
+              first.isPlain && second.isPlain && third.isPlain);
 }
 
 TEST(PlainXmlView, TellsAttributesOfLikeNamesApart) {
