@@ -309,7 +309,7 @@ class Reader {
     readEndTag(tag);
     // as for Qt: nothing but blanks is no text; which characters beyond ASCII are blank is Qt's to say
     const auto first = std::find_if_not(text.begin(), text.end(), isBlank);
-    if (first == text.end()) return {};
+    if (first == text.end()) return text.substr(text.size());
     require(classOf(*first) != NonAscii);
     return text;
   }
@@ -485,6 +485,8 @@ class Reader {
       const CharacterClass kind = classOf(*at);
       if (kind == NonAscii) {
         attribute.isAscii = false;
+        while (classOf(at[1]) == NonAscii)  // words of such are the rule then
+          ++at;
       } else if (*at == '&') {
         attribute.hasReferences = true;
       } else {

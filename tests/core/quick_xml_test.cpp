@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/dom_carrier.h"
+#include "core/number_text.h"
 #include "core/xml_parse.h"
 
 using namespace std::string_literals;
@@ -281,6 +282,19 @@ TEST(PlainXmlView, WhatNobodyReadsIsCheckedAllTheSame) {
   EXPECT_TRUE(readFirstChildOnly("<r><a><b/></a></r>"));
   EXPECT_FALSE(readFirstChildOnly("<r><a><b></a></r>"));
   EXPECT_FALSE(readFirstChildOnly("<r><a b='&x;'/></r>"));
+}
+
+TEST(PlainXmlView, BlankTextHoldsNoNumbers) {
+  for (const char* const xml :
+       {"<r></r>", "<r> </r>", "<r>\n                  </r>", "<r/>", "<r a=''></r>"}) {
+    int count = -1;
+    EXPECT_TRUE(readPlainXml(xml, XmlBytes::AsDeclared, [&count](const ElementView& root) {
+      double values[3] = {};
+      count = ztcad::parseShortList(root.text(), values, 3) +
+              ztcad::parseShortList(root.attributeText(QLatin1String("a")).value_or(root.text()), values, 3);
+    })) << xml;
+    EXPECT_EQ(count, 0) << xml;
+  }
 }
 
 TEST(PlainXmlView, TextWithMarkupInsideIsNotItsBusiness) {
