@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
@@ -66,21 +67,26 @@ class KilledSave : public testing::Test {
 
 TEST_F(KilledSave, LeavesOneOfTheTwoDocumentsWhole) {
   const std::string texts[] = {savedBytes(one.get()), savedBytes(other.get())};
-  SaveGMDDocument(one.get(), target);
   Dice dice(randomSeed());
   int changed = 0;
-  const int most = 4 * microsecondsOfASave();
-  for (int round = 0; round < 300; ++round) {
-    killAfter(static_cast<useconds_t>(dice.roll(most)));
+  double wait = microsecondsOfASave();
+  constexpr int rounds = 150;
+  SaveGMDDocument(one.get(), target);
+  for (int round = 0; round < rounds; ++round) {
+    killAfter(static_cast<useconds_t>(dice.roll(1 + static_cast<int>(2 * wait))));
     const std::string found = bytesOf(target);
     ASSERT_TRUE(found == texts[0] || found == texts[1])
         << "round " << round << ": " << found.size() << " bytes";
-    changed += found == texts[1] ? 1 : 0;
+    const bool isChanged = found == texts[1];
+    changed += isChanged ? 1 : 0;
+    // the kills come about the end of the first save, however busy the machine is and becomes
+    constexpr double longest = 2e6;
+    wait = std::min(longest, wait * (isChanged ? 0.9 : 1.1));
     removeRemains();
+    if (isChanged) SaveGMDDocument(one.get(), target);
   }
-  // the process did nothing but save, so nearly every kill came in the middle of one, and some behind whole ones
-  EXPECT_GT(changed, 10);
-  EXPECT_LT(changed, 290);
+  EXPECT_GT(changed, rounds / 20);
+  EXPECT_LT(changed, rounds - rounds / 20);
 }
 
 TEST_F(KilledSave, IsMadeUpForByTheNext) {
