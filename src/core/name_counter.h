@@ -120,38 +120,34 @@ class NameCounter {
   std::map<QString, std::size_t> m_ordered;  // takes the place of all slots once it holds a name
 };
 
+/// What a container holds by value or by pointer.
+/// @{
 template <typename Element>
-void prepare(const Element& element, NameCounter& counter) {
-  counter.prepare(element.name());
+Element& named(Element& element) {
+  return element;
 }
-
 template <typename Element>
-void prepare(Element* element, NameCounter& counter) {
-  counter.prepare(element->name());
+Element& named(Element* element) {
+  return *element;
 }
-
-template <typename Element>
-void renameDuplicate(Element& element, NameCounter& counter) {
-  if (const auto newName = counter.newNameFor(element.name())) element.setName(*newName);
-}
-
-template <typename Element>
-void renameDuplicate(Element* element, NameCounter& counter) {
-  renameDuplicate(*element, counter);
-}
+/// @}
 
 /// Renames the duplicates of one container of named elements, or of pointers to such (none of them null), in
 /// its order.
 template <typename Container>
 void renameDuplicates(Container& elements, NameCounter& counter) {
   counter.expect(elements.size());
-  constexpr int distance = 16;
   auto ahead = elements.begin();
-  for (int i = 0; i < distance && ahead != elements.end(); ++i)
-    prepare(*ahead++, counter);
-  for (auto& element : elements) {
-    if (ahead != elements.end()) prepare(*ahead++, counter);
-    renameDuplicate(element, counter);
+  const auto prepareNext = [&] {
+    if (ahead != elements.end()) counter.prepare(named(*ahead++).name());
+  };
+  constexpr int distance = 16;
+  for (int i = 0; i < distance; ++i)
+    prepareNext();
+  for (auto& held : elements) {
+    prepareNext();
+    auto& element = named(held);
+    if (const auto newName = counter.newNameFor(element.name())) element.setName(*newName);
   }
 }
 

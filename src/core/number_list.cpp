@@ -5,11 +5,9 @@
 #include <QString>
 #include <QtAlgorithms>
 #include <system_error>
-#if defined(__SSE2__) || defined(_M_X64)
-#include <emmintrin.h>
-#endif
 
 #include "number_text.h"
+#include "sse2.h"
 
 namespace ztcad {
 
@@ -90,7 +88,7 @@ bool skip(char c, Plain& text) {
 constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                   1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
-#if defined(__SSE2__) || defined(_M_X64)
+#if defined(ZTCAD_SSE2)
 /// What stands in sixteen bytes, one bit for each, the first one in the lowest.
 struct Marks {
   quint32 others;  // all but digits; above the sixteen ones, too
@@ -119,7 +117,7 @@ quint64 loadWord(const char* at) {
 /// Fewer than eight of them.
 quint64 firstDigits(quint64 word, int count) { return word & ((quint64{1} << (8 * count)) - 1); }
 
-/// How many of the first bytes of a word are digits.
+/// How many of the first bytes of a word are digits: for the few of an index this is quicker than `findMarks`.
 int countDigits(quint64 word) {
   constexpr quint64 lift = 0x7676767676767676;  // of 10 and more to 80 hex
   constexpr quint64 highBits = 0x8080808080808080;

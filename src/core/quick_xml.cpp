@@ -9,12 +9,10 @@
 #include <QtAlgorithms>
 #include <system_error>
 #include <vector>
-#if defined(__SSE2__) || defined(_M_X64)
-#include <emmintrin.h>
-#endif
 
 #include "narrow_text.h"
 #include "number_text.h"
+#include "sse2.h"
 #include "windows1251.h"
 #include "xml_parse.h"
 
@@ -62,7 +60,7 @@ constexpr auto valueCharacters = findValueCharacters();
 /// Up to the first byte of an attribute's value that needs a second look: a quote of either kind, "<", "&", a control
 /// character or one beyond ASCII. Sixteen at once where the processor can.
 const char* skipValueCharacters(const char* at, const char* end) {
-#if defined(__SSE2__) || defined(_M_X64)
+#if defined(ZTCAD_SSE2)
   constexpr std::ptrdiff_t width = sizeof(__m128i);
   for (; end - at >= width; at += width) {
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));

@@ -171,7 +171,8 @@ TEST(PlainXmlView, ValuesAreShownWholeWhereverTheirRareCharactersStand) {
   }
 }
 
-/// What an element and those in it answer, asked in one of two orders.
+/// What an element and those in it answer, asked in one of two orders; from 2 on in both by turns, and again behind the
+/// children.
 std::string answers(const ElementView& element, int order) {
   static const QString inOrder[] = {QLatin1String("a"), QLatin1String("b"), QLatin1String("c"),
                                     QLatin1String("thickness"), QLatin1String("a")};
