@@ -4,8 +4,8 @@
 #include <cstring>
 #include <memory>
 
-#include "core/element_text.h"
-#include "core/number_text.h"
+#include "text/element_text.h"
+#include "number/number_text.h"
 #include "geometry/triple_text.h"
 #include "parts_values.h"
 #include "stock_numbers.h"

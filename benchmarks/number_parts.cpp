@@ -3,7 +3,7 @@
 #include <array>
 #include <charconv>
 
-#include "core/number_text.h"
+#include "number/number_text.h"
 #include "parts_values.h"
 #include "stock_numbers.h"
 

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <vector>
 
-#include "core/narrow_text.h"
+#include "text/narrow_text.h"
 #include "fuzzing.h"
 #include "ztCAD.h"
 

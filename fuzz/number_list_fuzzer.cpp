@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "core/element_text.h"
-#include "core/number_text.h"
+#include "text/element_text.h"
+#include "number/number_text.h"
 #include "fuzzing.h"
 #include "geometry/triple_text.h"
 

@@ -4,9 +4,9 @@
 #include <QDomDocument>
 #include <QStringList>
 
-#include "core/dom_carrier.h"
-#include "core/quick_xml.h"
-#include "core/xml_parse.h"
+#include "xml/dom_backend.h"
+#include "xml/plain_xml.h"
+#include "xml/xml_parse.h"
 #include "fuzzing.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "core/dom_carrier.h"
+#include "xml/dom_backend.h"
 
 /// Elements and property classes told as XML text, so that most tests are two lines. All texts are UTF-8.
 

@@ -3,7 +3,7 @@
 #include <new>
 
 #include "../core/document/document.h"
-#include "../core/process_object.h"
+#include "../support/process_object.h"
 
 namespace ztcad {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "../core/document/check.h"
-#include "../core/narrow_text.h"
+#include "../text/narrow_text.h"
 #include "../structure/read_structures.h"
 #include "created_objects.h"
 #include "guard.h"

@@ -2,7 +2,7 @@
 
 #include <QtGlobal>
 
-#include "../core/narrow_text.h"
+#include "../text/narrow_text.h"
 #include "created_objects.h"
 #include "guard.h"
 

@@ -3,7 +3,7 @@
 #include <functional>
 #include <optional>
 
-#include "../core/narrow_text.h"
+#include "../text/narrow_text.h"
 #include "element_kinds.h"
 #include "guard.h"
 #include "text_output.h"

@@ -4,7 +4,7 @@
 #include <ostream>
 #include <sstream>
 
-#include "../core/process_object.h"
+#include "../support/process_object.h"
 #include "../support/assertion_log.h"
 #include "c/library.h"
 #include "guard.h"

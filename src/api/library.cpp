@@ -4,7 +4,7 @@
 #include "../core/vocabulary.h"
 #include "../structure/read_structures.h"
 #include "../structure/structure.h"
-#include "../support/_Common/lazy_lock.h"
+#include "../support/lazy_lock.h"
 #include "created_objects.h"
 #include "host_log.h"
 

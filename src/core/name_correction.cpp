@@ -2,7 +2,7 @@
 
 #include <QRegExp>
 
-#include "narrow_text.h"
+#include "../text/narrow_text.h"
 
 namespace ztcad {
 

@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "process_object.h"
+#include "../support/process_object.h"
 
 namespace ztcad {
 

@@ -1,6 +1,6 @@
 #include "node.h"
 
-#include "dom_carrier.h"
+#include "../xml/dom_backend.h"
 
 // The destructors stand here, out of line, so that each interface has one home for its virtual table.
 ztCAD_ISerialize::~ztCAD_ISerialize() = default;

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-#include "process_object.h"
+#include "../support/process_object.h"
 
 namespace ztcad {
 

@@ -1,8 +1,8 @@
 #include "mip_element.h"
 
-#include "../core/element_sink.h"
-#include "../core/element_view.h"
-#include "../core/narrow_text.h"
+#include "../xml/element_sink.h"
+#include "../xml/element_view.h"
+#include "../text/narrow_text.h"
 #include "../core/vocabulary.h"
 
 using ztcad::words;

@@ -1,7 +1,7 @@
 #include "point.h"
 
-#include "../core/element_sink.h"
-#include "../core/element_view.h"
+#include "../xml/element_sink.h"
+#include "../xml/element_view.h"
 #include "../core/vocabulary.h"
 #include "triple_text.h"
 

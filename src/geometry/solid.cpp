@@ -1,7 +1,7 @@
 #include "solid.h"
 
-#include "../core/element_sink.h"
-#include "../core/element_view.h"
+#include "../xml/element_sink.h"
+#include "../xml/element_view.h"
 
 void ztCAD_cmnSolid::setMip(const ztCAD_MIP& mip) {
   if (!mip.isComplete()) return;

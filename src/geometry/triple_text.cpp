@@ -1,6 +1,6 @@
 #include "triple_text.h"
 
-#include "../core/number_text.h"
+#include "../number/number_text.h"
 #include "../core/vocabulary.h"
 #include "../property/property_block.h"
 

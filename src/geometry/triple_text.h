@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "../core/number_text.h"
+#include "../number/number_text.h"
 
 class ztCAD_Coord;
 class ztCAD_cmnProperty;

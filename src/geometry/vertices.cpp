@@ -1,8 +1,8 @@
 #include "vertices.h"
 
-#include "../core/element_sink.h"
-#include "../core/element_view.h"
-#include "../core/number_text.h"
+#include "../xml/element_sink.h"
+#include "../xml/element_view.h"
+#include "../number/number_text.h"
 #include "../core/vocabulary.h"
 #include "triple_text.h"
 

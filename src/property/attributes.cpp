@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "../core/element_sink.h"
-#include "../core/element_view.h"
+#include "../xml/element_sink.h"
+#include "../xml/element_view.h"
 #include "../core/vocabulary.h"
 
 using ztcad::words;

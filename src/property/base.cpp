@@ -1,7 +1,7 @@
 #include "base.h"
 
-#include "../core/element_sink.h"
-#include "../core/element_view.h"
+#include "../xml/element_sink.h"
+#include "../xml/element_view.h"
 #include "../core/name_registry.h"
 
 ztCAD_Base::~ztCAD_Base() = default;

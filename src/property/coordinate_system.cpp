@@ -4,9 +4,9 @@
 #include <iterator>
 #include <QVector>
 
-#include "../core/element_sink.h"
-#include "../core/element_view.h"
-#include "../core/number_text.h"
+#include "../xml/element_sink.h"
+#include "../xml/element_view.h"
+#include "../number/number_text.h"
 #include "../core/vocabulary.h"
 
 using ztcad::words;

@@ -1,7 +1,7 @@
 #include "property_block.h"
 
-#include "../core/element_sink.h"
-#include "../core/element_view.h"
+#include "../xml/element_sink.h"
+#include "../xml/element_view.h"
 #include "../core/vocabulary.h"
 
 ztCAD_cmnProperty::ztCAD_cmnProperty(const ztCAD_cmnProperty& other)

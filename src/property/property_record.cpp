@@ -1,6 +1,6 @@
 #include "property_record.h"
 
-#include "../core/narrow_text.h"
+#include "../text/narrow_text.h"
 #include "base.h"
 
 namespace {

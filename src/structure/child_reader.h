@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../core/element_view.h"
+#include "../xml/element_view.h"
 #include "../core/vocabulary.h"
 
 namespace ztcad {

@@ -1,6 +1,6 @@
 #include "detail.h"
 
-#include "../core/element_sink.h"
+#include "../xml/element_sink.h"
 #include "../core/name_counter.h"
 #include "../core/vocabulary.h"
 #include "child_reader.h"

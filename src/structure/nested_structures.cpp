@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "../core/xml_parse.h"
+#include "../xml/xml_parse.h"
 #include "structure.h"
 
 namespace {

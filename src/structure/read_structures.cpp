@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "../core/process_object.h"
+#include "../support/process_object.h"
 
 namespace ztcad {
 

@@ -4,8 +4,8 @@
 #include <memory>
 #include <stdexcept>
 
-#include "../core/element_sink.h"
-#include "../core/element_view.h"
+#include "../xml/element_sink.h"
+#include "../xml/element_view.h"
 #include "../core/name_counter.h"
 #include "../core/vocabulary.h"
 #include "child_reader.h"

@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "core/dom_carrier.h"
+#include "xml/dom_backend.h"
 #include "core/state.h"
-#include "core/xml_print.h"
+#include "xml/xml_print.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "core/number_text.h"
+#include "number/number_text.h"
 #include "dice.h"
 #include "random_seed.h"
 

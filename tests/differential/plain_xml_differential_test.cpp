@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "core/dom_carrier.h"
-#include "core/quick_xml.h"
-#include "core/xml_parse.h"
+#include "xml/dom_backend.h"
+#include "xml/plain_xml.h"
+#include "xml/xml_parse.h"
 #include "mutated_xml.h"
 #include "random_seed.h"
 

@@ -12,11 +12,11 @@
 #include <string>
 #include <vector>
 
-#include "core/byte_sink.h"
-#include "core/dom_carrier.h"
+#include "xml/byte_sink.h"
+#include "xml/dom_backend.h"
 #include "core/vocabulary.h"
-#include "core/xml_parse.h"
-#include "core/xml_print.h"
+#include "xml/xml_parse.h"
+#include "xml/xml_print.h"
 #include "dice.h"
 #include "mutated_xml.h"
 #include "random_seed.h"

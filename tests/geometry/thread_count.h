@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "support/_Common/lazy_lock.h"
-#include "support/_Common/parallel_settings.h"
+#include "support/lazy_lock.h"
+#include "support/parallel_settings.h"
 
 /// Configures a number of threads for a scope, in both modes, as a loaded library does; what was there before
 /// comes back at its end. OpenMP itself is left alone.

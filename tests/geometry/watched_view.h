@@ -6,8 +6,8 @@
 #include <set>
 #include <stdexcept>
 
-#include "core/element_view.h"
-#include "support/_Common/parallel_settings.h"
+#include "xml/element_view.h"
+#include "support/parallel_settings.h"
 
 /// What a reader asked of an element: the calls, and the parallel modes that held at the time. The call that is named
 /// in `failing` throws, as a carrier does that finds its bytes broken half-way.

@@ -5,7 +5,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "core/dom_carrier.h"
+#include "xml/dom_backend.h"
 #include "node_text.h"
 
 namespace {

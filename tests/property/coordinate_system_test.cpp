@@ -9,7 +9,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "core/dom_carrier.h"
+#include "xml/dom_backend.h"
 #include "node_text.h"
 
 namespace {

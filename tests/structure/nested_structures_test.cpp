@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "core/xml_parse.h"
+#include "xml/xml_parse.h"
 #include "node_text.h"
 #include "structure/read_structures.h"
 #include "structure/sample_elements.h"

@@ -1,4 +1,4 @@
-#include "support/_Common/lazy_lock.h"
+#include "support/lazy_lock.h"
 
 #include <gtest/gtest.h>
 #include <omp.h>

@@ -10,7 +10,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "support/_Common/parallel_settings.h"
+#include "support/parallel_settings.h"
 #include "support/captured_warnings.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "support/_Common/processor.h"
+#include "support/processor.h"
 
 #include <gtest/gtest.h>
 #include <omp.h>

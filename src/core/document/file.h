@@ -4,7 +4,7 @@
 #include <QByteArray>
 #include <QString>
 
-#include "../xml_writer.h"
+#include "../../xml/xml_writer.h"
 
 namespace ztcad {
 

@@ -4,8 +4,8 @@
 #include <QDomDocument>
 #include <utility>
 
-#include "../quick_xml.h"
-#include "../xml_parse.h"
+#include "../../xml/plain_xml.h"
+#include "../../xml/xml_parse.h"
 
 namespace ztcad {
 

@@ -5,8 +5,8 @@
 #include <limits>
 
 #include "../assertion_log.h"
-#include "parallel_settings.h"
-#include "processor.h"
+#include "../parallel_settings.h"
+#include "../processor.h"
 
 namespace {
 

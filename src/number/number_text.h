@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "element_text.h"
+#include "../text/element_text.h"
 #include "whole_numbers.h"  // writeIndex
 
 namespace ztcad {

@@ -9,7 +9,7 @@
 #include <QXmlSimpleReader>
 #include <tuple>
 
-#include "windows1251.h"
+#include "../text/windows1251.h"
 #include "xml_scan.h"
 
 namespace ztcad {

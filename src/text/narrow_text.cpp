@@ -72,14 +72,6 @@ QString fromUtf8(std::string_view bytes) {
   return text + QString::fromUtf8(bytes.data(), qtSize(bytes));
 }
 
-QString fromWindows1251(std::string_view bytes) {
-  QString text(qtSize(bytes), Qt::Uninitialized);
-  QChar* to = text.data();
-  for (const char byte : bytes)
-    *to++ = windows1251ToUnicode(static_cast<unsigned char>(byte));
-  return text;
-}
-
 std::string toWindows1251(const QString& text) {
   std::string bytes;
   bytes.reserve(static_cast<std::size_t>(text.size()));

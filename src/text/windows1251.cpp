@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
+#include <stdexcept>
 
 namespace ztcad {
 
@@ -29,6 +31,16 @@ QChar windows1251ToUnicode(unsigned char byte) {
   if (byte < middleStart) return QLatin1Char(static_cast<char>(byte));
   if (byte < alphabetStart) return QChar(middle[byte - middleStart]);
   return QChar(alphabetFirst + (byte - alphabetStart));
+}
+
+QString fromWindows1251(std::string_view bytes) {
+  if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+    throw std::length_error("text is too long");
+  QString text(static_cast<int>(bytes.size()), Qt::Uninitialized);
+  QChar* to = text.data();
+  for (const char byte : bytes)
+    *to++ = windows1251ToUnicode(static_cast<unsigned char>(byte));
+  return text;
 }
 
 std::optional<unsigned char> windows1251FromUnicode(char32_t character) {

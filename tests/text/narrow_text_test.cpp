@@ -1,11 +1,11 @@
-#include "core/narrow_text.h"
+#include "text/narrow_text.h"
 
 #include <gtest/gtest.h>
 #include <ostream>
 #include <QTextCodec>
 #include <string>
 
-#include "core/windows1251.h"
+#include "text/windows1251.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "core/xml_writer.h"
+#include "xml/xml_writer.h"
 
 #include <gtest/gtest.h>
 #include <algorithm>
@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "core/byte_sink.h"
+#include "xml/byte_sink.h"
 
 using ztcad::ByteOutput;
 using ztcad::ByteSink;

@@ -7,7 +7,7 @@
 #include <system_error>
 
 #include "number_text.h"
-#include "sse2.h"
+#include "../text/sse2.h"
 
 namespace ztcad {
 

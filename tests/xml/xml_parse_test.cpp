@@ -1,11 +1,11 @@
-#include "core/xml_parse.h"
+#include "xml/xml_parse.h"
 
 #include <gtest/gtest.h>
 #include <functional>
 #include <QThread>
 #include <string>
 
-#include "core/xml_print.h"
+#include "xml/xml_print.h"
 
 using ztcad::maximalDepth;
 using ztcad::ParseOutcome;

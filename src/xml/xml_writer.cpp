@@ -4,7 +4,7 @@
 #include <array>
 #include <charconv>
 
-#include "windows1251.h"
+#include "../text/windows1251.h"
 
 namespace ztcad {
 

@@ -1,13 +1,13 @@
-#include "core/quick_xml.h"
+#include "xml/plain_xml.h"
 
 #include <gtest/gtest.h>
 #include <QDomDocument>
 #include <string>
 #include <vector>
 
-#include "core/dom_carrier.h"
-#include "core/number_text.h"
-#include "core/xml_parse.h"
+#include "xml/dom_backend.h"
+#include "number/number_text.h"
+#include "xml/xml_parse.h"
 
 using namespace std::string_literals;
 using ztcad::ElementView;

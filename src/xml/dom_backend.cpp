@@ -1,4 +1,4 @@
-#include "dom_carrier.h"
+#include "dom_backend.h"
 
 namespace ztcad {
 

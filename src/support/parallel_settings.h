@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ztParallel.h"
+#include "_Common/ztParallel.h"
 
 namespace ztcad {
 

@@ -7,8 +7,7 @@
 #include <QTextCodec>
 #include <QTextStream>
 
-#include "vocabulary.h"
-#include "windows1251.h"
+#include "../text/windows1251.h"
 #include "xml_writer.h"
 
 namespace ztcad {
@@ -41,7 +40,7 @@ void appendUtf8(char32_t character, std::string& out) {
 }
 
 bool isXmlDeclaration(const QDomNode& node) {
-  return node.isProcessingInstruction() && node.nodeName() == words().xml;
+  return node.isProcessingInstruction() && node.nodeName() == QLatin1String("xml");
 }
 
 /// The name of the encoding that the tree declares, as QDom finds it; empty without one.

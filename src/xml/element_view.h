@@ -4,7 +4,7 @@
 #include <optional>
 #include <QString>
 
-#include "element_text.h"
+#include "../text/element_text.h"
 
 namespace ztcad {
 

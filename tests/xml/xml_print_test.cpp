@@ -1,4 +1,4 @@
-#include "core/xml_print.h"
+#include "xml/xml_print.h"
 
 #include <gtest/gtest.h>
 #include <QTextCodec>

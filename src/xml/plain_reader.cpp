@@ -1,0 +1,228 @@
+#include "plain_reader.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "../number/number_text.h"
+
+namespace ztcad {
+
+namespace {
+
+bool equalsIgnoringCase(std::string_view text, std::string_view lowerCase) {
+  return text.size() == lowerCase.size() &&
+         std::equal(text.begin(), text.end(), lowerCase.begin(),
+                    [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a - 'A' + 'a' : a) == b; });
+}
+
+const char* endWithoutWhitespace(std::string_view bytes) {
+  while (!bytes.empty() && isWhitespace(bytes.back()))
+    bytes.remove_suffix(1);
+  return bytes.data() + bytes.size();
+}
+
+}  // namespace
+
+PlainReader::PlainReader(std::string_view bytes, XmlBytes kind)
+    : m_at(bytes.data()), m_end(endWithoutWhitespace(bytes)) {
+  require(m_at != m_end && m_end[-1] == '>');
+  readDeclaration(kind);
+}
+
+/// "<?xml version="1.0" encoding="..." standalone="..."?>", the last two optional.
+void PlainReader::readDeclaration(XmlBytes kind) {
+  const bool hasByteOrderMark = startsWith("\xEF\xBB\xBF");
+  if (hasByteOrderMark) m_at += 3;
+  if (!startsWith("<?xml ")) return;
+  m_at += std::strlen("<?xml");
+  std::string_view encoding = "utf-8";
+  constexpr std::string_view expected[] = {"version", "encoding", "standalone"};
+  std::size_t next = 0;
+  while (skipWhitespace() && *m_at != '?') {
+    PlainAttribute attribute;
+    readAttribute(attribute);
+    require(next > 0 || attribute.name == expected[0]);
+    while (next < 3 && expected[next] != attribute.name)
+      ++next;
+    require(next < 3 && !attribute.hasReferences && attribute.isAscii);
+    if (next == 0) require(attribute.value == "1.0");
+    if (next == 1) encoding = attribute.value;
+    if (next == 2) require(attribute.value == "yes" || attribute.value == "no");
+    ++next;
+  }
+  require(next > 0);
+  skip('?');
+  skip('>');
+  if (kind == XmlBytes::Utf8 || equalsIgnoringCase(encoding, "utf-8")) return;
+  require(!hasByteOrderMark && equalsIgnoringCase(encoding, "windows-1251"));
+  m_decoder.useWindows1251();
+}
+
+/// Whitespace and comments outside the root, up to the next "<" or the end.
+void PlainReader::readBetweenElements() {
+  while (true) {
+    if (m_at == m_end) return;
+    skipWhitespace();
+    skip('<');
+    if (*m_at != '!') return;
+    readComment();
+  }
+}
+
+bool PlainReader::nextChild(std::string_view tag) {
+  while (true) {
+    require(m_at != m_end);
+    skipWhitespace();
+    if (*m_at != '<') m_decoder.checkText(readUntilMarkup());
+    ++m_at;
+    if (*m_at == '/') {
+      readEndTag(tag);
+      return false;
+    }
+    if (*m_at != '!') return true;
+    readComment();
+  }
+}
+
+std::string_view PlainReader::readText(std::string_view tag) {
+  std::string_view text = readUntilMarkup();
+  ++m_at;
+  require(*m_at == '/');
+  readEndTag(tag);
+  // As for Qt, whitespace alone is no text; which characters beyond ASCII are whitespace is left to Qt.
+  const auto first = std::find_if_not(text.begin(), text.end(), isWhitespace);
+  if (first == text.end()) return text.substr(text.size());
+  require(classOf(*first) != NonAscii);
+  return text;
+}
+
+ElementText PlainReader::numbers(std::string_view bytes) {
+  if (!m_hasNumbers) useCLocale();
+  m_hasNumbers = true;
+  return ElementText(bytes, m_decoder, m_end);
+}
+
+std::string_view PlainReader::readUntilMarkup() {
+  const char* const first = m_at;
+  const void* const found = std::memchr(first, '<', static_cast<std::size_t>(m_end - first));
+  require(found != nullptr);
+  m_at = static_cast<const char*>(found);
+  return since(first);
+}
+
+std::string_view PlainReader::readName() {
+  const char* const first = m_at;
+  require(isLetter(*first));
+  const char* at = first + 1;
+  while (isNameCharacter(*at))
+    ++at;
+  m_at = at;
+  return since(first);
+}
+
+void PlainReader::readEndTag(std::string_view tag) {
+  ++m_at;  // the slash
+  require(startsWith(tag));
+  m_at += tag.size();
+  skip('>');
+}
+
+void PlainReader::readComment() {
+  require(startsWith("!--"));
+  m_at += 3;
+  const std::string_view rest(m_at, static_cast<std::size_t>(m_end - m_at));
+  const std::size_t end = rest.find("--");
+  require(end != std::string_view::npos);
+  m_decoder.checkComment(rest.substr(0, end));
+  m_at += end + 2;
+  skip('>');
+}
+
+PlainStartTag PlainReader::readAnyStartTag() {
+  PlainStartTag tag = {readName(), m_attributeCount, m_attributeCount, false};
+  while (true) {
+    const bool isSeparated = skipWhitespace();
+    if (*m_at == '>' || *m_at == '/') break;
+    require(isSeparated);
+    if (tag.attributeEnd == m_attributes.size()) m_attributes.emplace_back();
+    readAttribute(m_attributes[tag.attributeEnd++]);
+  }
+  tag.isEmpty = *m_at == '/';
+  if (tag.isEmpty) ++m_at;
+  skip('>');
+  return tag;
+}
+
+/// Reads a start tag that equals the last one but for its attribute values: the bytes between the values are compared,
+/// not parsed. False, with the position still before the tag, for any other start tag; the values of the last one are
+/// lost then.
+bool PlainReader::readSibling() {
+  const char* const first = m_at;
+  const PlainStartTag& last = m_siblings.last();
+  const std::string_view lastBytes = m_siblings.lastBytes();
+  const char* same = lastBytes.data();
+  for (std::size_t i = last.firstAttribute; i != last.attributeEnd; ++i) {
+    PlainAttribute& attribute = m_attributes[i];
+    const std::string_view value = attribute.value;
+    if (!skipSame(same, value.data())) {
+      m_at = first;
+      return false;
+    }
+    readValue(attribute);
+    same = value.data() + value.size();
+  }
+  if (skipSame(same, lastBytes.data() + lastBytes.size())) return true;
+  m_at = first;
+  return false;
+}
+
+void PlainReader::readAttribute(PlainAttribute& attribute) {
+  attribute.name = readName();
+  attribute.key = keyOf(attribute.name.data(), attribute.name.size());
+  skip('=');
+  require(*m_at == '"' || *m_at == '\'');
+  ++m_at;
+  readValue(attribute);
+  ++m_at;
+}
+
+/// Reads a value up to its closing quote. The position is after the opening one.
+void PlainReader::readValue(PlainAttribute& attribute) {
+  const char quote = m_at[-1];
+  const char* const first = m_at;
+  const char* at = first;
+  attribute.hasReferences = false;
+  attribute.isAscii = true;
+  while (true) {
+    at = skipValueCharacters(at, m_end);
+    require(at != m_end);
+    if (*at == quote) break;
+    const CharacterClass kind = classOf(*at);
+    if (kind == NonAscii) {
+      attribute.isAscii = false;
+      while (classOf(at[1]) == NonAscii)  // usually a whole word
+        ++at;
+    } else if (*at == '&') {
+      attribute.hasReferences = true;
+    } else {
+      require(kind == Ordinary);  // the other quote
+    }
+    ++at;
+  }
+  m_at = at;
+  attribute.value = since(first);
+  if (!attribute.isAscii) m_decoder.checkNonAscii(attribute.value);
+  if (attribute.hasReferences)
+    m_decoder.withoutReferences(attribute.value);  // validates values that nobody asks for
+}
+
+const PlainAttribute* PlainReader::searchAttribute(const PlainStartTag& tag, const QString& name) const {
+  const quint64 key = keyOf(name.constData(), static_cast<std::size_t>(name.size()));
+  for (std::size_t i = tag.attributeEnd; i > tag.firstAttribute; --i) {  // of duplicates the last one holds
+    const PlainAttribute& attribute = m_attributes[i - 1];
+    if (attribute.key == key && equals(attribute.name, name)) return &attribute;
+  }
+  return nullptr;
+}
+
+}  // namespace ztcad

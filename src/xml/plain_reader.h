@@ -1,0 +1,125 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <QString>
+#include <string_view>
+#include <vector>
+
+#include "../text/element_text.h"
+#include "plain_characters.h"
+#include "plain_decoder.h"
+#include "plain_xml.h"
+#include "sibling_cache.h"
+#include "xml_parse.h"
+
+namespace ztcad {
+
+/// Scans the bytes of a plain document once, front to back. Throws `NotPlain`.
+///
+/// The buffer ends in ">", which stops every name and whitespace scan; bounds are checked only after ">" and inside values.
+class PlainReader {
+ public:
+  PlainReader(std::string_view bytes, XmlBytes kind);
+
+  void readDocument(const std::function<void(const ElementView& root)>& visit);
+
+  // The parts of an element. Each call leaves the position after what it has read.
+
+  /// Moves to the next child or to the end tag of the open element.
+  /// @return true, with the position after "<", for a child
+  bool nextChild(std::string_view tag);
+
+  PlainStartTag readStartTag() {
+    const char* const first = m_at;
+    const bool isSibling = m_siblings.last().firstAttribute == m_attributeCount && readSibling();
+    if (isSibling) {
+      m_siblings.keepSibling(since(first));
+    } else {
+      const PlainStartTag tag = readAnyStartTag();
+      m_siblings.keep(tag, since(first));
+    }
+    m_attributeCount = m_siblings.last().attributeEnd;
+    return m_siblings.last();
+  }
+
+  /// Reads an element that holds text only, with its end tag.
+  std::string_view readText(std::string_view tag);
+
+  const PlainAttribute* findAttribute(const PlainStartTag& tag, const QString& name) {
+    return m_siblings.find(tag, name, [this](const PlainStartTag& where, const QString& wanted) {
+      return searchAttribute(where, wanted);
+    });
+  }
+  void forgetAttributes(const PlainStartTag& tag) { m_attributeCount = tag.firstAttribute; }
+
+  QString valueOf(const PlainAttribute& attribute) {
+    const std::string_view value = attribute.value;
+    if (attribute.hasReferences) return m_decoder.withoutReferences(value);
+    if (!attribute.isAscii) return m_decoder.characters(value);
+    if (SharedTexts::isWorthSharing(value)) return m_sharedTexts.get(value);
+    return QString::fromLatin1(value.data(), static_cast<int>(value.size()));
+  }
+
+  QString tagText(std::string_view tag) { return m_sharedTexts.get(tag); }
+
+  /// Bytes for a reader of numbers.
+  ElementText numbers(std::string_view bytes);
+
+  void enter() { require(++m_depth <= maximalDepth); }
+  void leave() { --m_depth; }
+
+ private:
+  void readDeclaration(XmlBytes kind);
+  void readBetweenElements();
+  void readComment();
+  void readEndTag(std::string_view tag);
+  PlainStartTag readAnyStartTag();
+  bool readSibling();
+  void readAttribute(PlainAttribute& attribute);
+  void readValue(PlainAttribute& attribute);
+  std::string_view readName();
+  std::string_view readUntilMarkup();
+  const PlainAttribute* searchAttribute(const PlainStartTag& tag, const QString& name) const;
+
+  std::string_view since(const char* first) const { return {first, static_cast<std::size_t>(m_at - first)}; }
+
+  bool startsWith(std::string_view text) const {
+    return static_cast<std::size_t>(m_end - m_at) >= text.size() &&
+           equalBytes(m_at, text.data(), text.size());
+  }
+
+  void skip(char c) {
+    require(*m_at == c);
+    ++m_at;
+  }
+
+  bool skipWhitespace() {
+    const char* at = m_at;
+    while (isWhitespace(*at))
+      ++at;
+    const bool skipped = at != m_at;
+    m_at = at;
+    return skipped;
+  }
+
+  /// Skips the bytes from `begin` to `end` if they occur here again.
+  bool skipSame(const char* begin, const char* end) {
+    const std::string_view text(begin, static_cast<std::size_t>(end - begin));
+    if (!startsWith(text)) return false;
+    m_at += text.size();
+    return true;
+  }
+
+  const char* m_at;
+  const char* m_end;
+  PlainDecoder m_decoder;
+  SharedTexts m_sharedTexts;
+  SiblingCache m_siblings;
+  std::vector<PlainAttribute> m_attributes;  // of all open elements, the innermost one last
+  std::size_t m_attributeCount = 0;          // those after it belong to the last sibling that was closed
+  int m_depth = 0;
+  bool m_hasNumbers = false;
+};
+
+}  // namespace ztcad

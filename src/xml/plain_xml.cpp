@@ -1,0 +1,89 @@
+#include "plain_xml.h"
+
+#include "plain_reader.h"
+
+namespace ztcad {
+
+namespace {
+
+class PlainView final : public ElementView {
+ public:
+  /// The reader's position is after the "<" of the element.
+  explicit PlainView(PlainReader& reader)
+      : m_reader(reader), m_tag(reader.readStartTag()), m_isRead(m_tag.isEmpty) {
+    m_reader.enter();
+  }
+
+  QString tag() const override { return m_reader.tagText(m_tag.name); }
+
+  std::optional<QString> attribute(const QString& name) const override {
+    const PlainAttribute* const found = find(name);
+    return found ? std::optional(m_reader.valueOf(*found)) : std::nullopt;
+  }
+
+  std::optional<ElementText> attributeText(const QString& name) const override {
+    const PlainAttribute* const found = find(name);
+    if (!found) return std::nullopt;
+    if (found->hasReferences || !found->isAscii) return ElementText(m_reader.valueOf(*found));
+    return m_reader.numbers(found->value);
+  }
+
+  bool hasAttribute(const QString& name) const override { return find(name) != nullptr; }
+
+  ElementText text() const override {
+    if (m_isRead) return ElementText(QString());
+    m_isRead = true;
+    return m_reader.numbers(m_reader.readText(m_tag.name));
+  }
+
+  void forEachChild(const ChildVisitor& visit) const override {
+    if (m_isRead) return;
+    m_isRead = true;
+    while (m_reader.nextChild(m_tag.name)) {
+      const PlainView child(m_reader);
+      visit(child);
+      child.finish();
+    }
+  }
+
+  /// Moves to the end of the element, however much of it was read.
+  void finish() const {
+    if (!m_isRead) forEachChild([](const ElementView&) {});
+    m_reader.forgetAttributes(m_tag);
+    m_reader.leave();
+  }
+
+ private:
+  const PlainAttribute* find(const QString& name) const { return m_reader.findAttribute(m_tag, name); }
+
+  PlainReader& m_reader;
+  const PlainStartTag m_tag;
+  mutable bool m_isRead;  // children or text
+};
+
+}  // namespace
+
+void PlainReader::readDocument(const std::function<void(const ElementView& root)>& visit) {
+  readBetweenElements();
+  require(m_at != m_end);
+  {
+    const PlainView root(*this);
+    visit(root);
+    root.finish();
+  }
+  readBetweenElements();
+  require(m_at == m_end);
+}
+
+bool readPlainXml(std::string_view bytes, XmlBytes kind,
+                  const std::function<void(const ElementView& root)>& visit) {
+  if (bytes.size() > longestXml) return false;
+  try {
+    PlainReader(bytes, kind).readDocument(visit);
+    return true;
+  } catch (const NotPlain&) {
+    return false;
+  }
+}
+
+}  // namespace ztcad
