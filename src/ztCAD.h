@@ -3,6 +3,8 @@
 /// @file
 /// Everything that a host needs: the exported functions and the classes that they work on.
 
+#include <ztCAD/version.h>
+
 #include "api/contents.h"
 #include "api/documents.h"
 #include "api/elements.h"

@@ -16,38 +16,40 @@ namespace {
 constexpr bool notAdded = true;
 ztCAD_Base* const none = nullptr;
 
-ztCAD_Base* baseOf(ztCAD_Base& element) { return &element; }
-ztCAD_Base* baseOf(ztCAD_commonStructure* nested) { return nested; }
-
 /// Const containers are those of nested structures; what they hold is the host's to change all the same.
 template <typename Container>
 ztCAD_Base* elementAt(Container& elements, std::int32_t index) {
   const std::int32_t count = ztcad::countOf(elements.size());
   if (index < 0 || index >= count) return nullptr;
   const auto fromEnd = static_cast<std::ptrdiff_t>(elements.size()) - index;
-  return baseOf(*(index < fromEnd ? std::next(elements.begin(), index) : std::prev(elements.end(), fromEnd)));
+  const auto place =
+      index < fromEnd ? std::next(elements.begin(), index) : std::prev(elements.end(), fromEnd);
+  return &ztcad::elementOf(*place);
 }
 
 template <typename Container>
 std::int32_t list(Container& elements, ztCAD_Base** array, std::int32_t capacity) {
   std::int32_t written = 0;
   for (auto element = elements.begin(); array && written < capacity && element != elements.end(); ++element)
-    array[written++] = baseOf(*element);
+    array[written++] = &ztcad::elementOf(*element);
   return ztcad::countOf(elements.size());
 }
 
 template <typename Container>
 using ElementOf = typename Container::value_type;
 
-/// Whether the holder has room for the element; only structures lie at any depth.
-template <typename Element>
+/// Whether elements of this kind fit into the holder without nesting too deep; only structures lie at any depth.
+template <typename Kind>
 bool hasRoomFor(const ztCAD_commonStructure& structure) {
-  return structure.hasRoomFor(ztcad::levelsOf<Element>);
+  return structure.hasRoomFor(Kind::levels);
 }
-template <typename Element, typename Holder>
+template <typename Kind, typename Holder>
 bool hasRoomFor(const Holder& /*holder*/) {
   return true;
 }
+
+template <typename Holder>
+using ContentOf = std::decay_t<decltype(std::declval<Holder&>().content())>;
 
 // The same work for all holders; a structure's list of nested structures comes before.
 
@@ -76,26 +78,28 @@ template <typename Holder>
 bool add(const ztCAD_Base* element, Holder* holder) noexcept {
   return guarded(notAdded, [&] {
     if (!holder) return notAdded;
-    return ztcad::withElement(element, notAdded, [holder](const auto& known) {
-      using Element = std::decay_t<decltype(known)>;
-      return withContainer(holder->content(), ztcad::kindOf<Element>, notAdded, [&](auto& elements) {
-        if constexpr (std::is_same_v<ElementOf<std::decay_t<decltype(elements)>>, Element>)
-          return !hasRoomFor<Element>(*holder) || elements.add(known);
-        else
-          return notAdded;
-      });
+    return ztcad::withKind<ztcad::NoFields>(element, notAdded, [holder](const auto& known, auto kind) {
+      using Kind = decltype(kind);
+      if constexpr (ztcad::isHeldBy<Kind, ContentOf<Holder>>)
+        return !hasRoomFor<Kind>(*holder) || Kind::in(holder->content()).add(known);
+      else
+        return notAdded;
     });
   });
 }
 
 template <typename Holder>
-ztCAD_Base* append(Holder* holder, std::int32_t kind) noexcept {
+ztCAD_Base* append(Holder* holder, std::int32_t number) noexcept {
   return guarded(none, [&] {
-    if (!holder) return none;
-    return withContainer(holder->content(), kind, none, [holder](auto& elements) -> ztCAD_Base* {
-      return hasRoomFor<ElementOf<std::decay_t<decltype(elements)>>>(*holder) ? &elements.appendNew()
-                                                                              : nullptr;
+    ztCAD_Base* appended = nullptr;
+    if (!holder) return appended;
+    ztcad::anyKind<ContentOf<Holder>>([&](auto kind) {
+      using Kind = decltype(kind);
+      if (Kind::number != number) return false;
+      if (hasRoomFor<Kind>(*holder)) appended = &Kind::in(holder->content()).appendNew();
+      return true;
     });
+    return appended;
   });
 }
 

@@ -18,11 +18,6 @@ CreatedObjects::~CreatedObjects() {
     ::operator delete(document);
 }
 
-ztCAD_GMDDocument* CreatedObjects::keepDocument(std::unique_ptr<ztCAD_GMDDocument> document) {
-  m_documents.insert(document.get());
-  return document.release();
-}
-
 std::unique_ptr<ztCAD_GMDDocument> CreatedObjects::takeDocument(ztCAD_GMDDocument* document) {
   const bool alive = m_documents.erase(document) == 1;
   return std::unique_ptr<ztCAD_GMDDocument>(alive ? document : nullptr);

@@ -35,7 +35,11 @@ class CreatedObjects {
     return record.release();
   }
 
-  ztCAD_GMDDocument* keepDocument(std::unique_ptr<ztCAD_GMDDocument> document);
+  template <typename Deleter>
+  ztCAD_GMDDocument* keepDocument(std::unique_ptr<ztCAD_GMDDocument, Deleter> document) {
+    m_documents.insert(document.get());
+    return document.release();
+  }
   /// Takes a document out of the registry; nothing when it is not one that is alive.
   std::unique_ptr<ztCAD_GMDDocument> takeDocument(ztCAD_GMDDocument* document);
 

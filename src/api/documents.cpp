@@ -1,11 +1,15 @@
 #include "documents.h"
 
 #include <algorithm>
+#include <memory>
+#include <QFileDevice>
 #include <string_view>
 
 #include "../core/document/check.h"
-#include "../text/narrow_text.h"
+#include "../core/document/loading.h"
+#include "../core/document/saving.h"
 #include "../structure/read_structures.h"
+#include "../text/narrow_text.h"
 #include "created_objects.h"
 #include "guard.h"
 #include "text_output.h"
@@ -62,7 +66,7 @@ std::string textOf(const ztCAD_GMDDocument& document, bool textForm) {
   return textForm ? ztcad::toNarrow(document.toText(told, true)) : document.xmlText();
 }
 
-/// As much of a UTF-8 text as the buffer holds, cut off behind a whole character.
+/// Copies as much of a UTF-8 text as the buffer holds, cut after a whole character.
 void cutInto(char* buffer, std::int32_t size, std::string_view text) noexcept {
   if (!buffer || size <= 0) return;
   std::size_t length = std::min(text.size(), static_cast<std::size_t>(size) - 1);
@@ -70,6 +74,45 @@ void cutInto(char* buffer, std::int32_t size, std::string_view text) noexcept {
   while (length > 0 && length < text.size() && isInside(text[length]))
     --length;
   buffer[text.copy(buffer, length)] = '\0';
+}
+
+/// Fills the outcome of a call; null is fine.
+void report(ztCAD_Outcome* outcome, std::int32_t code, std::string_view message) noexcept {
+  if (!outcome) return;
+  *outcome = {};
+  outcome->code = code;
+  cutInto(outcome->message, ztCAD_MessageSize, message);
+}
+
+void report(ztCAD_Outcome* outcome, const ztcad::LoadOutcome& load) {
+  report(outcome, load.code, ztcad::toNarrow(load.message));
+  if (!outcome) return;
+  outcome->fault = load.fault;
+  outcome->line = load.line;
+  outcome->column = load.column;
+}
+
+constexpr std::int32_t notParsed = ztCAD_ResultNotParsed;
+constexpr std::string_view noMemory = "out of memory, or another failure inside the library";
+constexpr std::string_view noDocument = "no document was given";
+
+/// @param load gives a `LoadOutcome` for a loader
+template <typename Load>
+bool loadInto(ztCAD_GMDDocument& document, ztCAD_Outcome* outcome, Load&& load) {
+  ztcad::DocumentLoader loader(document, ztcad::NestedOwner::Document);
+  const ztcad::LoadOutcome result = load(loader);
+  report(outcome, result);
+  return result.replaced;
+}
+
+template <typename Load>
+ztCAD_GMDDocument* loadNew(ztCAD_Outcome* outcome, Load&& load) noexcept {
+  report(outcome, notParsed, noMemory);
+  return guarded<ztCAD_GMDDocument*>(nullptr, [&]() -> ztCAD_GMDDocument* {
+    std::unique_ptr<ztCAD_GMDDocument, ztcad::EndAlone> document(new ztCAD_GMDDocument(std::string()));
+    if (!loadInto(*document, outcome, load)) return nullptr;
+    return ztcad::createdObjects().keepDocument(std::move(document));
+  });
 }
 
 }  // namespace
@@ -80,16 +123,6 @@ ztCAD_GMDDocument* crtGMDDocument(const std::string& inform) {
 
 ztCAD_GMDDocument* crtGMDDocument_nostl(const char* inform) {
   return guarded<ztCAD_GMDDocument*>(nullptr, [&] { return createDocument(ztcad::textOf(inform)); });
-}
-
-ztCAD_HeaderNode* crtHeader() {
-  return guarded<ztCAD_HeaderNode*>(nullptr, [] { return ztcad::createRecord<ztCAD_HeaderNode>(); });
-}
-
-void setHeader(const ztCAD_HeaderNode* header, ztCAD_GMDDocument* document) {
-  guarded([&] {
-    if (header && document) document->setHeader(*header);
-  });
 }
 
 ztCAD_GMDDocument* crtGMDDocumentFromFile(const std::string& fileName, std::int32_t& resultCode,
@@ -130,6 +163,47 @@ std::int64_t GMDDocumentToString_nostl(const ztCAD_GMDDocument* document, bool t
       text, size, [&] { return document ? std::optional(textOf(*document, textForm)) : std::nullopt; });
 }
 
+ztCAD_GMDDocument* ztCAD_loadDocument(const char* fileName, ztCAD_Outcome* outcome) {
+  return loadNew(outcome, [fileName](ztcad::DocumentLoader& loader) {
+    return loader.loadFile(ztcad::fileNameFromNarrow(ztcad::textOf(fileName)));
+  });
+}
+
+ztCAD_GMDDocument* ztCAD_loadDocumentFromText(const char* text, std::int64_t size, ztCAD_Outcome* outcome) {
+  return loadNew(outcome, [text, size](ztcad::DocumentLoader& loader) {
+    const char* const begin = ztcad::textOf(text);
+    const bool isCounted = text && size >= 0;
+    return loader.loadText(
+        isCounted ? std::string(begin, static_cast<std::size_t>(size)) : std::string(begin),
+        ztcad::TextRules::Strict);
+  });
+}
+
+bool ztCAD_reloadDocument(ztCAD_GMDDocument* document, const char* fileName, ztCAD_Outcome* outcome) {
+  report(outcome, notParsed, document ? noMemory : noDocument);
+  return guarded(false, [&] {
+    return document && loadInto(*document, outcome, [fileName](ztcad::DocumentLoader& loader) {
+             return loader.loadFile(ztcad::fileNameFromNarrow(ztcad::textOf(fileName)));
+           });
+  });
+}
+
+bool ztCAD_saveDocument(ztCAD_GMDDocument* document, const char* fileName, ztCAD_Outcome* outcome) {
+  report(outcome, QFileDevice::ResourceError, document ? noMemory : noDocument);
+  return guarded(false, [&] {
+    if (!document) return false;
+    const ztcad::FileError error = ztcad::saveDocument(*document, ztcad::textOf(fileName));
+    report(outcome, error.code, ztcad::toNarrow(error.message));
+    return error.code == 0;
+  });
+}
+
+void ztCAD_endDocument(ztCAD_GMDDocument* document) {
+  guarded([&] {
+    if (auto taken = ztcad::createdObjects().takeDocument(document)) ztcad::EndAlone()(taken.release());
+  });
+}
+
 void SaveGMDDocument(ztCAD_GMDDocument* document, const std::string& fileName) {
   guarded([&] {
     if (document) document->saveToFile(fileName);
@@ -162,94 +236,4 @@ void DeleteGMDDoc(ztCAD_GMDDocument* document) {
 
 bool checkGMDDocument(const ztCAD_GMDDocument* document) {
   return guarded(false, [&] { return document && ztcad::passesCheck(document->content()); });
-}
-
-// -------------------------------------------------------------------------------- the header
-
-const ztCAD_HeaderNode* ztCAD_getHeader(const ztCAD_GMDDocument* document) {
-  return document ? &document->header() : nullptr;
-}
-
-namespace {
-
-std::optional<std::uint32_t> numberIn(const ztCAD_HeaderNode& header, std::int32_t field) {
-  switch (field) {
-    case ztCAD_HeaderMajorVersion:
-      return header.majorVersion();
-    case ztCAD_HeaderMinorVersion:
-      return header.minorVersion();
-    case ztCAD_HeaderState:
-      return header.state().isSet ? std::optional(header.state().code) : std::nullopt;
-    default:
-      return std::nullopt;
-  }
-}
-
-void setNumber(ztCAD_HeaderNode& header, std::int32_t field, std::optional<std::uint32_t> value) {
-  switch (field) {
-    case ztCAD_HeaderMajorVersion:
-      return header.setMajorVersion(value);
-    case ztCAD_HeaderMinorVersion:
-      return header.setMinorVersion(value);
-    case ztCAD_HeaderState:
-      return header.setState(value ? ztCAD_State{true, *value} : ztCAD_State());
-    default:
-      return;
-  }
-}
-
-std::optional<QString> textIn(const ztCAD_HeaderNode& header, std::int32_t field) {
-  switch (field) {
-    case ztCAD_HeaderInform:
-      return header.inform();
-    case ztCAD_HeaderProducerName:
-      return header.producerName();
-    case ztCAD_HeaderProducerVersion:
-      return header.producerVersion();
-    case ztCAD_HeaderProducerPlatform:
-      return header.producerPlatform();
-    default:
-      return std::nullopt;
-  }
-}
-
-void setText(ztCAD_HeaderNode& header, std::int32_t field, const std::optional<QString>& text) {
-  switch (field) {
-    case ztCAD_HeaderInform:
-      return header.setInform(text);
-    case ztCAD_HeaderProducerName:
-      return header.setProducerName(text);
-    case ztCAD_HeaderProducerVersion:
-      return header.setProducerVersion(text);
-    case ztCAD_HeaderProducerPlatform:
-      return header.setProducerPlatform(text);
-    default:
-      return;
-  }
-}
-
-}  // namespace
-
-bool ztCAD_getHeaderNumber(const ztCAD_HeaderNode* header, std::int32_t field, std::uint32_t* value) {
-  const std::optional<std::uint32_t> number = header ? numberIn(*header, field) : std::nullopt;
-  if (value && number) *value = *number;
-  return number.has_value();
-}
-
-void ztCAD_setHeaderNumber(ztCAD_HeaderNode* header, std::int32_t field, const std::uint32_t* value) {
-  if (header) setNumber(*header, field, value ? std::optional(*value) : std::nullopt);
-}
-
-std::int64_t ztCAD_getHeaderText(const ztCAD_HeaderNode* header, std::int32_t field, char* text,
-                                 std::int64_t size) {
-  return ztcad::giveText(text, size, [&] {
-    const std::optional<QString> found = header ? textIn(*header, field) : std::nullopt;
-    return found ? std::optional(ztcad::toNarrow(*found)) : std::nullopt;
-  });
-}
-
-void ztCAD_setHeaderText(ztCAD_HeaderNode* header, std::int32_t field, const char* text) {
-  guarded([&] {
-    if (header) setText(*header, field, text ? std::optional(ztcad::fromNarrow(text)) : std::nullopt);
-  });
 }

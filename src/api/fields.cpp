@@ -13,7 +13,7 @@ using ztcad::giveNumbers;
 using ztcad::guarded;
 using ztcad::textOf;
 using ztcad::toNarrow;
-using ztcad::withElement;
+using ztcad::withFields;
 
 namespace {
 
@@ -38,31 +38,29 @@ std::int32_t give(const std::optional<ztCAD_LCS>& lcs, double* values, std::int3
   return lcs ? giveNumbers(lcs->values(), values, capacity) : none;
 }
 
-// What some kinds have: null for the others.
+// The fields of some kinds; null for the others.
 
 template <typename Base>
 auto* archetypeOf(Base* element) {
   using Archetype = std::conditional_t<std::is_const_v<Base>, const ztCAD_gArche, ztCAD_gArche>;
-  return withElement(element, static_cast<Archetype*>(nullptr),
-                     [](auto& known) -> decltype(&known.archetype()) { return &known.archetype(); });
+  return withFields<ztcad::HasArchetype>(element, static_cast<Archetype*>(nullptr),
+                                         [](auto& reference) { return &reference.archetype(); });
 }
 
 template <typename Base>
 auto* methodOf(Base* element) {
-  using Geometry = std::conditional_t<std::is_const_v<Base>, const ztCAD_baseElement, ztCAD_baseElement>;
-  auto* const geometry = dynamic_cast<Geometry*>(element);
-  return geometry ? &geometry->method() : nullptr;
+  using Method = std::conditional_t<std::is_const_v<Base>, const ztCAD_gMethod, ztCAD_gMethod>;
+  return withFields<ztcad::HasMethod>(element, static_cast<Method*>(nullptr),
+                                      [](auto& known) { return &known.method(); });
 }
 
 std::optional<ztCAD_MIP> mipOf(const ztCAD_Base* element) {
-  std::optional<ztCAD_MIP> found;
-  if (const auto* const mipElement = dynamic_cast<const ztCAD_commonElementMIP*>(element))
-    return mipElement->record();
-  withElement(element, false, [&](auto& known) -> decltype(known.mip(), bool()) {
-    found = known.mip();
-    return true;
+  return withFields<ztcad::HasMip>(element, std::optional<ztCAD_MIP>(), [](const auto& known) {
+    if constexpr (std::is_base_of_v<ztCAD_commonElementMIP, std::decay_t<decltype(known)>>)
+      return known.record();
+    else
+      return known.mip();
   });
-  return found;
 }
 
 template <typename Base>
@@ -70,21 +68,12 @@ auto* attributesOf(Base* element) {
   return element ? &element->property().attributes() : nullptr;
 }
 
-template <typename Element>
-bool isSound(const Element& element) {
-  if constexpr (std::is_base_of_v<ztCAD_commonLine, Element>)
-    return element.hasWholeVertices();
-  else if constexpr (std::is_base_of_v<ztCAD_StateCorrect, Element>)
-    return element.passesCheck();
-  else
-    return true;  // a reference
-}
-
 }  // namespace
 
 std::int32_t ztCAD_getKind(const ztCAD_Base* element) {
-  return withElement(element, std::int32_t{ztCAD_ElementNone},
-                     [](auto& known) { return ztcad::kindOf<std::decay_t<decltype(known)>>; });
+  return ztcad::withKind<ztcad::NoFields>(
+      element, std::int32_t{ztCAD_ElementNone},
+      [](const auto& /*known*/, auto kind) { return decltype(kind)::number; });
 }
 
 // -------------------------------------------------------------------------------- what every element has
@@ -143,11 +132,11 @@ void ztCAD_setLCS(ztCAD_Base* element, const ztCAD_LCS* lcs) {
   });
 }
 
-std::int64_t ztCAD_getText(const ztCAD_Base* element, bool forPeople, char* text, std::int64_t size) {
+std::int64_t ztCAD_getText(const ztCAD_Base* element, bool debugForm, char* text, std::int64_t size) {
   return ztcad::giveText(text, size, [&] {
     QString told;
-    const bool known =
-        withElement(element, false, [&](auto& it) { return it.toText(told, forPeople), true; });
+    const bool known = withFields<ztcad::NoFields>(
+        element, false, [&](const auto& it) { return it.toText(told, debugForm), true; });
     return known ? std::optional(toNarrow(told)) : std::nullopt;
   });
 }
@@ -157,9 +146,15 @@ std::int32_t ztCAD_getReadOk(const ztCAD_Base* element) {
   return state && state->wasRead() ? std::int32_t{state->readOk()} : none;
 }
 
+void ztCAD_setReadOk(ztCAD_Base* element, bool readOk) {
+  if (auto* const state = dynamic_cast<ztCAD_StateCorrect*>(element)) state->setReadOk(readOk);
+}
+
 bool ztCAD_isSound(const ztCAD_Base* element) {
-  return guarded(false,
-                 [&] { return withElement(element, false, [](auto& known) { return isSound(known); }); });
+  return guarded(false, [&] {
+    return withFields<ztcad::NoFields>(element, false,
+                                       [](const auto& known) { return ztcad::isSound(known); });
+  });
 }
 
 // -------------------------------------------------------------------------------- what some kinds have
@@ -172,7 +167,7 @@ void ztCAD_setMethod(ztCAD_Base* element, const char* method) {
 }
 
 bool ztCAD_getCenter(const ztCAD_Base* element, double* xyz) {
-  return withElement(element, false, [xyz](auto& known) -> decltype(known.center().isValid()) {
+  return withFields<ztcad::HasCenter>(element, false, [xyz](const auto& known) {
     const ztCAD_Coord& center = known.center();
     if (xyz && center.isValid()) {
       xyz[0] = center.x();
@@ -184,42 +179,40 @@ bool ztCAD_getCenter(const ztCAD_Base* element, double* xyz) {
 }
 void ztCAD_setCenter(ztCAD_Base* element, const double* xyz) {
   const ztCAD_Coord center = xyz ? ztCAD_Coord(xyz[0], xyz[1], xyz[2]) : ztCAD_Coord();
-  withElement(element, false, [&](auto& known) -> decltype(known.setCenter(center), bool()) {
-    return known.setCenter(center), true;
-  });
+  withFields<ztcad::HasCenter>(element, false, [&](auto& known) { return known.setCenter(center), true; });
 }
 
 bool ztCAD_getRadius(const ztCAD_Base* element, double* radius) {
-  const auto* const sphere = dynamic_cast<const ztCAD_Sphere*>(element);
-  if (!sphere || !sphere->hasRadius()) return false;
-  if (radius) *radius = *sphere->radius();
-  return true;
+  return withFields<ztcad::HasRadius>(element, false, [radius](const auto& sphere) {
+    if (radius && sphere.hasRadius()) *radius = *sphere.radius();
+    return sphere.hasRadius();
+  });
 }
 void ztCAD_setRadius(ztCAD_Base* element, const double* radius) {
-  if (auto* const sphere = dynamic_cast<ztCAD_Sphere*>(element))
-    sphere->setRadius(radius ? std::optional(*radius) : std::nullopt);
+  withFields<ztcad::HasRadius>(element, false, [radius](auto& sphere) {
+    return sphere.setRadius(radius ? std::optional(*radius) : std::nullopt), true;
+  });
 }
 
 const ztCAD_Vertices* ztCAD_getVertices(const ztCAD_Base* element) {
-  return withElement(element, static_cast<const ztCAD_Vertices*>(nullptr),
-                     [](auto& known) -> decltype(&known.vertices()) { return &known.vertices(); });
+  return withFields<ztcad::HasVertices>(element, static_cast<const ztCAD_Vertices*>(nullptr),
+                                        [](const auto& known) { return &known.vertices(); });
 }
 void ztCAD_setVertices(ztCAD_Base* element, const ztCAD_Vertices* vertices) {
   guarded([&] {
     if (!vertices) return;
-    withElement(element, false, [&](auto& known) -> decltype(known.setVertices(*vertices), bool()) {
-      return known.setVertices(*vertices), true;
-    });
+    withFields<ztcad::HasVertices>(element, false,
+                                   [&](auto& known) { return known.setVertices(*vertices), true; });
   });
 }
 const ztCAD_Faces* ztCAD_getFaces(const ztCAD_Base* element) {
-  const auto* const solid = dynamic_cast<const ztCAD_commonTriangle*>(element);
-  return solid ? &solid->faces() : nullptr;
+  return withFields<ztcad::HasFaces>(element, static_cast<const ztCAD_Faces*>(nullptr),
+                                     [](const auto& solid) { return &solid.faces(); });
 }
 void ztCAD_setFaces(ztCAD_Base* element, const ztCAD_Faces* faces) {
   guarded([&] {
-    auto* const solid = dynamic_cast<ztCAD_commonTriangle*>(element);
-    if (solid && faces) solid->setFaces(*faces);
+    if (!faces) return;
+    withFields<ztcad::HasFaces>(element, false, [&](auto& solid) { return solid.setFaces(*faces), true; });
   });
 }
 
@@ -239,26 +232,28 @@ bool ztCAD_getMIPIntegers(const ztCAD_Base* element, std::int32_t* first, std::i
 }
 void ztCAD_setMIP(ztCAD_Base* element, const ztCAD_MIP* record) {
   guarded([&] {
-    if (auto* const mipElement = dynamic_cast<ztCAD_commonElementMIP*>(element))
-      return mipElement->setRecord(record ? std::optional(*record) : std::nullopt);
-    if (!record) return;
-    withElement(element, false, [&](auto& known) -> decltype(known.setMip(*record), bool()) {
-      return known.setMip(*record), true;
+    const auto mip = record ? std::optional(*record) : std::nullopt;
+    withFields<ztcad::HasMip>(element, false, [&mip](auto& known) {
+      if constexpr (std::is_base_of_v<ztCAD_commonElementMIP, std::decay_t<decltype(known)>>)
+        known.setRecord(mip);
+      else {
+        if (mip) known.setMip(*mip);
+      }
+      return true;
     });
   });
 }
 
 std::int32_t ztCAD_getPlacement(const ztCAD_Base* element, double* values, std::int32_t capacity) {
-  return withElement(element, none, [=](auto& known) -> decltype(known.lcs().isLocal(), std::int32_t()) {
-    return giveNumbers(known.lcs().values(), values, capacity);
+  return withFields<ztcad::HasArchetype>(element, none, [=](const auto& reference) {
+    return giveNumbers(reference.lcs().values(), values, capacity);
   });
 }
 void ztCAD_setPlacement(ztCAD_Base* element, const ztCAD_LCS* placement) {
   guarded([&] {
     if (!placement) return;
-    withElement(element, false, [&](auto& known) -> decltype(known.setLcs(*placement), bool()) {
-      return known.setLcs(*placement), true;
-    });
+    withFields<ztcad::HasArchetype>(element, false,
+                                    [&](auto& reference) { return reference.setLcs(*placement), true; });
   });
 }
 std::int64_t ztCAD_getTemplateName(const ztCAD_Base* element, char* text, std::int64_t size) {

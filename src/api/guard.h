@@ -3,26 +3,31 @@
 #include <string>
 #include <utility>
 
+#include "../support/swallowed_exception.h"
+
 namespace ztcad {
 
-/// The door of every exported function: whatever is thrown inside, memory included, becomes the failure
-/// value. The body sees only pointers that it tests itself.
+/// Runs the body of an exported function: every exception, memory included, becomes the failure value and a line in the
+/// assertion log. The body tests the pointers that it uses.
 template <typename Result, typename Body>
-Result guarded(Result onFailure, Body&& body) noexcept {
+Result guarded(Result onFailure, Body&& body, const char* function = __builtin_FUNCTION(),
+               unsigned line = __builtin_LINE()) noexcept {
   try {
     return std::forward<Body>(body)();
   } catch (...) {
+    reportSwallowedException(function, line);
     return onFailure;
   }
 }
 
-/// For functions without a result.
+/// The same for functions without a result: they did nothing, or as much as they could.
 template <typename Body>
-void guarded(Body&& body) noexcept {
+void guarded(Body&& body, const char* function = __builtin_FUNCTION(),
+             unsigned line = __builtin_LINE()) noexcept {
   try {
     std::forward<Body>(body)();
   } catch (...) {
-    // nothing to report it through: the function did nothing, or as much as it could
+    reportSwallowedException(function, line);
   }
 }
 

@@ -1,5 +1,7 @@
 #include "library.h"
 
+#include <ztCAD/version.h>
+
 #include "../core/name_registry.h"
 #include "../core/vocabulary.h"
 #include "../structure/read_structures.h"
@@ -73,4 +75,4 @@ std::uint32_t ztCAD_getPhysicalCoreCount() { return ztParallel::physicalCoreCoun
 
 void ztCAD_setThreadCounts(std::uint32_t requested) { ztcad::parallelSettings().initialise(requested); }
 
-const char* ztCADVersion() { return ZTCAD_VERSION; }
+const char* ztCADVersion() { return ZTCAD_VERSION_STRING; }

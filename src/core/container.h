@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <list>
-#include <type_traits>
 
 #include "../support/export.h"
 
@@ -37,6 +36,20 @@ enum ztCAD_Kind : int {
   ztCAD_KindTmplTriangle = 20,    ///< `ztCAD_TmplTriangle`
 };
 
+namespace ztcad {
+/// The element that a container holds by value or by pointer.
+/// @{
+template <typename Element>
+Element& elementOf(Element& element) {
+  return element;
+}
+template <typename Element>
+Element& elementOf(Element* element) {
+  return *element;
+}
+/// @}
+}  // namespace ztcad
+
 /// The elements of one kind, in the order in which they were added. Elements are held by value: adding stores
 /// a copy, and the address of a stored element stays the same until it is removed. Iterators are those of the
 /// list.
@@ -69,7 +82,7 @@ class ZTCAD_TEMPLATE_API ztCAD_Cont {
   /// (such as the one that a creation function returned) is not in here and removes nothing.
   bool remove(const void* address) {
     for (auto element = m_elements.begin(); element != m_elements.end(); ++element) {
-      if (!isSame(*element, address)) continue;
+      if (!ztcad::elementOf(*element).isSame(address)) continue;
       m_elements.erase(element);
       return true;
     }
@@ -107,14 +120,6 @@ class ZTCAD_TEMPLATE_API ztCAD_Cont {
   /// @}
 
  private:
-  template <typename Element>
-  static bool isSame(const Element& element, const void* address) {
-    if constexpr (std::is_pointer_v<Element>)
-      return element->isSame(address);
-    else
-      return element.isSame(address);
-  }
-
   List<T> m_elements;
 };
 

@@ -120,34 +120,26 @@ class NameCounter {
   std::map<QString, std::size_t> m_ordered;  // takes the place of all slots once it holds a name
 };
 
-/// What a container holds by value or by pointer.
-/// @{
+/// Gives the element a new name if its name is taken.
 template <typename Element>
-Element& named(Element& element) {
-  return element;
+void renameIfTaken(Element& element, NameCounter& counter) {
+  if (const auto newName = counter.newNameFor(element.name())) element.setName(*newName);
 }
-template <typename Element>
-Element& named(Element* element) {
-  return *element;
-}
-/// @}
 
-/// Renames the duplicates of one container of named elements, or of pointers to such (none of them null), in
-/// its order.
+/// Renames the duplicates of one container of named elements, in its order.
 template <typename Container>
 void renameDuplicates(Container& elements, NameCounter& counter) {
   counter.expect(elements.size());
   auto ahead = elements.begin();
   const auto prepareNext = [&] {
-    if (ahead != elements.end()) counter.prepare(named(*ahead++).name());
+    if (ahead != elements.end()) counter.prepare((ahead++)->name());
   };
   constexpr int distance = 16;
   for (int i = 0; i < distance; ++i)
     prepareNext();
-  for (auto& held : elements) {
+  for (auto& element : elements) {
     prepareNext();
-    auto& element = named(held);
-    if (const auto newName = counter.newNameFor(element.name())) element.setName(*newName);
+    renameIfTaken(element, counter);
   }
 }
 

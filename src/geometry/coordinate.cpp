@@ -1,7 +1,7 @@
 #include "coordinate.h"
 
-#include "../number/number_text.h"
 #include "../core/vocabulary.h"
+#include "../number/number_text.h"
 #include "triple_text.h"
 
 QString& ztCAD_Coord::toText(QString& out, bool debugForm) const {

@@ -1,10 +1,10 @@
 #include "faces.h"
 
+#include "../core/vocabulary.h"
+#include "../number/number_text.h"
+#include "../support/lazy_lock.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
-#include "../number/number_text.h"
-#include "../core/vocabulary.h"
-#include "../support/lazy_lock.h"
 #include "triple_text.h"
 
 using ztcad::words;

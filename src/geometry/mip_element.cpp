@@ -1,9 +1,9 @@
 #include "mip_element.h"
 
+#include "../core/vocabulary.h"
+#include "../text/narrow_text.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
-#include "../text/narrow_text.h"
-#include "../core/vocabulary.h"
 
 using ztcad::words;
 

@@ -1,9 +1,9 @@
 #include "sphere.h"
 
+#include "../core/vocabulary.h"
+#include "../number/number_text.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
-#include "../number/number_text.h"
-#include "../core/vocabulary.h"
 #include "triple_text.h"
 
 using ztcad::words;

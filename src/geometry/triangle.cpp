@@ -1,9 +1,9 @@
 #include "triangle.h"
 
-#include "../xml/element_sink.h"
-#include "../xml/element_view.h"
 #include "../core/vocabulary.h"
 #include "../support/parallel_settings.h"
+#include "../xml/element_sink.h"
+#include "../xml/element_view.h"
 #include "triple_text.h"
 
 using ztcad::words;

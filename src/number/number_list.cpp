@@ -6,8 +6,8 @@
 #include <QtAlgorithms>
 #include <system_error>
 
-#include "number_text.h"
 #include "../text/sse2.h"
+#include "number_text.h"
 
 namespace ztcad {
 

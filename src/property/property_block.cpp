@@ -1,8 +1,8 @@
 #include "property_block.h"
 
+#include "../core/vocabulary.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
-#include "../core/vocabulary.h"
 
 ztCAD_cmnProperty::ztCAD_cmnProperty(const ztCAD_cmnProperty& other)
     : ztCAD_INode(other),

@@ -1,9 +1,8 @@
 #include "detail.h"
 
 #include "../xml/element_sink.h"
-#include "../core/name_counter.h"
-#include "../core/vocabulary.h"
 #include "child_reader.h"
+#include "orders.h"
 
 using ztcad::words;
 
@@ -48,14 +47,10 @@ void ztCAD_cmnDetail::write(ztcad::ElementSink& parent) const {
   parent.element(elementName(), [this](ztcad::ElementSink& element) {
     property().write(element);
     if (m_hasMip) m_mip.write(element);
-    const auto writeEach = [&element](const auto& children) {
+    visitInOrder(ztcad::DetailOrder(), *m_content, [&element](const auto& children) {
       for (const auto& child : children)
         child.write(element);
-    };
-    writeEach(m_content->points);
-    writeEach(m_content->spheres);
-    writeEach(m_content->triangles);
-    writeEach(m_content->lines);
+    });
   });
 }
 
@@ -64,22 +59,13 @@ bool ztCAD_cmnDetail::readAndCheck(const ztcad::ElementView& element, bool& faul
   ztCAD_MIP mip;
   const bool mipOk = mip.read(element, fault);
   if (mipOk) setMip(mip);
-  *m_content = ztCAD_DetailContent();  // in its place: a host may hold on to it
+  *m_content = ztCAD_DetailContent();  // assigned, not replaced: a host may hold a reference to it
   element.forEachChild([&](const ztcad::ElementView& child) {
-    using ztcad::ChildOutcome;
-    const auto outcome = ztcad::readGeometry(*m_content, child, child.tag(), ChildOutcome::Failed);
-    ok = ok && outcome != ChildOutcome::Failed;
+    const QString tag = child.tag();
+    if (ztcad::failsItsHolder(ztcad::readChild(*m_content, child, tag), tag)) ok = false;
   });
   setReadOk(ok && mipOk);
   return readOk();
-}
-
-void ztcad::unifyNames(ztCAD_DetailContent& content) {
-  NameCounter counter;
-  renameDuplicates(content.points, counter);
-  renameDuplicates(content.spheres, counter);
-  renameDuplicates(content.triangles, counter);
-  renameDuplicates(content.lines, counter);
 }
 
 QString ztCAD_Detail::lcsWord() const { return words().lcs; }

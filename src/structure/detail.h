@@ -90,8 +90,3 @@ class ZTCAD_API ztCAD_TmplDetail : public ztCAD_cmnDetail, public ztCAD_cmnSelec
   QString lcsWord() const override;
   QString elementName() const override;
 };
-
-namespace ztcad {
-/// Makes the names in a detail unique.
-void unifyNames(ztCAD_DetailContent& content);
-}  // namespace ztcad

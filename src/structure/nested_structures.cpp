@@ -1,33 +1,30 @@
-// Who holds whom: the pointers between a structure and the structures nested in it.
+// The links between a structure and the structures nested in it.
 
 #include <algorithm>
 
 #include "../xml/xml_parse.h"
-#include "structure.h"
+#include "kinds.h"
+#include "read_structures.h"
 
 namespace {
 
 bool abandoned = false;
 
-int levelsOf(const ztCAD_Detail& detail) {
-  const ztCAD_DetailContent& content = detail.content();
-  if (!content.triangles.empty() || !content.lines.empty()) return 3;  // detail, solid, vertices
-  return content.points.empty() && content.spheres.empty() ? 1 : 2;
-}
-
-/// How many levels of elements what a structure holds by value takes below it.
-int levelsOf(const ztCAD_StructureContent& content) {
-  int deepestDetail = 0;
-  for (const ztCAD_Detail& detail : content.details)
-    deepestDetail = std::max(deepestDetail, levelsOf(detail));
-  if (deepestDetail > 1) return deepestDetail;
-  if (!content.triangles.empty() || !content.lines.empty()) return 2;
-  const bool isEmpty = content.details.empty() && content.points.empty() && content.spheres.empty() &&
-                       content.mipElements.empty() && content.structureReferences.empty() &&
-                       content.detailReferences.empty() && content.pointReferences.empty() &&
-                       content.lineReferences.empty() && content.mipReferences.empty() &&
-                       content.triangleReferences.empty();
-  return isEmpty ? 0 : 1;
+/// How many levels of XML elements the elements of a content struct take. What the table says of details is their most.
+template <typename Content>
+int levelsOf(const Content& content) {
+  int levels = 0;
+  ztcad::visitKinds<Content>([&](auto kind) {
+    using Kind = decltype(kind);
+    const auto& elements = Kind::in(content);
+    if constexpr (std::is_same_v<Kind, ztcad::kinds::details>) {
+      for (const ztCAD_Detail& detail : elements)
+        levels = std::max(levels, 1 + levelsOf(detail.content()));
+    } else if (!elements.empty()) {
+      levels = std::max(levels, Kind::levels);
+    }
+  });
+  return levels;
 }
 
 constexpr int levelsOfRoot = 1;
@@ -38,7 +35,7 @@ void ztcad::abandonNestedStructures(bool nowAbandoned) { abandoned = nowAbandone
 
 ztCAD_commonStructure::~ztCAD_commonStructure() {
   if (abandoned) return;
-  letNestedGo();
+  releaseNested();
   leaveHolders();
 }
 
@@ -55,7 +52,7 @@ int ztCAD_commonStructure::levelsAbove(KnownLevels& known) const {
   const auto [entry, isNew] = known.emplace(this, 0);
   if (!isNew) return entry->second;
   int above = levelsOfRoot;
-  for (const ztCAD_commonStructure* holder : m_holders)
+  for (const auto& [holder, entries] : m_holders)
     above = std::max(above, holder->levelsAbove(known));
   return known[this] = 1 + above;
 }
@@ -75,24 +72,41 @@ bool ztCAD_commonStructure::addStructure(ztCAD_commonStructure& structure) {
 }
 
 bool ztCAD_commonStructure::removeStructure(const void* address) {
-  const auto entry = std::find_if(m_entries.begin(), m_entries.end(),
-                                  [address](const auto& held) { return held.first == address; });
-  if (entry == m_entries.end()) return false;
-  ztCAD_commonStructure* const structure = entry->first;
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): a key to compare with
+  auto* const structure = static_cast<ztCAD_commonStructure*>(const_cast<void*>(address));
+  const auto [first, last] = m_entries.equal_range(structure);
+  if (first == last) return false;
+  auto entry = first;
+  if (std::next(first) != last) {
+    const auto front = std::find(m_nested.begin(), m_nested.end(), structure);
+    entry = std::find_if(first, last, [front](const auto& held) { return held.second == front; });
+  }
   m_nested.erase(entry->second);
   m_entries.erase(entry);
-  if (m_entries.count(structure) == 0) structure->m_holders.erase(this);
+  structure->forgetEntry(*this);
   return true;
 }
 
+std::size_t ztCAD_commonStructure::holdingEntries() const {
+  std::size_t entries = 0;
+  for (const auto& [holder, count] : m_holders)
+    entries += count;
+  return entries;
+}
+
+void ztCAD_commonStructure::forgetEntry(ztCAD_commonStructure& holder) {
+  const auto known = m_holders.find(&holder);
+  if (known != m_holders.end() && --known->second == 0) m_holders.erase(known);
+}
+
 void ztCAD_commonStructure::hold(ztCAD_commonStructure& structure) {
-  const bool isNewHolder = structure.m_holders.insert(this).second;
+  ++structure.m_holders[this];
   try {
     m_nested.add(&structure);
     m_entries.emplace(&structure, std::prev(m_nested.end()));
   } catch (...) {
     if (m_nested.size() > m_entries.size()) m_nested.erase(std::prev(m_nested.end()));
-    if (isNewHolder) structure.m_holders.erase(this);
+    structure.forgetEntry(*this);
     throw;
   }
 }
@@ -102,12 +116,12 @@ void ztCAD_commonStructure::holdAllOf(const ztCAD_commonStructure& other) {
     for (ztCAD_commonStructure* const nested : other.m_nested)
       hold(*nested);
   } catch (...) {
-    letNestedGo();  // a constructor that fails runs no destructor
+    releaseNested();  // a constructor that throws runs no destructor
     throw;
   }
 }
 
-void ztCAD_commonStructure::letNestedGo() {
+void ztCAD_commonStructure::releaseNested() {
   for (const auto& [nested, place] : m_entries)
     nested->m_holders.erase(this);
   m_entries.clear();
@@ -115,7 +129,7 @@ void ztCAD_commonStructure::letNestedGo() {
 }
 
 void ztCAD_commonStructure::leaveHolders() {
-  for (ztCAD_commonStructure* const holder : m_holders) {
+  for (const auto& [holder, count] : m_holders) {
     const auto [first, last] = holder->m_entries.equal_range(this);
     for (auto entry = first; entry != last; ++entry)
       holder->m_nested.erase(entry->second);

@@ -1,26 +1,36 @@
 #include "read_structures.h"
 
-#include <vector>
+#include <iterator>
+#include <utility>
 
 #include "../support/process_object.h"
 
 namespace ztcad {
 
 namespace {
-ProcessObject<std::vector<std::unique_ptr<ztCAD_Base>>> readStructures;
-}
+ProcessObject<StructureList> sharedList;
+StructureList* innermostScope = nullptr;
+}  // namespace
 
 void keepReadStructure(std::unique_ptr<ztCAD_Base> structure) {
-  readStructures.get().push_back(std::move(structure));
+  StructureList& list = innermostScope ? *innermostScope : sharedList.get();
+  list.push_back(std::move(structure));
 }
 
-void clearReadStructures() { readStructures.release(); }
+StructureListScope::StructureListScope(StructureList& list) : m_outer(std::exchange(innermostScope, &list)) {}
 
-std::size_t readStructureCount() { return readStructures.get().size(); }
+StructureListScope::~StructureListScope() { innermostScope = m_outer; }
 
-void forgetReadStructuresSince(std::size_t count) {
-  while (readStructures.get().size() > count)
-    readStructures.get().pop_back();
+void shareReadStructures(StructureList& list) {
+  StructureList& shared = sharedList.get();
+  if (shared.empty()) {
+    shared.swap(list);
+    return;
+  }
+  shared.insert(shared.end(), std::make_move_iterator(list.begin()), std::make_move_iterator(list.end()));
+  list.clear();
 }
+
+void clearReadStructures() { sharedList.release(); }
 
 }  // namespace ztcad

@@ -1,8 +1,8 @@
 #include "reference.h"
 
+#include "../core/vocabulary.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
-#include "../core/vocabulary.h"
 #include "detail.h"
 #include "structure.h"
 

@@ -28,10 +28,12 @@ class ZTCAD_API ztCAD_commonRef : public ztCAD_Base, public ztCAD_INode, public 
   const ztCAD_LCS& lcs() const { return m_lcs; }
   /// Places it there; `lcs` is made a model system, whatever it was.
   void setLcs(const ztCAD_LCS& lcs);
-  /// What is placed: name and file of the template. The reference stays good as long as the object.
+  /// What is placed: name and file of the template. The reference returned is valid as long as the object.
+  /// @{
   const ztCAD_gArche& archetype() const { return *m_archetype; }
-  /// The same, to be changed: what it says then is what is placed.
   ztCAD_gArche& archetype() { return *m_archetype; }
+  void setArchetype(const ztCAD_gArche& archetype) { *m_archetype = archetype; }
+  /// @}
 
   /// The tag of the reference's XML element, which also opens its text.
   virtual QString elementName() const = 0;

@@ -4,57 +4,17 @@
 #include <memory>
 #include <stdexcept>
 
+#include "../core/vocabulary.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
-#include "../core/name_counter.h"
-#include "../core/vocabulary.h"
 #include "child_reader.h"
+#include "orders.h"
 #include "read_structures.h"
+#include "structure_pass.h"
 
-using ztcad::ChildOutcome;
 using ztcad::words;
 
 namespace {
-
-/// The order in which a file holds the kinds of elements; nested structures stand before the last one.
-template <typename Visit>
-void visitValuesInFileOrder(const ztCAD_StructureContent& content, Visit&& visit) {
-  visit(content.points);
-  visit(content.pointReferences);
-  visit(content.lines);
-  visit(content.lineReferences);
-  visit(content.mipElements);
-  visit(content.mipReferences);
-  visit(content.spheres);
-  visit(content.triangles);
-  visit(content.triangleReferences);
-  visit(content.details);
-  visit(content.detailReferences);
-}
-
-/// The order of the containers, in which names are made unique and texts are told.
-template <typename Content, typename Visit>
-void visitValues(Content& content, Visit&& visit) {
-  visit(content.structureReferences);
-  visit(content.points);
-  visit(content.lines);
-  visit(content.spheres);
-  visit(content.triangles);
-  visit(content.mipElements);
-  visit(content.details);
-  visit(content.detailReferences);
-  visit(content.pointReferences);
-  visit(content.lineReferences);
-  visit(content.mipReferences);
-  visit(content.triangleReferences);
-}
-
-/// What is held by value, and what is held by pointer.
-template <typename Element>
-const Element& elementOf(const Element& element) {
-  return element;
-}
-const ztCAD_commonStructure& elementOf(ztCAD_commonStructure* const& structure) { return *structure; }
 
 template <typename Container>
 void appendGroup(QString& out, const Container& elements, bool debugForm) {
@@ -62,16 +22,10 @@ void appendGroup(QString& out, const Container& elements, bool debugForm) {
   out += QLatin1String(" [");
   for (const auto& element : elements) {
     out += QLatin1String(" {");
-    elementOf(element).toText(out, debugForm);
+    ztcad::elementOf(element).toText(out, debugForm);
     out += QLatin1Char('}');
   }
   out += QLatin1String(" ]");
-}
-
-template <typename Container>
-bool allPass(const Container& elements) {
-  return std::all_of(elements.begin(), elements.end(),
-                     [](const auto& element) { return elementOf(element).passesCheck(); });
 }
 
 }  // namespace
@@ -105,7 +59,7 @@ ztCAD_commonStructure& ztCAD_commonStructure::operator=(const ztCAD_commonStruct
   ztCAD_Base::operator=(other);
   ztCAD_StateCorrect::operator=(other);
   m_content = other.m_content;
-  letNestedGo();
+  releaseNested();
   for (ztCAD_commonStructure* const nested : other.m_nested)
     addStructure(*nested);  // this one may lie in what it takes over
   return *this;
@@ -117,7 +71,7 @@ ztCAD_commonStructure* ztCAD_commonStructure::clone() const { return nullptr; }
 
 void ztCAD_commonStructure::copyWithClones(const ztCAD_commonStructure& source) {
   if (this == &source) return;
-  letNestedGo();
+  releaseNested();
   setProperty(source.property());
   for (const ztCAD_commonStructure* nested : source.m_nested)
     if (ztCAD_commonStructure* const clone = nested->clone()) hold(*clone);
@@ -125,11 +79,7 @@ void ztCAD_commonStructure::copyWithClones(const ztCAD_commonStructure& source) 
 }
 
 bool ztCAD_commonStructure::unifyNames() {
-  ztcad::NameCounter counter;
-  ztcad::renameDuplicates(m_nested, counter);
-  visitValues(m_content, [&counter](auto& elements) { ztcad::renameDuplicates(elements, counter); });
-  for (ztCAD_commonStructure* nested : m_nested)
-    nested->unifyNames();
+  ztcad::StructurePass().unifyNames(*this);
   return true;
 }
 
@@ -143,7 +93,8 @@ QString& ztCAD_commonStructure::textHeader(QString& out) const {
 QString& ztCAD_commonStructure::toText(QString& out, bool debugForm) const {
   textHeader(out);
   appendGroup(out, m_nested, debugForm);
-  visitValues(m_content, [&](const auto& elements) { appendGroup(out, elements, debugForm); });
+  visitInOrder(ztcad::StructureTextOrder(), m_content,
+               [&](const auto& elements) { appendGroup(out, elements, debugForm); });
   return out += QLatin1Char(';');
 }
 
@@ -152,16 +103,16 @@ void ztCAD_commonStructure::write(ztcad::ElementSink& parent) const {
     property().write(element);
     const auto writeEach = [&element](const auto& elements) {
       for (const auto& one : elements)
-        elementOf(one).write(element);
+        ztcad::elementOf(one).write(element);
     };
-    visitValuesInFileOrder(m_content, writeEach);
+    visitInOrder(ztcad::StructureFileOrder(), m_content, writeEach);
     writeEach(m_nested);
-    writeEach(m_content.structureReferences);
+    visitInOrder(ztcad::StructureFileOrderAfterNested(), m_content, writeEach);
   });
 }
 
 bool ztCAD_commonStructure::read(const ztcad::ElementView& element, bool& fault) {
-  letNestedGo();
+  releaseNested();
   m_content = ztCAD_StructureContent();
   property().read(element, fault);
   bool allRead = true;
@@ -173,7 +124,7 @@ bool ztCAD_commonStructure::read(const ztcad::ElementView& element, bool& fault)
 bool ztCAD_commonStructure::readChild(const ztcad::ElementView& child) {
   const QString tag = child.tag();
   if (tag == words().structure) return readNested(child);
-  return ztcad::readMember(m_content, child, tag, ChildOutcome::Failed) != ChildOutcome::Failed;
+  return !ztcad::failsItsHolder(ztcad::readChild(m_content, child, tag), tag);
 }
 
 bool ztCAD_commonStructure::readNested(const ztcad::ElementView& child) {
@@ -184,14 +135,7 @@ bool ztCAD_commonStructure::readNested(const ztcad::ElementView& child) {
   return nested->read(child, ownFault) && !nested->name().isEmpty();
 }
 
-bool ztCAD_commonStructure::passesCheck() const {
-  const auto& lines = m_content.lines;
-  return allPass(m_nested) && allPass(m_content.points) &&
-         std::all_of(lines.begin(), lines.end(),
-                     [](const ztCAD_Line& line) { return line.hasWholeVertices(); }) &&
-         allPass(m_content.spheres) && allPass(m_content.triangles) && allPass(m_content.mipElements) &&
-         allPass(m_content.details);
-}
+bool ztCAD_commonStructure::passesCheck() const { return ztcad::StructurePass().passesCheck(*this); }
 
 // -------------------------------------------------------------------------------- the two classes
 

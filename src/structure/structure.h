@@ -1,7 +1,6 @@
 #pragma once
 
 #include <unordered_map>
-#include <unordered_set>
 
 #include "../core/container.h"
 #include "../geometry/line.h"
@@ -77,9 +76,13 @@ class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
   /// the structure itself, for one that holds this one (the ring would never end), and where elements would
   /// lie deeper than a file may nest them.
   bool addStructure(ztCAD_commonStructure& structure);
-  /// Lets go of the nested structure at this address, which need not be one any more; of one that is held twice, once. True
-  /// when it was held. It stays whose it was.
+  /// Releases the nested structure at this address, the first of its entries if there are several. The structure itself
+  /// is not destroyed and keeps its owner.
+  /// @param address only compared, so it may be that of an object that no longer exists
+  /// @return whether the structure was held
   bool removeStructure(const void* address);
+  /// Number of entries of this structure in other structures, two in one holder included.
+  std::size_t holdingEntries() const;
   /// Whether an element of this many levels may be added without lying deeper than a file may nest it.
   bool hasRoomFor(int levels) const;
 
@@ -127,15 +130,16 @@ class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
   int levelsAbove(KnownLevels& known) const;
   void hold(ztCAD_commonStructure& structure);
   void holdAllOf(const ztCAD_commonStructure& other);
-  void letNestedGo();
+  void releaseNested();
+  void forgetEntry(ztCAD_commonStructure& holder);
   void leaveHolders();
 
   ztCAD_StructureContent m_content;
   NestedList m_nested;
-  // Both ways between holder and held, so that either end is taken away at the cost of its own ties only.
+  // Links in both directions, so that destroying either end costs no more than the number of its own links.
   std::unordered_multimap<ztCAD_commonStructure*, NestedList::iterator>
-      m_entries;  // of m_nested, by structure
-  std::unordered_set<ztCAD_commonStructure*> m_holders;
+      m_entries;                                                      // of m_nested, by structure
+  std::unordered_map<ztCAD_commonStructure*, std::size_t> m_holders;  // and how many entries each has
 };
 
 /// A placed group of elements.
@@ -171,9 +175,3 @@ class ZTCAD_API ztCAD_TmplStructure : public ztCAD_commonStructure,
   QString elementName() const override;
   QString lcsWord() const override;
 };
-
-namespace ztcad {
-/// While the library is unloaded everything goes, in whatever order: structures stop taking themselves out of
-/// their holders, which may be gone already.
-void abandonNestedStructures(bool abandoned);
-}  // namespace ztcad

@@ -64,3 +64,5 @@ ztBaseAsserter& ztBaseAsserter::instance() noexcept {
 }
 
 void ztBaseAsserter::setWriter(ztLogWriter* writer) noexcept { installedWriter = writer; }
+
+bool ztBaseAsserter::hasWriter() noexcept { return installedWriter != nullptr; }

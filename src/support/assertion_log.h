@@ -85,6 +85,8 @@ class ZTCAD_API ztBaseAsserter {
   /// Installs the log writer of this process in place of the one before; null removes it. It stays the
   /// host's, who keeps it alive while it is installed.
   static void setWriter(ztLogWriter* writer) noexcept;
+  /// Whether a log writer is installed.
+  static bool hasWriter() noexcept;
 
   ztBaseAsserter(const ztBaseAsserter&) = delete;
   ztBaseAsserter& operator=(const ztBaseAsserter&) = delete;

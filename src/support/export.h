@@ -20,3 +20,10 @@
 /// classes that are built on them.
 #define ZTCAD_TEMPLATE_API __attribute__((visibility("default")))
 #endif
+
+#if defined(__cplusplus)
+/// Marks functions whose result must not be ignored.
+#define ZTCAD_NODISCARD [[nodiscard]]
+#else
+#define ZTCAD_NODISCARD
+#endif

@@ -26,7 +26,7 @@ using Names = std::vector<std::string>;
 using Write = std::function<void(ztcad::ByteOutput&)>;
 
 bool writeWith(const std::string& fileName, const Write& write) {
-  return ztcad::writeTextFile(QString::fromStdString(fileName), write);
+  return ztcad::writeTextFile(QString::fromStdString(fileName), write).code == 0;
 }
 
 bool write(const std::string& fileName, const std::string& bytes) {
@@ -116,7 +116,7 @@ TEST(FileReading, GivesTheBytesAsTheyLieThere) {
   const TemporaryFiles files;
   for (const std::string& bytes : {std::string(), std::string("a\r\nb\rc\n\0\x1a\xEF\xBB\xBF", 12)}) {
     QByteArray read("earlier");
-    EXPECT_EQ(ztcad::readFile(QString::fromStdString(files.put("file", bytes)), read), 0);
+    EXPECT_EQ(ztcad::readFile(QString::fromStdString(files.put("file", bytes)), read).code, 0);
     EXPECT_EQ(read.toStdString(), bytes);
   }
 }
@@ -124,8 +124,8 @@ TEST(FileReading, GivesTheBytesAsTheyLieThere) {
 TEST(FileReading, GivesTheErrorOfQFile) {
   const TemporaryFiles files;
   QByteArray read;
-  EXPECT_EQ(ztcad::readFile(QString::fromStdString(files.path("absent")), read), QFileDevice::OpenError);
-  EXPECT_EQ(ztcad::readFile(QString::fromStdString(files.folder()), read), QFileDevice::OpenError);
+  EXPECT_EQ(ztcad::readFile(QString::fromStdString(files.path("absent")), read).code, QFileDevice::OpenError);
+  EXPECT_EQ(ztcad::readFile(QString::fromStdString(files.folder()), read).code, QFileDevice::OpenError);
   EXPECT_EQ(read, QByteArray());
 }
 
@@ -374,7 +374,7 @@ TEST(FileReading, FileThatMayNotBeReadGivesAnError) {
   ASSERT_EQ(chmod(files.folder().c_str(), 0755), 0);
   const OrdinaryUser user;
   QByteArray read;
-  EXPECT_EQ(ztcad::readFile(QString::fromStdString(file), read), QFileDevice::OpenError);
+  EXPECT_EQ(ztcad::readFile(QString::fromStdString(file), read).code, QFileDevice::OpenError);
   EXPECT_EQ(read, QByteArray());
 }
 

@@ -1,4 +1,5 @@
 #include "structure/detail.h"
+#include "structure/structure_pass.h"
 
 #include <gtest/gtest.h>
 #include <ostream>

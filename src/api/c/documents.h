@@ -22,6 +22,66 @@ ZTCAD_C_BEGIN
 /// @return null when there is no memory
 ZTCAD_API ztCAD_GMDDocument* crtGMDDocument_nostl(const char* inform);
 
+// -------------------------------------------------------------------------------- load, save, end
+
+/// Results of loading. A file that does not open gives the code of `QFile::error()` instead, which is below 100.
+enum ztCAD_ResultCode {
+  ztCAD_ResultLoaded = 0,         ///< the document is loaded and passes the check
+  ztCAD_ResultFileMissing = 100,  ///< there is no such file
+  ztCAD_ResultNotParsed = 110,    ///< the text is not well-formed, or refused, or memory ran out
+  ztCAD_ResultNotADocument = 120  ///< the root element is not "GMD", or the document check failed
+};
+
+/// Bytes of a message in a `ztCAD_Outcome`, its terminating zero included.
+enum { ztCAD_MessageSize = 256 };
+
+/// What became of a load or save.
+typedef struct ztCAD_Outcome {
+  int32_t
+      code;  ///< loads: a `ztCAD_ResultCode` or a code of `QFile::error()`; saves: 0 or a code of `QFile::error()`
+  bool fault;      ///< loads: a child of the root failed to read itself; it is in the document all the same
+  int32_t line;    ///< line of the problem, from 1; 0 where it has no position
+  int32_t column;  ///< column of the problem, from 1, in UTF-16 units
+  char message
+      [ztCAD_MessageSize];  ///< why the code is not 0, UTF-8, zero-terminated, cut after a whole character
+} ztCAD_Outcome;
+
+/// Loads a file into a new document. The structures that the load nests in others belong to the document: they end with
+/// it, and not with other documents.
+/// @param outcome output; null is fine
+/// @return the document, also when its check failed (code 120); null, and nothing to end, for any other code
+ZTCAD_API ZTCAD_NODISCARD ztCAD_GMDDocument* ztCAD_loadDocument(const char* fileName, ztCAD_Outcome* outcome);
+
+/// The same for a text in memory. Text that is valid UTF-8 is read as such, whatever encoding it declares; other bytes
+/// are decoded as they declare.
+/// @param text `size` bytes; null only with 0
+/// @param size negative: the text ends at its first zero
+ZTCAD_API ZTCAD_NODISCARD ztCAD_GMDDocument* ztCAD_loadDocumentFromText(const char* text, int64_t size,
+                                                                        ztCAD_Outcome* outcome);
+
+/// Replaces the content of a document by that of a file, as `ztCAD_loadDocument` reads it. Elements and nested structures
+/// of the earlier content end.
+/// @param outcome output; null is fine
+/// @return whether the content was replaced (true also when the check failed); false: the document is unchanged
+ZTCAD_API bool ztCAD_reloadDocument(ztCAD_GMDDocument* document, const char* fileName,
+                                    ztCAD_Outcome* outcome);
+
+/// Makes the names of the document unique and writes it as XML in windows-1251. A save that fails leaves an earlier file
+/// of that name unchanged.
+/// @param outcome output; null is fine
+/// @return whether the file was written
+ZTCAD_API ZTCAD_NODISCARD bool ztCAD_saveDocument(ztCAD_GMDDocument* document, const char* fileName,
+                                                  ztCAD_Outcome* outcome);
+
+/// Ends a document and what it owns: its elements and the structures that `ztCAD_loadDocument` and
+/// `ztCAD_reloadDocument` nested in them. Other documents are unaffected. Nested structures of the calls below are not
+/// its own; they stay until `ClearGMDDoc`. Null and a pointer that is no live document: nothing happens.
+ZTCAD_API void ztCAD_endDocument(ztCAD_GMDDocument* document);
+
+// -------------------------------------------------------------------------------- load, save, end: the older calls
+// They report less, and the structures that they nest in others belong to one list for all documents. Hosts that know
+// them may go on using them; their behaviour does not change.
+
 /// A new document with the content of a file. The document comes back, empty, also when loading fails.
 /// @param resultCode output: 0 loaded; 100 no such file; a code of `QFile::error()` when it does not open;
 ///                   110 not well-formed or refused; 120 the root is no "GMD", or the document check failed

@@ -44,10 +44,10 @@ ZTCAD_API bool ztCAD_getColor(const ztCAD_Base* element, uint32_t* rgb);
 /// @param rgb three components, kept as given, nothing is clamped to 255; null takes the colour away
 ZTCAD_API void ztCAD_setColor(ztCAD_Base* element, const uint32_t* rgb);
 
-/// Whether the element is to be shown: 1 shown, 0 hidden, -1: no word about it.
+/// Visibility: 1 shown, 0 hidden, -1 unset.
 ZTCAD_API int32_t ztCAD_getVisible(const ztCAD_Base* element);
-/// Whether the element is to be shown.
-/// @param visible as it is read; any positive number shows, any negative one takes the word away
+/// Sets or clears the visibility.
+/// @param visible positive: shown; 0: hidden; negative: cleared
 ZTCAD_API void ztCAD_setVisible(ztCAD_Base* element, int32_t visible);
 
 /// The coordinate system among the element's properties: of a structure its own, of a reference one beside its placement.
@@ -58,15 +58,18 @@ ZTCAD_API int32_t ztCAD_getLCS(const ztCAD_Base* element, double* values, int32_
 /// @param lcs null takes it away, but not from a structure, which always has one
 ZTCAD_API void ztCAD_setLCS(ztCAD_Base* element, const ztCAD_LCS* lcs);
 
-/// What the element is, in a line or several. Numbers have six significant digits.
-/// @param forPeople true: the form for people; false: the compact form of those that have one
-ZTCAD_API int64_t ztCAD_getText(const ztCAD_Base* element, bool forPeople, char* text, int64_t size);
+/// The element as text of one or more lines. Numbers have six significant digits.
+/// @param debugForm true: the diagnostic form; false: the storage form, for the kinds that have one
+ZTCAD_API int64_t ztCAD_getText(const ztCAD_Base* element, bool debugForm, char* text, int64_t size);
 
-/// How the last read of the element went: 1 well, 0 not well, -1 it was never read or is a reference.
+/// Outcome of the element's last read: 1 it succeeded, 0 it failed, -1 it was never read or is a reference.
 ZTCAD_API int32_t ztCAD_getReadOk(const ztCAD_Base* element);
-/// Whether the element is sound, as the check of a structure asks it. Points, spheres, solids and mass-inertia elements: that
-/// they read well or, where they were built, that they are complete. Lines: that their vertices are whole. Details: that they
-/// read well, which one that was built has yet to do. Structures: that all in them is sound. References always are.
+/// Sets the outcome of the last read, as the load of a file would. A detail that is built must be marked so to count as
+/// sound; other kinds that were never read are judged by what they hold. References and null: nothing happens.
+ZTCAD_API void ztCAD_setReadOk(ztCAD_Base* element, bool readOk);
+/// Whether the element is sound, as the check of a structure asks. Points, spheres, solids and mass-inertia elements: their
+/// last read succeeded or, if they were never read, they are complete. Lines: their lists of vertices are whole triples.
+/// Details: the last read succeeded; false if never read. Structures: everything in them is sound. References: always.
 ZTCAD_API bool ztCAD_isSound(const ztCAD_Base* element);
 
 // -------------------------------------------------------------------------------- what some kinds have
@@ -111,8 +114,9 @@ ZTCAD_API int32_t ztCAD_getMIP(const ztCAD_Base* element, double* values, int32_
 /// @param second likewise
 /// @return whether there is data
 ZTCAD_API bool ztCAD_getMIPIntegers(const ztCAD_Base* element, int32_t* first, int32_t* second);
-/// Gives an element of these kinds mass-inertia data. A record of fewer than ten values changes nothing. Null takes the data
-/// of a mass-inertia element away, which is then not written; of others it changes nothing.
+/// Sets or clears the mass-inertia data of a mass-inertia element, a sphere, a solid or a detail.
+/// @param record copied; one of fewer than ten values changes nothing; null clears the data (a mass-inertia element
+///               without data is not written)
 ZTCAD_API void ztCAD_setMIP(ztCAD_Base* element, const ztCAD_MIP* record);
 
 /// Where a reference places its template; results as those of `ztCAD_getLCS`.

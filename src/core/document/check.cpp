@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "../../structure/structure_pass.h"
 #include "../name_counter.h"
 #include "document.h"
 
@@ -54,7 +55,9 @@ bool ztcad::passesCheck(const ztCAD_DocumentContent& content) {
   const bool templatesAreFound =
       namesAreUnique(content.templateDetails) && namesAreUnique(content.templateStructures) &&
       namesAreUnique(content.templatePoints) && namesAreUnique(content.templateMipElements);
-  return templatesAreFound &&
-         std::all_of(content.structures.begin(), content.structures.end(),
-                     [](const ztCAD_Structure& structure) { return structure.passesCheck(); });
+  if (!templatesAreFound) return false;
+  StructurePass pass;
+  pass.meetAll(content.structures);
+  return std::all_of(content.structures.begin(), content.structures.end(),
+                     [&pass](const ztCAD_Structure& structure) { return pass.passesCheck(structure); });
 }

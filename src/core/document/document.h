@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "../../structure/structure.h"
 #include "../container.h"
@@ -10,8 +11,9 @@
 
 class QString;
 namespace ztcad {
+class DocumentLoader;
+struct EndAlone;
 class LoadedText;
-class RootReader;
 }  // namespace ztcad
 
 /// @file
@@ -105,9 +107,12 @@ class ZTCAD_API ztCAD_GMDDocument : public ztCAD_ISerialize {
   std::string xmlText() const;
 
  private:
-  void takeOver(ztcad::RootReader& reader, std::unique_ptr<ztcad::LoadedText> text) noexcept;
+  friend class ztcad::DocumentLoader;
+  friend struct ztcad::EndAlone;
 
   ztCAD_DocumentContent m_content;
   std::unique_ptr<ztcad::LoadedText> m_loaded;  // never null
   ztCAD_HeaderNode m_header;
+  std::vector<std::unique_ptr<ztCAD_Base>> m_ownStructures;  // nested ones that end with this document
+  bool m_endsSharedStructures = true;
 };

@@ -71,41 +71,55 @@ bool mayBeReplaced(const QString& fileName) {
 #endif
 }
 
-enum class Outcome { Written, Failed, Refused };
+FileError errorOf(const QFileDevice& file) {
+  // a device that takes fewer bytes than asked has no error of its own
+  const auto code = file.error() == QFileDevice::NoError ? QFileDevice::WriteError : file.error();
+  return {code, file.errorString()};
+}
 
-Outcome replace(const QString& fileName, const std::function<void(ByteOutput&)>& write) {
+struct Replacement {
+  bool wasRefused = false;  // the system lets no other file take the target's place
+  FileError error;
+};
+
+Replacement replace(const QString& fileName, const std::function<void(ByteOutput&)>& write) {
   QSaveFile file(fileName);
   errno = 0;
   if (!file.open(textForWriting)) {
-    // a full disk is no refusal: it would take the direct write no better, and the earlier file would be gone
-    return errno == ENOSPC ? Outcome::Failed : Outcome::Refused;
+    // On a full disk a direct write would fail too, and the earlier file would be lost.
+    const bool isFull = errno == ENOSPC;
+    return {!isFull, errorOf(file)};
   }
-  if (!fill(file, write) || !file.flush()) {  // commit does not tell when the last bytes are not taken
+  if (!fill(file, write) || !file.flush()) {  // commit does not report that the last bytes were not written
+    const FileError error = errorOf(file);
     file.cancelWriting();
-    return Outcome::Failed;
+    return {false, error};
   }
-  return file.commit() ? Outcome::Written : Outcome::Refused;
+  if (!file.commit()) return {true, errorOf(file)};
+  return {};
 }
 
-bool writeDirectly(const QString& fileName, const std::function<void(ByteOutput&)>& write) {
+FileError writeDirectly(const QString& fileName, const std::function<void(ByteOutput&)>& write) {
   QFile file(fileName);
-  return file.open(textForWriting) && fill(file, write) && file.flush();
+  if (file.open(textForWriting) && fill(file, write) && file.flush()) return {};
+  return errorOf(file);
 }
 
 }  // namespace
 
-bool writeTextFile(const QString& fileName, const std::function<void(ByteOutput&)>& write) {
-  if (fileName.contains(QChar()))
-    return false;  // the system would take what stands before the NUL for the name
-  const Outcome outcome = mayBeReplaced(fileName) ? replace(fileName, write) : Outcome::Refused;
-  if (outcome == Outcome::Refused) return writeDirectly(fileName, write);
-  return outcome == Outcome::Written;
+FileError writeTextFile(const QString& fileName, const std::function<void(ByteOutput&)>& write) {
+  if (fileName.contains(QChar()))  // the system would end the name at the NUL
+    return {QFileDevice::OpenError, QLatin1String("the file name holds a NUL character")};
+  if (!mayBeReplaced(fileName)) return writeDirectly(fileName, write);
+  const Replacement replacement = replace(fileName, write);
+  return replacement.wasRefused ? writeDirectly(fileName, write) : replacement.error;
 }
 
-int readFile(const QString& fileName, QByteArray& bytes) {
+FileError readFile(const QString& fileName, QByteArray& bytes) {
   QFile file(fileName);
   if (file.open(QIODevice::ReadOnly)) bytes = file.readAll();
-  return file.error();
+  if (file.error() == QFileDevice::NoError) return {};
+  return {file.error(), file.errorString()};
 }
 
 }  // namespace ztcad

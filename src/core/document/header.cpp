@@ -1,8 +1,8 @@
 #include "header.h"
 
+#include "../../number/number_text.h"
 #include "../../xml/element_sink.h"
 #include "../../xml/element_view.h"
-#include "../../number/number_text.h"
 #include "../vocabulary.h"
 
 using ztcad::words;

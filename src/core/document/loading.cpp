@@ -1,0 +1,129 @@
+#include "loading.h"
+
+#include <QDomDocument>
+#include <QFile>
+#include <QFileInfo>
+
+#include "../../text/narrow_text.h"
+#include "../../xml/dom_backend.h"
+#include "../../xml/plain_xml.h"
+#include "../../xml/xml_parse.h"
+#include "check.h"
+#include "file.h"
+#include "loaded_text.h"
+#include "root_reader.h"
+#include "unification.h"
+
+namespace ztcad {
+
+struct DocumentLoader::Source {
+  QByteArray bytes;
+  XmlBytes kind;
+};
+
+namespace {
+
+LoadOutcome failure(std::int32_t code, const QString& message) {
+  LoadOutcome outcome;
+  outcome.code = code;
+  outcome.message = message;
+  return outcome;
+}
+
+LoadOutcome tooLong() { return failure(ztCAD_GMDDocument::NotParsed, QLatin1String("text too long")); }
+
+bool isTooLong(qint64 size) { return size > static_cast<qint64>(longestXml); }
+
+}  // namespace
+
+LoadOutcome DocumentLoader::loadFile(const QString& fileName) {
+  if (!QFile::exists(fileName)) return failure(ztCAD_GMDDocument::FileMissing, QLatin1String("no such file"));
+  if (isTooLong(QFileInfo(fileName).size())) return tooLong();
+  Source source{{}, XmlBytes::AsDeclared};
+  const FileError error = readFile(fileName, source.bytes);
+  if (error.code != 0) return failure(error.code, error.message);
+  return load(source, TextRules::Strict);
+}
+
+LoadOutcome DocumentLoader::loadText(const std::string& xml, TextRules rules) {
+  if (isTooLong(static_cast<qint64>(xml.size()))) {
+    LoadOutcome outcome = tooLong();
+    if (rules == TextRules::Lenient) {
+      RootReader nothing(m_document.header());
+      takeOver(nothing, {QByteArray(), XmlBytes::AsDeclared});
+      outcome.replaced = true;
+    }
+    return outcome;
+  }
+  // valid UTF-8 is text, whatever its declaration says; other bytes are decoded as they declare
+  const XmlBytes kind = isUtf8(xml) ? XmlBytes::Utf8 : XmlBytes::AsDeclared;
+  return load({QByteArray(xml.data(), static_cast<int>(xml.size())), kind}, rules);
+}
+
+LoadOutcome DocumentLoader::load(const Source& source, TextRules rules) {
+  LoadOutcome outcome;
+  outcome.code = ztCAD_GMDDocument::Loaded;
+  Reader reader = readPlain(source, rules);
+  if (!reader) reader = readTree(source, rules, outcome);
+  if (!reader) return outcome;
+  unifyNames(reader->content());
+  if (rules == TextRules::Strict && !passesCheck(reader->content())) {
+    outcome.code = ztCAD_GMDDocument::NotADocument;
+    outcome.message = QLatin1String("the document check failed");
+  }
+  outcome.fault = reader->fault();
+  takeOver(*reader, source);
+  outcome.replaced = true;
+  return outcome;
+}
+
+/// Reads a plain text, without a tree; null for any other text, and for another root than that of a document.
+DocumentLoader::Reader DocumentLoader::readPlain(const Source& source, TextRules rules) const {
+  auto reader = std::make_unique<RootReader>(m_document.header());
+  bool rootIsRight = true;
+  const std::string_view text(source.bytes.constData(), static_cast<std::size_t>(source.bytes.size()));
+  const bool isPlain = readPlainXml(text, source.kind, [&](const ElementView& root) {
+    rootIsRight = rules == TextRules::Lenient || root.tag() == words().gmd;
+    if (rootIsRight) reader->readRoot(root);
+  });
+  if (!isPlain || !rootIsRight) reader.reset();
+  return reader;
+}
+
+/// Reads a text through a tree; null, and why in `outcome`, where the rules refuse it.
+DocumentLoader::Reader DocumentLoader::readTree(const Source& source, TextRules rules,
+                                                LoadOutcome& outcome) const {
+  QDomDocument tree;
+  const ParseOutcome parse = parseBytes(source.bytes, source.kind, tree);
+  if (!parse.parsed) {
+    outcome = failure(ztCAD_GMDDocument::NotParsed, parse.message);
+    outcome.line = parse.line;
+    outcome.column = parse.column;
+    if (rules == TextRules::Strict) return nullptr;
+  }
+  const QDomElement root = tree.documentElement();
+  if (rules == TextRules::Strict && root.tagName() != words().gmd) {
+    outcome = failure(ztCAD_GMDDocument::NotADocument, QLatin1String("the root element is not \"GMD\""));
+    return nullptr;
+  }
+  auto reader = std::make_unique<RootReader>(m_document.header());
+  reader->readRoot(DomView(root));
+  return reader;
+}
+
+/// Changes the document as a whole: what can throw comes first.
+void DocumentLoader::takeOver(RootReader& reader, const Source& source) {
+  auto text = std::make_unique<LoadedText>(source.bytes, source.kind);
+  if (m_owner == NestedOwner::Everyone) shareReadStructures(reader.nested());
+  m_document.m_content.swap(reader.content());
+  m_document.m_ownStructures.swap(reader.nested());
+  m_document.m_header = reader.header();
+  m_document.m_loaded = std::move(text);
+}
+
+void EndAlone::operator()(ztCAD_GMDDocument* document) const noexcept {
+  document->m_endsSharedStructures = false;
+  delete document;
+}
+
+}  // namespace ztcad

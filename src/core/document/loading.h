@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <QString>
+#include <string>
+
+#include "document.h"
+
+namespace ztcad {
+
+class RootReader;
+
+/// The result of a load.
+struct LoadOutcome {
+  std::int32_t code = ztCAD_GMDDocument::NotParsed;  ///< `ResultCode`, or a `QFile::FileError`
+  bool fault = false;                                ///< a child of the root failed to read itself
+  bool replaced = false;                             ///< the document has new content; false: it is unchanged
+  QString message;                                   ///< why the code is not 0; empty where it is
+  int line = 0;                                      ///< position of the problem from 1; 0 where it has none
+  int column = 0;
+};
+
+/// Who owns the structures that a load nests in others.
+enum class NestedOwner {
+  Everyone,  ///< the list that `ClearGMDDoc` and the end of any document empty
+  Document,  ///< the document that is loaded
+};
+
+/// Which texts a load from memory takes.
+enum class TextRules {
+  Strict,   ///< those of files; any other leaves the document unchanged
+  Lenient,  ///< any root element; of an ill-formed text, what comes before the fault; no document check
+};
+
+/// Loads into a document. Nothing changes in the document until all has been read.
+class DocumentLoader {
+ public:
+  DocumentLoader(ztCAD_GMDDocument& document, NestedOwner owner) : m_document(document), m_owner(owner) {}
+
+  LoadOutcome loadFile(const QString& fileName);
+  LoadOutcome loadText(const std::string& xml, TextRules rules);
+
+ private:
+  struct Source;
+  using Reader = std::unique_ptr<RootReader>;
+
+  LoadOutcome load(const Source& source, TextRules rules);
+  Reader readPlain(const Source& source, TextRules rules) const;
+  Reader readTree(const Source& source, TextRules rules, LoadOutcome& outcome) const;
+  void takeOver(RootReader& reader, const Source& source);
+
+  ztCAD_GMDDocument& m_document;
+  const NestedOwner m_owner;
+};
+
+/// Destroys a document without the clean-up of structures that belong to everyone.
+struct EndAlone {
+  void operator()(ztCAD_GMDDocument* document) const noexcept;
+};
+
+}  // namespace ztcad
