@@ -1,9 +1,9 @@
-# What Doxygen sees of a header. Lines are emptied, not removed, so that its warnings name the right ones.
+# Filters a header for Doxygen. Lines are emptied, not removed, to keep the line numbers of warnings correct.
 
-# the instances of a template are no classes of their own
+# instances of a class template are not classes of their own
 s/^extern template .*//
 
-# what the compiler makes needs no words; with a comment before it, it stays and has them
+# defaulted and deleted members need no documentation; one that has a comment is kept
 \,^ *///,{
   :next
   n

@@ -1,5 +1,5 @@
-# Links between files of the repository, for pages that lie in build/docs/html: headers and pages by the names that they
-# have there, everything else where it lies. A page at the root is for who works on the library, and has no page there.
+# Rewrites links for the pages in build/docs/html: headers and pages of docs/ link to their Doxygen pages, other files to their
+# place in the repository. Pages at the root of the repository are not part of the Doxygen pages; links to them become text.
 s,\[`?([^]`]*)`?\]\(\.\./src/([^)]*\.h)\),[\1](@ref \2),g
 s,\[([^]]*)\]\(\.\./([A-Z]+\.md)\),\1,g
 s,\]\(([a-z-]+)\.md\),](@ref md_docs_\1),g
