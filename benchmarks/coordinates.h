@@ -4,8 +4,8 @@
 
 namespace benchmarks {
 
-/// Coordinates as engineering parts have them: whole numbers, quarters, and numbers of six digits. Seeded:
-/// every run and every side get the same ones.
+/// Coordinates typical of engineering parts: integers, quarters, and values with five decimals. The seed is
+/// fixed: every run and every implementation gets the same sequence.
 class Coordinates {
  public:
   double next() {

@@ -1,12 +1,13 @@
-/// Whole documents through the library's exported functions, beside Qt's own way and beside a hand-tuned one.
+/// Whole documents through the library's exported functions, compared with an implementation by Qt's own
+/// calls and with a hand-tuned one.
 ///
-///   document_benchmark [--quick] [--stock] [--markdown] [--folder <folder>] [--only <text>]
+///   document_benchmark [--quick] [--all-qt] [--markdown] [--folder <folder>] [--only <text>]
 ///
-///   --quick     small sizes alone: does it run at all?
-///   --stock     Qt's own way also where it takes minutes and gigabytes
-///   --markdown  tables in Markdown
-///   --folder    where the files are; without it in memory, where no save waits for a disk
-///   --only      the cases whose name holds this text
+///   --quick     small sizes only, to see that everything runs
+///   --all-qt    run the Qt baseline at every size, even where it takes minutes and gigabytes
+///   --markdown  print Markdown tables
+///   --folder    parent of the folder for the files; by default in memory, where no save waits for a disk
+///   --only      run only the cases whose name contains this text
 
 #include <filesystem>
 #include <iostream>
@@ -14,9 +15,10 @@
 #include <string>
 #include <vector>
 
-#include "library_way.h"
-#include "reference_way.h"
-#include "stock_way.h"
+#include "library_run.h"
+#include "plain_structs.h"
+#include "qt_baseline.h"
+#include "reference_implementation.h"
 #include "table.h"
 
 namespace {
@@ -25,7 +27,7 @@ using namespace benchmarks;
 
 struct Options {
   bool quick = false;
-  bool stock = false;
+  bool allQt = false;
   bool markdown = false;
   std::string only;
   std::string folder = std::filesystem::is_directory("/dev/shm")
@@ -33,54 +35,54 @@ struct Options {
                            : std::filesystem::temp_directory_path().string();
 };
 
-/// Loads into a `Content` that lives until the figures are taken.
+/// Loads into a `Content` that outlives the measurement.
 template <typename Content, typename Load>
-Figures timedLoad(const Document& document, Load load) {
+Measurement timedLoad(const Document& document, Load load) {
   Content content;
   return timed([&] { return load(document, content); });
 }
 
-Figures loadByReference(const Document& document) {
+Measurement loadWithReference(const Document& document) {
   if (document.shape == Shape::Mesh)
     return timedLoad<Mesh>(document, [](const Document& d, Mesh& mesh) { return referenceLoad(d, mesh); });
-  return timedLoad<std::list<BarePoint>>(
-      document, [](const Document& d, std::list<BarePoint>& points) { return referenceLoad(d, points); });
+  return timedLoad<std::list<PointRecord>>(
+      document, [](const Document& d, std::list<PointRecord>& points) { return referenceLoad(d, points); });
 }
 
-Figures loadByStock(const Document& document) {
+Measurement loadWithQt(const Document& document) {
   if (document.shape == Shape::Mesh)
-    return timedLoad<Mesh>(document, [](const Document& d, Mesh& mesh) { return stockLoad(d, mesh); });
-  return timedLoad<std::list<StockPoint>>(
-      document, [](const Document& d, std::list<StockPoint>& points) { return stockLoad(d, points); });
+    return timedLoad<Mesh>(document, [](const Document& d, Mesh& mesh) { return qtLoad(d, mesh); });
+  return timedLoad<std::list<QtPoint>>(
+      document, [](const Document& d, std::list<QtPoint>& points) { return qtLoad(d, points); });
 }
 
 template <typename Content, typename Save>
-Figures timedSave(const Document& document, Save save) {
+Measurement timedSave(const Document& document, Save save) {
   Content content;
-  if (!referenceLoad(document, content)) throw std::runtime_error(document.file + " does not load");
+  if (!referenceLoad(document, content)) throw std::runtime_error(document.file + " cannot be loaded");
   return timed([&] { return save(content); });
 }
 
-Figures saveByReference(const Document& document, const std::string& file) {
+Measurement saveWithReference(const Document& document, const std::string& file) {
   if (document.shape == Shape::Mesh)
     return timedSave<Mesh>(document, [&](const Mesh& mesh) { return referenceSave(mesh, file); });
-  std::list<BarePoint> list;
+  std::list<PointRecord> list;
   if (!referenceLoad(document, list)) return {};
-  const std::vector<BarePoint> points(list.begin(), list.end());
+  const std::vector<PointRecord> points(list.begin(), list.end());
   return timed([&] { return referenceSave(points, document.shape, file); });
 }
 
-Figures saveByStock(const Document& document, const std::string& file) {
+Measurement saveWithQt(const Document& document, const std::string& file) {
   if (document.shape == Shape::Mesh)
-    return timedSave<Mesh>(document, [&](const Mesh& mesh) { return stockSave(mesh, file); });
-  std::list<StockPoint> points;
-  if (!stockLoad(document, points)) return {};
-  return timed([&] { return stockSave(points, document.shape, file); });
+    return timedSave<Mesh>(document, [&](const Mesh& mesh) { return qtSave(mesh, file); });
+  std::list<QtPoint> points;
+  if (!qtLoad(document, points)) return {};
+  return timed([&] { return qtSave(points, document.shape, file); });
 }
 
-/// Saves without an earlier file: giving back what that held would count as time of the save.
+/// Removes an earlier file before the save: freeing its blocks must not be timed.
 template <typename Save>
-std::function<Figures()> intoNothing(const std::string& file, Save save) {
+std::function<Measurement()> intoNewFile(const std::string& file, Save save) {
   return [=] {
     std::filesystem::remove(file);
     return save();
@@ -105,53 +107,54 @@ class Benchmark {
   }
 
  private:
-  /// Qt's own way, left out above a size from which it takes too long.
-  std::function<Figures()> stockUpTo(std::size_t largest, std::size_t size,
-                                     const std::function<Figures()>& run) const {
-    return m_options.stock || size <= largest ? run : nullptr;
+  /// The Qt baseline, omitted above the size `largest` because it takes too long there.
+  std::function<Measurement()> qtUpTo(std::size_t largest, std::size_t size,
+                                      const std::function<Measurement()>& run) const {
+    return m_options.allQt || size <= largest ? run : nullptr;
   }
 
-  bool isAskedFor(const std::string& what) const { return what.find(m_options.only) != std::string::npos; }
+  bool isSelected(const std::string& name) const { return name.find(m_options.only) != std::string::npos; }
 
-  void add(const std::string& what, const Document& document, Memory memory, const Ways& ways) {
-    if (!isAskedFor(what)) return;
-    Row row = measure(what, ways);
+  void add(const std::string& name, const Document& document, MemoryKind memory,
+           const Implementations& implementations) {
+    if (!isSelected(name)) return;
+    Row row = measure(name, implementations);
     row.size = document.size;
     row.bytes = document.bytes;
     row.memory = memory;
     m_results.add(row);
   }
 
-  void addWithoutFile(const std::string& what, std::size_t size, const Ways& ways) {
-    if (!isAskedFor(what)) return;
-    Row row = measure(what, ways);
+  void addWithoutFile(const std::string& name, std::size_t size, const Implementations& implementations) {
+    if (!isSelected(name)) return;
+    Row row = measure(name, implementations);
     row.size = size;
     m_results.add(row);
   }
 
-  void runLoad(const std::string& what, const Document& document) {
-    add(what + ", load", document, Memory::OfLoad,
+  void runLoad(const std::string& name, const Document& document) {
+    add(name + ", load", document, MemoryKind::Load,
         {[&] { return libraryLoad(document); },
-         stockUpTo(1000000, document.size, [&] { return loadByStock(document); }),
-         [&] { return loadByReference(document); }});
+         qtUpTo(1000000, document.size, [&] { return loadWithQt(document); }),
+         [&] { return loadWithReference(document); }});
   }
 
-  /// The library beside itself: the same elements filled from a tree.
-  void runTree(const std::string& what, const Document& document) {
-    if (!isAskedFor(what)) return;
-    const Document byTree = Documents::forTheTree(document);
-    addWithoutFile(what, document.size,
-                   {[&] { return libraryLoad(document); }, {}, [&] { return libraryLoad(byTree); }});
+  /// Compares the library with itself: the same elements, read through a DOM tree.
+  void runDomPath(const std::string& name, const Document& document) {
+    if (!isSelected(name)) return;
+    const Document domDocument = Documents::forTheDomPath(document);
+    addWithoutFile(name, document.size,
+                   {[&] { return libraryLoad(document); }, {}, [&] { return libraryLoad(domDocument); }});
   }
 
-  void runSave(const std::string& what, const Document& document) {
+  void runSave(const std::string& name, const Document& document) {
     const std::string file = m_documents.scratch();
-    Ways ways;
-    ways.ours = intoNothing(file, [&] { return librarySave(document, file); });
-    ways.stock =
-        stockUpTo(200000, document.size, intoNothing(file, [&] { return saveByStock(document, file); }));
-    ways.reference = intoNothing(file, [&] { return saveByReference(document, file); });
-    add(what + ", save", document, Memory::OfSave, ways);
+    Implementations implementations;
+    implementations.library = intoNewFile(file, [&] { return librarySave(document, file); });
+    implementations.qt =
+        qtUpTo(200000, document.size, intoNewFile(file, [&] { return saveWithQt(document, file); }));
+    implementations.reference = intoNewFile(file, [&] { return saveWithReference(document, file); });
+    add(name + ", save", document, MemoryKind::Save, implementations);
   }
 
   void runMesh(const Document& mesh) {
@@ -162,13 +165,13 @@ class Benchmark {
   void runPoints(std::size_t size) {
     const Document& points = m_documents.make(Shape::DifferentNames, size);
     runLoad("points", points);
-    runTree("points, load (ref: through its own tree)", points);
+    runDomPath("points, load (reference: library's DOM path)", points);
     runSave("points", points);
-    runLoad("points of one name", m_documents.make(Shape::OneName, size));
+    runLoad("points with one name", m_documents.make(Shape::SameName, size));
     runUnify(size);
     const Document& structures = m_documents.make(Shape::Structures, size);
     runLoad("points in structures", structures);
-    runTree("points in structures, load (ref: through its own tree)", structures);
+    runDomPath("points in structures, load (reference: library's DOM path)", structures);
     runSave("points in structures", structures);
     runCheck("points in structures, check", structures);
     runCheck("template points, check", m_documents.make(Shape::Templates, size));
@@ -177,44 +180,44 @@ class Benchmark {
 
   void runUnify(std::size_t size) {
     const std::string file = m_documents.scratch();
-    const char* const first = "points of one name, first save";
-    const char* const next = "points of one name, next save";
-    const char* const renaming = "points of one name, renaming (first - next)";
-    Ways ways;
-    ways.ours = intoNothing(file, [&] { return libraryUnify(size, false, file); });
-    addWithoutFile(first, size, ways);
-    ways.ours = intoNothing(file, [&] { return libraryUnify(size, true, file); });
-    addWithoutFile(next, size, ways);
-    if (!isAskedFor(first) || !isAskedFor(next)) return;
+    const char* const first = "points with one name, first save";
+    const char* const second = "points with one name, second save";
+    const char* const renaming = "points with one name, renaming (first - second)";
+    Implementations implementations;
+    implementations.library = intoNewFile(file, [&] { return libraryUnify(size, SaveOrder::First, file); });
+    addWithoutFile(first, size, implementations);
+    implementations.library = intoNewFile(file, [&] { return libraryUnify(size, SaveOrder::Second, file); });
+    addWithoutFile(second, size, implementations);
+    if (!isSelected(first) || !isSelected(second)) return;
     Row names = *m_results.largest(first);
-    names.what = renaming;
-    names.ours.seconds -= m_results.largest(next)->ours.seconds;
-    names.reference = measure(renaming, {[&] { return bareUnify(size); }, {}, {}}).ours;
+    names.name = renaming;
+    names.library.seconds -= m_results.largest(second)->library.seconds;
+    names.reference = measure(renaming, {[&] { return plainUnify(size); }, {}, {}}).library;
     m_results.add(names);
   }
 
-  /// Once with what an earlier check left in the processor's caches, and once as after other work. Growth shows in
-  /// the second only: a small document lies in the caches, a large one does not.
-  void runCheck(const std::string& what, const Document& document) {
-    addWithoutFile(what, document.size, {[&] { return libraryCheck(document, nullptr); }, {}, {}});
-    addWithoutFile(what + " (cold)", document.size,
-                   {[&] { return libraryCheck(document, sweepCaches); }, {}, {}});
+  /// Once with the caches as the previous check left them, and once with cold caches. Only the cold times
+  /// show growth: a small document fits into the caches, a large one does not.
+  void runCheck(const std::string& name, const Document& document) {
+    addWithoutFile(name, document.size, {[&] { return libraryCheck(document, nullptr); }, {}, {}});
+    addWithoutFile(name + " (cold)", document.size,
+                   {[&] { return libraryCheck(document, evictCaches); }, {}, {}});
   }
 
   void runDelete(const Document& points) {
     constexpr std::size_t records = 1000000;
-    const auto bare = [&] { return bareDelete(points); };
-    addWithoutFile("points, delete", points.size, {[&] { return libraryDelete(points, 0); }, {}, bare});
-    addWithoutFile("points, delete beside 10^6 records", points.size,
-                   {[&] { return libraryDelete(points, records); }, {}, bare});
+    const auto plain = [&] { return plainDelete(points); };
+    addWithoutFile("points, delete", points.size, {[&] { return libraryDelete(points, 0); }, {}, plain});
+    addWithoutFile("points, delete while 10^6 records exist", points.size,
+                   {[&] { return libraryDelete(points, records); }, {}, plain});
   }
 
   void runBuilding(std::size_t count) {
     addWithoutFile(
         "vertices, build", count,
-        {[&] { return libraryBuildVertices(count); }, {}, [&] { return bareBuildVertices(count); }});
+        {[&] { return libraryBuildVertices(count); }, {}, [&] { return plainBuildVertices(count); }});
     addWithoutFile("points, build", count,
-                   {[&] { return libraryBuildPoints(count); }, {}, [&] { return bareBuildPoints(count); }});
+                   {[&] { return libraryBuildPoints(count); }, {}, [&] { return plainBuildPoints(count); }});
   }
 
   const Options& m_options;
@@ -227,8 +230,8 @@ bool parseOptions(int argc, char** argv, Options& options) {
     const std::string option = argv[i];
     if (option == "--quick")
       options.quick = true;
-    else if (option == "--stock")
-      options.stock = true;
+    else if (option == "--all-qt")
+      options.allQt = true;
     else if (option == "--markdown")
       options.markdown = true;
     else if (option == "--folder" && i + 1 < argc)
@@ -246,7 +249,7 @@ bool parseOptions(int argc, char** argv, Options& options) {
 int main(int argc, char** argv) {
   Options options;
   if (!parseOptions(argc, argv, options)) {
-    std::cerr << "usage: document_benchmark [--quick] [--stock] [--markdown] [--folder <folder>] "
+    std::cerr << "usage: document_benchmark [--quick] [--all-qt] [--markdown] [--folder <folder>] "
                  "[--only <text>]\n";
     return 2;
   }
@@ -254,7 +257,7 @@ int main(int argc, char** argv) {
     Benchmark benchmark(options);
     const Results& results = benchmark.run();
     printTables(std::cout, results, options.markdown);
-    if (options.quick) std::cout << "At these sizes the verdicts say little.\n\n";
+    if (options.quick) std::cout << "At these sizes the verdicts mean little.\n\n";
     printTargets(std::cout, results, options.markdown);
     return 0;
   } catch (const std::exception& error) {

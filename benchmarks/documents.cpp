@@ -7,16 +7,16 @@
 #include <stdexcept>
 
 #include "coordinates.h"
-#include "measuring.h"
-#include "reference_way.h"
+#include "measurement.h"
+#include "reference_implementation.h"
 
 namespace benchmarks {
 
 namespace {
 
-std::vector<BarePoint> makePoints(Shape shape, std::size_t size) {
+std::vector<PointRecord> makePoints(Shape shape, std::size_t size) {
   Coordinates coordinates;
-  std::vector<BarePoint> points(size);
+  std::vector<PointRecord> points(size);
   for (std::size_t i = 0; i < size; ++i) {
     points[i].name = pointName(shape, i);
     points[i].x = coordinates.next();
@@ -47,11 +47,11 @@ Mesh makeMesh(std::size_t vertices) {
 }
 
 std::string pointName(Shape shape, std::size_t index) {
-  return shape == Shape::OneName ? "hinge" : "hinge " + std::to_string(index);
+  return shape == Shape::SameName ? "hinge" : "hinge " + std::to_string(index);
 }
 
 Documents::Documents(const std::string& folder) : m_folder(folder + "/ztCAD_benchmark_XXXXXX") {
-  if (!::mkdtemp(m_folder.data())) throw std::runtime_error("no folder can be made in " + folder);
+  if (!::mkdtemp(m_folder.data())) throw std::runtime_error("cannot create a folder in " + folder);
 }
 
 Documents::~Documents() {
@@ -63,22 +63,22 @@ const Document& Documents::make(Shape shape, std::size_t size) {
   const auto found = std::find_if(m_documents.begin(), m_documents.end(),
                                   [&](const Document& d) { return d.shape == shape && d.size == size; });
   if (found != m_documents.end()) return *found;
-  Document made;
-  made.shape = shape;
-  made.size = size;
-  made.file = m_folder + "/document" + std::to_string(m_documents.size()) + ".xml";
-  // in a process of its own: this one has to stay small
-  if (!inChild([&] { return timed([&] { return write(made); }); }).fine)
-    throw std::runtime_error(made.file + " could not be written");
-  made.bytes = static_cast<double>(std::filesystem::file_size(made.file));
-  return m_documents.emplace_back(made);
+  Document created;
+  created.shape = shape;
+  created.size = size;
+  created.file = m_folder + "/document" + std::to_string(m_documents.size()) + ".xml";
+  // in a child process: this one must stay small
+  if (!inChild([&] { return timed([&] { return write(created); }); }).succeeded)
+    throw std::runtime_error(created.file + " cannot be written");
+  created.bytes = static_cast<double>(std::filesystem::file_size(created.file));
+  return m_documents.emplace_back(created);
 }
 
-Document Documents::forTheTree(const Document& document) {
+Document Documents::forTheDomPath(const Document& document) {
   Document copy = document;
   copy.file += ".tree.xml";
   std::filesystem::copy_file(document.file, copy.file, std::filesystem::copy_options::overwrite_existing);
-  std::ofstream(copy.file, std::ios::app) << "<?note read through a tree?>\n";
+  std::ofstream(copy.file, std::ios::app) << "<?note read through a DOM tree?>\n";
   return copy;
 }
 

@@ -9,14 +9,14 @@
 namespace benchmarks {
 
 enum class Shape {
-  Mesh,            // one solid; its size is the number of vertices, twice as many facets
-  DifferentNames,  // points of the root, each with a name of its own
-  OneName,         // points of the root, all of one name
+  Mesh,            // one solid; its size is the number of vertices, with twice as many facets
+  DifferentNames,  // points of the root, each with its own name
+  SameName,        // points of the root, all with the same name
   Structures,      // a hundred points in each structure
   Templates,       // template points
 };
 
-/// A document on the disk, as a save would leave it.
+/// A file as a save of the library would write it.
 struct Document {
   Shape shape = Shape::Mesh;
   std::size_t size = 0;  // vertices or points
@@ -34,25 +34,26 @@ struct Mesh {
 Mesh makeMesh(std::size_t vertices);
 std::string pointName(Shape shape, std::size_t index);
 
-/// The documents of one run, in a folder of its own that goes with it.
+/// The documents of one benchmark run, in a temporary folder that is removed with this object.
 class Documents {
  public:
-  /// @param folder where the folder of documents is made; throws when it cannot be
+  /// @param folder parent of the temporary folder; throws if that cannot be created
   explicit Documents(const std::string& folder);
   Documents(const Documents&) = delete;
   Documents& operator=(const Documents&) = delete;
   ~Documents();
 
-  /// Writes a document, or finds it when it was written before. Throws when it cannot be written.
+  /// Writes a document, unless it has been written before. Throws if it cannot be written.
   const Document& make(Shape shape, std::size_t size);
-  /// The same document in a file that the library cannot but read through a tree: an instruction stands at its end.
-  static Document forTheTree(const Document& document);
-  /// A file name beside the documents, for what is saved.
+  /// A copy of the document that the library must read through a DOM tree: a processing instruction at its
+  /// end is beyond the plain reader.
+  static Document forTheDomPath(const Document& document);
+  /// Target file for saves, in the same folder.
   std::string scratch() const { return m_folder + "/saved.xml"; }
 
  private:
   std::string m_folder;
-  std::deque<Document> m_documents;  // those given out stay where they are
+  std::deque<Document> m_documents;  // a deque: references returned by make() stay valid
 };
 
 }  // namespace benchmarks

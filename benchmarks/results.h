@@ -6,44 +6,45 @@
 #include <string>
 #include <vector>
 
-#include "measuring.h"
+#include "measurement.h"
 
 namespace benchmarks {
 
-enum class Memory { NotAsked, OfLoad, OfSave };
+/// How a row appears in the memory table.
+enum class MemoryKind { NotReported, Load, Save };
 
-/// One measured case: the library beside the stock way and the reference, where there are such.
+/// One measured case: the library and, where they exist, the Qt baseline and the reference implementation.
 struct Row {
-  std::string what;
+  std::string name;
   std::size_t size = 0;  // vertices or points
-  double bytes = 0;      // of the file; 0 where there is none
-  Memory memory = Memory::NotAsked;
-  Figures ours;
-  std::optional<Figures> stock;
-  std::optional<Figures> reference;
+  double bytes = 0;      // of the file; 0 if there is none
+  MemoryKind memory = MemoryKind::NotReported;
+  Measurement library;
+  std::optional<Measurement> qt;
+  std::optional<Measurement> reference;
 };
 
-/// The ways to do one thing; an empty function is not run.
-struct Ways {
-  std::function<Figures()> ours;
-  std::function<Figures()> stock;
-  std::function<Figures()> reference;
+/// The implementations of one case; an empty function is not run.
+struct Implementations {
+  std::function<Measurement()> library;
+  std::function<Measurement()> qt;
+  std::function<Measurement()> reference;
 };
 
-/// Runs each way several times, in turn, so that a busy moment of the machine does not fall on one of them
-/// alone, and keeps the quickest run of each. A way that takes long is not repeated. Throws when a run did not
-/// give what it had to give.
-Row measure(const std::string& what, const Ways& ways);
+/// Runs the implementations in turn, several times each, so that a busy moment of the machine does not hit
+/// only one of them, and keeps the fastest run of each. An implementation that takes long is not repeated.
+/// Throws if a run did not succeed.
+Row measure(const std::string& name, const Implementations& implementations);
 
 class Results {
  public:
   void add(const Row& row) { m_rows.push_back(row); }
   const std::vector<Row>& rows() const { return m_rows; }
-  /// The largest one of this name, or the one before it (`back` 1); null where there is none.
-  const Row* largest(const std::string& what, std::size_t back = 0) const;
+  /// The row of this name with the `rank`-th largest size (0: the largest); null if there is none.
+  const Row* largest(const std::string& name, std::size_t rank = 0) const;
 
  private:
-  std::vector<Row> m_rows;  // those of one name from small to large
+  std::vector<Row> m_rows;  // rows of one name in ascending order of size
 };
 
 }  // namespace benchmarks

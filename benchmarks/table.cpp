@@ -21,22 +21,22 @@ std::string formatted(double value, int digits) {
 }
 
 std::string milliseconds(double seconds) { return formatted(seconds * thousand, seconds < 0.1 ? 2 : 0); }
-std::string milliseconds(const std::optional<Figures>& figures) {
-  return figures ? milliseconds(figures->seconds) : "-";
+std::string milliseconds(const std::optional<Measurement>& measurement) {
+  return measurement ? milliseconds(measurement->seconds) : "-";
 }
-std::string ratio(const Row& row, const std::optional<Figures>& other) {
-  return other ? formatted(row.ours.seconds / other->seconds, 2) : "-";
+std::string ratio(const Row& row, const std::optional<Measurement>& other) {
+  return other ? formatted(row.library.seconds / other->seconds, 2) : "-";
 }
 std::string megabytes(double bytes) { return formatted(bytes / million, 1); }
 std::string rate(const Row& row) {
-  return row.bytes > 0 ? formatted(row.bytes / million / row.ours.seconds, 0) : "-";
+  return row.bytes > 0 ? formatted(row.bytes / million / row.library.seconds, 0) : "-";
 }
 
 using Cells = std::vector<std::string>;
 
 class Table {
  public:
-  explicit Table(Cells head) : m_lines{std::move(head)} {}
+  explicit Table(Cells titles) : m_lines{std::move(titles)} {}
   void add(Cells line) { m_lines.push_back(std::move(line)); }
 
   void print(std::ostream& out, bool markdown) const {
@@ -57,7 +57,7 @@ class Table {
     return widths;
   }
 
-  /// The first column is text, the others are numbers.
+  /// The first column is left-aligned text, the others are right-aligned numbers.
   static void printLine(std::ostream& out, const Cells& cells, const std::vector<std::size_t>& widths,
                         bool markdown) {
     for (std::size_t i = 0; i < cells.size(); ++i) {
@@ -83,30 +83,33 @@ class Table {
 };
 
 void printTimes(std::ostream& out, const Results& results, bool markdown) {
-  Table table({"case", "size", "file MB", "ours ms", "stock ms", "ref ms", "/stock", "/ref", "MB/s",
-               "disk ms", "ref disk ms"});
+  Table table({"case", "size", "file MB", "library ms", "Qt ms", "reference ms", "library/Qt",
+               "library/reference", "library MB/s", "library disk ms", "reference disk ms"});
   for (const Row& row : results.rows())
-    table.add({row.what, std::to_string(row.size), row.bytes > 0 ? megabytes(row.bytes) : "-",
-               milliseconds(row.ours.seconds), milliseconds(row.stock), milliseconds(row.reference),
-               ratio(row, row.stock), ratio(row, row.reference), rate(row),
-               milliseconds(row.ours.diskSeconds),
+    table.add({row.name, std::to_string(row.size), row.bytes > 0 ? megabytes(row.bytes) : "-",
+               milliseconds(row.library.seconds), milliseconds(row.qt), milliseconds(row.reference),
+               ratio(row, row.qt), ratio(row, row.reference), rate(row),
+               milliseconds(row.library.diskSeconds),
                row.reference ? milliseconds(row.reference->diskSeconds) : "-"});
   table.print(out, markdown);
 }
 
-std::string peakOf(const std::optional<Figures>& figures) { return figures ? megabytes(figures->peak) : "-"; }
+std::string peakOf(const std::optional<Measurement>& measurement) {
+  return measurement ? megabytes(measurement->peak) : "-";
+}
 
 void printMemory(std::ostream& out, const Results& results, bool markdown) {
-  Table table({"memory of", "size", "file MB", "peak MB", "stays MB", "peak/file", "(peak-file)/size B",
-               "(stays-file)/size B", "stock peak MB", "ref peak MB"});
+  Table table({"case", "size", "file MB", "library peak MB", "library retained MB", "peak/file",
+               "peak - file, bytes per element", "retained - file, bytes per element", "Qt peak MB",
+               "reference peak MB"});
   for (const Row& row : results.rows()) {
-    if (row.memory == Memory::NotAsked) continue;
-    const bool load = row.memory == Memory::OfLoad;
+    if (row.memory == MemoryKind::NotReported) continue;
+    const bool load = row.memory == MemoryKind::Load;
     const auto size = static_cast<double>(row.size);
-    table.add({row.what, std::to_string(row.size), megabytes(row.bytes), megabytes(row.ours.peak),
-               megabytes(row.ours.settled), formatted(row.ours.peak / row.bytes, 2),
-               load ? formatted((row.ours.peak - row.bytes) / size, 0) : "-",
-               load ? formatted((row.ours.settled - row.bytes) / size, 0) : "-", peakOf(row.stock),
+    table.add({row.name, std::to_string(row.size), megabytes(row.bytes), megabytes(row.library.peak),
+               megabytes(row.library.retained), formatted(row.library.peak / row.bytes, 2),
+               load ? formatted((row.library.peak - row.bytes) / size, 0) : "-",
+               load ? formatted((row.library.retained - row.bytes) / size, 0) : "-", peakOf(row.qt),
                peakOf(row.reference)});
   }
   table.print(out, markdown);
@@ -137,13 +140,14 @@ std::string compiler() {
 
 void printTables(std::ostream& out, const Results& results, bool markdown) {
   if (markdown) out << "Measured on " << processor() << ", " << compiler() << ".\n\n";
-  out << "Times: the best of up to three runs, each in a process of its own, without the wait for the disk, "
-         "which stands apart.\nMemory: beyond what the process held before.\n\n";
+  out << "Times: the best of up to three runs, each in a process of its own. The wait for the disk is listed "
+         "separately.\n\n";
   printTimes(out, results, markdown);
+  out << "Memory: above what the process held before the run.\n\n";
   printMemory(out, results, markdown);
 }
 
-// -------------------------------------------------------------------------------- targets
+// --------------------------------------------------------------------------------------------------- targets
 
 namespace {
 
@@ -151,69 +155,71 @@ class Targets {
  public:
   explicit Targets(const Results& results) : m_results(results) {}
 
-  /// `measured` gives a figure of a case at its largest size (or at the one before it, `back` 1), which is to be at most
-  /// `limit`.
-  template <typename Measured>
-  void atMost(double limit, const std::string& unit, const std::string& what, Measured&& measured,
-              std::size_t back = 0) {
-    const Row* const row = m_results.largest(what, back);
-    if (row) add(what + " " + std::to_string(row->size), unit, measured(*row), limit);
+  /// Adds a target: `value` of the case must be at most `limit` at its `rank`-th largest size (0: the
+  /// largest). Does nothing if that size was not run.
+  template <typename Value>
+  void atMost(double limit, const std::string& unit, const std::string& name, Value&& value,
+              std::size_t rank = 0) {
+    const Row* const row = m_results.largest(name, rank);
+    if (row) add(name + " " + std::to_string(row->size), unit, value(*row), limit);
   }
 
-  /// Ten times the elements in at most twelve times the time.
-  void grows(const std::string& what) {
-    const Row* const large = m_results.largest(what);
-    const Row* const small = m_results.largest(what, 1);
+  /// Adds a target for growth: ten times the elements in at most twelve times the time.
+  void growsLinearly(const std::string& name) {
+    const Row* const large = m_results.largest(name);
+    const Row* const small = m_results.largest(name, 1);
     if (!large || !small) return;
     const double elements = static_cast<double>(large->size) / static_cast<double>(small->size);
-    const double time = large->ours.seconds / small->ours.seconds;
-    add(what + " " + std::to_string(small->size) + " to " + std::to_string(large->size),
-        "x the time for 10 x the size", 10 * time / elements, 12);
+    const double time = large->library.seconds / small->library.seconds;
+    add(name + " " + std::to_string(small->size) + " to " + std::to_string(large->size),
+        "x the time at 10 x the size", 10 * time / elements, 12);
   }
 
   void print(std::ostream& out, bool markdown) const { m_table.print(out, markdown); }
 
  private:
-  void add(const std::string& what, const std::string& unit, double measured, double limit) {
-    m_table.add({what, formatted(measured, 3), formatted(limit, 2), unit,
+  void add(const std::string& target, const std::string& unit, double measured, double limit) {
+    m_table.add({target, formatted(measured, 3), formatted(limit, 2), unit,
                  !std::isfinite(measured) ? "not measured"
                  : measured <= limit      ? "PASS"
                                           : "FAIL"});
   }
 
   const Results& m_results;
-  Table m_table{{"target", "measured", "at most", "unit", "verdict"}};
+  Table m_table{{"target", "measured", "limit", "unit", "verdict"}};
 };
 
-double overReference(const Row& row) {
-  return row.reference ? row.ours.seconds / row.reference->seconds : std::nan("");
+double ratioToReference(const Row& row) {
+  return row.reference ? row.library.seconds / row.reference->seconds : std::nan("");
 }
-double peakOverFile(const Row& row) { return row.ours.peak / row.bytes; }
-double peakMegabytes(const Row& row) { return row.ours.peak / (1024.0 * 1024.0); }
-double bytesForPoint(const Row& row) { return (row.ours.peak - row.bytes) / static_cast<double>(row.size); }
+double peakPerFileByte(const Row& row) { return row.library.peak / row.bytes; }
+double peakMegabytes(const Row& row) { return row.library.peak / (1024.0 * 1024.0); }
+double bytesPerPoint(const Row& row) {
+  return (row.library.peak - row.bytes) / static_cast<double>(row.size);
+}
 
 }  // namespace
 
 void printTargets(std::ostream& out, const Results& results, bool markdown) {
   Targets targets(results);
-  targets.atMost(1.0, "x the reference", "mesh, load", overReference);
-  targets.atMost(0.7, "x the reference", "mesh, save", overReference);
-  targets.atMost(3, "x the file's size", "mesh, load", peakOverFile);
-  targets.atMost(64, "MB beside the document", "mesh, save", peakMegabytes);
-  targets.atMost(64, "MB beside the document", "points, save", peakMegabytes);
-  for (const char* const what : {"points, load", "points in structures, load"}) {
-    targets.atMost(700, "bytes a point beside the text", what, bytesForPoint);
-    for (const std::size_t back : {1, 0})
-      targets.atMost(0.05, "x its own way through a tree", std::string(what) + " (ref: through its own tree)",
-                     overReference, back);
+  targets.atMost(1.0, "x reference", "mesh, load", ratioToReference);
+  targets.atMost(0.7, "x reference", "mesh, save", ratioToReference);
+  targets.atMost(3, "x file size", "mesh, load", peakPerFileByte);
+  targets.atMost(64, "MB beyond the document", "mesh, save", peakMegabytes);
+  targets.atMost(64, "MB beyond the document", "points, save", peakMegabytes);
+  for (const char* const name : {"points, load", "points in structures, load"}) {
+    targets.atMost(700, "bytes per point beyond the file", name, bytesPerPoint);
+    for (const std::size_t rank : {1, 0})
+      targets.atMost(0.05, "x the library's DOM path", std::string(name) + " (reference: library's DOM path)",
+                     ratioToReference, rank);
   }
-  targets.atMost(3, "x the bare work", "vertices, build", overReference);
-  targets.atMost(3, "x the bare work", "points, build", overReference);
-  for (const char* const what :
-       {"points, load", "points of one name, load", "points in structures, load", "points, save",
-        "points of one name, first save", "points of one name, next save",
+  targets.atMost(3, "x plain structs", "vertices, build", ratioToReference);
+  targets.atMost(3, "x plain structs", "points, build", ratioToReference);
+  for (const char* const name :
+       {"points, load", "points with one name, load", "points in structures, load", "points, save",
+        "points with one name, first save", "points with one name, second save",
         "points in structures, check (cold)", "template points, check (cold)", "points, delete"})
-    targets.grows(what);
+    targets.growsLinearly(name);
   targets.print(out, markdown);
 }
 

@@ -6,10 +6,10 @@
 
 namespace benchmarks {
 
-/// @param markdown tables in Markdown, below the names of the processor and of the compiler
+/// @param markdown prints Markdown tables, headed by the names of the processor and the compiler
 void printTables(std::ostream& out, const Results& results, bool markdown);
 
-/// What the library is to reach, each with what it reached at the largest size that was run.
+/// The performance targets, each with the value measured at the largest size that was run.
 void printTargets(std::ostream& out, const Results& results, bool markdown);
 
 }  // namespace benchmarks

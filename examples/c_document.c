@@ -15,7 +15,7 @@ static void addSolid(ztCAD_GMDDocument* document) {
   addTriangleToDoc(crtTriangle_nostl("tetrahedron", vertices, faces, &nameIsFree), document);
 }
 
-/* Every text is given so: the first call tells its length, the second one gets it. */
+/* Text getters are called twice: the first call returns the length, the second one fills the buffer. */
 static char* nameOf(const ztCAD_Base* element) {
   const int64_t length = ztCAD_getName(element, NULL, 0);
   char* name = malloc((size_t)length + 1);

@@ -6,10 +6,10 @@
 #include <iostream>
 #include <string>
 
-/// What the steps of the main job share.
+/// Helpers shared by the steps of the demo.
 namespace demo {
 
-/// A document that ends with its scope.
+/// Owns a document and deletes it at the end of the scope.
 class Document {
  public:
   explicit Document(ztCAD_GMDDocument* document) : m_document(document) {}
@@ -22,7 +22,7 @@ class Document {
   ztCAD_GMDDocument* const m_document;
 };
 
-/// A folder for the files of this run, removed with everything in it at the end.
+/// A temporary folder, removed with its files at the end of the scope.
 class ScratchFolder {
  public:
   ScratchFolder() {
@@ -43,39 +43,44 @@ class ScratchFolder {
   std::filesystem::path m_path;
 };
 
-/// Says whether a step gave what it must, and remembers a step that did not.
-class Account {
+/// Prints the result of each check and records whether any failed.
+class Checklist {
  public:
   void step(const std::string& title) { std::cout << "\n== " << title << "\n\n"; }
-  void expect(bool asItMustBe, const std::string& what) {
-    std::cout << (asItMustBe ? "   ok      " : "   FAILED  ") << what << "\n";
-    m_allWell = m_allWell && asItMustBe;
+  void expect(bool passed, const std::string& what) {
+    std::cout << (passed ? "   ok      " : "   FAILED  ") << what << "\n";
+    m_allPassed = m_allPassed && passed;
   }
-  bool allWell() const { return m_allWell; }
+  bool allPassed() const { return m_allPassed; }
 
  private:
-  bool m_allWell = true;
+  bool m_allPassed = true;
 };
 
 struct Position {
   double x, y, z;
 };
 
+/// A coordinate owned by the library, as most creation functions take it.
 inline ztCAD_Coord* coord(const Position& at) { return crtCoord(&at.x, &at.y, &at.z); }
 
-/// Everything in the file.
+/// The content of a file.
 std::string bytesOf(const std::filesystem::path& file);
-/// The document's text for people.
+/// The document in its human-readable text form.
 std::string textForm(const ztCAD_GMDDocument* document);
-/// Text on the terminal, a margin before each line.
+/// Prints text with a margin before each line.
 void print(const std::string& text);
-/// A windows-1251 file on the terminal.
+/// Prints a file that is encoded in windows-1251.
 void printFile(const std::filesystem::path& file);
 
-// the steps; each leaves its files in the folder
-void pendulum(const std::filesystem::path& folder, Account& account);
-void duplicateNames(const std::filesystem::path& folder, Account& account);
-void brokenFiles(const std::filesystem::path& folder, Account& account);
-void mechanism(const std::filesystem::path& folder, Account& account);
+// The steps of the demo; each saves its files in the folder.
+void pendulum(const std::filesystem::path& folder, Checklist& checklist);
+void duplicateNames(const std::filesystem::path& folder, Checklist& checklist);
+void brokenFiles(const std::filesystem::path& folder, Checklist& checklist);
+void mechanism(const std::filesystem::path& folder, Checklist& checklist);
+
+/// Reports on a document of the user: how it loads, what it holds at every level, and which references find
+/// their template. Returns whether the file loads with result code 0.
+bool report(const std::string& file);
 
 }  // namespace demo

@@ -9,7 +9,7 @@ namespace {
 
 ztCAD_LCS* placedAt(const Position& at) { return crtLCS({at.x, at.y, at.z, 1, 0, 0, 0, 1, 0, 0, 0, 1}); }
 
-/// A box between two corners, as a solid of twelve facets; lengths in metres.
+/// A box between two opposite corners, as a solid of twelve facets; lengths in metres.
 ztCAD_Triangle* box(const std::string& name, const Position& low, const Position& high) {
   ztCAD_Vertices* const vertices = crtVertices();
   for (const double z : {low.z, high.z}) {
@@ -47,7 +47,7 @@ ztCAD_Sphere* bearing(const std::string& name, const Position& at, double mass) 
   return sphere;
 }
 
-/// A crank with a coupler nested in it; the whole stands on a base plate.
+/// A base plate that carries a crank, in which a coupler is nested.
 ztCAD_Structure* crankOnPlate() {
   bool nameIsFree = false;
   ztCAD_Structure* const coupler = crtStructure("coupler", placedAt({0.1, 0, 0}), nameIsFree);
@@ -67,7 +67,7 @@ ztCAD_Structure* crankOnPlate() {
   return mechanism;
 }
 
-/// One template bolt, placed three times by references to its name.
+/// One template bolt and three references that place it by its name.
 void addBolts(ztCAD_GMDDocument* document) {
   bool nameIsFree = false;
   ztCAD_TmplTriangle* const bolt =
@@ -77,7 +77,7 @@ void addBolts(ztCAD_GMDDocument* document) {
     addTriangleRefToDoc(crtTriangleRef("placed bolt", placedAt({x, 0, 0}), bolt, nameIsFree), document);
 }
 
-/// Names of a structure and of those nested in it.
+/// The names of a structure and of the structures nested in it.
 std::string outline(const ztCAD_commonStructure& structure) {
   std::string text = structure.name().toStdString();
   for (const ztCAD_commonStructure* nested : structure.structures())
@@ -87,8 +87,8 @@ std::string outline(const ztCAD_commonStructure& structure) {
 
 }  // namespace
 
-void mechanism(const std::filesystem::path& folder, Account& account) {
-  account.step("A mechanism: solids, spheres, nested structures, a template placed three times");
+void mechanism(const std::filesystem::path& folder, Checklist& checklist) {
+  checklist.step("Build a mechanism: solids, spheres, nested structures, a template placed three times");
   const std::string file = (folder / "mechanism.xml").string();
   const Document built(crtGMDDocument("crank and coupler"));
   addStructureToDoc(crankOnPlate(), built);
@@ -99,11 +99,12 @@ void mechanism(const std::filesystem::path& folder, Account& account) {
   std::int32_t code = -1;
   bool fault = true;
   const Document loaded(crtGMDDocumentFromFile(file, code, fault));
-  account.expect(code == 0 && !fault && checkGMDDocument(loaded),
-                 "it loads with result code 0 and passes the check");
+  checklist.expect(code == 0 && !fault && checkGMDDocument(loaded),
+                   "it loads with result code 0 and passes the check");
   const auto& structures = *ztCAD_getStructures(loaded);
   const std::string nesting = structures.empty() ? "" : outline(structures.front());
-  account.expect(nesting == "mechanism > crank > coupler", "nested as it was built: " + nesting);
+  checklist.expect(nesting == "mechanism > crank > coupler",
+                   "the structures are nested as built: " + nesting);
   bool allPlaced = ztCAD_getTrianglesRef(loaded)->size() == 3;
   for (const ztCAD_TriangleRef& reference : *ztCAD_getTrianglesRef(loaded)) {
     std::cout << "   " << reference.name().toStdString() << " places "
@@ -112,7 +113,7 @@ void mechanism(const std::filesystem::path& folder, Account& account) {
     allPlaced =
         allPlaced && reference.archetype().templateName() == ztCAD_getTmplTriangles(loaded)->front().name();
   }
-  account.expect(allPlaced, "three references lead to the one template");
+  checklist.expect(allPlaced, "all three references name the template");
 }
 
 }  // namespace demo

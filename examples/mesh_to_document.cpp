@@ -1,8 +1,8 @@
-/// Turns any mesh file that Assimp reads into a document with one triangulated solid for each mesh, and back.
+/// Converts any mesh file that Assimp reads into a document with one triangulated solid per mesh, and back.
 ///
-///   mesh_to_document input.obj output.xml     a mesh file becomes a document
-///   mesh_to_document input.xml output.ply     the solids of a document become a mesh file, its format by its
-///   ending
+///   mesh_to_document input.obj output.xml     converts a mesh file into a document
+///   mesh_to_document input.xml output.ply     converts its solids into a mesh file of the format of that
+///                                             extension
 
 #include <ztCAD/ztCAD.h>
 
@@ -21,9 +21,9 @@
 
 namespace {
 
-bool endsWith(const std::string& text, const std::string& ending) {
-  return text.size() >= ending.size() &&
-         text.compare(text.size() - ending.size(), ending.size(), ending) == 0;
+bool endsWith(const std::string& text, const std::string& suffix) {
+  return text.size() >= suffix.size() &&
+         text.compare(text.size() - suffix.size(), suffix.size(), suffix) == 0;
 }
 
 int fail(const std::string& message) {
@@ -31,7 +31,7 @@ int fail(const std::string& message) {
   return 1;
 }
 
-// -------------------------------------------------------------------------------- mesh to document
+// ------------------------------------------------------------------------------------------ mesh to document
 
 ztCAD_Vertices* verticesOf(const aiMesh& mesh) {
   std::list<ztCAD_Vertex*> vertices;
@@ -46,7 +46,7 @@ ztCAD_Vertices* verticesOf(const aiMesh& mesh) {
   return list;
 }
 
-/// What is no triangle (points and lines that were in the mesh) is left out.
+/// The triangles of a mesh; its points and lines are skipped.
 ztCAD_Faces* facesOf(const aiMesh& mesh) {
   std::list<ztCAD_Facet*> facets;
   for (unsigned i = 0; i < mesh.mNumFaces; ++i) {
@@ -61,7 +61,7 @@ ztCAD_Faces* facesOf(const aiMesh& mesh) {
 
 int meshToDocument(const std::string& input, const std::string& output) {
   Assimp::Importer importer;
-  importer.SetPropertyBool(AI_CONFIG_PP_PTV_KEEP_HIERARCHY, true);  // each mesh stays one
+  importer.SetPropertyBool(AI_CONFIG_PP_PTV_KEEP_HIERARCHY, true);  // keeps the meshes separate
   const aiScene* const scene = importer.ReadFile(
       input, aiProcess_Triangulate | aiProcess_JoinIdenticalVertices | aiProcess_PreTransformVertices);
   if (!scene) return fail(input + ": " + importer.GetErrorString());
@@ -87,13 +87,14 @@ int meshToDocument(const std::string& input, const std::string& output) {
 
   std::int32_t code = -1;
   bool fault = true;
-  UpdateGMDDoc(document, output, code, fault);  // saving reports nothing: what it wrote must load
+  UpdateGMDDoc(document, output, code,
+               fault);  // SaveGMDDocument reports no outcome, so the file is loaded again
   const bool saved = code == 0 && !fault && ztCAD_getTriangles(document)->size() == scene->mNumMeshes;
   DeleteGMDDoc(document);
-  return saved ? 0 : fail(output + " could not be written");
+  return saved ? 0 : fail(output + " cannot be written");
 }
 
-// -------------------------------------------------------------------------------- document to mesh
+// ------------------------------------------------------------------------------------------ document to mesh
 
 std::unique_ptr<aiMesh> meshOf(const ztCAD_Triangle& solid) {
   const std::vector<double>& coordinates = solid.vertices().coordinates();
@@ -102,7 +103,7 @@ std::unique_ptr<aiMesh> meshOf(const ztCAD_Triangle& solid) {
   mesh->mName = solid.name().toStdString();
   mesh->mPrimitiveTypes = aiPrimitiveType_TRIANGLE;
   mesh->mNumVertices = static_cast<unsigned>(coordinates.size() / 3);
-  mesh->mVertices = new aiVector3D[mesh->mNumVertices];  // Assimp deletes what its structures hold
+  mesh->mVertices = new aiVector3D[mesh->mNumVertices];  // owned and deleted by Assimp
   const double* xyz = coordinates.data();
   for (unsigned i = 0; i < mesh->mNumVertices; ++i, xyz += 3)
     mesh->mVertices[i] =
@@ -117,8 +118,7 @@ std::unique_ptr<aiMesh> meshOf(const ztCAD_Triangle& solid) {
   return mesh;
 }
 
-/// The format does not compare indices with the number of vertices; a mesh file must not lead beyond its
-/// vertices.
+/// The document format allows indices beyond the vertices; a mesh file does not.
 bool indicesAreInRange(const ztCAD_Triangle& solid) {
   const std::size_t vertices = solid.vertices().coordinates().size() / 3;
   const std::vector<std::uint32_t>& indices = solid.faces().indices();
@@ -139,8 +139,8 @@ void collectSolids(const ztCAD_commonStructure& structure, std::vector<const ztC
     collectSolids(*nested, all);
 }
 
-/// Every solid of the document, those in details and structures included, where they stand in their own
-/// systems.
+/// Every solid of the document, including those in details and structures. Coordinates remain relative to the
+/// coordinate system of their owner.
 std::vector<const ztCAD_Triangle*> solidsOf(ztCAD_GMDDocument* document) {
   std::vector<const ztCAD_Triangle*> all;
   collectSolids(*ztCAD_getTriangles(document), all);
@@ -160,7 +160,7 @@ std::unique_ptr<aiScene> sceneOf(const std::vector<const ztCAD_Triangle*>& solid
   scene->mMeshes = new aiMesh*[count];
   scene->mNumMaterials = 1;
   scene->mMaterials = new aiMaterial*[1];
-  // NOLINTBEGIN(clang-analyzer-cplusplus.NewDeleteLeaks): the scene deletes it
+  // NOLINTBEGIN(clang-analyzer-cplusplus.NewDeleteLeaks): the scene owns the material
   scene->mMaterials[0] = new aiMaterial;
   for (unsigned i = 0; i < count; ++i) {
     scene->mRootNode->mMeshes[i] = i;
@@ -170,7 +170,7 @@ std::unique_ptr<aiScene> sceneOf(const std::vector<const ztCAD_Triangle*>& solid
   return scene;
 }
 
-/// Assimp's name of the format that goes with a file's ending.
+/// Assimp's identifier of the format for the extension of a file; empty if there is none.
 std::string formatOf(const Assimp::Exporter& exporter, const std::string& file) {
   for (std::size_t i = 0; i < exporter.GetExportFormatCount(); ++i) {
     const aiExportFormatDesc* const format = exporter.GetExportFormatDescription(i);
@@ -183,20 +183,20 @@ int documentToMesh(const std::string& input, const std::string& output) {
   std::int32_t code = -1;
   bool fault = false;
   ztCAD_GMDDocument* const document = crtGMDDocumentFromFile(input, code, fault);
-  if (code != 0) return fail(input + " does not load: code " + std::to_string(code));
+  if (code != 0) return fail(input + " cannot be loaded: result code " + std::to_string(code));
   std::vector<const ztCAD_Triangle*> solids;
   for (const ztCAD_Triangle* solid : solidsOf(document)) {
     if (indicesAreInRange(*solid)) {
       solids.push_back(solid);
     } else {
-      std::cerr << "   " << solid->name().toStdString() << ": an index leads beyond the vertices, left out\n";
+      std::cerr << "   " << solid->name().toStdString() << ": skipped, an index is out of range\n";
     }
   }
-  if (solids.empty()) return fail(input + " holds no solid");
+  if (solids.empty()) return fail(input + " contains no solid that can be converted");
 
   Assimp::Exporter exporter;
   const std::string format = formatOf(exporter, output);
-  if (format.empty()) return fail(output + ": Assimp knows no format of that ending");
+  if (format.empty()) return fail(output + ": Assimp has no export format for this extension");
   const std::unique_ptr<aiScene> scene = sceneOf(solids);
   const bool written = exporter.Export(scene.get(), format, output) == aiReturn_SUCCESS;
   std::cout << "   " << solids.size() << " solids\n";

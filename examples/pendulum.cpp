@@ -7,8 +7,8 @@ namespace demo {
 
 namespace {
 
-/// A coordinate system at `origin`, turned by `angle` about the y axis: origin, then the three axes.
-ztCAD_LCS turnedSystem(const Position& origin, double angle) {
+/// A coordinate system at `origin`, rotated by `angle` about the y axis: the origin, then the three axes.
+ztCAD_LCS rotatedSystem(const Position& origin, double angle) {
   const double c = std::cos(angle);
   const double s = std::sin(angle);
   return *crtLCS({origin.x, origin.y, origin.z, c, 0, -s, 0, 1, 0, s, 0, c});
@@ -22,10 +22,10 @@ void addPoint(ztCAD_GMDDocument* document, const std::string& name, const Positi
   addPointToDoc(point, document);
 }
 
-/// A double pendulum: two links of 0.4 m, hanging from a fixed joint; lengths in metres.
+/// A double pendulum: two links of 0.4 m below a fixed joint; lengths in metres.
 void buildRig(ztCAD_GMDDocument* document) {
   constexpr double link = 0.4;
-  constexpr double swing = 0.35;  // radians, of the upper link against the vertical
+  constexpr double swing = 0.35;  // angle between the upper link and the vertical, in radians
   const Position pivot{0, 0, 1};
   const Position elbow{link * std::sin(swing), 0, 1 - link * std::cos(swing)};
   const Position tip{elbow.x, 0, elbow.z - link};
@@ -37,9 +37,9 @@ void buildRig(ztCAD_GMDDocument* document) {
   joint.comment = "hinge about y";
   joint.color = ztCAD_Color(200, 30, 30);
   joint.visible = ztCAD_Visible(true);
-  joint.lcs = turnedSystem(pivot, 0);
+  joint.lcs = rotatedSystem(pivot, 0);
   addPoint(document, "pivot", pivot, joint);
-  joint.lcs = turnedSystem(elbow, swing);
+  joint.lcs = rotatedSystem(elbow, swing);
   addPoint(document, "elbow", elbow, joint);
 
   CommonProperty massCentre;
@@ -61,7 +61,7 @@ void buildRig(ztCAD_GMDDocument* document) {
   setHeader(&header, document);
 }
 
-/// The names of the points, as the document holds them now.
+/// The current names of the points.
 std::string namesOf(ztCAD_GMDDocument* document) {
   std::string names;
   for (const ztCAD_Point& point : *ztCAD_getPoints(document))
@@ -71,67 +71,68 @@ std::string namesOf(ztCAD_GMDDocument* document) {
 
 }  // namespace
 
-void pendulum(const std::filesystem::path& folder, Account& account) {
+void pendulum(const std::filesystem::path& folder, Checklist& checklist) {
   const std::string file = (folder / "pendulum.xml").string();
   const Document rig(crtGMDDocument("double pendulum"));
   buildRig(rig);
 
-  account.step("A pendulum rig is built and saved");
+  checklist.step("Build and save a pendulum rig");
   SaveGMDDocument(rig, file);
   printFile(file);
-  account.expect(bytesOf(file).rfind("<?xml version=\"1.0\" encoding=\"windows-1251\"?>", 0) == 0,
-                 "the file begins with its declaration");
+  checklist.expect(bytesOf(file).rfind("<?xml version=\"1.0\" encoding=\"windows-1251\"?>", 0) == 0,
+                   "the file begins with its XML declaration");
 
-  account.step("The file is loaded again");
+  checklist.step("Load the file");
   std::int32_t code = -1;
   bool fault = true;
   const Document loaded(crtGMDDocumentFromFile(file, code, fault));
   std::cout << "   result code " << code << ", fault " << fault << "\n";
   print(textForm(loaded));
-  account.expect(code == 0 && !fault, "result code 0, no fault");
-  account.expect(ztCAD_getPoints(loaded)->size() == 4 && ztCAD_getTmplPoints(loaded)->size() == 1,
-                 "four points and one template point came back");
-  account.expect(checkGMDDocument(loaded), "the document check passes");
+  checklist.expect(code == 0 && !fault, "it loads with result code 0 and no fault");
+  checklist.expect(ztCAD_getPoints(loaded)->size() == 4 && ztCAD_getTmplPoints(loaded)->size() == 1,
+                   "it holds four points and one template point");
+  checklist.expect(checkGMDDocument(loaded), "the document check passes");
   const std::string again = (folder / "again.xml").string();
   SaveGMDDocument(loaded, again);
   const Document twice(crtGMDDocumentFromFile(again, code, fault));
-  account.expect(textForm(twice) == textForm(loaded), "saved once more, it says the same");
+  checklist.expect(textForm(twice) == textForm(loaded),
+                   "after another save and load the document is the same");
 }
 
-void duplicateNames(const std::filesystem::path& folder, Account& account) {
-  account.step("Duplicate names are renamed by saving");
+void duplicateNames(const std::filesystem::path& folder, Checklist& checklist) {
+  checklist.step("Save duplicate names: the library renames them");
   const Document document(crtGMDDocument("duplicates"));
   for (const double x : {0.0, 1.0, 2.0})
     addPoint(document, "hinge", {x, 0, 0}, {});
   std::cout << "   before:" << namesOf(document) << "\n";
   SaveGMDDocument(document, (folder / "duplicates.xml").string());
   std::cout << "   after: " << namesOf(document) << "\n";
-  account.expect(namesOf(document) == " hinge hinge_$1 hinge_$2", "each name occurs once");
+  checklist.expect(namesOf(document) == " hinge hinge_$1 hinge_$2", "each name occurs once");
 
   std::string corrected;
   const bool changed = doCorrectName("2nd hinge", corrected, "");
-  account.expect(changed && corrected == "_2nd_hinge",
-                 "\"2nd hinge\" as a valid name is \"" + corrected + "\"");
+  checklist.expect(changed && corrected == "_2nd_hinge",
+                   "\"2nd hinge\" is corrected to the valid name \"" + corrected + "\"");
 }
 
-void brokenFiles(const std::filesystem::path& folder, Account& account) {
-  account.step("Broken files are refused");
+void brokenFiles(const std::filesystem::path& folder, Checklist& checklist) {
+  checklist.step("Load broken files: the library refuses them");
   struct Case {
     const char* what;
-    const char* text;  // null: there is no such file
+    const char* text;  // null: the file does not exist
     std::int32_t code;
   };
-  const Case cases[] = {{"no such file", nullptr, 100},
-                        {"a tag that is never closed", "<GMD><point name=\"a\" center=\"0, 0, 0;\">", 110},
-                        {"the root is no \"GMD\"", "<drawing/>", 120}};
+  const Case cases[] = {{"missing file", nullptr, 100},
+                        {"element that is not closed", "<GMD><point name=\"a\" center=\"0, 0, 0;\">", 110},
+                        {"root element other than \"GMD\"", "<drawing/>", 120}};
   for (const Case& broken : cases) {
     const std::filesystem::path file = folder / ("broken-" + std::to_string(broken.code) + ".xml");
     if (broken.text) std::ofstream(file) << broken.text;
     std::int32_t code = -1;
     bool fault = false;
     const Document document(crtGMDDocumentFromFile(file.string(), code, fault));
-    account.expect(code == broken.code && ztCAD_getPoints(document)->empty(),
-                   std::string(broken.what) + ": result code " + std::to_string(code));
+    checklist.expect(code == broken.code && ztCAD_getPoints(document)->empty(),
+                     std::string(broken.what) + ": result code " + std::to_string(code));
   }
 }
 

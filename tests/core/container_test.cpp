@@ -30,14 +30,14 @@ std::vector<std::string> namesOf(const Balls& balls) {
 
 using Names = std::vector<std::string>;
 
-TEST(Container, IsEmptyAtFirst) {
+TEST(Container, IsEmptyByDefault) {
   const Balls balls;
   EXPECT_TRUE(balls.empty());
   EXPECT_EQ(balls.size(), 0u);
   EXPECT_TRUE(balls.begin() == balls.end());
 }
 
-TEST(Container, AddReportsFalseAndStoresACopy) {
+TEST(Container, AddReturnsFalseAndStoresACopy) {
   Balls balls;
   Ball original{"a"};
   EXPECT_FALSE(balls.add(original));
@@ -46,7 +46,7 @@ TEST(Container, AddReportsFalseAndStoresACopy) {
   EXPECT_NE(&balls.front(), &original);
 }
 
-TEST(Container, KeepsTheOrderOfAddingAndEveryDuplicate) {
+TEST(Container, KeepsInsertionOrderAndDuplicates) {
   Balls balls = ballsNamed({"b", "a"});
   EXPECT_FALSE(balls.add(balls.front()));
   EXPECT_EQ(namesOf(balls), (Names{"b", "a", "b"}));
@@ -55,7 +55,7 @@ TEST(Container, KeepsTheOrderOfAddingAndEveryDuplicate) {
   EXPECT_EQ(balls.back().name, "b");
 }
 
-TEST(Container, NewElementIsADefaultOneAtTheEnd) {
+TEST(Container, AppendNewAddsADefaultConstructedElement) {
   Balls balls = ballsNamed({"a"});
   Ball& appended = balls.appendNew();
   EXPECT_EQ(appended.name, "");
@@ -79,7 +79,7 @@ TEST(Container, RemovesTheElementStoredAtTheAddress) {
   }
 }
 
-TEST(Container, TheOriginalOfACopyRemovesNothing) {
+TEST(Container, TheAddressOfTheCopiedOriginalRemovesNothing) {
   const Ball original{"a"};
   Balls balls;
   balls.add(original);
@@ -87,7 +87,7 @@ TEST(Container, TheOriginalOfACopyRemovesNothing) {
   EXPECT_EQ(balls.size(), 1u);
 }
 
-TEST(Container, AnAddressRemovesOnce) {
+TEST(Container, AnAddressRemovesOnlyOnce) {
   Balls balls = ballsNamed({"a", "b"});
   const void* first = &balls.front();
   EXPECT_TRUE(balls.remove(first));
@@ -95,7 +95,7 @@ TEST(Container, AnAddressRemovesOnce) {
   EXPECT_EQ(namesOf(balls), Names{"b"});
 }
 
-TEST(Container, NothingIsRemovedFromAnEmptyOne) {
+TEST(Container, RemovingFromAnEmptyContainerReturnsFalse) {
   const Ball elsewhere{"a"};
   Balls balls;
   EXPECT_FALSE(balls.remove(&elsewhere));
@@ -109,7 +109,7 @@ TEST(Container, NullRemovesNothing) {
   EXPECT_EQ(balls.size(), 1u);
 }
 
-TEST(Container, ClearEmptiesItForUseAgain) {
+TEST(Container, CanBeUsedAgainAfterClear) {
   Balls balls = ballsNamed({"a", "b"});
   balls.clear();
   EXPECT_TRUE(balls.empty());
@@ -117,7 +117,7 @@ TEST(Container, ClearEmptiesItForUseAgain) {
   EXPECT_EQ(namesOf(balls), Names{"c"});
 }
 
-TEST(Container, AddressesOfStoredElementsStayGoodWhileItGrowsAndShrinks) {
+TEST(Container, AddressesStayValidWhileTheContainerGrowsAndShrinks) {
   Balls balls = ballsNamed({"a", "kept"});
   const Ball* kept = &balls.back();
   for (int i = 0; i < 1000; ++i)
@@ -139,7 +139,7 @@ TEST(Container, SwapExchangesContentsAndKeepsAddresses) {
   EXPECT_TRUE(one.remove(b));
 }
 
-TEST(Container, ACopyHasElementsOfItsOwn) {
+TEST(Container, ACopyHasItsOwnElements) {
   Balls balls = ballsNamed({"a"});
   Balls copy = balls;
   copy.front().name = "changed";
@@ -147,7 +147,7 @@ TEST(Container, ACopyHasElementsOfItsOwn) {
   EXPECT_FALSE(copy.remove(&balls.front()));
 }
 
-TEST(Container, ElementsCanBeChangedWhileItIsWalked) {
+TEST(Container, ElementsCanBeChangedDuringIteration) {
   Balls balls = ballsNamed({"a", "b"});
   for (Ball& ball : balls)
     ball.name += "!";
@@ -174,7 +174,7 @@ TEST(Container, DestroysItsElements) {
   EXPECT_EQ(alive, 0);
 }
 
-TEST(Container, PlaceholderStaysEmpty) {
+TEST(Container, APlaceholderIsAlwaysEmpty) {
   ztCAD_Cont<ztCAD_empty_stub_class> placeholder;
   ztCAD_Cont<ztCAD_empty_stub_class> other = placeholder;
   placeholder.clear();
@@ -194,12 +194,12 @@ TEST(Container, HoldsPointersWithoutOwningThem) {
   EXPECT_EQ(ball.name, "a");
 }
 
-TEST(Container, IsDestroyedThroughItsBase) {
+TEST(Container, CanBeDestroyedThroughItsBase) {
   EXPECT_TRUE(std::has_virtual_destructor_v<Balls>);
   EXPECT_TRUE(std::has_virtual_destructor_v<ztCAD_cmnSelector2<ztCAD_KindPoint>>);
 }
 
-TEST(Kind, NumbersAreThoseOfTheHosts) {
+TEST(Kind, NumbersAreFixed) {
   struct Row {
     const char* name;
     ztCAD_Kind kind;
@@ -223,7 +223,7 @@ TEST(Kind, NumbersAreThoseOfTheHosts) {
     EXPECT_EQ(row.kind, row.number) << row.name;
 }
 
-TEST(Kind, EveryNumberIsAClassOfItsOwn) {
+TEST(Kind, EveryNumberSelectsADistinctClass) {
   EXPECT_FALSE((std::is_same_v<ztCAD_cmnSelector2<10>, ztCAD_cmnSelector2<11>>));
   EXPECT_FALSE((std::is_convertible_v<ztCAD_cmnSelector2<10>*, ztCAD_cmnSelector2<11>*>));
 }

@@ -18,36 +18,36 @@ struct Row {
 
 const Row rows[] = {
     {"empty with empty fallback", "", "", "_"},
-    {"empty takes the fallback", "", "part", "part"},
-    {"empty takes the fallback, corrected too", "", "1 a", "_1_a"},
-    {"fallback of blanks", "", "  ", "_"},
+    {"empty name uses the fallback", "", "part", "part"},
+    {"the fallback is corrected too", "", "1 a", "_1_a"},
+    {"whitespace fallback", "", "  ", "_"},
     {"fallback unused", "a", "b", "a"},
     {"one letter", "a", "", "a"},
     {"one digit", "7", "", "_7"},
-    {"one blank is not empty", " ", "part", "_"},
+    {"a space is not empty", " ", "part", "_"},
     {"one underscore", "_", "", "_"},
     {"valid", "Part12", "", "Part12"},
-    {"digits, blank, letters", "12 ab", "", "_12_ab"},
+    {"digits, space, letters", "12 ab", "", "_12_ab"},
     {"double underscore between letters", "ab__cd", "", "ab_cd"},
     {"minus, underscore, minus between letters", "ab-_-cd", "", "ab_cd"},
-    {"single underscore stays", "ab_cd", "", "ab_cd"},
+    {"single underscore is kept", "ab_cd", "", "ab_cd"},
     {"runs at both ends", "--ab..", "", "_ab_"},
-    {"digit behind a minus", "-1", "", "_1"},
-    {"digit behind underscores", "__1", "", "_1"},
+    {"digit after a minus", "-1", "", "_1"},
+    {"digit after underscores", "__1", "", "_1"},
     {"digit inside", "a1", "", "a1"},
     {"line feed and tab", "a\n\tb", "", "a_b"},
     {"name of a renamed duplicate", "A_$1", "", "A_1"},
     {"placeholder", "%1%2", "", "_1_2"},
     {"backslash and digit reference", "a\\1b", "", "a_1b"},
     {"NUL inside", "a\0b"s, "", "a_b"},
-    {"NUL alone", "\0"s, "part", "_"},
+    {"only NUL", "\0"s, "part", "_"},
     {"Cyrillic letters", "Деталь", "", "Деталь"},
-    {"Cyrillic with blank", "Деталь № 5", "", "Деталь_5"},
+    {"Cyrillic with spaces", "Деталь № 5", "", "Деталь_5"},
     {"Cyrillic yo and short i", "ёжЙ", "", "ёжЙ"},
-    {"Arabic digit in front", "\xD9\xA3x", "", "_\xD9\xA3x"},
+    {"leading Arabic digit", "\xD9\xA3x", "", "_\xD9\xA3x"},
     {"Chinese", "零件", "", "零件"},
     {"combining mark", "e\xCC\x81", "", "e\xCC\x81"},
-    {"no-break blank",
+    {"no-break space",
      "a\xC2\xA0"
      "b",
      "", "a_b"},
@@ -55,13 +55,13 @@ const Row rows[] = {
      "\xEF\xBB\xBF"
      "a",
      "", "_a"},
-    {"beyond U+FFFF",
+    {"symbol above U+FFFF",
      "a\xF0\x9F\x98\x80"
      "b",
      "", "a_b"},
-    {"letters beyond U+FFFF count as none", "\xF0\x9D\x94\xB8\xF0\x9D\x94\xB9", "", "_"},
+    {"letters above U+FFFF are not letters", "\xF0\x9D\x94\xB8\xF0\x9D\x94\xB9", "", "_"},
     {"windows-1251 letters", "\xC4\xE5\xF2\xE0\xEB\xFC", "", "\xC4\xE5\xF2\xE0\xEB\xFC"},
-    {"windows-1251 with blank", "1 \xC4\xE5", "", "_1_\xC4\xE5"},
+    {"windows-1251 with space", "1 \xC4\xE5", "", "_1_\xC4\xE5"},
     {"windows-1251 byte 98", "\xC4\x98\xE5", "", "\xC4_\xE5"},
     {"windows-1251 fallback", "", "\xC4 \xE5", "\xC4_\xE5"},
     {"UTF-8 name, windows-1251 fallback", "Д", "\xC4", "Д"},
@@ -75,13 +75,13 @@ TEST_P(CorrectedName, IsValidAndInTheEncodingOfTheText) {
   EXPECT_EQ(ztcad::correctName(GetParam().text, GetParam().fallback), GetParam().corrected);
 }
 
-TEST_P(CorrectedName, IsLeftAloneWhenCorrectedAgain) {
+TEST_P(CorrectedName, IsUnchangedByASecondCorrection) {
   EXPECT_EQ(ztcad::correctName(GetParam().corrected, ""), GetParam().corrected);
 }
 
 INSTANTIATE_TEST_SUITE_P(NameCorrection, CorrectedName, testing::ValuesIn(rows));
 
-// no byte of a windows-1251 name is lost: letters stay the bytes that they are
+// the result has the encoding of the name, so a windows-1251 letter stays the same byte
 TEST(NameCorrection, KeepsEveryLetterOfWindows1251) {
   std::string alphabet;
   for (int byte = 0xC0; byte <= 0xFF; ++byte)
@@ -89,14 +89,14 @@ TEST(NameCorrection, KeepsEveryLetterOfWindows1251) {
   EXPECT_EQ(ztcad::correctName(alphabet, ""), alphabet);
 }
 
-TEST(NameCorrection, EndsForAMillionCharacters) {
+TEST(NameCorrection, CorrectsAMillionCharacters) {
   const std::string letters(1000000, 'a');
   EXPECT_EQ(ztcad::correctName(letters, ""), letters);
   EXPECT_EQ(ztcad::correctName(std::string(1000000, '-'), ""), "_");
   EXPECT_EQ(ztcad::correctName(std::string(1000000, '1'), "").size(), 1000001u);
 }
 
-TEST(NameCorrection, ResultAndFallbackMayBeTheSameObjectAsTheName) {
+TEST(NameCorrection, NameFallbackAndResultMayBeOneObject) {
   std::string name = "1 a";
   name = ztcad::correctName(name, name);
   EXPECT_EQ(name, "_1_a");

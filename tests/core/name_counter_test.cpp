@@ -51,23 +51,23 @@ const Row rows[] = {
     {"empty", {}, {}},
     {"one", {"A"}, {"A"}},
     {"different", {"A", "B", "a"}, {"A", "B", "a"}},
-    {"three of one name", {"A", "A", "A"}, {"A", "A_$1", "A_$2"}},
-    {"two names in turn", {"A", "B", "A", "B"}, {"A", "B", "A_$1", "B_$1"}},
+    {"three with one name", {"A", "A", "A"}, {"A", "A_$1", "A_$2"}},
+    {"two names alternating", {"A", "B", "A", "B"}, {"A", "B", "A_$1", "B_$1"}},
     {"empty names", {"", "", ""}, {"", "_$1", "_$2"}},
-    {"made name comes later", {"A", "A", "A_$1"}, {"A", "A_$1", "A_$1_$1"}},
-    {"made name came before", {"A_$1", "A", "A"}, {"A_$1", "A", "A_$1"}},
-    {"made name starts its counter anew",
+    {"generated name exists later", {"A", "A", "A_$1"}, {"A", "A_$1", "A_$1_$1"}},
+    {"generated name exists earlier", {"A_$1", "A", "A"}, {"A_$1", "A", "A_$1"}},
+    {"generated name has a counter of its own",
      {"A_$1", "A_$1", "A", "A", "A_$1"},
      {"A_$1", "A_$1_$1", "A", "A_$1", "A_$1_$1"}},
     {"non-ASCII", {"Точка", "точка", "Точка"}, {"Точка", "точка", "Точка_$1"}},
-    {"blank and placeholder", {" ", " ", "%1", "%1"}, {" ", " _$1", "%1", "%1_$1"}},
+    {"space and placeholder", {" ", " ", "%1", "%1"}, {" ", " _$1", "%1", "%1_$1"}},
 };
 
 void PrintTo(const Row& row, std::ostream* out) { *out << row.name; }
 
 class RenamedDuplicates : public testing::TestWithParam<Row> {};
 
-TEST_P(RenamedDuplicates, GetACounterBehindTheirName) {
+TEST_P(RenamedDuplicates, GetACounterAfterTheirName) {
   std::list<Named> elements = elementsNamed(GetParam().before);
   ztcad::NameCounter counter;
   ztcad::renameDuplicates(elements, counter);
@@ -76,7 +76,7 @@ TEST_P(RenamedDuplicates, GetACounterBehindTheirName) {
 
 INSTANTIATE_TEST_SUITE_P(NameCounter, RenamedDuplicates, testing::ValuesIn(rows));
 
-TEST(NameCounter, GoesOnFromContainerToContainer) {
+TEST(NameCounter, CountsAcrossContainers) {
   std::list<Named> points = elementsNamed({"A", "B"});
   std::list<Named> lines = elementsNamed({"A", "A"});
   ztcad::NameCounter counter;
@@ -86,8 +86,8 @@ TEST(NameCounter, GoesOnFromContainerToContainer) {
   EXPECT_EQ(namesOf(lines), (Names{"A_$1", "A_$2"}));
 }
 
-/// Two texts of one length that make one hash of what stands before them.
-std::pair<QString, QString> collidingEnds(const QString& before) {
+/// Two texts of equal length that give the same hash when appended to `before`.
+std::pair<QString, QString> collidingSuffixes(const QString& before) {
   Dice dice(5);
   std::unordered_map<uint, QString> seen;
   while (true) {
@@ -99,11 +99,12 @@ std::pair<QString, QString> collidingEnds(const QString& before) {
   }
 }
 
-/// Names of one hash: each part has a twin, and every choice among them is a name.
+/// Names with one common hash: each of `parts` parts has two colliding variants, and every combination is a
+/// name.
 std::vector<QString> collidingNames(int parts) {
   std::vector<QString> names{QString()};
   for (int part = 0; part < parts; ++part) {
-    const auto [one, other] = collidingEnds(names.front());
+    const auto [one, other] = collidingSuffixes(names.front());
     std::vector<QString> longer;
     for (const QString& name : names) {
       longer.push_back(name + one);
@@ -114,7 +115,7 @@ std::vector<QString> collidingNames(int parts) {
   return names;
 }
 
-TEST(NameCounter, NamesOfOneHashAreCountedLikeOthers) {
+TEST(NameCounter, NamesWithEqualHashesAreCountedSeparately) {
   const std::vector<QString> names = collidingNames(11);
   std::set<uint> hashes;
   for (const QString& name : names)
@@ -135,7 +136,7 @@ TEST(NameCounter, NamesOfOneHashAreCountedLikeOthers) {
   EXPECT_TRUE(counter.isNew(QLatin1String("B")));
 }
 
-TEST(NameCounter, StartsAnewInEachPass) {
+TEST(NameCounter, EachCounterStartsAtOne) {
   for (int pass = 0; pass < 2; ++pass) {
     ztcad::NameCounter counter;
     EXPECT_FALSE(counter.newNameFor(QLatin1String("Q")));
@@ -152,7 +153,7 @@ TEST(NameCounter, ASecondPassChangesNothing) {
   EXPECT_EQ(namesOf(elements), (Names{"A", "A_$1", "A_$2"}));
 }
 
-TEST(NameCounter, ElementsWithoutADuplicateAreNotTouched) {
+TEST(NameCounter, UniqueElementsAreNotRenamed) {
   std::list<Named> elements = elementsNamed({"A", "A"});
   ztcad::NameCounter counter;
   ztcad::renameDuplicates(elements, counter);
@@ -160,7 +161,7 @@ TEST(NameCounter, ElementsWithoutADuplicateAreNotTouched) {
   EXPECT_EQ(elements.back().renamings(), 1);
 }
 
-TEST(NameCounter, RenamesThroughPointersToo) {
+TEST(NameCounter, RenamesElementsHeldByPointer) {
   Named first("S"), second("S");
   std::list<Named*> structures = {&first, &second};
   ztcad::NameCounter counter;
@@ -169,8 +170,8 @@ TEST(NameCounter, RenamesThroughPointersToo) {
   EXPECT_EQ(second.name().toStdString(), "S_$1");
 }
 
-// a pass that looked for a free counter from 1 on each time would not come to an end here
-TEST(NameCounter, GoesThroughAMillionOfOneName) {
+// a quadratic search for a free counter would not finish in reasonable time
+TEST(NameCounter, RenamesAMillionDuplicates) {
   constexpr std::size_t count = 1000000;
   std::deque<Named> elements(count, Named("A"));
   ztcad::NameCounter counter;
@@ -180,12 +181,12 @@ TEST(NameCounter, GoesThroughAMillionOfOneName) {
   EXPECT_EQ(elements.front().name(), QLatin1String("A"));
 }
 
-TEST(NameRegistry, EveryNameIsFreeAlwaysAndAgain) {
+TEST(NameRegistry, EveryNameIsAlwaysFree) {
   for (const char* name : {"", "A", "A", "Точка"})
     EXPECT_TRUE(ztcad::nameIsFree(QString::fromUtf8(name))) << name;
 }
 
-TEST(NameRegistry, AnswersAfterItsReleaseToo) {
+TEST(NameRegistry, CanBeUsedAfterItsRelease) {
   ztcad::releaseNameRegistry();
   EXPECT_TRUE(ztcad::nameIsFree(QLatin1String("A")));
   ztcad::releaseNameRegistry();

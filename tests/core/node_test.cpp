@@ -8,18 +8,19 @@
 #include <utility>
 #include <vector>
 
-#include "xml/dom_backend.h"
 #include "core/state.h"
+#include "xml/dom_backend.h"
 #include "xml/xml_print.h"
 
 namespace {
 
-/// An element with what elements of the format have: optional attributes, elements inside, text in pieces.
+/// An element with everything that an element of the format may have: optional attributes, child elements,
+/// text in several pieces.
 class Crate final : public ztCAD_INode {
  public:
   std::optional<QString> label;
   std::optional<QString> owner;
-  std::vector<Crate> inner;
+  std::vector<Crate> children;
   std::vector<std::string> textPieces;
   QString readText;
 
@@ -27,7 +28,7 @@ class Crate final : public ztCAD_INode {
     parent.element("crate", [this](ztcad::ElementSink& element) {
       if (owner) element.attribute("owner", *owner);
       if (label) element.attribute("label", *label);
-      for (const Crate& crate : inner)
+      for (const Crate& crate : children)
         crate.write(element);
       for (const std::string& piece : textPieces)
         element.text(piece);
@@ -39,16 +40,16 @@ class Crate final : public ztCAD_INode {
     owner = element.attribute("owner");
     readText = element.text().toString();
     element.forEachChild([&](const ztcad::ElementView& child) {
-      inner.emplace_back();
-      inner.back().read(child, fault);
+      children.emplace_back();
+      children.back().read(child, fault);
     });
     fault = fault || !label;
     return element.tag() == "crate";
   }
 };
 
-/// A property: no element of its own.
-class Tint final : public ztCAD_INode {
+/// A property: attributes of another element, without an element of its own.
+class TintProperty final : public ztCAD_INode {
  public:
   QString value;
 
@@ -59,11 +60,11 @@ class Tint final : public ztCAD_INode {
   }
 };
 
-class Checked : public ztCAD_StateCorrect {};
+class CheckedNode : public ztCAD_StateCorrect {};
 
-class GoodFromTheStart : public ztCAD_StateCorrect {
+class InitiallyOkNode : public ztCAD_StateCorrect {
  public:
-  GoodFromTheStart() : ztCAD_StateCorrect(true) {}
+  InitiallyOkNode() : ztCAD_StateCorrect(true) {}
 };
 
 std::string written(const ztCAD_INode& node) {
@@ -97,29 +98,27 @@ Crate labelled(const char* label) {
 
 // --------------------------------------------------------------------------------------------------- writing
 
-TEST(Node, AbsentFieldsGiveAnElementWithoutAttributes) {
-  EXPECT_EQ(written(Crate()), "<p>\n<crate/>\n</p>\n");
-}
+TEST(Node, AbsentFieldsWriteNoAttributes) { EXPECT_EQ(written(Crate()), "<p>\n<crate/>\n</p>\n"); }
 
-TEST(Node, PresentFieldsAreAttributesEvenWhenEmpty) {
+TEST(Node, PresentFieldsWriteAttributesEvenIfEmpty) {
   Crate crate = labelled("");
   EXPECT_EQ(written(crate), "<p>\n<crate label=\"\"/>\n</p>\n");
   crate.owner = "<\"Я\">";
   EXPECT_EQ(written(crate), "<p>\n<crate label=\"\" owner=\"&lt;&quot;Я&quot;>\"/>\n</p>\n");
 }
 
-TEST(Node, ElementsStandInsideTheirOwner) {
+TEST(Node, ChildElementsAreNestedInTheirParent) {
   Crate outer = labelled("1");
   Crate middle = labelled("2");
-  middle.inner = {labelled("3"), labelled("4")};
-  outer.inner = {middle, labelled("5")};
+  middle.children = {labelled("3"), labelled("4")};
+  outer.children = {middle, labelled("5")};
   EXPECT_EQ(
       written(outer),
       "<p>\n<crate label=\"1\">\n<crate label=\"2\">\n<crate label=\"3\"/>\n<crate label=\"4\"/>\n</crate>\n"
       "<crate label=\"5\"/>\n</crate>\n</p>\n");
 }
 
-TEST(Node, TextPiecesAreOneTextNode) {
+TEST(Node, TextPiecesFormOneTextNode) {
   Crate crate;
   crate.textPieces = {"1, ", "", "2"};
   QDomDocument document;
@@ -131,19 +130,19 @@ TEST(Node, TextPiecesAreOneTextNode) {
   EXPECT_EQ(element.text(), "1, 2");
 }
 
-TEST(Node, EmptyTextPiecesGiveNoTextNode) {
+TEST(Node, EmptyTextPiecesWriteNoTextNode) {
   Crate crate;
   crate.textPieces = {"", ""};
   EXPECT_EQ(written(crate), "<p>\n<crate/>\n</p>\n");
 }
 
-TEST(Node, APropertyPutsItsAttributesOnTheGivenElement) {
-  Tint tint;
+TEST(Node, APropertyWritesItsAttributesToTheGivenElement) {
+  TintProperty tint;
   tint.value = "red";
   EXPECT_EQ(written(tint), "<p tint=\"red\"/>\n");
 }
 
-TEST(Node, WritingAppendsBehindWhatIsThere) {
+TEST(Node, WritingAppendsAfterExistingChildren) {
   QDomDocument document;
   QDomElement parent = rootOf(document, "<p a='1'><first/></p>");
   labelled("second").writeXml(parent, document);
@@ -156,10 +155,10 @@ TEST(Node, ReadsWhatItWrites) {
   const Crate crate = readCrate("<crate label='1' owner='Я'><crate label='2'>3, 4</crate><crate/></crate>");
   EXPECT_EQ(crate.label, QString("1"));
   EXPECT_EQ(crate.owner, QString("Я"));
-  ASSERT_EQ(crate.inner.size(), 2u);
-  EXPECT_EQ(crate.inner[0].label, QString("2"));
-  EXPECT_EQ(crate.inner[0].readText, "3, 4");
-  EXPECT_EQ(crate.inner[1].label, std::nullopt);
+  ASSERT_EQ(crate.children.size(), 2u);
+  EXPECT_EQ(crate.children[0].label, QString("2"));
+  EXPECT_EQ(crate.children[0].readText, "3, 4");
+  EXPECT_EQ(crate.children[1].label, std::nullopt);
 }
 
 TEST(Node, AMissingAttributeIsAbsentAndAnEmptyOneIsPresent) {
@@ -175,18 +174,18 @@ TEST(Node, UnknownAttributesAreSkipped) {
 TEST(Node, OnlyElementsAreChildren) {
   const Crate crate =
       readCrate("<crate>t<!--c--><crate label='1'/><?p q?><![CDATA[u]]><crate label='2'/>&e;</crate>");
-  ASSERT_EQ(crate.inner.size(), 2u);
-  EXPECT_EQ(crate.inner[0].label, QString("1"));
-  EXPECT_EQ(crate.inner[1].label, QString("2"));
+  ASSERT_EQ(crate.children.size(), 2u);
+  EXPECT_EQ(crate.children[0].label, QString("1"));
+  EXPECT_EQ(crate.children[1].label, QString("2"));
 }
 
-TEST(Node, TextIsThatOfAllThatIsInside) {
+TEST(Node, TextIncludesTheTextOfDescendants) {
   const Crate crate = readCrate("<crate>1,<crate>2,</crate><!--3,--><![CDATA[4,]]><crate>5</crate></crate>");
   EXPECT_EQ(crate.readText, "1,2,4,5");
   EXPECT_EQ(readCrate("<crate/>").readText, "");
 }
 
-TEST(Node, TheAnswerAndTheFaultFlagComeFromTheClass) {
+TEST(Node, TheResultAndTheFaultFlagComeFromTheClass) {
   QDomDocument document;
   Crate crate;
   bool fault = false;
@@ -196,9 +195,9 @@ TEST(Node, TheAnswerAndTheFaultFlagComeFromTheClass) {
   EXPECT_TRUE(fault);
 }
 
-TEST(Node, APropertyTakesItsAttributesFromTheGivenElement) {
+TEST(Node, APropertyReadsItsAttributesFromTheGivenElement) {
   QDomDocument document;
-  Tint tint;
+  TintProperty tint;
   bool fault = false;
   EXPECT_TRUE(tint.readXml(rootOf(document, "<p tint='red'/>"), fault));
   EXPECT_EQ(tint.value, "red");
@@ -206,30 +205,30 @@ TEST(Node, APropertyTakesItsAttributesFromTheGivenElement) {
 
 // ---------------------------------------------------------------------------------------------------- states
 
-TEST(StateCorrect, AnObjectThatWasNeverReadIsNotOk) {
-  const Checked object;
+TEST(StateCorrect, AnObjectThatWasNeverReadIsNotOkByDefault) {
+  const CheckedNode object;
   EXPECT_FALSE(object.readOk());
   EXPECT_FALSE(object.wasRead());
 }
 
-TEST(StateCorrect, AClassMayBeOkFromTheStart) {
-  const GoodFromTheStart object;
+TEST(StateCorrect, AClassMayBeOkBeforeAnyRead) {
+  const InitiallyOkNode object;
   EXPECT_TRUE(object.readOk());
   EXPECT_FALSE(object.wasRead());
 }
 
-TEST(StateCorrect, TellsFoundWrongFromNeverRead) {
-  GoodFromTheStart object;
+TEST(StateCorrect, DistinguishesAFailedReadFromNoRead) {
+  InitiallyOkNode object;
   object.setReadOk(false);
   EXPECT_FALSE(object.readOk());
   EXPECT_TRUE(object.wasRead());
 }
 
-TEST(StateCorrect, CopiesKeepTheOutcome) {
-  Checked read;
+TEST(StateCorrect, CopiesKeepTheReadState) {
+  CheckedNode read;
   read.setReadOk(true);
-  const Checked copy(read);
-  Checked assigned;
+  const CheckedNode copy(read);
+  CheckedNode assigned;
   assigned = read;
   EXPECT_TRUE(copy.readOk());
   EXPECT_TRUE(copy.wasRead());
@@ -248,7 +247,7 @@ void PrintTo(const StateRow& row, std::ostream* out) { *out << row.name; }
 
 class StateText : public testing::TestWithParam<StateRow> {};
 
-TEST_P(StateText, IsItsWord) {
+TEST_P(StateText, NamesTheState) {
   const ztCAD_State state{GetParam().isSet, GetParam().code};
   EXPECT_EQ(state.toText().toStdString(), GetParam().expected);
 }
@@ -268,7 +267,7 @@ const StateRow stateRows[] = {
 INSTANTIATE_TEST_SUITE_P(Rows, StateText, testing::ValuesIn(stateRows),
                          [](const auto& row) { return row.param.name; });
 
-TEST(State, ANewOneIsNotSetAndUnknown) {
+TEST(State, IsUnsetAndUnknownByDefault) {
   const ztCAD_State state;
   EXPECT_FALSE(state.isSet);
   EXPECT_EQ(state.code, 1u);

@@ -14,24 +14,24 @@ namespace {
 
 static_assert(std::is_convertible_v<ztCAD_Coord*, ztCAD_ISerialize*>);
 static_assert(std::is_convertible_v<ztCAD_Vertex*, ztCAD_ISerialize*>);
-static_assert(!std::is_convertible_v<ztCAD_Coord, ztCAD_Vertex>, "a vertex is made on purpose");
+static_assert(!std::is_convertible_v<ztCAD_Coord, ztCAD_Vertex>, "a vertex must be created explicitly");
 
 using Components = std::tuple<double, double, double>;
 
 Components componentsOf(const ztCAD_Coord& coord) { return {coord.x(), coord.y(), coord.z()}; }
 
-TEST(Coordinate, HasNoValueAndZerosAtFirst) {
+TEST(Coordinate, HasNoValueAndZeroComponentsByDefault) {
   const ztCAD_Coord coord;
   EXPECT_FALSE(coord.isValid());
   EXPECT_EQ(componentsOf(coord), Components(0, 0, 0));
 }
 
-TEST(Coordinate, WithoutAValueHasNoNumbersInItsTexts) {
+TEST(Coordinate, TextsWithoutAValueContainNoNumbers) {
   EXPECT_EQ(text(ztCAD_Coord(), false), "");
   EXPECT_EQ(text(ztCAD_Coord(), true), "coord");
 }
 
-TEST(Coordinate, MadeOfComponentsIsValid) {
+TEST(Coordinate, IsValidIfConstructedFromComponents) {
   const ztCAD_Coord coord(1.5, 0, -2);
   EXPECT_TRUE(coord.isValid());
   EXPECT_EQ(componentsOf(coord), Components(1.5, 0, -2));
@@ -44,7 +44,7 @@ TEST(Coordinate, SettingMakesItValid) {
   EXPECT_EQ(text(coord, false), "0, 0, 0;");
 }
 
-TEST(Coordinate, TextsOfAPosition) {
+TEST(Coordinate, TextsContainTheComponents) {
   EXPECT_EQ(text(ztCAD_Coord(1.5, 0, -2), false), "1.5, 0, -2;");
   EXPECT_EQ(text(ztCAD_Coord(1.5, 0, -2), true), "coord(1.5, 0, -2;)");
   EXPECT_EQ(text(ztCAD_Coord(1, 2.5, 0), false), "1, 2.5, 0;");
@@ -55,7 +55,7 @@ TEST(Coordinate, KeepsSixSignificantDigits) {
   EXPECT_EQ(text(ztCAD_Coord(0.5, 100.0, -0.0), false), "0.5, 100, 0;");
 }
 
-TEST(Coordinate, WritesWhatIsNoFiniteNumberToo) {
+TEST(Coordinate, FormatsNonFiniteNumbers) {
   constexpr double infinity = std::numeric_limits<double>::infinity();
   EXPECT_EQ(text(ztCAD_Coord(infinity, -infinity, std::numeric_limits<double>::quiet_NaN()), false),
             "inf, -inf, nan;");
@@ -74,26 +74,26 @@ std::ostream& operator<<(std::ostream& out, const ReadRow& row) { return out << 
 const ReadRow readRows[] = {
     {"Empty", "", false, ""},
     {"ThreeNumbers", "1, 2, 3;", true, "1, 2, 3;"},
-    {"WithoutBlanksAndSemicolon", "1,2,3", true, "1, 2, 3;"},
+    {"WithoutSpacesAndSemicolon", "1,2,3", true, "1, 2, 3;"},
     {"OneNumber", "1", true, "1, 0, 0;"},
     {"OneNumberAndSemicolon", "1;", true, "1, 0, 0;"},
     {"TwoNumbers", "1, 2", true, "1, 2, 0;"},
     {"FourNumbers", "1, 2, 3, 4;", false, ""},
     {"ManyNumbers", "1,2,3,4,5,6,7,8,9", false, ""},
-    {"Blank", " ", false, ""},
-    {"SemicolonAlone", ";", false, ""},
-    {"CommasAlone", ",,", false, ""},
-    {"EmptyPartsDropped", ",1,,2,,3,", true, "1, 2, 3;"},
-    {"BlankPart", "1, , 3", false, ""},
-    {"SemicolonsVanish", "1;2, 3;, ;4", true, "12, 3, 4;"},
+    {"Whitespace", " ", false, ""},
+    {"OnlySemicolon", ";", false, ""},
+    {"OnlyCommas", ",,", false, ""},
+    {"EmptyPartsIgnored", ",1,,2,,3,", true, "1, 2, 3;"},
+    {"WhitespacePart", "1, , 3", false, ""},
+    {"SemicolonsAreRemoved", "1;2, 3;, ;4", true, "12, 3, 4;"},
     {"WordFirst", "x, 2, 3;", false, ""},
     {"WordLast", "1, 2, x;", false, ""},
     {"CyrillicWord", "1, икс, 3;", false, ""},
     {"Emoji", "1, 2, 🙂;", false, ""},
     {"Placeholder", "%1, 2, 3;", false, ""},
     {"Parentheses", "(1, 2, 3;)", false, ""},
-    {"BlanksBetweenNumbers", "1 2 3", false, ""},
-    {"LineFeedsAround", "\n1,\t2 ,\n3\n", true, "1, 2, 3;"},
+    {"SpacesBetweenNumbers", "1 2 3", false, ""},
+    {"SurroundingLineFeeds", "\n1,\t2 ,\n3\n", true, "1, 2, 3;"},
     {"NumberForms", "+1, .5, 2e3", true, "1, 0.5, 2000;"},
     {"NegativeZero", "-0, -0.0, 0", true, "0, 0, 0;"},
     {"Overflow", "1e999, 0, 0", false, ""},
@@ -105,20 +105,20 @@ const ReadRow readRows[] = {
 
 class CoordinateReading : public testing::TestWithParam<ReadRow> {};
 
-TEST_P(CoordinateReading, TakesOneToThreeNumbers) {
+TEST_P(CoordinateReading, ReadsOneToThreeNumbers) {
   ztCAD_Coord coord;
   EXPECT_EQ(coord.fromText(fromUtf8(GetParam().text)), GetParam().ok);
   EXPECT_EQ(coord.isValid(), GetParam().ok);
   EXPECT_EQ(text(coord, false), GetParam().written);
 }
 
-TEST_P(CoordinateReading, KeepsTheEarlierValueWhenItFails) {
+TEST_P(CoordinateReading, KeepsThePreviousValueOnFailure) {
   ztCAD_Coord coord(7, 8, 9);
   coord.fromText(fromUtf8(GetParam().text));
   EXPECT_EQ(text(coord, false), GetParam().ok ? GetParam().written : "7, 8, 9;");
 }
 
-TEST_P(CoordinateReading, LeavesTheDefaultLocaleSetToC) {
+TEST_P(CoordinateReading, SetsTheDefaultLocaleToC) {
   for (const QLocale::Language language : otherLanguages) {
     const DefaultLocale other{QLocale(language)};
     ztCAD_Coord coord;
@@ -130,7 +130,7 @@ TEST_P(CoordinateReading, LeavesTheDefaultLocaleSetToC) {
 INSTANTIATE_TEST_SUITE_P(Coordinate, CoordinateReading, testing::ValuesIn(readRows),
                          [](const auto& row) { return row.param.name; });
 
-TEST(Coordinate, ComponentsThatAreNotGivenAreZero) {
+TEST(Coordinate, MissingComponentsAreZero) {
   ztCAD_Coord coord(7, 8, 9);
   EXPECT_TRUE(coord.fromText("1, 2"));
   EXPECT_EQ(componentsOf(coord), Components(1, 2, 0));
@@ -152,13 +152,13 @@ TEST(Coordinate, TextsDoNotDependOnTheDefaultLocale) {
   }
 }
 
-TEST(Coordinate, ReadsWhatItWritesInSixDigits) {
+TEST(Coordinate, ReadsItsTextWithSixDigits) {
   ztCAD_Coord coord;
   EXPECT_TRUE(coord.fromText(fromUtf8(text(ztCAD_Coord(0.1234567, -1e-7, 1234567.0), false))));
   EXPECT_EQ(componentsOf(coord), Components(0.123457, -1e-7, 1234570.0));
 }
 
-TEST(Coordinate, ChangingACopyLeavesTheSource) {
+TEST(Coordinate, ChangingACopyKeepsTheSource) {
   const ztCAD_Coord source(1, 2, 3);
   ztCAD_Coord copy = source;
   copy.set(4, 5, 6);
@@ -167,7 +167,7 @@ TEST(Coordinate, ChangingACopyLeavesTheSource) {
 
 // ---------------------------------------------------------------------------------------------------- vertex
 
-TEST(Vertex, TakesTheValidityOfItsCoordinate) {
+TEST(Vertex, IsValidIfItsCoordinateIs) {
   EXPECT_FALSE(ztCAD_Vertex().coord().isValid());
   EXPECT_FALSE(ztCAD_Vertex(ztCAD_Coord()).coord().isValid());
   EXPECT_TRUE(ztCAD_Vertex(ztCAD_Coord(0, 0, 0)).coord().isValid());
@@ -180,7 +180,7 @@ TEST(Vertex, HoldsACopyOfItsCoordinate) {
   EXPECT_EQ(componentsOf(vertex.coord()), Components(1, 2, 3));
 }
 
-TEST(Vertex, TextsAreThoseOfItsCoordinate) {
+TEST(Vertex, HasTheTextsOfItsCoordinate) {
   ztCAD_Vertex vertex;
   EXPECT_EQ(text(vertex, false), "");
   EXPECT_EQ(text(vertex, true), "coord");

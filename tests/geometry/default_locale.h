@@ -2,7 +2,7 @@
 
 #include <QLocale>
 
-/// Gives the process another default locale for a scope; the one before comes back at its end.
+/// Changes the default locale of the process within a scope and restores the previous one at its end.
 class DefaultLocale {
  public:
   explicit DefaultLocale(const QLocale& locale) { QLocale::setDefault(locale); }
@@ -16,5 +16,5 @@ class DefaultLocale {
   const QLocale m_previous;  // a copy of the default
 };
 
-/// Locales that write numbers otherwise than C: a decimal comma, blanks between thousands, other digits.
+/// Locales with number formats unlike C: a decimal comma, spaces between thousands, other digits.
 inline const QLocale::Language otherLanguages[] = {QLocale::German, QLocale::Russian, QLocale::Arabic};

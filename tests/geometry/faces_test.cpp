@@ -20,27 +20,27 @@ static_assert(!std::is_convertible_v<ztCAD_Faces*, ztCAD_Base*>, "a facet list h
 
 using Indices = std::vector<std::uint32_t>;
 
-constexpr std::uint32_t most = 4294967295;
+constexpr std::uint32_t maximum = 4294967295;
 
 ztCAD_Faces faces(const Indices& indices) {
-  ztCAD_Faces made;
-  made.setIndices(indices);
-  return made;
+  ztCAD_Faces list;
+  list.setIndices(indices);
+  return list;
 }
 
 // ----------------------------------------------------------------------------------------------------- facet
 
-TEST(Facet, HasZerosAtFirst) {
+TEST(Facet, HasZeroIndicesByDefault) {
   const ztCAD_Facet facet;
   EXPECT_EQ(text(facet, false), "0, 0, 0;");
   EXPECT_EQ(text(facet, true), "facet(I1=0, I2=0, I3=0)");
 }
 
-TEST(Facet, TextsNameItsIndices) {
+TEST(Facet, TextsContainItsIndices) {
   EXPECT_EQ(text(ztCAD_Facet(0, 1, 2), false), "0, 1, 2;");
   EXPECT_EQ(text(ztCAD_Facet(0, 1, 2), true), "facet(I1=0, I2=1, I3=2)");
-  EXPECT_EQ(text(ztCAD_Facet(most, 1234567, 100), false), "4294967295, 1234567, 100;");
-  EXPECT_EQ(text(ztCAD_Facet(most, 1234567, 100), true), "facet(I1=4294967295, I2=1234567, I3=100)");
+  EXPECT_EQ(text(ztCAD_Facet(maximum, 1234567, 100), false), "4294967295, 1234567, 100;");
+  EXPECT_EQ(text(ztCAD_Facet(maximum, 1234567, 100), true), "facet(I1=4294967295, I2=1234567, I3=100)");
 }
 
 TEST(Facet, SetReplacesAllIndices) {
@@ -51,7 +51,7 @@ TEST(Facet, SetReplacesAllIndices) {
   EXPECT_EQ(facet.I3(), 3u);
 }
 
-TEST(Facet, ChangingACopyLeavesTheSource) {
+TEST(Facet, ChangingACopyKeepsTheSource) {
   const ztCAD_Facet source(1, 2, 3);
   ztCAD_Facet copy = source;
   copy.set(4, 5, 6);
@@ -60,18 +60,16 @@ TEST(Facet, ChangingACopyLeavesTheSource) {
 
 // ----------------------------------------------------------------------------------------------------- texts
 
-TEST(Faces, EmptyListHasALineFeedAsItsStorageText) { EXPECT_EQ(text(ztCAD_Faces(), false), "\n"); }
+TEST(Faces, StorageTextOfAnEmptyListIsALineFeed) { EXPECT_EQ(text(ztCAD_Faces(), false), "\n"); }
 
-TEST(Faces, EmptyListHasWordAndParenthesesAsItsDebugText) {
-  EXPECT_EQ(text(ztCAD_Faces(), true), "\nfaces()");
-}
+TEST(Faces, DebugTextOfAnEmptyListIsWordAndParentheses) { EXPECT_EQ(text(ztCAD_Faces(), true), "\nfaces()"); }
 
-TEST(Faces, StorageTextHasALineForEachFacet) {
+TEST(Faces, StorageTextHasOneLinePerFacet) {
   EXPECT_EQ(text(faces({0, 1, 2}), false), "\n0, 1, 2;\n");
-  EXPECT_EQ(text(faces({0, 1, 2, 2, 1, most}), false), "\n0, 1, 2;\n2, 1, 4294967295;\n");
+  EXPECT_EQ(text(faces({0, 1, 2, 2, 1, maximum}), false), "\n0, 1, 2;\n2, 1, 4294967295;\n");
 }
 
-TEST(Faces, DebugTextHasALineForEachFacet) {
+TEST(Faces, DebugTextHasOneLinePerFacet) {
   EXPECT_EQ(text(faces({0, 1, 2}), true), "\nfaces(\nfacet(I1=0, I2=1, I3=2)\n)");
   EXPECT_EQ(text(faces({0, 1, 2, 2, 1, 3}), true),
             "\nfaces(\nfacet(I1=0, I2=1, I3=2)\nfacet(I1=2, I2=1, I3=3)\n)");
@@ -80,17 +78,18 @@ TEST(Faces, DebugTextHasALineForEachFacet) {
 TEST(Faces, TextsDoNotDependOnTheDefaultLocale) {
   for (const QLocale::Language language : otherLanguages) {
     const DefaultLocale other{QLocale(language)};
-    EXPECT_EQ(text(faces({1234567, 0, most}), false), "\n1234567, 0, 4294967295;\n");
-    EXPECT_EQ(text(faces({1234567, 0, most}), true), "\nfaces(\nfacet(I1=1234567, I2=0, I3=4294967295)\n)");
+    EXPECT_EQ(text(faces({1234567, 0, maximum}), false), "\n1234567, 0, 4294967295;\n");
+    EXPECT_EQ(text(faces({1234567, 0, maximum}), true),
+              "\nfaces(\nfacet(I1=1234567, I2=0, I3=4294967295)\n)");
   }
 }
 
-TEST(Faces, AddAppendsAtTheEndAndChecksNoRange) {
+TEST(Faces, AddAppendsWithoutARangeCheck) {
   ztCAD_Faces list;
   list.add(ztCAD_Facet(0, 1, 2));
-  list.add(ztCAD_Facet(most, 0, 0));
+  list.add(ztCAD_Facet(maximum, 0, 0));
   list.add(ztCAD_Facet(0, 1, 2));
-  EXPECT_EQ(list.indices(), (Indices{0, 1, 2, most, 0, 0, 0, 1, 2}));
+  EXPECT_EQ(list.indices(), (Indices{0, 1, 2, maximum, 0, 0, 0, 1, 2}));
 }
 
 // --------------------------------------------------------------------------------------------------- reading
@@ -117,27 +116,27 @@ std::vector<ReadRow> readRows() {
       {"FourthIndexDropped", "0, 1, 2, 3; 4, 5, 6", true, {0, 1, 2, 4, 5, 6}},
       {"FourthIndexIsAWord", "0, 1, 2, x; 4, 5, 6", false, {4, 5, 6}},
       {"TwoIndices", "0, 1; 4, 5, 6", false, {4, 5, 6}},
-      {"CommaAlone", ",", false, {}},
+      {"OnlyComma", ",", false, {}},
       {"IndexWithoutComma", "7; 0,1,2", true, {0, 1, 2}},
       {"WordWithoutComma", "x; 0,1,2", true, {0, 1, 2}},
-      {"EmptyPartsDropped", ",0,,1,,2,", true, {0, 1, 2}},
-      {"Largest", "4294967295, 0, 4294967295", true, {most, 0, most}},
-      {"BeyondTheLargest", "4294967296, 0, 1; 0,1,2", false, {0, 1, 2}},
+      {"EmptyPartsIgnored", ",0,,1,,2,", true, {0, 1, 2}},
+      {"Largest", "4294967295, 0, 4294967295", true, {maximum, 0, maximum}},
+      {"AboveTheLargest", "4294967296, 0, 1; 0,1,2", false, {0, 1, 2}},
       {"Negative", "-1, 0, 1; 0,1,2", false, {0, 1, 2}},
       {"Fraction", "1.0, 0, 1; 0,1,2", false, {0, 1, 2}},
       {"Exponent", "1e1, 0, 1; 0,1,2", false, {0, 1, 2}},
       {"Hexadecimal", "0x1, 0, 1; 0,1,2", false, {0, 1, 2}},
-      {"PlusSignAndZerosInFront", "+1, 007, 010", true, {1, 7, 10}},
+      {"PlusSignAndLeadingZeros", "+1, 007, 010", true, {1, 7, 10}},
       {"Cyrillic", "ноль, 1, 2; 0,1,2", false, {0, 1, 2}},
       {"ArabicDigits", "١, 1, 2; 0,1,2", false, {0, 1, 2}},
       {"OwnDebugText", "\nfaces(\nfacet(I1=0, I2=1, I3=2)\n)", false, {}},
-      {"BlanksAndLines", "  0 ,\n1\t, 2 \r\n;\r\n", true, {0, 1, 2}},
+      {"WhitespaceAndLineFeeds", "  0 ,\n1\t, 2 \r\n;\r\n", true, {0, 1, 2}},
   };
 }
 
 class FacesReading : public testing::TestWithParam<ReadRow> {};
 
-TEST_P(FacesReading, KeepsWholeTriplesAndTellsOfTheOthers) {
+TEST_P(FacesReading, KeepsCompleteTriplesAndReportsOthers) {
   ztCAD_Faces list;
   EXPECT_EQ(list.fromText(fromUtf8(GetParam().text)), GetParam().ok);
   EXPECT_EQ(list.indices(), GetParam().indices);
@@ -149,13 +148,13 @@ TEST_P(FacesReading, ReplacesTheWholeList) {
   EXPECT_EQ(list.indices(), GetParam().indices);
 }
 
-TEST_P(FacesReading, TakesTheTextOfAnElement) {
+TEST_P(FacesReading, ReadsTheTextOfAnElement) {
   ztCAD_Faces list = faces({7, 8, 9});
   EXPECT_EQ(read(list, std::string("<faces>") + GetParam().text + "</faces>"), GetParam().ok);
   EXPECT_EQ(list.indices(), GetParam().indices);
 }
 
-TEST_P(FacesReading, LeavesTheDefaultLocaleSetToC) {
+TEST_P(FacesReading, SetsTheDefaultLocaleToC) {
   for (const QLocale::Language language : otherLanguages) {
     const DefaultLocale other{QLocale(language)};
     ztCAD_Faces list;
@@ -191,7 +190,7 @@ TEST(Faces, ReadsWhatItWrites) {
 Indices manyIndices() {
   Indices indices;
   for (std::uint32_t i = 0; i < 30000; ++i)
-    indices.insert(indices.end(), {i, i + 1, most - i});
+    indices.insert(indices.end(), {i, i + 1, maximum - i});
   return indices;
 }
 
@@ -202,7 +201,7 @@ std::string expectedStorageText(const Indices& indices) {
   return expected;
 }
 
-TEST(Faces, LongListIsWrittenWhole) {
+TEST(Faces, ALongListIsWrittenCompletely) {
   const ztCAD_Faces list = faces(manyIndices());
   const std::string expected = expectedStorageText(list.indices());
   ASSERT_GT(expected.size(), 5u * 64 * 1024);
@@ -210,7 +209,7 @@ TEST(Faces, LongListIsWrittenWhole) {
   EXPECT_TRUE(written(list) == "<faces>" + expected + "</faces>");
 }
 
-TEST(Faces, LongListIsReadInItsOrderWithOneThreadAndWithTwo) {
+TEST(Faces, ALongListIsReadInOrderWithAnyThreadCount) {
   const QString storageText = fromUtf8(expectedStorageText(manyIndices()));
   for (const std::uint32_t threads : {1u, 2u}) {
     const ThreadCount configured(threads, ztParallel::Primary);
@@ -222,7 +221,7 @@ TEST(Faces, LongListIsReadInItsOrderWithOneThreadAndWithTwo) {
 
 // ---------------------------------------------------------------------------------------------------- copies
 
-TEST(Faces, ChangingACopyLeavesTheSource) {
+TEST(Faces, ChangingACopyKeepsTheSource) {
   const ztCAD_Faces source = faces({0, 1, 2});
   ztCAD_Faces copy = source;
   copy.add(ztCAD_Facet(3, 4, 5));

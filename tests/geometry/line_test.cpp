@@ -18,7 +18,7 @@ namespace {
 
 static_assert(std::is_base_of_v<ztCAD_cmnSelector2<ztCAD_KindLine>, ztCAD_Line>);
 static_assert(std::is_base_of_v<ztCAD_cmnSelector2<ztCAD_KindTmplLine>, ztCAD_TmplLine>);
-static_assert(std::is_abstract_v<ztCAD_commonLine>, "what is common is no element of its own");
+static_assert(std::is_abstract_v<ztCAD_commonLine>, "the common base cannot be instantiated");
 static_assert(std::is_convertible_v<ztCAD_Line*, ztCAD_Base*>);
 static_assert(std::is_convertible_v<ztCAD_Line*, ztCAD_baseElement*>);
 static_assert(std::is_convertible_v<ztCAD_Line*, ztCAD_ISerialize*>);
@@ -37,13 +37,13 @@ ztCAD_Line line(const std::string& name, const Reals& coordinates) {
 }
 
 ztCAD_Line fullLine() {
-  ztCAD_Line made = line("L1", {0, 0, 0, 1.5, 0, -2});
-  made.property().attributes().setComment("c");
-  made.property().attributes().setInform("i");
-  made.property().showable().setColor({255, 0, 0});
-  made.property().showable().setVisible(ztCAD_Visible(true));
-  made.property().setLcs(ztCAD_LCS(true, Reals(12, 1.0)));
-  return made;
+  ztCAD_Line element = line("L1", {0, 0, 0, 1.5, 0, -2});
+  element.property().attributes().setComment("c");
+  element.property().attributes().setInform("i");
+  element.property().showable().setColor({255, 0, 0});
+  element.property().showable().setVisible(ztCAD_Visible(true));
+  element.property().setLcs(ztCAD_LCS(true, Reals(12, 1.0)));
+  return element;
 }
 
 const char* const fullXml =
@@ -54,36 +54,36 @@ const char* const fullXml =
 
 // ---------------------------------------------------------------------------------------------- construction
 
-TEST(Line, IsEmptyAtFirst) {
-  const ztCAD_Line made;
-  EXPECT_TRUE(made.vertices().coordinates().empty());
-  EXPECT_FALSE(made.readOk());
-  EXPECT_FALSE(made.wasRead());
-  EXPECT_EQ(made.name().toStdString(), "");
+TEST(Line, IsEmptyByDefault) {
+  const ztCAD_Line element;
+  EXPECT_TRUE(element.vertices().coordinates().empty());
+  EXPECT_FALSE(element.readOk());
+  EXPECT_FALSE(element.wasRead());
+  EXPECT_EQ(element.name().toStdString(), "");
 }
 
-TEST(Line, TakesNameAndCoordinatesOfItsConstructor) {
+TEST(Line, HasTheNameAndCoordinatesPassedToItsConstructor) {
   ztCAD_Vertices vertices;
   vertices.setCoordinates({1, 2, 3});
   vertices.setName("list");
   bool nameIsFree = false;
-  const ztCAD_Line made("Линия", vertices, nameIsFree);
+  const ztCAD_Line element("Линия", vertices, nameIsFree);
   EXPECT_TRUE(nameIsFree);
-  EXPECT_EQ(made.name().toStdString(), "Линия");
-  EXPECT_EQ(made.vertices().coordinates(), (Reals{1, 2, 3}));
-  EXPECT_EQ(made.vertices().name().toStdString(), "") << "coordinates only";
-  EXPECT_FALSE(made.wasRead());
+  EXPECT_EQ(element.name().toStdString(), "Линия");
+  EXPECT_EQ(element.vertices().coordinates(), (Reals{1, 2, 3}));
+  EXPECT_EQ(element.vertices().name().toStdString(), "") << "only the coordinates are copied";
+  EXPECT_FALSE(element.wasRead());
 }
 
-TEST(Line, EveryNameIsFree) {
+TEST(Line, EveryNameIsReportedFree) {
   for (int i = 0; i < 2; ++i) {
     bool nameIsFree = false;
-    const ztCAD_Line made("L1", ztCAD_Vertices(), nameIsFree);
+    const ztCAD_Line element("L1", ztCAD_Vertices(), nameIsFree);
     EXPECT_TRUE(nameIsFree);
   }
 }
 
-TEST(Line, TellsItsElementAndItsWordForCoordinateSystems) {
+TEST(Line, ReturnsItsElementNameAndCoordinateSystemAttribute) {
   EXPECT_EQ(ztCAD_Line().elementName().toStdString(), "line");
   EXPECT_EQ(ztCAD_Line().lcsWord().toStdString(), "LCS");
   EXPECT_EQ(ztCAD_TmplLine().elementName().toStdString(), "templateLine");
@@ -92,7 +92,7 @@ TEST(Line, TellsItsElementAndItsWordForCoordinateSystems) {
 
 // ----------------------------------------------------------------------------------------------------- texts
 
-TEST(Line, StorageTextNamesMethodPropertiesAndVertices) {
+TEST(Line, StorageTextContainsMethodPropertiesAndVertices) {
   EXPECT_EQ(
       text(line("L1", {0, 0, 0, 1.5, 0, -2}), false),
       "\npolyline(method=pointXYZprop=attr=(name=L1, comment=, inform=) ,color=visible=\n0, 0, 0;\n1.5, 0, -2;\n);");
@@ -100,7 +100,7 @@ TEST(Line, StorageTextNamesMethodPropertiesAndVertices) {
             "\npolyline(method=pointXYZprop=attr=(name=, comment=, inform=) ,color=visible=\n);");
 }
 
-TEST(Line, DebugTextPassesTheFormOnToTheVertices) {
+TEST(Line, DebugTextContainsTheDebugTextOfTheVertices) {
   EXPECT_EQ(
       text(line("L1", {0, 0, 0, 1.5, 0, -2}), true),
       "\npolyline(method=pointXYZprop=attr=(name=L1, comment=, inform=) ,color=visible=\nvertices(\ncoord(0, 0, 0;)\ncoord(1.5, 0, -2;)\n));");
@@ -108,42 +108,42 @@ TEST(Line, DebugTextPassesTheFormOnToTheVertices) {
             "\npolyline(method=pointXYZprop=attr=(name=, comment=, inform=) ,color=visible=\nvertices());");
 }
 
-// Programs that read these texts know the word so; it is no slip to be mended with the line's own method.
-TEST(Line, TextTellsTheMethodPointXyzWhateverItIs) {
-  ztCAD_Line made = line("%1", {});
-  made.method().setMethod("polyline");
-  EXPECT_EQ(text(made, false),
+// Existing programs that parse these texts expect this word; writing the line's own method would break them.
+TEST(Line, TextAlwaysNamesTheMethodPointXyz) {
+  ztCAD_Line element = line("%1", {});
+  element.method().setMethod("polyline");
+  EXPECT_EQ(text(element, false),
             "\npolyline(method=pointXYZprop=attr=(name=%1, comment=, inform=) ,color=visible=\n);");
 }
 
 // --------------------------------------------------------------------------------------------------- writing
 
-TEST(Line, EmptyListIsWrittenAsALineFeedAndReadsBackAsEmpty) {
+TEST(Line, AnEmptyListIsWrittenAsALineFeedAndReadAsEmpty) {
   const std::string xml =
       "<line color=\"\" comment=\"\" inform=\"\" method=\"polyline\" name=\"\"><vertices>\n</vertices></line>";
   EXPECT_EQ(written(ztCAD_Line()), xml);
-  ztCAD_Line made = line("L1", {1, 2, 3});
-  EXPECT_TRUE(read(made, xml));
-  EXPECT_TRUE(made.vertices().coordinates().empty());
+  ztCAD_Line element = line("L1", {1, 2, 3});
+  EXPECT_TRUE(read(element, xml));
+  EXPECT_TRUE(element.vertices().coordinates().empty());
 }
 
 TEST(Line, WritesVerticesInItsOnlyChild) { EXPECT_EQ(written(fullLine()), fullXml); }
 
 TEST(Line, AlwaysWritesTheMethodPolyline) {
   for (const char* method : {"", "pointXYZ", "triangulation", "сфера"}) {
-    ztCAD_Line made = fullLine();
-    made.method().setMethod(method);
-    EXPECT_EQ(written(made), fullXml) << method;
-    EXPECT_EQ(made.method().method().toStdString(), method) << "writing leaves the object alone";
+    ztCAD_Line element = fullLine();
+    element.method().setMethod(method);
+    EXPECT_EQ(written(element), fullXml) << method;
+    EXPECT_EQ(element.method().method().toStdString(), method) << "writing must not change the object";
   }
-  ztCAD_TmplLine made;
-  made.method().setMethod("sphere");
-  EXPECT_EQ(written(made),
+  ztCAD_TmplLine element;
+  element.method().setMethod("sphere");
+  EXPECT_EQ(written(element),
             "<templateLine color=\"\" comment=\"\" inform=\"\" method=\"polyline\" "
             "name=\"\"><vertices>\n</vertices></templateLine>");
 }
 
-TEST(Line, IsAppendedBehindWhatTheParentHas) {
+TEST(Line, IsAppendedAfterTheChildrenOfItsParent) {
   ParsedXml xml(R"(<GMD a="1"><header/></GMD>)");
   line("A", {}).writeXml(xml.root, xml.document);
   line("B", {}).writeXml(xml.root, xml.document);
@@ -172,7 +172,7 @@ std::vector<ReadRow> readRows() {
       {"NoVertices", R"(<line name="L"/>)", false, {}, false},
       {"EmptyVertices", R"(<line name="L"><vertices/></line>)", true, {}},
       {"LineFeed", "<line name='L'><vertices>\n</vertices></line>", true, {}},
-      {"OneVertexIsEnough", "<line name='L'><vertices>\n1, 2, 3;\n</vertices></line>", true, {1, 2, 3}},
+      {"OneVertexIsSufficient", "<line name='L'><vertices>\n1, 2, 3;\n</vertices></line>", true, {1, 2, 3}},
       {"TwoVertices", "<line name='L'><vertices>1,2,3;4,5,6</vertices></line>", true, {1, 2, 3, 4, 5, 6}},
       {"EqualVertices", "<line name='L'><vertices>1,2,3;1,2,3</vertices></line>", true, {1, 2, 3, 1, 2, 3}},
       {"Grandchild", "<line name='L'><part><vertices>1,2,3;</vertices></part></line>", false, {}, false},
@@ -185,11 +185,11 @@ std::vector<ReadRow> readRows() {
        true,
        {1, 2, 3}},
       {"FirstOfTwoListsIsEmpty", "<line name='L'><vertices/><vertices>4,5,6;</vertices></line>", true, {}},
-      {"FirstOfTwoListsIsBad",
+      {"FirstOfTwoListsIsInvalid",
        "<line name='L'><vertices>1,x,3;</vertices><vertices>4,5,6;</vertices></line>",
        false,
        {}},
-      {"SecondOfTwoListsIsBad",
+      {"SecondOfTwoListsIsInvalid",
        "<line name='L'><vertices>1,2,3;</vertices><vertices>x,5,6;</vertices></line>",
        true,
        {1, 2, 3}},
@@ -201,68 +201,65 @@ std::vector<ReadRow> readRows() {
        {1, 2, 3}},
       {"TwoNumbers", "<line name='L'><vertices>1,2;</vertices></line>", false, {}},
       {"OwnDebugText", "<line name='L'><vertices>vertices(coord(1, 2, 3;))</vertices></line>", false, {}},
-      {"OtherNodesAround",
+      {"SurroundedByOtherNodes",
        "<line name='L'>text<!--c--><faces>x</faces><vertices><![CDATA[1,2,3;]]></vertices></line>",
        true,
        {1, 2, 3}},
       {"NoName", "<line><vertices>1,2,3;</vertices></line>", false, {1, 2, 3}},
       {"EmptyName", "<line name=''><vertices>1,2,3;</vertices></line>", true, {1, 2, 3}},
-      {"WrongColor", "<line name='L' color='red'><vertices>1,2,3;</vertices></line>", false, {1, 2, 3}},
+      {"InvalidColor", "<line name='L' color='red'><vertices>1,2,3;</vertices></line>", false, {1, 2, 3}},
       {"OtherMethod", "<line name='L' method='arc'><vertices>1,2,3;</vertices></line>", true, {1, 2, 3}},
       {"OtherTag", "<solid name='L'><vertices>1,2,3;</vertices></solid>", true, {1, 2, 3}},
-      {"MassInertiaIsNotLookedAt",
-       "<line name='L' MIP='x'><vertices>1,2,3;</vertices></line>",
-       true,
-       {1, 2, 3}},
+      {"MassInertiaIsIgnored", "<line name='L' MIP='x'><vertices>1,2,3;</vertices></line>", true, {1, 2, 3}},
   };
 }
 
 class LineReading : public testing::TestWithParam<ReadRow> {};
 
-TEST_P(LineReading, NeedsADirectChildAndAPropertyBlock) {
-  ztCAD_Line made;
-  EXPECT_EQ(read(made, GetParam().xml), GetParam().ok);
-  EXPECT_EQ(made.readOk(), GetParam().ok);
-  EXPECT_TRUE(made.wasRead());
-  EXPECT_EQ(made.vertices().coordinates(), GetParam().coordinates);
+TEST_P(LineReading, RequiresADirectChildAndAPropertyBlock) {
+  ztCAD_Line element;
+  EXPECT_EQ(read(element, GetParam().xml), GetParam().ok);
+  EXPECT_EQ(element.readOk(), GetParam().ok);
+  EXPECT_TRUE(element.wasRead());
+  EXPECT_EQ(element.vertices().coordinates(), GetParam().coordinates);
 }
 
-TEST_P(LineReading, IsTheSameForATemplate) {
-  ztCAD_TmplLine made;
-  EXPECT_EQ(read(made, GetParam().xml), GetParam().ok);
-  EXPECT_EQ(made.readOk(), GetParam().ok);
-  EXPECT_EQ(made.vertices().coordinates(), GetParam().coordinates);
+TEST_P(LineReading, ReadsATemplateTheSameWay) {
+  ztCAD_TmplLine element;
+  EXPECT_EQ(read(element, GetParam().xml), GetParam().ok);
+  EXPECT_EQ(element.readOk(), GetParam().ok);
+  EXPECT_EQ(element.vertices().coordinates(), GetParam().coordinates);
 }
 
-TEST_P(LineReading, KeepsTheEarlierVerticesWhereThereIsNoList) {
-  ztCAD_Line made = line("L0", {7, 8, 9});
-  made.setReadOk(!GetParam().ok);
-  read(made, GetParam().xml);
-  EXPECT_EQ(made.readOk(), GetParam().ok) << "the last read counts";
-  EXPECT_EQ(made.vertices().coordinates(), GetParam().hasList ? GetParam().coordinates : Reals({7, 8, 9}));
+TEST_P(LineReading, KeepsThePreviousVerticesIfThereIsNoList) {
+  ztCAD_Line element = line("L0", {7, 8, 9});
+  element.setReadOk(!GetParam().ok);
+  read(element, GetParam().xml);
+  EXPECT_EQ(element.readOk(), GetParam().ok) << "the state reflects the last read";
+  EXPECT_EQ(element.vertices().coordinates(), GetParam().hasList ? GetParam().coordinates : Reals({7, 8, 9}));
 }
 
-TEST_P(LineReading, IsDoneByTheCheckAndClearsTheFault) {
+TEST_P(LineReading, IsPerformedByReadAndCheckAndClearsTheFault) {
   for (bool fault : {true, false}) {
-    ztCAD_Line made;
+    ztCAD_Line element;
     const ParsedXml xml(GetParam().xml);
-    EXPECT_EQ(made.readAndCheck(ztcad::DomView(xml.root), fault), GetParam().ok);
+    EXPECT_EQ(element.readAndCheck(ztcad::DomView(xml.root), fault), GetParam().ok);
     EXPECT_FALSE(fault);
-    EXPECT_EQ(made.vertices().coordinates(), GetParam().coordinates);
-    EXPECT_FALSE(faultAfterReading(made, GetParam().xml, !fault));
+    EXPECT_EQ(element.vertices().coordinates(), GetParam().coordinates);
+    EXPECT_FALSE(faultAfterReading(element, GetParam().xml, !fault));
   }
 }
 
-// A solid reads in mode 0, a line in whatever mode holds.
-TEST_P(LineReading, LeavesTheParallelModeAlone) {
+// A solid is read in mode 0, a line in the current mode.
+TEST_P(LineReading, KeepsTheParallelMode) {
   for (const std::int32_t mode : {ztParallel::Logical + 0, ztParallel::Primary + 0, 7}) {
     const ThreadCount configured(1, mode);
     const ParsedXml xml(GetParam().xml);
     ReadWatch watch;
     const ztcad::DomView view(xml.root);
-    ztCAD_Line made;
+    ztCAD_Line element;
     bool fault = false;
-    EXPECT_EQ(made.readAndCheck(WatchedView(view, watch), fault), GetParam().ok);
+    EXPECT_EQ(element.readAndCheck(WatchedView(view, watch), fault), GetParam().ok);
     EXPECT_EQ(watch.modes, std::set<std::int32_t>{mode});
     EXPECT_EQ(ztcad::parallelSettings().mode, mode);
   }
@@ -279,12 +276,12 @@ TEST(Line, ReadsWhatItWrites) {
   EXPECT_EQ(roundTrip<ztCAD_TmplLine>(tmpl), tmpl);
 }
 
-TEST(Line, OnlySixDigitsTravel) {
+TEST(Line, SixDigitsSurviveARoundTrip) {
   const auto copy = readFrom<ztCAD_Line>(written(line("L1", {0.3333333, 1234567, 1e-7})));
   EXPECT_EQ(copy.vertices().coordinates(), (Reals{0.333333, 1.23457e+06, 1e-07}));
 }
 
-TEST(Line, ReadingVerticesLeavesTheDefaultLocaleSetToC) {
+TEST(Line, ReadingVerticesSetsTheDefaultLocaleToC) {
   for (const QLocale::Language language : otherLanguages) {
     const DefaultLocale other{QLocale(language)};
     EXPECT_EQ(
@@ -294,14 +291,14 @@ TEST(Line, ReadingVerticesLeavesTheDefaultLocaleSetToC) {
   }
 }
 
-// ------------------------------------------------------------------------------- own check, copies, templates
+// ---------------------------------------------------------------------------------- check, copies, templates
 
-TEST(Line, TellsWhetherItsVerticesAreWhole) {
+TEST(Line, ReportsWhetherItsVerticesAreCompleteTriples) {
   for (const std::size_t count : {0u, 1u, 2u, 3u, 4u, 6u})
     EXPECT_EQ(line("L1", Reals(count, 1.0)).hasWholeVertices(), count % 3 == 0) << count;
 }
 
-TEST(Line, ChangingACopyLeavesTheSource) {
+TEST(Line, ChangingACopyKeepsTheSource) {
   const ztCAD_Line source = fullLine();
   ztCAD_Line copy = source;
   ztCAD_Line assigned;
@@ -320,7 +317,7 @@ TEST(Line, ChangingACopyLeavesTheSource) {
   EXPECT_FALSE(source.wasRead());
 }
 
-TEST(Line, CopiesTakeTheState) {
+TEST(Line, CopiesKeepTheReadState) {
   const auto source = readFrom<ztCAD_Line>(fullXml);
   const ztCAD_Line copy = source;
   EXPECT_TRUE(source.readOk());
@@ -328,26 +325,26 @@ TEST(Line, CopiesTakeTheState) {
   EXPECT_TRUE(copy.wasRead());
 }
 
-// A template point takes its source's property block along; a template line does not, and hosts rely on that.
-TEST(TemplateLine, CopiesTheGeometryOfItsSourceOnly) {
+// A template point copies the property block of its source; a template line does not, and hosts rely on that.
+TEST(TemplateLine, CopiesOnlyTheGeometryOfItsSource) {
   ztCAD_TmplLine source;
   ASSERT_TRUE(read(source, fullXml));
   bool nameIsFree = false;
-  const ztCAD_TmplLine made("T1", source, nameIsFree);
+  const ztCAD_TmplLine element("T1", source, nameIsFree);
   EXPECT_TRUE(nameIsFree);
-  EXPECT_EQ(written(made),
+  EXPECT_EQ(written(element),
             "<templateLine color=\"\" comment=\"\" inform=\"\" method=\"polyline\" name=\"T1\"><vertices>\n"
             "0, 0, 0;\n1.5, 0, -2;\n</vertices></templateLine>");
-  EXPECT_EQ(made.method().method().toStdString(), "") << "nor is the method copied";
-  EXPECT_FALSE(made.wasRead()) << "nor the state";
+  EXPECT_EQ(element.method().method().toStdString(), "") << "the method is not copied either";
+  EXPECT_FALSE(element.wasRead()) << "the state is not copied either";
   EXPECT_EQ(source.name().toStdString(), "L1");
 }
 
-TEST(TemplateLine, CanBeMadeOfALine) {
+TEST(TemplateLine, CanBeCreatedFromALine) {
   bool nameIsFree = false;
-  ztCAD_TmplLine made("T1", fullLine(), nameIsFree);
-  EXPECT_EQ(made.vertices().coordinates(), (Reals{0, 0, 0, 1.5, 0, -2}));
-  EXPECT_EQ(made.property().attributes().comment().toStdString(), "");
+  ztCAD_TmplLine element("T1", fullLine(), nameIsFree);
+  EXPECT_EQ(element.vertices().coordinates(), (Reals{0, 0, 0, 1.5, 0, -2}));
+  EXPECT_EQ(element.property().attributes().comment().toStdString(), "");
 }
 
 }  // namespace

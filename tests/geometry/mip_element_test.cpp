@@ -13,7 +13,7 @@ namespace {
 
 static_assert(std::is_base_of_v<ztCAD_cmnSelector2<ztCAD_KindElementMIP>, ztCAD_ElementMIP>);
 static_assert(std::is_base_of_v<ztCAD_cmnSelector2<ztCAD_KindTmplElementMIP>, ztCAD_TmplElementMIP>);
-static_assert(std::is_abstract_v<ztCAD_commonElementMIP>, "what is common is no element of its own");
+static_assert(std::is_abstract_v<ztCAD_commonElementMIP>, "the common base cannot be instantiated");
 static_assert(std::is_convertible_v<ztCAD_ElementMIP*, ztCAD_Base*>);
 static_assert(std::is_convertible_v<ztCAD_ElementMIP*, ztCAD_baseElement*>);
 static_assert(std::is_convertible_v<ztCAD_ElementMIP*, ztCAD_INode*>);
@@ -21,7 +21,7 @@ static_assert(std::is_convertible_v<ztCAD_ElementMIP*, ztCAD_IBaseChecker*>);
 static_assert(std::is_convertible_v<ztCAD_ElementMIP*, ztCAD_StateCorrect*>);
 static_assert(std::is_convertible_v<ztCAD_ElementMIP*, ztCAD_INameLCS_Selector*>);
 static_assert(!std::is_convertible_v<ztCAD_ElementMIP*, ztCAD_ISerialize*>,
-              "the one kind of element that has a text and is no ztCAD_ISerialize");
+              "the only kind of element that has a text but is not a ztCAD_ISerialize");
 
 using Reals = std::vector<double>;
 
@@ -32,50 +32,50 @@ const char* const fullText =
     "method==MIP prop=attr=(name=M1, comment=c, inform=i) ,color=RGB, 1, 2, 3visible=visible=truetrueCS, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1MIP, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10";
 
 ztCAD_ElementMIP fullElement() {
-  ztCAD_ElementMIP made("M1", ztCAD_MIP(oneToTen));
-  made.property().attributes().setComment("c");
-  made.property().attributes().setInform("i");
-  made.property().showable().setColor({1, 2, 3});
-  made.property().showable().setVisible(ztCAD_Visible(true));
-  made.property().setLcs(ztCAD_LCS(true, Reals(12, 1.0)));
-  return made;
+  ztCAD_ElementMIP element("M1", ztCAD_MIP(oneToTen));
+  element.property().attributes().setComment("c");
+  element.property().attributes().setInform("i");
+  element.property().showable().setColor({1, 2, 3});
+  element.property().showable().setVisible(ztCAD_Visible(true));
+  element.property().setLcs(ztCAD_LCS(true, Reals(12, 1.0)));
+  return element;
 }
 
 // ---------------------------------------------------------------------------------------------- construction
 
-TEST(MassInertiaElement, HasItsMethodAndNoRecordAtFirst) {
-  const ztCAD_ElementMIP made;
-  EXPECT_EQ(made.method().method().toStdString(), "MIP");
-  EXPECT_FALSE(made.hasMIP());
-  EXPECT_FALSE(made.record().has_value());
-  EXPECT_EQ(made.name().toStdString(), "");
-  EXPECT_FALSE(made.readOk());
-  EXPECT_FALSE(made.wasRead());
+TEST(MassInertiaElement, HasItsMethodAndNoRecordByDefault) {
+  const ztCAD_ElementMIP element;
+  EXPECT_EQ(element.method().method().toStdString(), "MIP");
+  EXPECT_FALSE(element.hasMIP());
+  EXPECT_FALSE(element.record().has_value());
+  EXPECT_EQ(element.name().toStdString(), "");
+  EXPECT_FALSE(element.readOk());
+  EXPECT_FALSE(element.wasRead());
   EXPECT_EQ(ztCAD_TmplElementMIP().method().method().toStdString(), "MIP");
 }
 
-TEST(MassInertiaElement, TakesNameAndRecordOfItsConstructor) {
+TEST(MassInertiaElement, HasTheNameAndRecordPassedToItsConstructor) {
   ztCAD_MIP record(oneToTen);
   record.setFirstInteger(3);
   record.setSecondInteger(4);
-  const ztCAD_ElementMIP made("M1", record);
-  EXPECT_EQ(made.name().toStdString(), "M1");
-  EXPECT_EQ(made.method().method().toStdString(), "MIP");
-  EXPECT_TRUE(made.hasMIP());
-  ASSERT_TRUE(made.record().has_value());
-  EXPECT_EQ(made.record()->values(), oneToTen);
-  EXPECT_EQ(made.record()->firstInteger(), 3) << "both integers are copied with the record";
-  EXPECT_EQ(made.record()->secondInteger(), 4);
-  EXPECT_FALSE(made.wasRead());
+  const ztCAD_ElementMIP element("M1", record);
+  EXPECT_EQ(element.name().toStdString(), "M1");
+  EXPECT_EQ(element.method().method().toStdString(), "MIP");
+  EXPECT_TRUE(element.hasMIP());
+  ASSERT_TRUE(element.record().has_value());
+  EXPECT_EQ(element.record()->values(), oneToTen);
+  EXPECT_EQ(element.record()->firstInteger(), 3) << "the integers are copied with the record";
+  EXPECT_EQ(element.record()->secondInteger(), 4);
+  EXPECT_FALSE(element.wasRead());
 }
 
-TEST(MassInertiaElement, TakesItsNameFromNarrowText) {
+TEST(MassInertiaElement, AcceptsItsNameAsNarrowText) {
   EXPECT_EQ(ztCAD_ElementMIP("Точка", ztCAD_MIP(oneToTen)).name().toStdString(), "Точка");
   EXPECT_EQ(ztCAD_ElementMIP("\xD2\xEE\xF7\xEA\xE0", ztCAD_MIP(oneToTen)).name().toStdString(), "Точка");
   EXPECT_EQ(ztCAD_TmplElementMIP("", ztCAD_MIP(oneToTen)).name().toStdString(), "");
 }
 
-TEST(MassInertiaElement, TellsItsElementAndItsWordForCoordinateSystems) {
+TEST(MassInertiaElement, ReturnsItsElementNameAndCoordinateSystemAttribute) {
   EXPECT_EQ(ztCAD_ElementMIP().elementName().toStdString(), "elementMIP");
   EXPECT_EQ(ztCAD_ElementMIP().lcsWord().toStdString(), "LCS");
   EXPECT_EQ(ztCAD_TmplElementMIP().elementName().toStdString(), "templateElementMIP");
@@ -85,36 +85,38 @@ TEST(MassInertiaElement, TellsItsElementAndItsWordForCoordinateSystems) {
 const ztCAD_MIP incompleteRecords[] = {ztCAD_MIP(), ztCAD_MIP(Reals()), ztCAD_MIP(Reals{1}),
                                        ztCAD_MIP(Reals(9, 1.0))};
 
-TEST(MassInertiaElement, RecordOfFewerThanTenValuesIsRefused) {
+TEST(MassInertiaElement, ARecordOfFewerThanTenValuesIsRefused) {
   for (const ztCAD_MIP& record : incompleteRecords) {
-    const ztCAD_ElementMIP made("M1", record);
-    EXPECT_FALSE(made.hasMIP()) << record.values().size();
-    EXPECT_FALSE(made.record().has_value());
-    EXPECT_EQ(made.name().toStdString(), "M1");
+    const ztCAD_ElementMIP element("M1", record);
+    EXPECT_FALSE(element.hasMIP()) << record.values().size();
+    EXPECT_FALSE(element.record().has_value());
+    EXPECT_EQ(element.name().toStdString(), "M1");
   }
 }
 
-TEST(MassInertiaElement, KeepsItsRecordWhenAnIncompleteOneIsSet) {
+TEST(MassInertiaElement, SettingAnIncompleteRecordKeepsThePreviousOne) {
   for (const ztCAD_MIP& record : incompleteRecords) {
-    ztCAD_ElementMIP made = fullElement();
-    const std::string before = written(made);
-    made.setRecord(record);
-    EXPECT_TRUE(made.hasMIP()) << record.values().size();
-    EXPECT_EQ(written(made), before);
+    ztCAD_ElementMIP element = fullElement();
+    const std::string before = written(element);
+    element.setRecord(record);
+    EXPECT_TRUE(element.hasMIP()) << record.values().size();
+    EXPECT_EQ(written(element), before);
   }
 }
 
-TEST(MassInertiaElement, RecordCanBeReplacedAndTakenAway) {
-  ztCAD_ElementMIP made = fullElement();
-  made.setRecord(ztCAD_MIP(Reals(10, 5.0)));
-  EXPECT_EQ(made.record()->values(), Reals(10, 5.0));
-  made.setRecord(std::nullopt);
-  EXPECT_FALSE(made.hasMIP());
+TEST(MassInertiaElement, TheRecordCanBeReplacedAndCleared) {
+  ztCAD_ElementMIP element = fullElement();
+  element.setRecord(ztCAD_MIP(Reals(10, 5.0)));
+  EXPECT_EQ(element.record()->values(), Reals(10, 5.0));
+  element.setRecord(std::nullopt);
+  EXPECT_FALSE(element.hasMIP());
 }
 
 // ----------------------------------------------------------------------------------------------------- texts
 
-TEST(MassInertiaElement, TextNamesMethodPropertiesAndRecord) { EXPECT_EQ(onlyText(fullElement()), fullText); }
+TEST(MassInertiaElement, TextContainsMethodPropertiesAndRecord) {
+  EXPECT_EQ(onlyText(fullElement()), fullText);
+}
 
 TEST(MassInertiaElement, TextWithoutARecordEndsWithTheProperties) {
   EXPECT_EQ(onlyText(ztCAD_ElementMIP()), "method==MIP prop=attr=(name=, comment=, inform=) ,color=visible=");
@@ -122,15 +124,15 @@ TEST(MassInertiaElement, TextWithoutARecordEndsWithTheProperties) {
 
 // --------------------------------------------------------------------------------------------------- writing
 
-// An element without a record does not appear in the file, whatever else it has: any other element of the format is
-// written even when it is empty.
-TEST(MassInertiaElement, WithoutARecordIsLeftOut) {
-  ztCAD_ElementMIP made = fullElement();
-  made.setRecord(std::nullopt);
+// An element without a record is not written at all, whatever its other properties. Every other kind of
+// element is written even if it is empty.
+TEST(MassInertiaElement, IsNotWrittenWithoutARecord) {
+  ztCAD_ElementMIP element = fullElement();
+  element.setRecord(std::nullopt);
   ztCAD_TmplElementMIP tmpl;
   tmpl.setName("T1");
   ParsedXml xml(R"(<GMD a="1"><header/></GMD>)");
-  made.writeXml(xml.root, xml.document);
+  element.writeXml(xml.root, xml.document);
   tmpl.writeXml(xml.root, xml.document);
   EXPECT_EQ(node_text::textOf(xml.root).toStdString(), R"(<GMD a="1"><header/></GMD>)");
 }
@@ -142,7 +144,7 @@ TEST(MassInertiaElement, WritesOneElementWithoutChildren) {
       R"(<templateElementMIP MIP="MIP, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10" color="" comment="" inform="" method="MIP" name="T1"/>)");
 }
 
-TEST(MassInertiaElement, IsAppendedBehindWhatTheParentHas) {
+TEST(MassInertiaElement, IsAppendedAfterTheChildrenOfItsParent) {
   ParsedXml xml("<GMD><header/></GMD>");
   ztCAD_ElementMIP("A", ztCAD_MIP(oneToTen)).writeXml(xml.root, xml.document);
   ztCAD_ElementMIP("B", ztCAD_MIP(oneToTen)).writeXml(xml.root, xml.document);
@@ -176,56 +178,57 @@ const ReadRow readRows[] = {
     {"EmptyMethod", R"(name="M" method="" MIP="MIP,1,2,3,4,5,6,7,8,9,10")", false, true},
     {"OtherMethod", R"(name="M" method="sphere" MIP="MIP,1,2,3,4,5,6,7,8,9,10")", false, true},
     {"MethodInOtherCase", R"(name="M" method="mip" MIP="MIP,1,2,3,4,5,6,7,8,9,10")", false, true},
-    {"BlankBehindMethod", R"(name="M" method="MIP " MIP="MIP,1,2,3,4,5,6,7,8,9,10")", false, true},
+    {"SpaceAfterMethod", R"(name="M" method="MIP " MIP="MIP,1,2,3,4,5,6,7,8,9,10")", false, true},
     {"NoName", R"(method="MIP" MIP="MIP,1,2,3,4,5,6,7,8,9,10")", false, true},
     {"EmptyName", R"(name="" method="MIP" MIP="MIP,1,2,3,4,5,6,7,8,9,10")", true, true},
     {"CyrillicName", R"(name="Масса" method="MIP" MIP="MIP,1,2,3,4,5,6,7,8,9,10")", true, true},
-    {"WrongColor", R"(name="M" method="MIP" MIP="MIP,1,2,3,4,5,6,7,8,9,10" color="red")", false, true},
-    {"WrongLcs", R"(name="M" method="MIP" MIP="MIP,1,2,3,4,5,6,7,8,9,10" LCS="CS")", true, true},
+    {"InvalidColor", R"(name="M" method="MIP" MIP="MIP,1,2,3,4,5,6,7,8,9,10" color="red")", false, true},
+    {"InvalidLcs", R"(name="M" method="MIP" MIP="MIP,1,2,3,4,5,6,7,8,9,10" LCS="CS")", true, true},
 };
 
 std::string elementXml(const ReadRow& row) { return std::string("<elementMIP ") + row.attributes + "/>"; }
 
 class MassInertiaElementReading : public testing::TestWithParam<ReadRow> {};
 
-// A good record is taken over even where the method or the property block is wrong and the read fails.
-TEST_P(MassInertiaElementReading, NeedsMethodRecordAndPropertyBlock) {
-  ztCAD_ElementMIP made;
-  EXPECT_EQ(read(made, elementXml(GetParam())), GetParam().ok);
-  EXPECT_EQ(made.readOk(), GetParam().ok);
-  EXPECT_TRUE(made.wasRead());
-  EXPECT_EQ(made.hasMIP(), GetParam().hasRecord);
-  EXPECT_EQ(made.record().value_or(ztCAD_MIP()).values(), GetParam().hasRecord ? oneToTen : Reals());
+// A valid record is read even if the method or the property block makes the read fail.
+TEST_P(MassInertiaElementReading, RequiresMethodRecordAndPropertyBlock) {
+  ztCAD_ElementMIP element;
+  EXPECT_EQ(read(element, elementXml(GetParam())), GetParam().ok);
+  EXPECT_EQ(element.readOk(), GetParam().ok);
+  EXPECT_TRUE(element.wasRead());
+  EXPECT_EQ(element.hasMIP(), GetParam().hasRecord);
+  EXPECT_EQ(element.record().value_or(ztCAD_MIP()).values(), GetParam().hasRecord ? oneToTen : Reals());
 }
 
-TEST_P(MassInertiaElementReading, IsTheSameForATemplate) {
-  ztCAD_TmplElementMIP made;
-  EXPECT_EQ(read(made, elementXml(GetParam())), GetParam().ok);
-  EXPECT_EQ(made.readOk(), GetParam().ok);
-  EXPECT_EQ(made.hasMIP(), GetParam().hasRecord);
+TEST_P(MassInertiaElementReading, ReadsATemplateTheSameWay) {
+  ztCAD_TmplElementMIP element;
+  EXPECT_EQ(read(element, elementXml(GetParam())), GetParam().ok);
+  EXPECT_EQ(element.readOk(), GetParam().ok);
+  EXPECT_EQ(element.hasMIP(), GetParam().hasRecord);
 }
 
-TEST_P(MassInertiaElementReading, KeepsTheEarlierRecordWhereThereIsNoOther) {
-  ztCAD_ElementMIP made("M0", ztCAD_MIP(Reals(10, 9.0)));
-  EXPECT_EQ(read(made, elementXml(GetParam())), GetParam().ok) << "the earlier record does not help the read";
-  ASSERT_TRUE(made.hasMIP());
-  EXPECT_EQ(made.record()->values(), GetParam().hasRecord ? oneToTen : Reals(10, 9.0));
+TEST_P(MassInertiaElementReading, KeepsThePreviousRecordWithoutAValidNewOne) {
+  ztCAD_ElementMIP element("M0", ztCAD_MIP(Reals(10, 9.0)));
+  EXPECT_EQ(read(element, elementXml(GetParam())), GetParam().ok)
+      << "the previous record must not make the read succeed";
+  ASSERT_TRUE(element.hasMIP());
+  EXPECT_EQ(element.record()->values(), GetParam().hasRecord ? oneToTen : Reals(10, 9.0));
 }
 
-TEST_P(MassInertiaElementReading, DecidesTheOwnCheck) {
-  ztCAD_ElementMIP made("M0", ztCAD_MIP(oneToTen));
-  read(made, elementXml(GetParam()));
-  EXPECT_EQ(made.passesCheck(), GetParam().ok) << "although it has a record in any case";
+TEST_P(MassInertiaElementReading, DeterminesTheSelfCheck) {
+  ztCAD_ElementMIP element("M0", ztCAD_MIP(oneToTen));
+  read(element, elementXml(GetParam()));
+  EXPECT_EQ(element.passesCheck(), GetParam().ok) << "regardless of its record, which is set";
 }
 
-TEST_P(MassInertiaElementReading, IsDoneByTheCheckAndClearsTheFault) {
+TEST_P(MassInertiaElementReading, IsPerformedByReadAndCheckAndClearsTheFault) {
   for (bool fault : {true, false}) {
-    ztCAD_ElementMIP made;
+    ztCAD_ElementMIP element;
     const ParsedXml xml(elementXml(GetParam()));
-    EXPECT_EQ(made.readAndCheck(ztcad::DomView(xml.root), fault), GetParam().ok);
+    EXPECT_EQ(element.readAndCheck(ztcad::DomView(xml.root), fault), GetParam().ok);
     EXPECT_FALSE(fault);
-    EXPECT_EQ(made.hasMIP(), GetParam().hasRecord);
-    EXPECT_FALSE(faultAfterReading(made, elementXml(GetParam()), !fault));
+    EXPECT_EQ(element.hasMIP(), GetParam().hasRecord);
+    EXPECT_FALSE(faultAfterReading(element, elementXml(GetParam()), !fault));
   }
 }
 
@@ -239,34 +242,34 @@ TEST(MassInertiaElement, ReadsWhatItWrites) {
   EXPECT_EQ(roundTrip<ztCAD_TmplElementMIP>(tmpl), tmpl);
 }
 
-TEST(MassInertiaElement, OnlySixDigitsTravel) {
-  const ztCAD_ElementMIP made("M1", ztCAD_MIP({0.3333333, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
-  EXPECT_EQ(readFrom<ztCAD_ElementMIP>(written(made)).record()->values()[0], 0.333333);
+TEST(MassInertiaElement, SixDigitsSurviveARoundTrip) {
+  const ztCAD_ElementMIP element("M1", ztCAD_MIP({0.3333333, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+  EXPECT_EQ(readFrom<ztCAD_ElementMIP>(written(element)).record()->values()[0], 0.333333);
 }
 
-// The file does not hold them, and a record that was read starts anew.
-TEST(MassInertiaElement, IntegersOfTheRecordAreThoseOfANewOneAfterReading) {
+// A file does not store the integers, and a read creates a new record.
+TEST(MassInertiaElement, ReadingResetsTheIntegersOfTheRecord) {
   ztCAD_MIP record(oneToTen);
   record.setFirstInteger(3);
   record.setSecondInteger(4);
-  ztCAD_ElementMIP made("M1", record);
-  EXPECT_TRUE(read(made, fullXml));
-  EXPECT_EQ(made.record()->firstInteger(), 0);
-  EXPECT_EQ(made.record()->secondInteger(), 1);
-  made.setRecord(record);
-  EXPECT_FALSE(read(made, R"(<elementMIP name="M1" method="MIP"/>)"));
-  EXPECT_EQ(made.record()->firstInteger(), 3) << "kept with the earlier record";
+  ztCAD_ElementMIP element("M1", record);
+  EXPECT_TRUE(read(element, fullXml));
+  EXPECT_EQ(element.record()->firstInteger(), 0);
+  EXPECT_EQ(element.record()->secondInteger(), 1);
+  element.setRecord(record);
+  EXPECT_FALSE(read(element, R"(<elementMIP name="M1" method="MIP"/>)"));
+  EXPECT_EQ(element.record()->firstInteger(), 3) << "kept with the previous record";
 }
 
-TEST(MassInertiaElement, TakesTheMethodThatItReads) {
+TEST(MassInertiaElement, HasTheMethodThatItReads) {
   EXPECT_EQ(readFrom<ztCAD_ElementMIP>(R"(<e name="M" method="сфера"/>)").method().method().toStdString(),
             "сфера");
   EXPECT_EQ(readFrom<ztCAD_ElementMIP>(R"(<e name="M"/>)").method().method().toStdString(), "MIP");
 }
 
-// ------------------------------------------------------------------------------------------ own check, copies
+// ---------------------------------------------------------------------------------------- self-check, copies
 
-TEST(MassInertiaElement, OwnCheckOfOneThatWasNeverReadAsksForARecord) {
+TEST(MassInertiaElement, SelfCheckOfAnElementThatWasNotReadRequiresARecord) {
   EXPECT_FALSE(ztCAD_ElementMIP().passesCheck());
   EXPECT_FALSE(ztCAD_TmplElementMIP().passesCheck());
   EXPECT_FALSE(ztCAD_ElementMIP("M1", ztCAD_MIP(Reals(9, 1.0))).passesCheck());
@@ -274,7 +277,7 @@ TEST(MassInertiaElement, OwnCheckOfOneThatWasNeverReadAsksForARecord) {
   EXPECT_TRUE(ztCAD_TmplElementMIP("T1", ztCAD_MIP(oneToTen)).passesCheck());
 }
 
-TEST(MassInertiaElement, ChangingACopyLeavesTheSource) {
+TEST(MassInertiaElement, ChangingACopyKeepsTheSource) {
   const ztCAD_ElementMIP source = fullElement();
   ztCAD_ElementMIP copy = source;
   ztCAD_ElementMIP assigned;
@@ -292,7 +295,7 @@ TEST(MassInertiaElement, ChangingACopyLeavesTheSource) {
   EXPECT_FALSE(source.wasRead());
 }
 
-TEST(MassInertiaElement, CopiesTakeTheState) {
+TEST(MassInertiaElement, CopiesKeepTheReadState) {
   const auto source = readFrom<ztCAD_ElementMIP>(fullXml);
   const ztCAD_ElementMIP copy = source;
   EXPECT_TRUE(copy.readOk());

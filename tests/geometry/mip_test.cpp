@@ -29,16 +29,16 @@ ztCAD_MIP recordWithIntegers() {
 
 // ---------------------------------------------------------------------------------------------- construction
 
-TEST(MassInertiaRecord, IsEmptyAtFirst) {
+TEST(MassInertiaRecord, IsEmptyByDefault) {
   const ztCAD_MIP record;
   EXPECT_FALSE(record.isValid());
   EXPECT_TRUE(record.values().empty());
   EXPECT_FALSE(record.isComplete());
   EXPECT_EQ(record.firstInteger(), 0);
-  EXPECT_EQ(record.secondInteger(), 1) << "1, while the first one starts as 0";
+  EXPECT_EQ(record.secondInteger(), 1) << "unlike the first integer, which starts as 0";
 }
 
-TEST(MassInertiaRecord, TakesTheValuesOfItsConstructor) {
+TEST(MassInertiaRecord, HasTheValuesPassedToItsConstructor) {
   const ztCAD_MIP record(oneToTen);
   EXPECT_TRUE(record.isValid());
   EXPECT_EQ(record.values(), oneToTen);
@@ -46,7 +46,7 @@ TEST(MassInertiaRecord, TakesTheValuesOfItsConstructor) {
   EXPECT_EQ(record.secondInteger(), 1);
 }
 
-TEST(MassInertiaRecord, SettingValuesMakesItValidAndLeavesItsIntegers) {
+TEST(MassInertiaRecord, SettingValuesMakesItValidAndKeepsItsIntegers) {
   ztCAD_MIP record;
   record.setFirstInteger(5);
   record.setSecondInteger(6);
@@ -57,10 +57,10 @@ TEST(MassInertiaRecord, SettingValuesMakesItValidAndLeavesItsIntegers) {
   EXPECT_EQ(record.secondInteger(), 6);
 }
 
-TEST(MassInertiaRecord, ChangingACopyLeavesTheSource) {
+TEST(MassInertiaRecord, ChangingACopyKeepsTheSource) {
   const ztCAD_MIP source = recordWithIntegers();
   ztCAD_MIP copy = source;
-  EXPECT_EQ(copy.firstInteger(), -7) << "the integers travel with copies";
+  EXPECT_EQ(copy.firstInteger(), -7) << "copies keep the integers";
   EXPECT_EQ(copy.secondInteger(), 2147483647);
   EXPECT_TRUE(copy.isValid());
   copy.setValues({});
@@ -74,7 +74,7 @@ TEST(MassInertiaRecord, ChangingACopyLeavesTheSource) {
   EXPECT_EQ(source.firstInteger(), -7);
 }
 
-// -------------------------------------------------------------------------------------------- text, attribute
+// ------------------------------------------------------------------------------------------- text, attribute
 
 struct WriteRow {
   const char* name;
@@ -91,7 +91,7 @@ std::vector<WriteRow> writeRows() {
       {"NineValues", ztCAD_MIP(Reals(9, 5.0)), ""},
       {"TenValues", ztCAD_MIP(oneToTen), oneToTenText},
       {"EqualValues", ztCAD_MIP(Reals(10, 0.5)), "MIP, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5"},
-      {"FurtherValuesLeftOut", ztCAD_MIP({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}), oneToTenText},
+      {"FurtherValuesAreOmitted", ztCAD_MIP({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}), oneToTenText},
       {"SixDigits", ztCAD_MIP({0.3333333, 1234567, 1e-7, -0.5, 1e300, 0, -0.0, 0.1, 123456, 999999.5}),
        "MIP, 0.333333, 1.23457e+06, 1e-07, -0.5, 1e+300, 0, 0, 0.1, 123456, 1e+06"},
       {"IntegersAreNotWritten", recordWithIntegers(), oneToTenText},
@@ -100,11 +100,11 @@ std::vector<WriteRow> writeRows() {
 
 class MassInertiaWriting : public testing::TestWithParam<WriteRow> {};
 
-TEST_P(MassInertiaWriting, TextIsTheSameInBothForms) {
+TEST_P(MassInertiaWriting, BothFormsOfTheTextAreEqual) {
   EXPECT_EQ(onlyText(GetParam().record), GetParam().text);
 }
 
-TEST_P(MassInertiaWriting, RecordThatIsNotCompleteWritesNoAttribute) {
+TEST_P(MassInertiaWriting, AnIncompleteRecordWritesNoAttribute) {
   const std::string attribute = GetParam().text;
   EXPECT_EQ(written(GetParam().record), attribute.empty() ? "<e/>" : R"(<e MIP=")" + attribute + R"("/>)");
   EXPECT_EQ(GetParam().record.isComplete(), !attribute.empty());
@@ -134,10 +134,10 @@ std::ostream& operator<<(std::ostream& out, const ReadRow& row) { return out << 
 std::vector<ReadRow> readRows() {
   return {
       {"Empty", "", false, {}},
-      {"WordAlone", "MIP", false, {}},
+      {"OnlyWord", "MIP", false, {}},
       {"OneNumber", "MIP, 1", false, {}},
-      {"NoBlanks", "MIP,1,2,3,4,5,6,7,8,9,10", true, oneToTen},
-      {"WrittenForm", oneToTenText, true, oneToTen},
+      {"NoSpaces", "MIP,1,2,3,4,5,6,7,8,9,10", true, oneToTen},
+      {"AsWritten", oneToTenText, true, oneToTen},
       {"NineNumbers", "MIP,1,2,3,4,5,6,7,8,9", false, {}},
       {"ElevenNumbers", "MIP,1,2,3,4,5,6,7,8,9,10,11", false, {}},
       {"TenNumbersWithoutTheWord", "1,2,3,4,5,6,7,8,9,10", false, {}},
@@ -146,17 +146,17 @@ std::vector<ReadRow> readRows() {
       {"OtherWord", "CS,1,2,3,4,5,6,7,8,9,10", false, {}},
       {"OtherCase", "mip,1,2,3,4,5,6,7,8,9,10", false, {}},
       {"CyrillicWord", "МИП,1,2,3,4,5,6,7,8,9,10", false, {}},
-      {"BlankBeforeTheWord", " MIP,1,2,3,4,5,6,7,8,9,10", false, {}},
-      {"BlankAfterTheWord", "MIP ,1,2,3,4,5,6,7,8,9,10", false, {}},
+      {"SpaceBeforeTheWord", " MIP,1,2,3,4,5,6,7,8,9,10", false, {}},
+      {"SpaceAfterTheWord", "MIP ,1,2,3,4,5,6,7,8,9,10", false, {}},
       {"WordTwice", "MIP,MIP,2,3,4,5,6,7,8,9,10", false, {0, 2, 3, 4, 5, 6, 7, 8, 9, 10}},
-      {"EmptyPartsDropped", ",MIP,,1,2,3,4,5,6,7,8,9,10,", true, oneToTen},
-      {"BlankPart", "MIP,1, ,3,4,5,6,7,8,9,10", false, {1, 0, 3, 4, 5, 6, 7, 8, 9, 10}},
+      {"EmptyPartsIgnored", ",MIP,,1,2,3,4,5,6,7,8,9,10,", true, oneToTen},
+      {"WhitespacePart", "MIP,1, ,3,4,5,6,7,8,9,10", false, {1, 0, 3, 4, 5, 6, 7, 8, 9, 10}},
       {"WordFirst", "MIP,x,2,3,4,5,6,7,8,9,10", false, {0, 2, 3, 4, 5, 6, 7, 8, 9, 10}},
       {"WordLast", "MIP,1,2,3,4,5,6,7,8,9,x", false, {1, 2, 3, 4, 5, 6, 7, 8, 9, 0}},
       {"SemicolonAtTheEnd", "MIP,1,2,3,4,5,6,7,8,9,10;", false, {1, 2, 3, 4, 5, 6, 7, 8, 9, 0}},
       {"ArabicDigit", "MIP,١,2,3,4,5,6,7,8,9,10", false, {0, 2, 3, 4, 5, 6, 7, 8, 9, 10}},
       {"OnlyWords", "MIP,a,b,c,d,e,f,g,h,i,j", false, Reals(10, 0.0)},
-      {"BlanksAndLines", "MIP,\n1 ,\t2\t, 3,4,5,6,7,8,9,  10\r\n", true, oneToTen},
+      {"WhitespaceAndLineFeeds", "MIP,\n1 ,\t2\t, 3,4,5,6,7,8,9,  10\r\n", true, oneToTen},
       {"SignsAndExponents",
        "MIP,-0.5,+2,1e3,1E-3,5.,.5,007,8,9,10",
        true,
@@ -168,14 +168,14 @@ std::string mipXml(const ReadRow& row) { return std::string(R"(<e MIP=")") + row
 
 class MassInertiaReading : public testing::TestWithParam<ReadRow> {};
 
-TEST_P(MassInertiaReading, NeedsTheWordAndExactlyTenNumbers) {
+TEST_P(MassInertiaReading, RequiresTheWordAndExactlyTenNumbers) {
   ztCAD_MIP record;
   EXPECT_EQ(record.fromText(fromUtf8(GetParam().text)), GetParam().ok);
   EXPECT_EQ(record.values(), GetParam().values);
   EXPECT_EQ(record.isValid(), !GetParam().values.empty());
 }
 
-TEST_P(MassInertiaReading, TextIsAppendedToAValidRecord) {
+TEST_P(MassInertiaReading, AppendsTheTextToAValidRecord) {
   ztCAD_MIP record(Reals{7});
   EXPECT_EQ(record.fromText(fromUtf8(GetParam().text)), GetParam().ok);
   Reals expected = {7};
@@ -184,7 +184,7 @@ TEST_P(MassInertiaReading, TextIsAppendedToAValidRecord) {
   EXPECT_TRUE(record.isValid());
 }
 
-TEST_P(MassInertiaReading, AttributeReplacesTheValuesOrChangesNothing) {
+TEST_P(MassInertiaReading, AnAttributeReplacesTheValuesOrChangesNothing) {
   const Reals before(10, 9.0);
   ztCAD_MIP record(before);
   record.setFirstInteger(5);
@@ -193,11 +193,11 @@ TEST_P(MassInertiaReading, AttributeReplacesTheValuesOrChangesNothing) {
   EXPECT_EQ(read(record, mipXml(row)), row.ok);
   EXPECT_EQ(record.values(), row.ok ? row.values : before);
   EXPECT_TRUE(record.isValid());
-  EXPECT_EQ(record.firstInteger(), 5) << "the file does not hold the integers";
+  EXPECT_EQ(record.firstInteger(), 5) << "the integers are not stored in a file";
   EXPECT_EQ(record.secondInteger(), 6);
 }
 
-TEST_P(MassInertiaReading, BadAttributeLeavesANewRecordEmpty) {
+TEST_P(MassInertiaReading, AnInvalidAttributeKeepsANewRecordEmpty) {
   ztCAD_MIP record;
   EXPECT_EQ(read(record, mipXml(GetParam())), GetParam().ok);
   EXPECT_EQ(record.isValid(), GetParam().ok);
@@ -213,13 +213,13 @@ TEST_P(MassInertiaReading, ClearsTheFault) {
 INSTANTIATE_TEST_SUITE_P(MassInertiaRecord, MassInertiaReading, testing::ValuesIn(readRows()),
                          [](const auto& row) { return row.param.name; });
 
-TEST(MassInertiaRecord, NumberThatIsTooLargeIsRefused) {
+TEST(MassInertiaRecord, AnOverflowIsRefused) {
   ztCAD_MIP record;
   EXPECT_FALSE(read(record, R"(<e MIP="MIP,1e999,2,3,4,5,6,7,8,9,10"/>)"));
   EXPECT_FALSE(record.isValid());
 }
 
-TEST(MassInertiaRecord, ElementWithoutTheAttributeIsRefused) {
+TEST(MassInertiaRecord, AnElementWithoutTheAttributeIsRefused) {
   for (const char* xml :
        {"<e/>", R"(<e mip="MIP,1,2,3,4,5,6,7,8,9,10"/>)", R"(<e><f MIP="MIP,1,2,3,4,5,6,7,8,9,10"/></e>)"}) {
     ztCAD_MIP record(Reals(10, 9.0));
@@ -229,7 +229,7 @@ TEST(MassInertiaRecord, ElementWithoutTheAttributeIsRefused) {
   }
 }
 
-TEST(MassInertiaRecord, TextLeavesTheIntegersOfARecordThatWasEmpty) {
+TEST(MassInertiaRecord, ReadingTextKeepsTheIntegersOfAnEmptyRecord) {
   ztCAD_MIP record;
   record.setFirstInteger(5);
   record.setSecondInteger(6);
@@ -238,7 +238,7 @@ TEST(MassInertiaRecord, TextLeavesTheIntegersOfARecordThatWasEmpty) {
   EXPECT_EQ(record.secondInteger(), 6);
 }
 
-TEST(MassInertiaRecord, TextOfARecordThatTookTwoTextsShowsTheFirstTenValues) {
+TEST(MassInertiaRecord, TextOfARecordFilledTwiceHasTheFirstTenValues) {
   ztCAD_MIP record;
   EXPECT_TRUE(record.fromText(QString(oneToTenText)));
   EXPECT_TRUE(record.fromText(QString("MIP,0,0,0,0,0,0,0,0,0,0")));
@@ -248,15 +248,15 @@ TEST(MassInertiaRecord, TextOfARecordThatTookTwoTextsShowsTheFirstTenValues) {
 
 TEST(MassInertiaRecord, ReadsWhatItWrites) { EXPECT_EQ(roundTrip<ztCAD_MIP>(oneToTenXml), oneToTenXml); }
 
-// The format has six significant digits everywhere; what is finer is lost on the first saving.
-TEST(MassInertiaRecord, OnlySixDigitsTravel) {
+// The format has six significant digits everywhere; further digits are lost on the first save.
+TEST(MassInertiaRecord, SixDigitsSurviveARoundTrip) {
   const ztCAD_MIP source({0.3333333, 2.0 / 3, 1234567, 4, 5, 6, 7, 8, 9, 10});
   const auto copy = readFrom<ztCAD_MIP>(written(source));
   EXPECT_EQ(copy.values(), (Reals{0.333333, 0.666667, 1.23457e+06, 4, 5, 6, 7, 8, 9, 10}));
-  EXPECT_EQ(written(copy), written(source)) << "once lost, no more is lost";
+  EXPECT_EQ(written(copy), written(source)) << "a second save must lose nothing more";
 }
 
-TEST(MassInertiaRecord, ReadingNeitherNeedsNorChangesTheDefaultLocale) {
+TEST(MassInertiaRecord, ReadingNeitherUsesNorChangesTheDefaultLocale) {
   for (const QLocale::Language language : otherLanguages) {
     const DefaultLocale other{QLocale(language)};
     EXPECT_EQ(readFrom<ztCAD_MIP>(R"(<e MIP="MIP,1.5,2,3,4,5,6,7,8,9,10"/>)").values()[0], 1.5);

@@ -14,7 +14,7 @@ namespace {
 
 static_assert(std::is_base_of_v<ztCAD_cmnSelector2<ztCAD_KindPoint>, ztCAD_Point>);
 static_assert(std::is_base_of_v<ztCAD_cmnSelector2<ztCAD_KindTmplPoint>, ztCAD_TmplPoint>);
-static_assert(std::is_abstract_v<ztCAD_commonPoint>, "what is common is no element of its own");
+static_assert(std::is_abstract_v<ztCAD_commonPoint>, "the common base cannot be instantiated");
 static_assert(std::is_convertible_v<ztCAD_Point*, ztCAD_Base*>);
 static_assert(std::is_convertible_v<ztCAD_Point*, ztCAD_baseElement*>);
 static_assert(std::is_convertible_v<ztCAD_Point*, ztCAD_ISerialize*>);
@@ -29,13 +29,13 @@ ztCAD_Point point(const std::string& name, const ztCAD_Coord& center) {
 }
 
 ztCAD_Point fullPoint() {
-  ztCAD_Point made = point("P1", ztCAD_Coord(1, 2.5, 0));
-  made.property().attributes().setComment("c");
-  made.property().attributes().setInform("i");
-  made.property().showable().setColor({255, 0, 0});
-  made.property().showable().setVisible(ztCAD_Visible(true));
-  made.property().setLcs(ztCAD_LCS(true, std::vector<double>(12, 1.0)));
-  return made;
+  ztCAD_Point element = point("P1", ztCAD_Coord(1, 2.5, 0));
+  element.property().attributes().setComment("c");
+  element.property().attributes().setInform("i");
+  element.property().showable().setColor({255, 0, 0});
+  element.property().showable().setVisible(ztCAD_Visible(true));
+  element.property().setLcs(ztCAD_LCS(true, std::vector<double>(12, 1.0)));
+  return element;
 }
 
 const char* const fullXml =
@@ -45,38 +45,38 @@ const char* const fullText =
 
 // ---------------------------------------------------------------------------------------------- construction
 
-TEST(Point, IsEmptyAtFirst) {
-  const ztCAD_Point made;
-  EXPECT_FALSE(made.center().isValid());
-  EXPECT_FALSE(made.readOk());
-  EXPECT_FALSE(made.wasRead());
-  EXPECT_EQ(made.name().toStdString(), "");
-  EXPECT_EQ(made.method().method().toStdString(), "pointXYZ");
+TEST(Point, IsEmptyByDefault) {
+  const ztCAD_Point element;
+  EXPECT_FALSE(element.center().isValid());
+  EXPECT_FALSE(element.readOk());
+  EXPECT_FALSE(element.wasRead());
+  EXPECT_EQ(element.name().toStdString(), "");
+  EXPECT_EQ(element.method().method().toStdString(), "pointXYZ");
 }
 
-TEST(Point, TakesNameAndCenterOfItsConstructor) {
+TEST(Point, HasTheNameAndCenterPassedToItsConstructor) {
   bool nameIsFree = false;
-  const ztCAD_Point made("Точка", ztCAD_Coord(1, 2, 3), nameIsFree);
+  const ztCAD_Point element("Точка", ztCAD_Coord(1, 2, 3), nameIsFree);
   EXPECT_TRUE(nameIsFree);
-  EXPECT_EQ(made.name().toStdString(), "Точка");
-  EXPECT_EQ(text(made, false), "1, 2, 3;");
-  EXPECT_EQ(made.method().method().toStdString(), "pointXYZ");
-  EXPECT_FALSE(made.readOk());
+  EXPECT_EQ(element.name().toStdString(), "Точка");
+  EXPECT_EQ(text(element, false), "1, 2, 3;");
+  EXPECT_EQ(element.method().method().toStdString(), "pointXYZ");
+  EXPECT_FALSE(element.readOk());
 }
 
-TEST(Point, TakesACenterWithoutAValueToo) { EXPECT_FALSE(point("P1", ztCAD_Coord()).center().isValid()); }
+TEST(Point, AcceptsACenterWithoutAValue) { EXPECT_FALSE(point("P1", ztCAD_Coord()).center().isValid()); }
 
-TEST(Point, EveryNameIsFree) {
+TEST(Point, EveryNameIsReportedFree) {
   for (int i = 0; i < 2; ++i) {
     for (const char* name : {"", "P1", "🙂"}) {
       bool nameIsFree = false;
-      const ztCAD_Point made(name, ztCAD_Coord(), nameIsFree);
+      const ztCAD_Point element(name, ztCAD_Coord(), nameIsFree);
       EXPECT_TRUE(nameIsFree) << name;
     }
   }
 }
 
-TEST(Point, TellsItsElementAndItsWordForCoordinateSystems) {
+TEST(Point, ReturnsItsElementNameAndCoordinateSystemAttribute) {
   EXPECT_EQ(ztCAD_Point().elementName().toStdString(), "point");
   EXPECT_EQ(ztCAD_Point().lcsWord().toStdString(), "LCS");
   EXPECT_EQ(ztCAD_TmplPoint().elementName().toStdString(), "templatePoint");
@@ -85,12 +85,12 @@ TEST(Point, TellsItsElementAndItsWordForCoordinateSystems) {
 
 // ----------------------------------------------------------------------------------------------------- texts
 
-TEST(Point, StorageTextIsThatOfTheCenter) {
+TEST(Point, HasTheStorageTextOfItsCenter) {
   EXPECT_EQ(text(fullPoint(), false), "1, 2.5, 0;");
   EXPECT_EQ(text(ztCAD_Point(), false), "");
 }
 
-TEST(Point, DebugTextNamesMethodPropertiesAndCenter) {
+TEST(Point, DebugTextContainsMethodPropertiesAndCenter) {
   EXPECT_EQ(
       text(point("", ztCAD_Coord(0, 0, 0)), true),
       "method==pointXYZ prop=attr=(name=, comment=, inform=) ,color=visible=\nCenter=coord(0, 0, 0;), ");
@@ -102,16 +102,16 @@ TEST(Point, DebugTextOfAPointWithoutACenterKeepsTheWord) {
             "method==pointXYZ prop=attr=(name=, comment=, inform=) ,color=visible=\nCenter=coord, ");
 }
 
-TEST(Point, DebugTextSubstitutesNothing) {
-  ztCAD_Point made = point("%1 %2", ztCAD_Coord(1, 2, 3));
-  made.method().setMethod("%3");
-  EXPECT_EQ(text(made, true),
+TEST(Point, DebugTextDoesNotSubstitutePlaceholders) {
+  ztCAD_Point element = point("%1 %2", ztCAD_Coord(1, 2, 3));
+  element.method().setMethod("%3");
+  EXPECT_EQ(text(element, true),
             "method==%3 prop=attr=(name=%1 %2, comment=, inform=) ,color=visible=\nCenter=coord(1, 2, 3;), ");
 }
 
 // --------------------------------------------------------------------------------------------------- writing
 
-TEST(Point, DefaultOneWritesAnEmptyCenter) {
+TEST(Point, ADefaultPointWritesAnEmptyCenter) {
   EXPECT_EQ(written(ztCAD_Point()),
             R"(<point center="" color="" comment="" inform="" method="pointXYZ" name=""/>)");
   EXPECT_EQ(written(ztCAD_TmplPoint()),
@@ -120,7 +120,7 @@ TEST(Point, DefaultOneWritesAnEmptyCenter) {
 
 TEST(Point, WritesOneElementWithoutChildren) { EXPECT_EQ(written(fullPoint()), fullXml); }
 
-TEST(Point, IsAppendedBehindWhatTheParentHas) {
+TEST(Point, IsAppendedAfterTheChildrenOfItsParent) {
   ParsedXml xml(R"(<GMD a="1"><header/></GMD>)");
   point("A", ztCAD_Coord(1, 2, 3)).writeXml(xml.root, xml.document);
   point("B", ztCAD_Coord()).writeXml(xml.root, xml.document);
@@ -140,7 +140,7 @@ TEST(Point, WritesSixSignificantDigits) {
 
 TEST(Point, ReadsWhatItWrites) { EXPECT_EQ(roundTrip<ztCAD_Point>(fullXml), fullXml); }
 
-TEST(Point, OrderOfAttributesDoesNotMatter) {
+TEST(Point, TheOrderOfAttributesDoesNotMatter) {
   const std::string attributes[] = {R"( name="P1")",        R"( comment="c")",
                                     R"( inform="i")",       R"( method="pointXYZ")",
                                     R"( center="1,2.5,0")", R"( color="RGB,255,0,0")",
@@ -155,7 +155,7 @@ TEST(Point, OrderOfAttributesDoesNotMatter) {
   EXPECT_EQ(roundTrip<ztCAD_Point>("<point" + backward + "/>"), fullXml);
 }
 
-TEST(Point, KeepsForeignLettersQuotesAndPlaceholders) {
+TEST(Point, KeepsNonAsciiLettersQuotesAndPlaceholders) {
   for (const std::string description :
        {R"(comment="Ось Ё" inform="№" method="pointXYZ" name="Точка")",
         R"(comment="it's &quot;so&quot;" inform="&lt;&amp;&gt;" method="pointXYZ" name="&quot;A&quot;")",
@@ -192,9 +192,9 @@ const ReadRow readRows[] = {
     {"EmptyName", R"(name="" method="pointXYZ" center="1,2,3")", true, "1, 2, 3;"},
     {"NoMethod", R"(name="P1" center="1,2,3")", true, "1, 2, 3;"},
     {"OtherMethod", R"(name="P1" method="sphere" center="1,2,3")", true, "1, 2, 3;"},
-    {"WrongColor", R"(name="P1" method="pointXYZ" center="1,2,3" color="red")", false, "1, 2, 3;"},
+    {"InvalidColor", R"(name="P1" method="pointXYZ" center="1,2,3" color="red")", false, "1, 2, 3;"},
     {"ShortColor", R"(name="P1" method="pointXYZ" center="1,2,3" color="RGB, 1, 2")", true, "1, 2, 3;"},
-    {"WrongCoordinateSystem", R"(name="P1" center="1,2,3" LCS="CS, 1, 2")", true, "1, 2, 3;"},
+    {"InvalidCoordinateSystem", R"(name="P1" center="1,2,3" LCS="CS, 1, 2")", true, "1, 2, 3;"},
     {"UnknownAttributes", R"(name="P1" center="1,2,3" radius="x" MIP="y" foo="z")", true, "1, 2, 3;"},
 };
 
@@ -202,56 +202,56 @@ std::string pointXml(const ReadRow& row) { return std::string("<point ") + row.a
 
 class PointReading : public testing::TestWithParam<ReadRow> {};
 
-TEST_P(PointReading, NeedsACenterAndAPropertyBlock) {
-  ztCAD_Point made;
-  EXPECT_EQ(read(made, pointXml(GetParam())), GetParam().ok);
-  EXPECT_EQ(made.readOk(), GetParam().ok);
-  EXPECT_TRUE(made.wasRead());
-  EXPECT_EQ(text(made, false), GetParam().center);
+TEST_P(PointReading, RequiresACenterAndAPropertyBlock) {
+  ztCAD_Point element;
+  EXPECT_EQ(read(element, pointXml(GetParam())), GetParam().ok);
+  EXPECT_EQ(element.readOk(), GetParam().ok);
+  EXPECT_TRUE(element.wasRead());
+  EXPECT_EQ(text(element, false), GetParam().center);
 }
 
-TEST_P(PointReading, IsTheSameForATemplate) {
-  ztCAD_TmplPoint made;
-  EXPECT_EQ(read(made, pointXml(GetParam())), GetParam().ok);
-  EXPECT_EQ(made.readOk(), GetParam().ok);
-  EXPECT_EQ(text(made, false), GetParam().center);
+TEST_P(PointReading, ReadsATemplateTheSameWay) {
+  ztCAD_TmplPoint element;
+  EXPECT_EQ(read(element, pointXml(GetParam())), GetParam().ok);
+  EXPECT_EQ(element.readOk(), GetParam().ok);
+  EXPECT_EQ(text(element, false), GetParam().center);
 }
 
-TEST_P(PointReading, KeepsTheEarlierCenterWhereThereIsNoOther) {
-  ztCAD_Point made = point("P0", ztCAD_Coord(7, 8, 9));
-  made.setReadOk(!GetParam().ok);
-  read(made, pointXml(GetParam()));
-  EXPECT_EQ(made.readOk(), GetParam().ok) << "the last read counts";
-  EXPECT_EQ(text(made, false), *GetParam().center ? GetParam().center : "7, 8, 9;");
+TEST_P(PointReading, KeepsThePreviousCenterWithoutAValidNewOne) {
+  ztCAD_Point element = point("P0", ztCAD_Coord(7, 8, 9));
+  element.setReadOk(!GetParam().ok);
+  read(element, pointXml(GetParam()));
+  EXPECT_EQ(element.readOk(), GetParam().ok) << "the state reflects the last read";
+  EXPECT_EQ(text(element, false), *GetParam().center ? GetParam().center : "7, 8, 9;");
 }
 
-TEST_P(PointReading, IsDoneByTheCheck) {
-  ztCAD_Point made;
+TEST_P(PointReading, IsPerformedByReadAndCheck) {
+  ztCAD_Point element;
   bool fault = true;
   const ParsedXml xml(pointXml(GetParam()));
-  EXPECT_EQ(made.readAndCheck(ztcad::DomView(xml.root), fault), GetParam().ok);
+  EXPECT_EQ(element.readAndCheck(ztcad::DomView(xml.root), fault), GetParam().ok);
   EXPECT_FALSE(fault);
-  EXPECT_EQ(written(made), roundTrip<ztCAD_Point>(pointXml(GetParam())));
-  EXPECT_EQ(made.readOk(), GetParam().ok);
+  EXPECT_EQ(written(element), roundTrip<ztCAD_Point>(pointXml(GetParam())));
+  EXPECT_EQ(element.readOk(), GetParam().ok);
 }
 
 TEST_P(PointReading, ClearsTheFault) {
-  ztCAD_Point made;
-  EXPECT_FALSE(faultAfterReading(made, pointXml(GetParam()), true));
-  EXPECT_FALSE(faultAfterReading(made, pointXml(GetParam()), false));
+  ztCAD_Point element;
+  EXPECT_FALSE(faultAfterReading(element, pointXml(GetParam()), true));
+  EXPECT_FALSE(faultAfterReading(element, pointXml(GetParam()), false));
 }
 
 INSTANTIATE_TEST_SUITE_P(Point, PointReading, testing::ValuesIn(readRows),
                          [](const auto& row) { return row.param.name; });
 
-TEST(Point, FailedCenterLeavesTheRestRead) {
-  ztCAD_Point made;
-  EXPECT_FALSE(read(made, R"(<point name="P1" method="other" center="x" visible="0"/>)"));
-  EXPECT_EQ(written(made),
+TEST(Point, AnInvalidCenterDoesNotStopTheOtherAttributes) {
+  ztCAD_Point element;
+  EXPECT_FALSE(read(element, R"(<point name="P1" method="other" center="x" visible="0"/>)"));
+  EXPECT_EQ(written(element),
             R"(<point center="" color="" comment="" inform="" method="other" name="P1" visible="false"/>)");
 }
 
-TEST(Point, TakesTheMethodThatItReads) {
+TEST(Point, HasTheMethodThatItReads) {
   EXPECT_EQ(
       readFrom<ztCAD_Point>(R"(<point name="P" method="сфера" center="1"/>)").method().method().toStdString(),
       "сфера");
@@ -259,30 +259,30 @@ TEST(Point, TakesTheMethodThatItReads) {
             "pointXYZ");
 }
 
-TEST(Point, TagIsNotLookedAt) {
-  ztCAD_Point made;
-  EXPECT_TRUE(read(made, R"(<templatePoint name="P1" center="1,2,3"/>)"));
+TEST(Point, TheTagIsIgnored) {
+  ztCAD_Point element;
+  EXPECT_TRUE(read(element, R"(<templatePoint name="P1" center="1,2,3"/>)"));
 }
 
-TEST(Point, ModelSystemIsPassedOver) {
+TEST(Point, AModelSystemIsIgnored) {
   const char* const xml = R"(<e name="P1" center="1,2,3" MCS="CS,1,1,1,1,1,1,1,1,1,1,1,1"/>)";
   EXPECT_FALSE(readFrom<ztCAD_Point>(xml).property().hasLCS());
   EXPECT_FALSE(readFrom<ztCAD_TmplPoint>(xml).property().hasLCS());
 }
 
-TEST(Point, ReadingLeavesTheDefaultLocaleSetToC) {
+TEST(Point, ReadingSetsTheDefaultLocaleToC) {
   for (const QLocale::Language language : otherLanguages) {
     const DefaultLocale other{QLocale(language)};
-    ztCAD_Point made;
-    EXPECT_TRUE(read(made, R"(<point name="P1" center="1.5, 2.25, -0.5;"/>)"));
+    ztCAD_Point element;
+    EXPECT_TRUE(read(element, R"(<point name="P1" center="1.5, 2.25, -0.5;"/>)"));
     EXPECT_TRUE(DefaultLocale::isC());
-    EXPECT_EQ(text(made, false), "1.5, 2.25, -0.5;");
+    EXPECT_EQ(text(element, false), "1.5, 2.25, -0.5;");
   }
 }
 
 // ----------------------------------------------------------------------------------------- copies, templates
 
-TEST(Point, ChangingACopyLeavesTheSource) {
+TEST(Point, ChangingACopyKeepsTheSource) {
   const ztCAD_Point source = fullPoint();
   ztCAD_Point copy = source;
   EXPECT_EQ(text(copy, true), fullText);
@@ -295,7 +295,7 @@ TEST(Point, ChangingACopyLeavesTheSource) {
   EXPECT_FALSE(source.readOk());
 }
 
-TEST(Point, ChangingAnAssignedPointLeavesTheSource) {
+TEST(Point, ChangingAnAssignedPointKeepsTheSource) {
   const ztCAD_Point source = fullPoint();
   ztCAD_Point assigned = point("before", ztCAD_Coord());
   assigned.method().setMethod("before");
@@ -308,13 +308,13 @@ TEST(Point, ChangingAnAssignedPointLeavesTheSource) {
 }
 
 TEST(Point, AssignmentToItselfChangesNothing) {
-  ztCAD_Point made = fullPoint();
-  const ztCAD_Point& itself = made;
-  made = itself;
-  EXPECT_EQ(text(made, true), fullText);
+  ztCAD_Point element = fullPoint();
+  const ztCAD_Point& itself = element;
+  element = itself;
+  EXPECT_EQ(text(element, true), fullText);
 }
 
-TEST(Point, CopiesTakeTheState) {
+TEST(Point, CopiesKeepTheReadState) {
   const auto source = readFrom<ztCAD_Point>(R"(<point name="P1" center="1,2,3"/>)");
   const ztCAD_Point copy = source;
   ztCAD_Point assigned;
@@ -323,7 +323,7 @@ TEST(Point, CopiesTakeTheState) {
   EXPECT_TRUE(assigned.readOk());
 }
 
-TEST(Point, ContainerHoldsACopyAndFindsItByItsAddress) {
+TEST(Point, AContainerHoldsACopyAndFindsItByAddress) {
   ztCAD_Cont<ztCAD_Point> points;
   const ztCAD_Point source = fullPoint();
   points.add(source);
@@ -337,7 +337,7 @@ TEST(Point, ContainerHoldsACopyAndFindsItByItsAddress) {
   EXPECT_EQ(points.front().name().toStdString(), "A");
 }
 
-TEST(TemplatePoint, KeepsCenterAndPropertiesOfItsSourceUnderANewName) {
+TEST(TemplatePoint, CopiesCenterAndPropertiesOfItsSourceUnderANewName) {
   bool nameIsFree = false;
   const ztCAD_TmplPoint first("T1", fullPoint(), nameIsFree);
   EXPECT_TRUE(nameIsFree);
@@ -350,38 +350,38 @@ TEST(TemplatePoint, KeepsCenterAndPropertiesOfItsSourceUnderANewName) {
   EXPECT_EQ(text(second, false), "1, 2.5, 0;");
 }
 
-TEST(TemplatePoint, ChangingItLeavesItsSource) {
+TEST(TemplatePoint, ChangingItKeepsTheSource) {
   const ztCAD_Point source = fullPoint();
   bool nameIsFree = false;
-  ztCAD_TmplPoint made("T1", source, nameIsFree);
-  made.property().attributes().setComment("other");
-  made.property().showable().setColor({});
-  made.setCenter(ztCAD_Coord());
+  ztCAD_TmplPoint element("T1", source, nameIsFree);
+  element.property().attributes().setComment("other");
+  element.property().showable().setColor({});
+  element.setCenter(ztCAD_Coord());
   EXPECT_EQ(text(source, true), fullText);
 }
 
-TEST(TemplatePoint, OfAPointWithoutACenterHasNone) {
+TEST(TemplatePoint, HasNoCenterIfItsSourceHasNone) {
   bool nameIsFree = false;
-  const ztCAD_TmplPoint made("T1", ztCAD_Point(), nameIsFree);
-  EXPECT_FALSE(made.center().isValid());
-  EXPECT_EQ(written(made),
+  const ztCAD_TmplPoint element("T1", ztCAD_Point(), nameIsFree);
+  EXPECT_FALSE(element.center().isValid());
+  EXPECT_EQ(written(element),
             R"(<templatePoint center="" color="" comment="" inform="" method="pointXYZ" name="T1"/>)");
 }
 
-TEST(TemplatePoint, IsNotReadWhenItsSourceWas) {
+TEST(TemplatePoint, DoesNotCopyTheReadStateOfItsSource) {
   const auto source = readFrom<ztCAD_Point>(R"(<point name="P1" center="1,2,3"/>)");
   bool nameIsFree = false;
-  const ztCAD_TmplPoint made("T1", source, nameIsFree);
-  EXPECT_FALSE(made.readOk());
-  EXPECT_FALSE(made.wasRead());
+  const ztCAD_TmplPoint element("T1", source, nameIsFree);
+  EXPECT_FALSE(element.readOk());
+  EXPECT_FALSE(element.wasRead());
 }
 
-TEST(TemplatePoint, MayTakeTheNameOfItsSource) {
+TEST(TemplatePoint, MayHaveTheNameOfItsSource) {
   const ztCAD_Point source = fullPoint();
   bool nameIsFree = false;
-  const ztCAD_TmplPoint made(source.name(), source, nameIsFree);
+  const ztCAD_TmplPoint element(source.name(), source, nameIsFree);
   EXPECT_TRUE(nameIsFree);
-  EXPECT_EQ(made.name().toStdString(), "P1");
+  EXPECT_EQ(element.name().toStdString(), "P1");
 }
 
 TEST(TemplatePoint, ReadsAndWritesUnderItsOwnTag) {

@@ -7,21 +7,21 @@
 #include "geometry/triangle.h"
 #include "node_text.h"
 
-/// Triangulated solids for the tests of their kind.
+/// Triangulated solids for tests.
 
 using Reals = std::vector<double>;
 using Indices = std::vector<std::uint32_t>;
 
 inline ztCAD_Vertices vertices(const Reals& coordinates) {
-  ztCAD_Vertices made;
-  made.setCoordinates(coordinates);
-  return made;
+  ztCAD_Vertices list;
+  list.setCoordinates(coordinates);
+  return list;
 }
 
 inline ztCAD_Faces faces(const Indices& indices) {
-  ztCAD_Faces made;
-  made.setIndices(indices);
-  return made;
+  ztCAD_Faces list;
+  list.setIndices(indices);
+  return list;
 }
 
 inline ztCAD_Triangle triangle(const std::string& name, const Reals& coordinates, const Indices& indices) {
@@ -32,14 +32,14 @@ inline ztCAD_Triangle triangle(const std::string& name, const Reals& coordinates
 inline ztCAD_Triangle oneFacet() { return triangle("S1", {0, 0, 0, 1, 0, 0, 0, 1, 0}, {0, 1, 2}); }
 
 inline ztCAD_Triangle fullSolid() {
-  ztCAD_Triangle made = oneFacet();
-  made.property().attributes().setComment("c");
-  made.property().attributes().setInform("i");
-  made.property().showable().setColor({255, 0, 0});
-  made.property().showable().setVisible(ztCAD_Visible(true));
-  made.property().setLcs(ztCAD_LCS(true, Reals(12, 1.0)));
-  made.setMip(ztCAD_MIP({1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
-  return made;
+  ztCAD_Triangle solid = oneFacet();
+  solid.property().attributes().setComment("c");
+  solid.property().attributes().setInform("i");
+  solid.property().showable().setColor({255, 0, 0});
+  solid.property().showable().setVisible(ztCAD_Visible(true));
+  solid.property().setLcs(ztCAD_LCS(true, Reals(12, 1.0)));
+  solid.setMip(ztCAD_MIP({1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+  return solid;
 }
 
 /// What `fullSolid` writes.

@@ -24,7 +24,7 @@ using Reals = std::vector<double>;
 
 const Reals oneToTen = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
 
-// What holds for the mass-inertia data of every solid, whatever its geometry.
+// Rules for the mass-inertia data of every solid, regardless of its geometry.
 template <typename T>
 class MassInertiaOfSolid : public testing::Test {
  public:
@@ -36,14 +36,14 @@ class MassInertiaOfSolid : public testing::Test {
 using Solids = testing::Types<ztCAD_Triangle, ztCAD_TmplTriangle, ztCAD_Sphere>;
 TYPED_TEST_SUITE(MassInertiaOfSolid, Solids);
 
-TYPED_TEST(MassInertiaOfSolid, IsAbsentAtFirst) {
+TYPED_TEST(MassInertiaOfSolid, IsAbsentByDefault) {
   const TypeParam solid;
   EXPECT_FALSE(solid.hasMIP());
   EXPECT_FALSE(solid.mip().has_value());
   EXPECT_EQ(written(solid).find("MIP"), std::string::npos);
 }
 
-TYPED_TEST(MassInertiaOfSolid, IsCopiedWithItsIntegersWhenItIsSet) {
+TYPED_TEST(MassInertiaOfSolid, SettingCopiesTheRecordWithItsIntegers) {
   ztCAD_MIP record(oneToTen);
   record.setFirstInteger(3);
   record.setSecondInteger(4);
@@ -57,14 +57,14 @@ TYPED_TEST(MassInertiaOfSolid, IsCopiedWithItsIntegersWhenItIsSet) {
   EXPECT_NE(written(solid).find(R"( MIP="MIP, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10" )"), std::string::npos);
 }
 
-TYPED_TEST(MassInertiaOfSolid, RecordOfFewerThanTenValuesIsRefused) {
+TYPED_TEST(MassInertiaOfSolid, ARecordOfFewerThanTenValuesIsRefused) {
   for (const ztCAD_MIP& record : {ztCAD_MIP(), ztCAD_MIP(Reals()), ztCAD_MIP(Reals(9, 1.0))}) {
     TypeParam solid;
     solid.setMip(record);
     EXPECT_FALSE(solid.hasMIP()) << record.values().size();
     solid.setMip(ztCAD_MIP(oneToTen));
     solid.setMip(record);
-    ASSERT_TRUE(solid.hasMIP()) << "refused: nothing changes";
+    ASSERT_TRUE(solid.hasMIP()) << "a refused record must not change anything";
     EXPECT_EQ(solid.mip()->values(), oneToTen);
   }
 }
@@ -76,24 +76,24 @@ TYPED_TEST(MassInertiaOfSolid, IsReadFromTheAttribute) {
   EXPECT_EQ(solid.mip()->values(), oneToTen);
 }
 
-TYPED_TEST(MassInertiaOfSolid, StaysAbsentWithoutTheAttribute) {
+TYPED_TEST(MassInertiaOfSolid, IsAbsentWithoutTheAttribute) {
   TypeParam solid;
   EXPECT_TRUE(read(solid, this->xml("")));
   EXPECT_FALSE(solid.hasMIP());
   EXPECT_FALSE(solid.mip().has_value());
 }
 
-const char* const badAttributes[] = {"",
-                                     "MIP=''",
-                                     "MIP='MIP'",
-                                     "MIP='MIP,1,2,3,4,5,6,7,8,9'",
-                                     "MIP='MIP,1,2,3,4,5,6,7,8,9,10,11'",
-                                     "MIP='mip,1,2,3,4,5,6,7,8,9,10'",
-                                     "MIP='MIP,1,2,x,4,5,6,7,8,9,10'",
-                                     "MIP='MIP,1,2,три,4,5,6,7,8,9,10'"};
+const char* const invalidAttributes[] = {"",
+                                         "MIP=''",
+                                         "MIP='MIP'",
+                                         "MIP='MIP,1,2,3,4,5,6,7,8,9'",
+                                         "MIP='MIP,1,2,3,4,5,6,7,8,9,10,11'",
+                                         "MIP='mip,1,2,3,4,5,6,7,8,9,10'",
+                                         "MIP='MIP,1,2,x,4,5,6,7,8,9,10'",
+                                         "MIP='MIP,1,2,три,4,5,6,7,8,9,10'"};
 
-TYPED_TEST(MassInertiaOfSolid, BadAttributeIsNoFailureAndSetsNothing) {
-  for (const char* attribute : badAttributes) {
+TYPED_TEST(MassInertiaOfSolid, AnInvalidAttributeIsNotAFailureAndSetsNothing) {
+  for (const char* attribute : invalidAttributes) {
     TypeParam solid;
     EXPECT_TRUE(read(solid, this->xml(attribute))) << attribute;
     EXPECT_TRUE(solid.readOk());
@@ -101,8 +101,8 @@ TYPED_TEST(MassInertiaOfSolid, BadAttributeIsNoFailureAndSetsNothing) {
   }
 }
 
-TYPED_TEST(MassInertiaOfSolid, BadAttributeLeavesTheEarlierData) {
-  for (const char* attribute : badAttributes) {
+TYPED_TEST(MassInertiaOfSolid, AnInvalidAttributeKeepsThePreviousRecord) {
+  for (const char* attribute : invalidAttributes) {
     ztCAD_MIP record(oneToTen);
     record.setFirstInteger(3);
     TypeParam solid;
@@ -114,27 +114,27 @@ TYPED_TEST(MassInertiaOfSolid, BadAttributeLeavesTheEarlierData) {
   }
 }
 
-TYPED_TEST(MassInertiaOfSolid, GoodAttributeReplacesTheEarlierData) {
+TYPED_TEST(MassInertiaOfSolid, AValidAttributeReplacesThePreviousRecord) {
   TypeParam solid;
   solid.setMip(ztCAD_MIP(Reals(12, 5.0)));
   EXPECT_TRUE(read(solid, this->xml("MIP='MIP,1,2,3,4,5,6,7,8,9,10'")));
   EXPECT_EQ(solid.mip()->values(), oneToTen);
 }
 
-TYPED_TEST(MassInertiaOfSolid, IsTakenEvenWhenTheReadFails) {
+TYPED_TEST(MassInertiaOfSolid, IsReadEvenIfTheSolidFails) {
   TypeParam solid;
   EXPECT_FALSE(read(solid, "<solid MIP='MIP,1,2,3,4,5,6,7,8,9,10'/>"));
   ASSERT_TRUE(solid.hasMIP());
   EXPECT_EQ(solid.mip()->values(), oneToTen);
 }
 
-TYPED_TEST(MassInertiaOfSolid, OnlySixDigitsTravel) {
+TYPED_TEST(MassInertiaOfSolid, SixDigitsSurviveARoundTrip) {
   TypeParam solid;
   solid.setMip(ztCAD_MIP({0.3333333, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
   EXPECT_EQ(readFrom<TypeParam>(written(solid)).mip()->values()[0], 0.333333);
 }
 
-TYPED_TEST(MassInertiaOfSolid, CopiesTakeItAndAreTheirOwn) {
+TYPED_TEST(MassInertiaOfSolid, CopiesHaveTheirOwnRecord) {
   TypeParam source;
   source.setMip(ztCAD_MIP(oneToTen));
   TypeParam copy = source;

@@ -5,8 +5,8 @@
 #include "support/lazy_lock.h"
 #include "support/parallel_settings.h"
 
-/// Configures a number of threads for a scope, in both modes, as a loaded library does; what was there before
-/// comes back at its end. OpenMP itself is left alone.
+/// Configures a thread count for both modes within a scope, as loading the library does, and restores the
+/// previous settings at its end. The state of OpenMP itself does not change.
 class ThreadCount {
  public:
   ThreadCount(std::uint32_t threads, std::int32_t mode) {

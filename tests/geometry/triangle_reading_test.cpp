@@ -29,11 +29,11 @@ std::vector<ReadRow> readRows() {
   const char* const both = "<vertices>1,2,3;</vertices><faces>0,1,2;</faces>";
   return {
       {"Nothing", "", "", false, {}, {}},
-      {"NameAlone", "name='S'", "", false, {}, {}},
+      {"OnlyName", "name='S'", "", false, {}, {}},
       {"BothLists", "name='S'", both, true, {1, 2, 3}, {0, 1, 2}},
       {"ListsWithoutPropertyAttributes", "", both, false, {1, 2, 3}, {0, 1, 2}},
       {"EmptyName", "name=''", both, true, {1, 2, 3}, {0, 1, 2}},
-      {"WrongColor", "name='S' color='red'", both, false, {1, 2, 3}, {0, 1, 2}},
+      {"InvalidColor", "name='S' color='red'", both, false, {1, 2, 3}, {0, 1, 2}},
       {"OtherMethod", "name='S' method='sphere'", both, true, {1, 2, 3}, {0, 1, 2}},
       {"EmptyLists", "name='S'", "<vertices/><faces/>", true, {}, {}},
       {"LineFeeds", "name='S'", "<vertices>\n</vertices><faces>\n</faces>", true, {}, {}},
@@ -76,13 +76,13 @@ std::vector<ReadRow> readRows() {
        true,
        {1, 2, 3},
        {0, 1, 2}},
-      {"FirstListsAreBad",
+      {"FirstListsAreInvalid",
        "name='S'",
        "<vertices>x,2,3</vertices><faces>x,1,2</faces><vertices>1,2,3</vertices><faces>0,1,2</faces>",
        false,
        {},
        {}},
-      {"SecondListsAreBad",
+      {"SecondListsAreInvalid",
        "name='S'",
        "<vertices>1,2,3</vertices><faces>0,1,2</faces><vertices>x,2,3</vertices><faces>x,1,2</faces>",
        true,
@@ -107,7 +107,7 @@ std::vector<ReadRow> readRows() {
        {1, 2, 3},
        {}},
       {"Cyrillic", "name='Тело'", "<vertices>раз,2,3;</vertices><faces>ноль,1,2;</faces>", false, {}, {}},
-      {"OtherNodesAround",
+      {"SurroundedByOtherNodes",
        "name='S'",
        "text<!--c--><line/><vertices><![CDATA[1,2,3;]]></vertices>text<faces>0,1,2</faces>",
        true,
@@ -122,53 +122,53 @@ std::string solidXml(const ReadRow& row) {
 
 class TriangulatedSolidReading : public testing::TestWithParam<ReadRow> {};
 
-TEST_P(TriangulatedSolidReading, NeedsBothListsAndAPropertyBlock) {
-  ztCAD_Triangle made;
-  EXPECT_EQ(read(made, solidXml(GetParam())), GetParam().ok);
-  EXPECT_EQ(made.readOk(), GetParam().ok);
-  EXPECT_TRUE(made.wasRead());
-  EXPECT_EQ(made.vertices().coordinates(), GetParam().coordinates);
-  EXPECT_EQ(made.faces().indices(), GetParam().indices);
-  EXPECT_FALSE(made.hasMIP());
+TEST_P(TriangulatedSolidReading, RequiresBothListsAndAPropertyBlock) {
+  ztCAD_Triangle solid;
+  EXPECT_EQ(read(solid, solidXml(GetParam())), GetParam().ok);
+  EXPECT_EQ(solid.readOk(), GetParam().ok);
+  EXPECT_TRUE(solid.wasRead());
+  EXPECT_EQ(solid.vertices().coordinates(), GetParam().coordinates);
+  EXPECT_EQ(solid.faces().indices(), GetParam().indices);
+  EXPECT_FALSE(solid.hasMIP());
 }
 
-TEST_P(TriangulatedSolidReading, IsTheSameForATemplate) {
-  ztCAD_TmplTriangle made;
-  EXPECT_EQ(read(made, solidXml(GetParam())), GetParam().ok);
-  EXPECT_EQ(made.readOk(), GetParam().ok);
-  EXPECT_EQ(made.vertices().coordinates(), GetParam().coordinates);
-  EXPECT_EQ(made.faces().indices(), GetParam().indices);
+TEST_P(TriangulatedSolidReading, ReadsATemplateTheSameWay) {
+  ztCAD_TmplTriangle solid;
+  EXPECT_EQ(read(solid, solidXml(GetParam())), GetParam().ok);
+  EXPECT_EQ(solid.readOk(), GetParam().ok);
+  EXPECT_EQ(solid.vertices().coordinates(), GetParam().coordinates);
+  EXPECT_EQ(solid.faces().indices(), GetParam().indices);
 }
 
-TEST_P(TriangulatedSolidReading, DecidesTheOwnCheck) {
-  ztCAD_Triangle made = oneFacet();
-  read(made, solidXml(GetParam()));
-  EXPECT_EQ(made.passesCheck(), GetParam().ok) << "although its lists are whole in any case";
-  EXPECT_EQ(made.readOk(), GetParam().ok);
+TEST_P(TriangulatedSolidReading, DeterminesTheSelfCheck) {
+  ztCAD_Triangle solid = oneFacet();
+  read(solid, solidXml(GetParam()));
+  EXPECT_EQ(solid.passesCheck(), GetParam().ok) << "regardless of its lists, which are complete";
+  EXPECT_EQ(solid.readOk(), GetParam().ok);
 }
 
-TEST_P(TriangulatedSolidReading, IsDoneByTheCheckAndClearsTheFault) {
+TEST_P(TriangulatedSolidReading, IsPerformedByReadAndCheckAndClearsTheFault) {
   for (bool fault : {true, false}) {
-    ztCAD_Triangle made;
+    ztCAD_Triangle solid;
     const ParsedXml xml(solidXml(GetParam()));
-    EXPECT_EQ(made.readAndCheck(ztcad::DomView(xml.root), fault), GetParam().ok);
+    EXPECT_EQ(solid.readAndCheck(ztcad::DomView(xml.root), fault), GetParam().ok);
     EXPECT_FALSE(fault);
-    EXPECT_EQ(made.faces().indices(), GetParam().indices);
-    EXPECT_FALSE(faultAfterReading(made, solidXml(GetParam()), !fault));
+    EXPECT_EQ(solid.faces().indices(), GetParam().indices);
+    EXPECT_FALSE(faultAfterReading(solid, solidXml(GetParam()), !fault));
   }
 }
 
-// Lines and spheres leave the mode alone; a solid reads in mode 0, so that its facet list is parsed under the thread
-// count of that mode. The mode is back afterwards, failed reads included.
-TEST_P(TriangulatedSolidReading, RunsInMode0AndRestoresTheMode) {
+// Lines and spheres do not change the mode. A solid is read in mode 0, because its facet list is parsed with
+// the thread count of that mode. The previous mode is restored afterwards, also when the read fails.
+TEST_P(TriangulatedSolidReading, RunsInModeZeroAndRestoresTheMode) {
   for (const std::int32_t mode : {ztParallel::Logical + 0, ztParallel::Primary + 0, 7}) {
     const ThreadCount configured(1, mode);
     const ParsedXml xml(solidXml(GetParam()));
     ReadWatch watch;
     const ztcad::DomView view(xml.root);
-    ztCAD_Triangle made;
+    ztCAD_Triangle solid;
     bool fault = false;
-    EXPECT_EQ(made.readAndCheck(WatchedView(view, watch), fault), GetParam().ok);
+    EXPECT_EQ(solid.readAndCheck(WatchedView(view, watch), fault), GetParam().ok);
     EXPECT_EQ(watch.modes, std::set<std::int32_t>{ztParallel::Logical});
     EXPECT_EQ(ztcad::parallelSettings().mode, mode);
   }
@@ -177,14 +177,14 @@ TEST_P(TriangulatedSolidReading, RunsInMode0AndRestoresTheMode) {
 INSTANTIATE_TEST_SUITE_P(TriangulatedSolid, TriangulatedSolidReading, testing::ValuesIn(readRows()),
                          [](const auto& row) { return row.param.name; });
 
-TEST(TriangulatedSolid, MissingListLeavesTheEarlierOne) {
-  ztCAD_Triangle made = oneFacet();
-  EXPECT_FALSE(read(made, "<solid name='S'/>"));
-  EXPECT_EQ(made.vertices().coordinates().size(), 9u);
-  EXPECT_EQ(made.faces().indices(), (Indices{0, 1, 2}));
-  EXPECT_FALSE(read(made, "<solid name='S'><vertices>1,2,3;</vertices></solid>"));
-  EXPECT_EQ(made.vertices().coordinates(), (Reals{1, 2, 3}));
-  EXPECT_EQ(made.faces().indices(), (Indices{0, 1, 2}));
+TEST(TriangulatedSolid, AMissingListKeepsThePreviousOne) {
+  ztCAD_Triangle solid = oneFacet();
+  EXPECT_FALSE(read(solid, "<solid name='S'/>"));
+  EXPECT_EQ(solid.vertices().coordinates().size(), 9u);
+  EXPECT_EQ(solid.faces().indices(), (Indices{0, 1, 2}));
+  EXPECT_FALSE(read(solid, "<solid name='S'><vertices>1,2,3;</vertices></solid>"));
+  EXPECT_EQ(solid.vertices().coordinates(), (Reals{1, 2, 3}));
+  EXPECT_EQ(solid.faces().indices(), (Indices{0, 1, 2}));
 }
 
 TEST(TriangulatedSolid, ReadsWhatItWrites) {
@@ -195,56 +195,56 @@ TEST(TriangulatedSolid, ReadsWhatItWrites) {
   EXPECT_EQ(roundTrip<ztCAD_TmplTriangle>(tmpl), tmpl);
 }
 
-TEST(TriangulatedSolid, OnlySixDigitsTravel) {
+TEST(TriangulatedSolid, SixDigitsSurviveARoundTrip) {
   const auto copy =
       readFrom<ztCAD_Triangle>(written(triangle("S1", {0.3333333, 1234567, 1e-7}, {1234567, 0, 1})));
   EXPECT_EQ(copy.vertices().coordinates(), (Reals{0.333333, 1.23457e+06, 1e-07}));
-  EXPECT_EQ(copy.faces().indices(), (Indices{1234567, 0, 1})) << "indices are whole numbers and lose nothing";
+  EXPECT_EQ(copy.faces().indices(), (Indices{1234567, 0, 1})) << "integers lose no digits";
 }
 
 TEST(TriangulatedSolid, EitherListSetsTheDefaultLocaleToC) {
   for (const char* child : {"<vertices>1.5,2,3;</vertices>", "<faces>0,1,2;</faces>", "<faces/>"}) {
     const DefaultLocale other{QLocale(QLocale::German)};
-    ztCAD_Triangle made;
-    EXPECT_FALSE(read(made, std::string("<solid name='S'>") + child + "</solid>"));
+    ztCAD_Triangle solid;
+    EXPECT_FALSE(read(solid, std::string("<solid name='S'>") + child + "</solid>"));
     EXPECT_TRUE(DefaultLocale::isC()) << child;
   }
 }
 
-// ---------------------------------------------------------------------------------------- parallel mode, throws
+// --------------------------------------------------------------------------------- parallel mode, exceptions
 
-class BrokenCarrier : public testing::TestWithParam<ReadWatch::Call> {};
+class ThrowingView : public testing::TestWithParam<ReadWatch::Call> {};
 
-TEST_P(BrokenCarrier, RestoresTheModeOnAnException) {
+TEST_P(ThrowingView, RestoresTheModeOnAnException) {
   for (const std::int32_t mode : {ztParallel::Logical + 0, ztParallel::Primary + 0, 7}) {
     const ThreadCount configured(1, mode);
     const ParsedXml xml(fullSolidXml);
     const ztcad::DomView view(xml.root);
     ReadWatch watch;
     watch.failing = GetParam();
-    ztCAD_Triangle made;
+    ztCAD_Triangle solid;
     bool fault = false;
-    EXPECT_THROW(made.readAndCheck(WatchedView(view, watch), fault), std::runtime_error);
+    EXPECT_THROW(solid.readAndCheck(WatchedView(view, watch), fault), std::runtime_error);
     EXPECT_EQ(watch.modes, std::set<std::int32_t>{ztParallel::Logical});
     EXPECT_EQ(ztcad::parallelSettings().mode, mode);
-    EXPECT_FALSE(made.readOk());
+    EXPECT_FALSE(solid.readOk());
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(TriangulatedSolid, BrokenCarrier,
+INSTANTIATE_TEST_SUITE_P(TriangulatedSolid, ThrowingView,
                          testing::Values(ReadWatch::Call::Attribute, ReadWatch::Call::Children,
                                          ReadWatch::Call::Tag, ReadWatch::Call::Text));
 
-TEST(TriangulatedSolid, ReadingThroughTheDomRestoresTheModeToo) {
+TEST(TriangulatedSolid, ReadingFromADomTreeAlsoRestoresTheMode) {
   const ThreadCount configured(1, ztParallel::Primary);
-  ztCAD_Triangle made;
-  EXPECT_TRUE(read(made, fullSolidXml));
+  ztCAD_Triangle solid;
+  EXPECT_TRUE(read(solid, fullSolidXml));
   EXPECT_EQ(ztcad::parallelSettings().mode, ztParallel::Primary);
-  EXPECT_FALSE(read(made, "<solid/>"));
+  EXPECT_FALSE(read(solid, "<solid/>"));
   EXPECT_EQ(ztcad::parallelSettings().mode, ztParallel::Primary);
 }
 
-TEST(TriangulatedSolid, ReadsTheSameWithTwoThreadsConfigured) {
+TEST(TriangulatedSolid, TwoConfiguredThreadsReadTheSameSolid) {
   for (const std::int32_t mode : {ztParallel::Logical, ztParallel::Primary}) {
     const ThreadCount configured(2, mode);
     EXPECT_EQ(roundTrip<ztCAD_Triangle>(fullSolidXml), fullSolidXml);

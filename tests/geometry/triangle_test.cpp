@@ -13,58 +13,58 @@
 
 namespace {
 
-// A pointer can be cast down to a class only where the base is not a virtual one.
+// A downcast with static_cast compiles only if the base is not virtual.
 template <typename From, typename To, typename = void>
-struct CastsDown : std::false_type {};
+struct CanDowncast : std::false_type {};
 template <typename From, typename To>
-struct CastsDown<From, To, std::void_t<decltype(static_cast<To*>(std::declval<From*>()))>> : std::true_type {
-};
+struct CanDowncast<From, To, std::void_t<decltype(static_cast<To*>(std::declval<From*>()))>>
+    : std::true_type {};
 
 using SelectorOfTriangles = ztCAD_cmnSelector2<ztCAD_KindTriangle>;
 using SelectorOfTemplates = ztCAD_cmnSelector2<ztCAD_KindTmplTriangle>;
 
-static_assert(std::is_abstract_v<ztCAD_commonTriangle>, "what is common is no element of its own");
+static_assert(std::is_abstract_v<ztCAD_commonTriangle>, "the common base cannot be instantiated");
 static_assert(std::is_convertible_v<ztCAD_Triangle*, ztCAD_Solid*>);
 static_assert(std::is_convertible_v<ztCAD_Triangle*, ztCAD_INameLCS_Selector*>);
-static_assert(CastsDown<SelectorOfTriangles, ztCAD_Triangle>::value);
+static_assert(CanDowncast<SelectorOfTriangles, ztCAD_Triangle>::value);
 static_assert(std::is_convertible_v<ztCAD_TmplTriangle*, SelectorOfTemplates*>);
-static_assert(!CastsDown<SelectorOfTemplates, ztCAD_TmplTriangle>::value,
-              "the template solid alone has its selector as a virtual base");
+static_assert(!CanDowncast<SelectorOfTemplates, ztCAD_TmplTriangle>::value,
+              "only the template solid has its selector as a virtual base");
 
 // ---------------------------------------------------------------------------------------------- construction
 
-TEST(TriangulatedSolid, IsEmptyAtFirst) {
-  const ztCAD_Triangle made;
-  EXPECT_TRUE(made.vertices().coordinates().empty());
-  EXPECT_TRUE(made.faces().indices().empty());
-  EXPECT_FALSE(made.hasMIP());
-  EXPECT_FALSE(made.readOk());
-  EXPECT_FALSE(made.wasRead());
+TEST(TriangulatedSolid, IsEmptyByDefault) {
+  const ztCAD_Triangle solid;
+  EXPECT_TRUE(solid.vertices().coordinates().empty());
+  EXPECT_TRUE(solid.faces().indices().empty());
+  EXPECT_FALSE(solid.hasMIP());
+  EXPECT_FALSE(solid.readOk());
+  EXPECT_FALSE(solid.wasRead());
 }
 
-TEST(TriangulatedSolid, TakesNameAndListsOfItsConstructor) {
+TEST(TriangulatedSolid, HasTheNameAndListsPassedToItsConstructor) {
   ztCAD_Vertices list = vertices({1, 2, 3});
   list.setName("list");
   bool nameIsFree = false;
-  const ztCAD_Triangle made("Тело", list, faces({0, 0, 0}), nameIsFree);
+  const ztCAD_Triangle solid("Тело", list, faces({0, 0, 0}), nameIsFree);
   EXPECT_TRUE(nameIsFree);
-  EXPECT_EQ(made.name().toStdString(), "Тело");
-  EXPECT_EQ(made.vertices().coordinates(), (Reals{1, 2, 3}));
-  EXPECT_EQ(made.vertices().name().toStdString(), "") << "coordinates only";
-  EXPECT_EQ(made.faces().indices(), (Indices{0, 0, 0}));
-  EXPECT_FALSE(made.hasMIP());
-  EXPECT_FALSE(made.wasRead());
+  EXPECT_EQ(solid.name().toStdString(), "Тело");
+  EXPECT_EQ(solid.vertices().coordinates(), (Reals{1, 2, 3}));
+  EXPECT_EQ(solid.vertices().name().toStdString(), "") << "only the coordinates are copied";
+  EXPECT_EQ(solid.faces().indices(), (Indices{0, 0, 0}));
+  EXPECT_FALSE(solid.hasMIP());
+  EXPECT_FALSE(solid.wasRead());
 }
 
-TEST(TriangulatedSolid, EveryNameIsFree) {
+TEST(TriangulatedSolid, EveryNameIsReportedFree) {
   for (int i = 0; i < 2; ++i) {
     bool nameIsFree = false;
-    const ztCAD_Triangle made("S1", ztCAD_Vertices(), ztCAD_Faces(), nameIsFree);
+    const ztCAD_Triangle solid("S1", ztCAD_Vertices(), ztCAD_Faces(), nameIsFree);
     EXPECT_TRUE(nameIsFree);
   }
 }
 
-TEST(TriangulatedSolid, TellsItsElementAndItsWordForCoordinateSystems) {
+TEST(TriangulatedSolid, ReturnsItsElementNameAndCoordinateSystemAttribute) {
   EXPECT_EQ(ztCAD_Triangle().elementName().toStdString(), "solid");
   EXPECT_EQ(ztCAD_Triangle().lcsWord().toStdString(), "LCS");
   EXPECT_EQ(ztCAD_TmplTriangle().elementName().toStdString(), "templateSolid");
@@ -73,7 +73,7 @@ TEST(TriangulatedSolid, TellsItsElementAndItsWordForCoordinateSystems) {
 
 // ----------------------------------------------------------------------------------------------------- texts
 
-TEST(TriangulatedSolid, StorageTextNamesMethodPropertiesAndBothLists) {
+TEST(TriangulatedSolid, StorageTextContainsMethodPropertiesAndBothLists) {
   EXPECT_EQ(
       text(oneFacet(), false),
       "\ntriangulation(method=pointXYZprop=attr=(name=S1, comment=, inform=) ,color=visible=\n0, 0, 0;\n1, 0, 0;\n0, 1, 0;\n ,\n0, 1, 2;\n);");
@@ -81,7 +81,7 @@ TEST(TriangulatedSolid, StorageTextNamesMethodPropertiesAndBothLists) {
             "\ntriangulation(method=pointXYZprop=attr=(name=, comment=, inform=) ,color=visible=\n ,\n);");
 }
 
-TEST(TriangulatedSolid, DebugTextPassesTheFormOnToBothLists) {
+TEST(TriangulatedSolid, DebugTextContainsTheDebugTextsOfBothLists) {
   EXPECT_EQ(
       text(oneFacet(), true),
       "\ntriangulation(method=pointXYZprop=attr=(name=S1, comment=, inform=) ,color=visible=\nvertices(\ncoord(0, 0, 0;)\ncoord(1, 0, 0;)\ncoord(0, 1, 0;)\n) ,\nfaces(\nfacet(I1=0, I2=1, I3=2)\n));");
@@ -91,26 +91,26 @@ TEST(TriangulatedSolid, DebugTextPassesTheFormOnToBothLists) {
 }
 
 TEST(TriangulatedSolid, TextsHaveTheMassInertiaDataBeforeTheLists) {
-  ztCAD_Triangle made;
-  made.setMip(ztCAD_MIP({1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+  ztCAD_Triangle solid;
+  solid.setMip(ztCAD_MIP({1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
   const std::string beginning =
       "\ntriangulation(method=pointXYZprop=attr=(name=, comment=, inform=) ,color=visible=MIP, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10";
-  EXPECT_EQ(text(made, false), beginning + "\n ,\n);");
-  EXPECT_EQ(text(made, true), beginning + "\nvertices() ,\nfaces());");
+  EXPECT_EQ(text(solid, false), beginning + "\n ,\n);");
+  EXPECT_EQ(text(solid, true), beginning + "\nvertices() ,\nfaces());");
 }
 
-// Programs that read these texts know the word so; it is no slip to be mended with the solid's own method.
-TEST(TriangulatedSolid, TextTellsTheMethodPointXyzWhateverItIs) {
-  ztCAD_Triangle made;
-  made.setName("%1");
-  made.method().setMethod("triangulation");
-  EXPECT_EQ(text(made, false),
+// Existing programs that parse these texts expect this word; writing the solid's own method would break them.
+TEST(TriangulatedSolid, TextAlwaysNamesTheMethodPointXyz) {
+  ztCAD_Triangle solid;
+  solid.setName("%1");
+  solid.method().setMethod("triangulation");
+  EXPECT_EQ(text(solid, false),
             "\ntriangulation(method=pointXYZprop=attr=(name=%1, comment=, inform=) ,color=visible=\n ,\n);");
 }
 
 // --------------------------------------------------------------------------------------------------- writing
 
-TEST(TriangulatedSolid, DefaultOneWritesTwoLineFeeds) {
+TEST(TriangulatedSolid, ADefaultSolidWritesTwoListsOfALineFeed) {
   EXPECT_EQ(
       written(ztCAD_Triangle()),
       "<solid color=\"\" comment=\"\" inform=\"\" method=\"triangulation\" name=\"\"><vertices>\n</vertices>"
@@ -125,20 +125,20 @@ TEST(TriangulatedSolid, WritesVerticesThenFacets) { EXPECT_EQ(written(fullSolid(
 
 TEST(TriangulatedSolid, AlwaysWritesTheMethodTriangulation) {
   for (const char* method : {"", "sphere", "сфера"}) {
-    ztCAD_Triangle made = fullSolid();
-    made.method().setMethod(method);
-    EXPECT_EQ(written(made), fullSolidXml) << method;
-    EXPECT_EQ(made.method().method().toStdString(), method) << "writing leaves the object alone";
+    ztCAD_Triangle solid = fullSolid();
+    solid.method().setMethod(method);
+    EXPECT_EQ(written(solid), fullSolidXml) << method;
+    EXPECT_EQ(solid.method().method().toStdString(), method) << "writing must not change the object";
   }
 }
 
-TEST(TriangulatedSolid, IndicesBeyondTheVerticesAreWrittenAndRead) {
+TEST(TriangulatedSolid, IndicesOutOfRangeAreWrittenAndRead) {
   const auto copy = readFrom<ztCAD_Triangle>(written(triangle("S1", {}, {0, 1, 4294967295})));
   EXPECT_TRUE(copy.readOk());
   EXPECT_EQ(copy.faces().indices(), (Indices{0, 1, 4294967295}));
 }
 
-TEST(TriangulatedSolid, IsAppendedBehindWhatTheParentHas) {
+TEST(TriangulatedSolid, IsAppendedAfterTheChildrenOfItsParent) {
   ParsedXml xml("<GMD><header/></GMD>");
   triangle("A", {}, {}).writeXml(xml.root, xml.document);
   triangle("B", {}, {}).writeXml(xml.root, xml.document);
@@ -148,10 +148,10 @@ TEST(TriangulatedSolid, IsAppendedBehindWhatTheParentHas) {
   EXPECT_EQ(first.nextSiblingElement().attribute("name").toStdString(), "B");
 }
 
-// ------------------------------------------------------------------------------- own check, copies, templates
+// ----------------------------------------------------------------------------- self-check, copies, templates
 
-TEST(TriangulatedSolid, OwnCheckOfOneThatWasNeverReadAsksForWholeTriples) {
-  EXPECT_TRUE(ztCAD_Triangle().passesCheck()) << "empty lists are whole";
+TEST(TriangulatedSolid, SelfCheckOfASolidThatWasNotReadRequiresCompleteTriples) {
+  EXPECT_TRUE(ztCAD_Triangle().passesCheck()) << "empty lists consist of complete triples";
   EXPECT_TRUE(oneFacet().passesCheck());
   EXPECT_TRUE(triangle("S1", {}, {7, 8, 9}).passesCheck()) << "indices are not compared with the vertices";
   for (const std::size_t count : {1u, 2u, 4u, 5u}) {
@@ -160,7 +160,7 @@ TEST(TriangulatedSolid, OwnCheckOfOneThatWasNeverReadAsksForWholeTriples) {
   }
 }
 
-TEST(TriangulatedSolid, ChangingACopyLeavesTheSource) {
+TEST(TriangulatedSolid, ChangingACopyKeepsTheSource) {
   const ztCAD_Triangle source = fullSolid();
   ztCAD_Triangle copy = source;
   ztCAD_Triangle assigned;
@@ -179,39 +179,40 @@ TEST(TriangulatedSolid, ChangingACopyLeavesTheSource) {
   EXPECT_FALSE(source.wasRead());
 }
 
-TEST(TriangulatedSolid, CopiesTakeTheState) {
+TEST(TriangulatedSolid, CopiesKeepTheReadState) {
   const auto source = readFrom<ztCAD_Triangle>(fullSolidXml);
   const ztCAD_Triangle copy = source;
   EXPECT_TRUE(copy.readOk());
   EXPECT_TRUE(copy.wasRead());
 }
 
-// A template point takes its source's property block along; a template solid does not, and hosts rely on that.
-TEST(TemplateSolid, CopiesTheGeometryOfItsSourceOnly) {
+// A template point copies the property block of its source; a template solid does not, and hosts rely on
+// that.
+TEST(TemplateSolid, CopiesOnlyTheGeometryOfItsSource) {
   ztCAD_TmplTriangle source;
   ASSERT_TRUE(read(source, fullSolidXml));
   bool nameIsFree = false;
-  const ztCAD_TmplTriangle made("T1", source, nameIsFree);
+  const ztCAD_TmplTriangle solid("T1", source, nameIsFree);
   EXPECT_TRUE(nameIsFree);
   EXPECT_EQ(
-      written(made),
+      written(solid),
       "<templateSolid color=\"\" comment=\"\" inform=\"\" method=\"triangulation\" name=\"T1\"><vertices>\n0, 0, 0;\n"
       "1, 0, 0;\n0, 1, 0;\n</vertices><faces>\n0, 1, 2;\n</faces></templateSolid>");
-  EXPECT_FALSE(made.hasMIP()) << "mass-inertia data is no geometry";
-  EXPECT_FALSE(made.wasRead()) << "nor is the state";
-  EXPECT_EQ(made.method().method().toStdString(), "");
+  EXPECT_FALSE(solid.hasMIP()) << "mass-inertia data is not geometry";
+  EXPECT_FALSE(solid.wasRead()) << "the state is not copied either";
+  EXPECT_EQ(solid.method().method().toStdString(), "");
   EXPECT_EQ(source.name().toStdString(), "S1");
 }
 
-TEST(TemplateSolid, CanBeMadeOfASolidAndCopied) {
+TEST(TemplateSolid, CanBeCreatedFromASolidAndCopied) {
   bool nameIsFree = false;
-  const ztCAD_TmplTriangle made("T1", fullSolid(), nameIsFree);
-  ztCAD_TmplTriangle copy = made;
+  const ztCAD_TmplTriangle solid("T1", fullSolid(), nameIsFree);
+  ztCAD_TmplTriangle copy = solid;
   ztCAD_TmplTriangle assigned;
-  assigned = made;
+  assigned = solid;
   copy.setFaces(ztCAD_Faces());
   EXPECT_EQ(assigned.faces().indices(), (Indices{0, 1, 2}));
-  EXPECT_EQ(made.faces().indices(), (Indices{0, 1, 2}));
+  EXPECT_EQ(solid.faces().indices(), (Indices{0, 1, 2}));
   EXPECT_EQ(assigned.name().toStdString(), "T1");
 }
 

@@ -18,25 +18,25 @@ static_assert(!std::is_convertible_v<ztCAD_Vertices*, ztCAD_ISerialize*>);
 using Reals = std::vector<double>;
 
 ztCAD_Vertices vertices(const Reals& coordinates) {
-  ztCAD_Vertices made;
-  made.setCoordinates(coordinates);
-  return made;
+  ztCAD_Vertices list;
+  list.setCoordinates(coordinates);
+  return list;
 }
 
 // ----------------------------------------------------------------------------------------------------- texts
 
-TEST(Vertices, EmptyListHasALineFeedAsItsStorageText) { EXPECT_EQ(text(ztCAD_Vertices(), false), "\n"); }
+TEST(Vertices, StorageTextOfAnEmptyListIsALineFeed) { EXPECT_EQ(text(ztCAD_Vertices(), false), "\n"); }
 
-TEST(Vertices, EmptyListHasWordAndParenthesesAsItsDebugText) {
+TEST(Vertices, DebugTextOfAnEmptyListIsWordAndParentheses) {
   EXPECT_EQ(text(ztCAD_Vertices(), true), "\nvertices()");
 }
 
-TEST(Vertices, StorageTextHasALineForEachVertex) {
+TEST(Vertices, StorageTextHasOneLinePerVertex) {
   EXPECT_EQ(text(vertices({0, 0, 0}), false), "\n0, 0, 0;\n");
   EXPECT_EQ(text(vertices({0, 0, 0, 1, 0, 0}), false), "\n0, 0, 0;\n1, 0, 0;\n");
 }
 
-TEST(Vertices, DebugTextHasALineForEachVertex) {
+TEST(Vertices, DebugTextHasOneLinePerVertex) {
   EXPECT_EQ(text(vertices({1.5, 0, -2}), true), "\nvertices(\ncoord(1.5, 0, -2;)\n)");
   EXPECT_EQ(text(vertices({0, 0, 0, 1, 0, 0}), true), "\nvertices(\ncoord(0, 0, 0;)\ncoord(1, 0, 0;)\n)");
 }
@@ -45,7 +45,7 @@ TEST(Vertices, ComponentsHaveSixSignificantDigits) {
   EXPECT_EQ(text(vertices({0.1234567, 1e-7, 1234567.0}), false), "\n0.123457, 1e-07, 1.23457e+06;\n");
 }
 
-TEST(Vertices, PropertyBlockIsInNoText) {
+TEST(Vertices, NoTextContainsThePropertyBlock) {
   ztCAD_Vertices list = vertices({1, 2, 3});
   list.setName("list");
   list.property().showable().setColor({1, 2, 3});
@@ -72,7 +72,7 @@ TEST(Vertices, AddAppendsAtTheEnd) {
   EXPECT_EQ(list.coordinates(), (Reals{1, 2, 3, 4, 5, 6, 1, 2, 3}));
 }
 
-TEST(Vertices, VertexWithoutAValueIsAddedAsTheOrigin) {
+TEST(Vertices, AVertexWithoutAValueIsAddedAsTheOrigin) {
   ztCAD_Vertices list;
   list.add(ztCAD_Vertex(ztCAD_Coord(1, 2, 3)));
   list.add(ztCAD_Vertex());
@@ -100,20 +100,20 @@ std::vector<ReadRow> readRows() {
       {"Compact", "1,2,3;4,5,6", true, {1, 2, 3, 4, 5, 6}},
       {"Duplicates", "1,2,3;1,2,3;", true, {1, 2, 3, 1, 2, 3}},
       {"FourthNumberDropped", "1, 2, 3, 4;", true, {1, 2, 3}},
-      {"SixNumbersInAPiece", "1,2,3,4,5,6;7,8,9", true, {1, 2, 3, 7, 8, 9}},
+      {"SixNumbersBeforeTheSemicolon", "1,2,3,4,5,6;7,8,9", true, {1, 2, 3, 7, 8, 9}},
       {"FourthNumberIsAWord", "1, 2, 3, x;", false, {}},
       {"TwoNumbers", "1, 2;", false, {}},
       {"TwoNumbersAndComma", "1, 2,;", false, {}},
       {"OneNumberAndComma", "1,;", false, {}},
-      {"CommaAlone", ",", false, {}},
+      {"OnlyComma", ",", false, {}},
       {"NumberWithoutComma", "1;", true, {}},
       {"WordWithoutComma", "x;y;z", true, {}},
-      {"NumbersBetweenBlanks", "1 2 3;", true, {}},
-      {"SemicolonsAlone", ";;;", true, {}},
-      {"EmptyPartsDropped", ",1,,2,,3,;", true, {1, 2, 3}},
-      {"BlankPart", "1, ,2, 3;", false, {}},
-      {"WordKeepsTheOthers", "1,2,3; 1, x, 3; 4,5,6;", false, {1, 2, 3, 4, 5, 6}},
-      {"ShortPieceKeepsTheOthers", "1,2;4,5,6;7,8", false, {4, 5, 6}},
+      {"NumbersSeparatedBySpaces", "1 2 3;", true, {}},
+      {"OnlySemicolons", ";;;", true, {}},
+      {"EmptyPartsIgnored", ",1,,2,,3,;", true, {1, 2, 3}},
+      {"WhitespacePart", "1, ,2, 3;", false, {}},
+      {"AWordInvalidatesOnlyItsTriple", "1,2,3; 1, x, 3; 4,5,6;", false, {1, 2, 3, 4, 5, 6}},
+      {"AnIncompleteTripleInvalidatesOnlyItself", "1,2;4,5,6;7,8", false, {4, 5, 6}},
       {"FailureFirst", "a,b,c;1,2,3;", false, {1, 2, 3}},
       {"FailureLast", "1,2,3;a,b,c", false, {1, 2, 3}},
       {"NumberForms", "+1, .5, 2e3; -0.0, 1E-3, 007", true, {1, .5, 2000, 0, 0.001, 7}},
@@ -121,13 +121,13 @@ std::vector<ReadRow> readRows() {
       {"Cyrillic", "один, два, три; 1,2,3", false, {1, 2, 3}},
       {"Emoji", "🙂, 1, 2; 1,2,3", false, {1, 2, 3}},
       {"OwnDebugText", "\nvertices(\ncoord(0, 0, 0;)\ncoord(1, 0, 0;)\n)", false, {}},
-      {"BlanksAndLines", "  1 ,\n2\t, 3 \r\n;\r\n", true, {1, 2, 3}},
+      {"WhitespaceAndLineFeeds", "  1 ,\n2\t, 3 \r\n;\r\n", true, {1, 2, 3}},
   };
 }
 
 class VerticesReading : public testing::TestWithParam<ReadRow> {};
 
-TEST_P(VerticesReading, KeepsWholeTriplesAndTellsOfTheOthers) {
+TEST_P(VerticesReading, KeepsCompleteTriplesAndReportsOthers) {
   ztCAD_Vertices list;
   EXPECT_EQ(list.fromText(fromUtf8(GetParam().text)), GetParam().ok);
   EXPECT_EQ(list.coordinates(), GetParam().coordinates);
@@ -139,14 +139,14 @@ TEST_P(VerticesReading, ReplacesTheWholeList) {
   EXPECT_EQ(list.coordinates(), GetParam().coordinates);
 }
 
-TEST_P(VerticesReading, TakesTheTextOfAnElement) {
+TEST_P(VerticesReading, ReadsTheTextOfAnElement) {
   const std::string xml = std::string("<vertices>") + GetParam().text + "</vertices>";
   ztCAD_Vertices list = vertices({7, 8, 9});
   EXPECT_EQ(read(list, xml), GetParam().ok);
   EXPECT_EQ(list.coordinates(), GetParam().coordinates);
 }
 
-TEST_P(VerticesReading, LeavesTheDefaultLocaleSetToC) {
+TEST_P(VerticesReading, SetsTheDefaultLocaleToC) {
   for (const QLocale::Language language : otherLanguages) {
     const DefaultLocale other{QLocale(language)};
     ztCAD_Vertices list;
@@ -164,20 +164,20 @@ TEST(Vertices, ReadsWhatItWrites) {
     EXPECT_EQ(roundTrip<ztCAD_Vertices>(xml), xml);
 }
 
-TEST(Vertices, TextInsideOtherNodesOfTheElementCounts) {
+TEST(Vertices, TextOfNestedNodesIsRead) {
   const auto list =
       readFrom<ztCAD_Vertices>("<vertices>1,2,3;<b>4,5,6;</b><!-- 0,0,0; --><![CDATA[7,8,9]]></vertices>");
   EXPECT_EQ(list.coordinates(), (Reals{1, 2, 3, 4, 5, 6, 7, 8, 9}));
 }
 
-TEST(Vertices, ReadingLeavesThePropertyBlock) {
+TEST(Vertices, ReadingKeepsThePropertyBlock) {
   ztCAD_Vertices list;
   list.setName("list");
   EXPECT_TRUE(read(list, R"(<vertices name="other">1,2,3</vertices>)"));
   EXPECT_EQ(list.name().toStdString(), "list");
 }
 
-TEST(Vertices, ParsesTheSameWhenTwoThreadsAreConfigured) {
+TEST(Vertices, TwoConfiguredThreadsParseTheSameList) {
   for (const std::int32_t mode : {ztParallel::Logical, ztParallel::Primary}) {
     const ThreadCount two(2, mode);
     ztCAD_Vertices list;
@@ -202,7 +202,7 @@ std::string expectedStorageText(const Reals& reals) {
   return expected;
 }
 
-TEST(Vertices, LongListIsWrittenWhole) {
+TEST(Vertices, ALongListIsWrittenCompletely) {
   const ztCAD_Vertices list = vertices(manyReals());
   const std::string expected = expectedStorageText(list.coordinates());
   ASSERT_GT(expected.size(), 5u * 64 * 1024);
@@ -210,7 +210,7 @@ TEST(Vertices, LongListIsWrittenWhole) {
   EXPECT_TRUE(written(list) == "<vertices>" + expected + "</vertices>");
 }
 
-TEST(Vertices, LongListIsOneTextNode) {
+TEST(Vertices, ALongListIsOneTextNode) {
   ParsedXml xml("<e/>");
   ztcad::DomSink sink(xml.root, xml.document);
   vertices(manyReals()).writeElement(sink);
@@ -219,7 +219,7 @@ TEST(Vertices, LongListIsOneTextNode) {
   EXPECT_TRUE(element.firstChild().isText());
 }
 
-TEST(Vertices, LongListIsReadInItsOrder) {
+TEST(Vertices, ALongListIsReadInOrder) {
   const ztCAD_Vertices list = vertices(manyReals());
   ztCAD_Vertices read;
   EXPECT_TRUE(read.fromText(fromUtf8(text(list, false))));
@@ -229,7 +229,7 @@ TEST(Vertices, LongListIsReadInItsOrder) {
 
 // ---------------------------------------------------------------------------------------------------- copies
 
-TEST(Vertices, ChangingACopyLeavesTheSource) {
+TEST(Vertices, ChangingACopyKeepsTheSource) {
   const ztCAD_Vertices source = vertices({1, 2, 3});
   ztCAD_Vertices copy = source;
   copy.add(ztCAD_Vertex(ztCAD_Coord(4, 5, 6)));
@@ -237,14 +237,14 @@ TEST(Vertices, ChangingACopyLeavesTheSource) {
   EXPECT_EQ(copy.coordinates(), (Reals{1, 2, 3, 4, 5, 6}));
 }
 
-TEST(Vertices, CopyHasAnEmptyPropertyBlock) {
+TEST(Vertices, ACopyHasAnEmptyPropertyBlock) {
   ztCAD_Vertices source = vertices({1, 2, 3});
   source.setName("source");
   const ztCAD_Vertices copy = source;
   EXPECT_EQ(copy.name().toStdString(), "");
 }
 
-TEST(Vertices, AssignmentTakesTheCoordinatesAlone) {
+TEST(Vertices, AssignmentCopiesOnlyTheCoordinates) {
   ztCAD_Vertices source = vertices({1, 2, 3});
   source.setName("source");
   ztCAD_Vertices assigned = vertices({7, 8, 9});
@@ -265,7 +265,7 @@ TEST(Vertices, AssignmentToItselfChangesNothing) {
   EXPECT_EQ(list.name().toStdString(), "list");
 }
 
-TEST(Vertices, AddingKeepsEachVertexAsItWas) {
+TEST(Vertices, AnAddedVertexIsIndependentOfItsSource) {
   ztCAD_Vertices list;
   ztCAD_Vertex vertex(ztCAD_Coord(1, 2, 3));
   list.add(vertex);

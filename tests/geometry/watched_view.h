@@ -6,11 +6,11 @@
 #include <set>
 #include <stdexcept>
 
-#include "xml/element_view.h"
 #include "support/parallel_settings.h"
+#include "xml/element_view.h"
 
-/// What a reader asked of an element: the calls, and the parallel modes that held at the time. The call that is named
-/// in `failing` throws, as a carrier does that finds its bytes broken half-way.
+/// Records the calls of a reader and the parallel modes at the time of the calls. The call named by `failing`
+/// throws, as a view does that finds its input broken midway.
 struct ReadWatch {
   enum class Call { None, Attribute, Tag, Text, Children };
 
@@ -18,32 +18,32 @@ struct ReadWatch {
   std::set<Call> calls;
   std::set<std::int32_t> modes;
 
-  void see(Call call) {
+  void record(Call call) {
     calls.insert(call);
     modes.insert(ztcad::parallelSettings().mode);
-    if (call == failing) throw std::runtime_error("the carrier broke");
+    if (call == failing) throw std::runtime_error("the view failed");
   }
 };
 
-/// An element as another view shows it, with each call reported to the watch; its children are watched too.
+/// Forwards to another view and records each call; its children are watched too.
 class WatchedView final : public ztcad::ElementView {
  public:
   WatchedView(const ztcad::ElementView& inner, ReadWatch& watch) : m_inner(inner), m_watch(watch) {}
 
   QString tag() const override {
-    m_watch.see(ReadWatch::Call::Tag);
+    m_watch.record(ReadWatch::Call::Tag);
     return m_inner.tag();
   }
   std::optional<QString> attribute(const QString& name) const override {
-    m_watch.see(ReadWatch::Call::Attribute);
+    m_watch.record(ReadWatch::Call::Attribute);
     return m_inner.attribute(name);
   }
   ztcad::ElementText text() const override {
-    m_watch.see(ReadWatch::Call::Text);
+    m_watch.record(ReadWatch::Call::Text);
     return m_inner.text();
   }
   void forEachChild(const ChildVisitor& visit) const override {
-    m_watch.see(ReadWatch::Call::Children);
+    m_watch.record(ReadWatch::Call::Children);
     m_inner.forEachChild([&](const ElementView& child) { visit(WatchedView(child, m_watch)); });
   }
 

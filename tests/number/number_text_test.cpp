@@ -49,35 +49,35 @@ const RealRow realRows[] = {
     {"negative tie goes away from zero", -100000.5, "-100001"},
     {"tie at an odd digit", 100001.5, "100002"},
     {"tie in a fraction", 0.0009765625, "0.000976563"},
-    {"tie on a grid of 1/16", 1000.0625, "1000.06"},
-    {"tie on a grid of 1/8", 1000.125, "1000.13"},
+    {"tie at a multiple of 1/16", 1000.0625, "1000.06"},
+    {"tie at a multiple of 1/8", 1000.125, "1000.13"},
     {"tie with exponent", 1000005.0, "1.00001e+06"},
     {"just below a tie", 100000.49999999999, "100000"},
     {"infinite", infinity, "inf"},
     {"negative infinite", -infinity, "-inf"},
-    {"no number", notANumber, "nan"},
-    {"negative no number", -notANumber, "nan"},
+    {"not a number", notANumber, "nan"},
+    {"negative not a number", -notANumber, "nan"},
 };
 
 void PrintTo(const RealRow& row, std::ostream* out) { *out << row.name; }
 
-class WrittenReal : public testing::TestWithParam<RealRow> {};
+class FormattedReal : public testing::TestWithParam<RealRow> {};
 
-TEST_P(WrittenReal, HasSixSignificantDigits) {
+TEST_P(FormattedReal, HasSixSignificantDigits) {
   std::string narrow = "before ";
   ztcad::appendReal(narrow, GetParam().value);
   EXPECT_EQ(narrow, std::string("before ") + GetParam().text);
 }
 
-TEST_P(WrittenReal, IsTheSameInAQString) {
+TEST_P(FormattedReal, IsFormattedIdenticallyInAQString) {
   QString wide = text("до ");
   ztcad::appendReal(wide, GetParam().value);
   EXPECT_EQ(wide.toStdString(), std::string("до ") + GetParam().text);
 }
 
-INSTANTIATE_TEST_SUITE_P(NumberText, WrittenReal, testing::ValuesIn(realRows));
+INSTANTIATE_TEST_SUITE_P(NumberText, FormattedReal, testing::ValuesIn(realRows));
 
-TEST(NumberText, WritesIndicesInFull) {
+TEST(NumberText, FormatsIndicesInFull) {
   for (const std::uint32_t value : {0u, 1u, 9u, 10u, 1234567u, 4294967295u}) {
     std::string narrow = "before ";
     ztcad::appendIndex(narrow, value);
@@ -99,7 +99,7 @@ struct RealTextRow {
 
 const RealTextRow realTextRows[] = {
     {"empty", "", false, 0},
-    {"blank", " ", false, 0},
+    {"only whitespace", " ", false, 0},
     {"zero", "0", true, 0},
     {"one", "1", true, 1},
     {"leading zeros", "00012", true, 12},
@@ -111,22 +111,22 @@ const RealTextRow realTextRows[] = {
     {"exponent", "1e-3", true, 1e-3},
     {"capital exponent", "1E+3", true, 1e3},
     {"exponent without digits", "1e", false, 0},
-    {"no digits in front", ".5", true, 0.5},
-    {"no digits behind", "5.", true, 5},
-    {"point alone", ".", false, 0},
+    {"no digits before the point", ".5", true, 0.5},
+    {"no digits after the point", "5.", true, 5},
+    {"only a point", ".", false, 0},
     {"comma", "2,5", false, 0},
     {"group separators", "1,000", false, 0},
     {"letters", "x", false, 0},
-    {"letters behind", "1x", false, 0},
-    {"blank inside", "1 2", false, 0},
-    {"blanks around", " \t\r\n1.5\v\f ", true, 1.5},
-    {"blanks of other scripts around", "\u00a0\u2003\u30001.5\u2028", true, 1.5},
-    {"byte order mark is no blank", " \ufeff1", false, 0},
+    {"trailing letters", "1x", false, 0},
+    {"whitespace inside", "1 2", false, 0},
+    {"surrounded by whitespace", " \t\r\n1.5\v\f ", true, 1.5},
+    {"surrounded by Unicode whitespace", "\u00a0\u2003\u30001.5\u2028", true, 1.5},
+    {"byte order mark is not whitespace", " \ufeff1", false, 0},
     {"hexadecimal", "0x10", false, 0},
     {"Arabic digit", "١", false, 0},
     {"infinite", "inf", true, infinity},
     {"negative infinite", " -INF ", true, -infinity},
-    {"infinity in full", "infinity", false, 0},
+    {"infinity spelled out", "infinity", false, 0},
     {"too large", "1e999", false, 0},
     {"negative too large", "-1e999", false, 0},
     {"too small", "1e-400", false, 0},
@@ -141,19 +141,19 @@ void PrintTo(const RealTextRow& row, std::ostream* out) { *out << row.name; }
 
 class RealFromText : public testing::TestWithParam<RealTextRow> {};
 
-TEST_P(RealFromText, ConvertsAsAWholeOrLeavesTheValue) {
+TEST_P(RealFromText, ConvertsCompletelyOrKeepsTheValue) {
   double value = 7;
   EXPECT_EQ(ztcad::toReal(text(GetParam().text), value), GetParam().converts);
   EXPECT_EQ(value, GetParam().converts ? GetParam().value : 7);
 }
 
-TEST_P(RealFromText, IsZeroWhereItDoesNotConvert) {
+TEST_P(RealFromText, IsZeroIfItDoesNotConvert) {
   EXPECT_EQ(ztcad::realOrZero(text(GetParam().text)), GetParam().value);
 }
 
 INSTANTIATE_TEST_SUITE_P(NumberText, RealFromText, testing::ValuesIn(realTextRows));
 
-TEST(NumberText, ReadsNoNumberAsSuch) {
+TEST(NumberText, ParsesNanButNotNegativeNan) {
   double value = 7;
   EXPECT_TRUE(ztcad::toReal(text(" NaN "), value));
   EXPECT_TRUE(std::isnan(value));
@@ -174,7 +174,7 @@ struct IndexTextRow {
 
 const IndexTextRow indexTextRows[] = {
     {"empty", "", false, 0},
-    {"blank", " ", false, 0},
+    {"only whitespace", " ", false, 0},
     {"zero", "0", true, 0},
     {"one", "1", true, 1},
     {"leading zeros are not octal", "010", true, 10},
@@ -190,9 +190,9 @@ const IndexTextRow indexTextRows[] = {
     {"exponent", "1e2", false, 0},
     {"hexadecimal", "0x10", false, 0},
     {"group separators", "1,000", false, 0},
-    {"letters behind", "1x", false, 0},
-    {"blanks around", "\n 12\t", true, 12},
-    {"blanks of other scripts around", "\u00a0\u300012\u2029", true, 12},
+    {"trailing letters", "1x", false, 0},
+    {"surrounded by whitespace", "\n 12\t", true, 12},
+    {"surrounded by Unicode whitespace", "\u00a0\u300012\u2029", true, 12},
     {"Arabic digit", "١", false, 0},
 };
 
@@ -200,39 +200,39 @@ void PrintTo(const IndexTextRow& row, std::ostream* out) { *out << row.name; }
 
 class IndexFromText : public testing::TestWithParam<IndexTextRow> {};
 
-TEST_P(IndexFromText, ConvertsAsAWholeOrLeavesTheValue) {
+TEST_P(IndexFromText, ConvertsCompletelyOrKeepsTheValue) {
   std::uint32_t value = 7;
   EXPECT_EQ(ztcad::toIndex(text(GetParam().text), value), GetParam().converts);
   EXPECT_EQ(value, GetParam().converts ? GetParam().value : 7);
 }
 
-TEST_P(IndexFromText, IsZeroWhereItDoesNotConvert) {
+TEST_P(IndexFromText, IsZeroIfItDoesNotConvert) {
   EXPECT_EQ(ztcad::indexOrZero(text(GetParam().text)), GetParam().value);
 }
 
 INSTANTIATE_TEST_SUITE_P(NumberText, IndexFromText, testing::ValuesIn(indexTextRows));
 
 TEST(NumberText, NulAndSurrogatesDoNotConvert) {
-  for (const QChar odd :
+  for (const QChar invalid :
        {QChar(0), QChar(0xD800), QChar(0xDC00), QChar(0xFFFF), QChar(0x131), QChar(0x130)}) {
-    for (const QString& odds :
-         {QString(odd), QLatin1Char('1') + QString(odd), QString(odd) + QLatin1Char('1')}) {
+    for (const QString& texts :
+         {QString(invalid), QLatin1Char('1') + QString(invalid), QString(invalid) + QLatin1Char('1')}) {
       double real = 7;
       std::uint32_t index = 7;
-      EXPECT_FALSE(ztcad::toReal(odds, real));
-      EXPECT_FALSE(ztcad::toIndex(odds, index));
+      EXPECT_FALSE(ztcad::toReal(texts, real));
+      EXPECT_FALSE(ztcad::toIndex(texts, index));
     }
   }
 }
 
-TEST(NumberText, AnAbsentTextDoesNotConvert) {
+TEST(NumberText, ANullStringDoesNotConvert) {
   double real = 7;
   EXPECT_FALSE(ztcad::toReal(QString(), real));
   EXPECT_EQ(ztcad::realOrZero({}), 0);
   EXPECT_EQ(ztcad::indexOrZero({}), 0u);
 }
 
-TEST(NumberText, ReadsTheGivenPartOfATextOnly) {
+TEST(NumberText, ParsesOnlyTheGivenView) {
   const QString longer = text("123456");
   EXPECT_EQ(ztcad::indexOrZero(QStringView(longer).mid(1, 3)), 234u);
   EXPECT_EQ(ztcad::realOrZero(QStringView(longer).mid(1, 3)), 234);
@@ -243,7 +243,7 @@ TEST(NumberText, ReadsTheGivenPartOfATextOnly) {
 struct ListRow {
   const char* name;
   const char* text;
-  bool whole;
+  bool complete;
   std::vector<double> values;
 };
 
@@ -251,20 +251,20 @@ const ListRow listRows[] = {
     {"empty", "", true, {}},
     {"one", "5", true, {5}},
     {"three", "1.5, 0, -2", true, {1.5, 0, -2}},
-    {"closed by a semicolon", "1, 2, 3;", true, {1, 2, 3}},
+    {"terminated by a semicolon", "1, 2, 3;", true, {1, 2, 3}},
     {"semicolons only", ";;", true, {}},
     {"commas only", ",,", true, {}},
     {"empty parts", ",1,,2,", true, {1, 2}},
-    {"part of a semicolon", "1,;,2", true, {1, 2}},
+    {"part that is only a semicolon", "1,;,2", true, {1, 2}},
     {"semicolon joins digits", "1;2, 3", true, {12, 3}},
     {"semicolon in a number", "1;e;2", true, {100}},
-    {"blank part", "1, ,2", false, {1, 2}},
-    {"blank at the end", "1, ", false, {1}},
-    {"blank only", " ", false, {}},
-    {"goes on after a bad part", "1, x, 3", false, {1, 3}},
+    {"whitespace part", "1, ,2", false, {1, 2}},
+    {"whitespace at the end", "1, ", false, {1}},
+    {"only whitespace", " ", false, {}},
+    {"continues after an invalid part", "1, x, 3", false, {1, 3}},
     {"too large", "1, 1e999, 3", false, {1, 3}},
     {"line feeds", "\n1,\n2\n", true, {1, 2}},
-    {"blanks instead of commas", "1 2", false, {}},
+    {"spaces instead of commas", "1 2", false, {}},
     {"non-ASCII", "1, № 2, −3", false, {1, -3}},
 };
 
@@ -272,9 +272,9 @@ void PrintTo(const ListRow& row, std::ostream* out) { *out << row.name; }
 
 class List : public testing::TestWithParam<ListRow> {};
 
-TEST_P(List, IsAppendedPartByPart) {
+TEST_P(List, AppendsEveryPartThatConverts) {
   std::vector<double> values = {42};
-  EXPECT_EQ(ztcad::parseList(text(GetParam().text), values), GetParam().whole);
+  EXPECT_EQ(ztcad::parseList(text(GetParam().text), values), GetParam().complete);
   std::vector<double> expected = {42};
   expected.insert(expected.end(), GetParam().values.begin(), GetParam().values.end());
   EXPECT_EQ(values, expected);
@@ -282,7 +282,7 @@ TEST_P(List, IsAppendedPartByPart) {
 
 INSTANTIATE_TEST_SUITE_P(NumberText, List, testing::ValuesIn(listRows));
 
-TEST(NumberText, IndexListTakesWhatIsAnIndexOnly) {
+TEST(NumberText, AnIndexListAppendsOnlyValidIndices) {
   std::vector<std::uint32_t> values = {42};
   EXPECT_FALSE(ztcad::parseList(text("1, -2, 3.0, 4294967295; , +5, 4294967296"), values));
   EXPECT_EQ(values, (std::vector<std::uint32_t>{42, 1, 4294967295u, 5}));
@@ -293,27 +293,27 @@ TEST(NumberText, IndexListTakesWhatIsAnIndexOnly) {
 const ListRow tripleRows[] = {
     {"empty", "", true, {}},
     {"line feed", "\n", true, {}},
-    {"storage form", "\n0, 0, 0;\n1, 0, 0;\n", true, {0, 0, 0, 1, 0, 0}},
-    {"no blanks, not closed", "1,2,3;4,5,6", true, {1, 2, 3, 4, 5, 6}},
+    {"as saved", "\n0, 0, 0;\n1, 0, 0;\n", true, {0, 0, 0, 1, 0, 0}},
+    {"no whitespace, not terminated", "1,2,3;4,5,6", true, {1, 2, 3, 4, 5, 6}},
     {"fourth number is dropped", "1, 2, 3, 4;", true, {1, 2, 3}},
     {"fourth number does not convert", "1, 2, 3, x;", false, {}},
     {"two numbers", "1, 2;", false, {}},
-    {"bad number", "1, x, 3", false, {}},
-    {"bad piece among good ones", "1,2,3; 1, x, 3; 4,5,6", false, {1, 2, 3, 4, 5, 6}},
-    {"short piece among good ones", "1,2,3;1,2;4,5,6;", false, {1, 2, 3, 4, 5, 6}},
-    {"piece without a comma", "1,2,3; 7 ;x;4,5,6;", true, {1, 2, 3, 4, 5, 6}},
-    {"empty pieces", ";;1,2,3;;", true, {1, 2, 3}},
-    {"comma alone", ",", false, {}},
+    {"invalid number", "1, x, 3", false, {}},
+    {"invalid triple among valid ones", "1,2,3; 1, x, 3; 4,5,6", false, {1, 2, 3, 4, 5, 6}},
+    {"short triple among valid ones", "1,2,3;1,2;4,5,6;", false, {1, 2, 3, 4, 5, 6}},
+    {"segment without a comma is ignored", "1,2,3; 7 ;x;4,5,6;", true, {1, 2, 3, 4, 5, 6}},
+    {"empty segments", ";;1,2,3;;", true, {1, 2, 3}},
+    {"only a comma", ",", false, {}},
     {"empty parts", "1,,2,,3", true, {1, 2, 3}},
-    {"blank part", "1, ,2,3", false, {}},
+    {"whitespace part", "1, ,2,3", false, {}},
     {"non-ASCII", "−1,2,3;№,5,6", false, {-1, 2, 3}},
 };
 
 class Triples : public testing::TestWithParam<ListRow> {};
 
-TEST_P(Triples, AreAppendedPieceByPiece) {
+TEST_P(Triples, AppendEveryTripleThatConverts) {
   std::vector<double> values = {42};
-  EXPECT_EQ(ztcad::parseTriples(text(GetParam().text), values), GetParam().whole);
+  EXPECT_EQ(ztcad::parseTriples(text(GetParam().text), values), GetParam().complete);
   std::vector<double> expected = {42};
   expected.insert(expected.end(), GetParam().values.begin(), GetParam().values.end());
   EXPECT_EQ(values, expected);
@@ -321,7 +321,7 @@ TEST_P(Triples, AreAppendedPieceByPiece) {
 
 INSTANTIATE_TEST_SUITE_P(NumberText, Triples, testing::ValuesIn(tripleRows));
 
-TEST(NumberText, IndexTriplesKeepTheGoodPieces) {
+TEST(NumberText, IndexTriplesAppendOnlyValidTriples) {
   std::vector<std::uint32_t> values;
   EXPECT_FALSE(ztcad::parseTriples(text("0, 1, 2; 2, 1, x"), values));
   EXPECT_EQ(values, (std::vector<std::uint32_t>{0, 1, 2}));
@@ -329,13 +329,13 @@ TEST(NumberText, IndexTriplesKeepTheGoodPieces) {
   EXPECT_EQ(values, (std::vector<std::uint32_t>{0, 1, 2, 7, 8, 9}));
 }
 
-TEST(NumberText, NulAndSurrogatesSpoilTheirPieceOnly) {
-  for (const QChar odd : {QChar(0), QChar(0xD800), QChar(0xDC00)}) {
+TEST(NumberText, NulAndSurrogatesInvalidateOnlyTheirOwnTriple) {
+  for (const QChar invalid : {QChar(0), QChar(0xD800), QChar(0xDC00)}) {
     std::vector<double> values;
-    EXPECT_FALSE(ztcad::parseTriples(text("1,2,3;4,") + odd + text(",6;7,8,9"), values));
+    EXPECT_FALSE(ztcad::parseTriples(text("1,2,3;4,") + invalid + text(",6;7,8,9"), values));
     EXPECT_EQ(values, (std::vector<double>{1, 2, 3, 7, 8, 9}));
     values.clear();
-    EXPECT_FALSE(ztcad::parseList(text("1,") + odd + text(",3"), values));
+    EXPECT_FALSE(ztcad::parseList(text("1,") + invalid + text(",3"), values));
     EXPECT_EQ(values, (std::vector<double>{1, 3}));
   }
 }
@@ -350,11 +350,11 @@ class NumberLocale : public testing::Test {
   const QLocale m_before;
 };
 
-bool defaultIsC() {
+bool defaultLocaleIsC() {
   return QLocale().language() == QLocale::C && QLocale().numberOptions() == QLocale::c().numberOptions();
 }
 
-TEST_F(NumberLocale, IsCAfterAnyListWasRead) {
+TEST_F(NumberLocale, ParsingAnyListSetsTheCLocale) {
   QLocale cWithGroups(QLocale::C);
   cWithGroups.setNumberOptions(QLocale::DefaultNumberOptions);
   std::vector<double> reals;
@@ -364,27 +364,27 @@ TEST_F(NumberLocale, IsCAfterAnyListWasRead) {
     for (const char* list : {"", "1,2,3", "x"}) {
       QLocale::setDefault(before);
       ztcad::parseList(text(list), reals);
-      EXPECT_TRUE(defaultIsC());
+      EXPECT_TRUE(defaultLocaleIsC());
       QLocale::setDefault(before);
       ztcad::parseList(text(list), indices);
-      EXPECT_TRUE(defaultIsC());
+      EXPECT_TRUE(defaultLocaleIsC());
       QLocale::setDefault(before);
       ztcad::parseTriples(text(list), reals);
-      EXPECT_TRUE(defaultIsC());
+      EXPECT_TRUE(defaultLocaleIsC());
       QLocale::setDefault(before);
       ztcad::parseTriples(text(list), indices);
-      EXPECT_TRUE(defaultIsC());
+      EXPECT_TRUE(defaultLocaleIsC());
     }
   }
 }
 
-TEST_F(NumberLocale, IsSetOnDemand) {
+TEST_F(NumberLocale, UseCLocaleSetsTheCLocale) {
   QLocale::setDefault(QLocale(QLocale::German));
   ztcad::useCLocale();
-  EXPECT_TRUE(defaultIsC());
+  EXPECT_TRUE(defaultLocaleIsC());
 }
 
-TEST_F(NumberLocale, MakesNoDifferenceToNumbers) {
+TEST_F(NumberLocale, DoesNotAffectNumbers) {
   QLocale::setDefault(QLocale(QLocale::German));
   std::string written;
   ztcad::appendReal(written, 1234.5);

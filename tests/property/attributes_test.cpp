@@ -5,23 +5,23 @@
 #include <string>
 #include <type_traits>
 
-#include "xml/dom_backend.h"
 #include "node_text.h"
+#include "xml/dom_backend.h"
 
 namespace {
 
-// Whoever holds attributes reads and writes them; as a node they are not to be taken.
+// Attributes are read and written by the object that holds them, so they must not convert to a node.
 static_assert(std::is_convertible_v<ztCAD_gAttr*, ztCAD_ISerialize*>);
 static_assert(!std::is_convertible_v<ztCAD_gAttr*, ztCAD_INode*>);
 static_assert(std::is_convertible_v<ztCAD_gAttr*, ztCAD_IBaseChecker*>);
 static_assert(std::is_convertible_v<ztCAD_gAttr*, ztCAD_StateCorrect*>);
 
 ztCAD_gAttr attributes(const std::string& name, const std::string& comment, const std::string& inform) {
-  ztCAD_gAttr made;
-  made.setName(fromUtf8(name));
-  made.setComment(fromUtf8(comment));
-  made.setInform(fromUtf8(inform));
-  return made;
+  ztCAD_gAttr attr;
+  attr.setName(fromUtf8(name));
+  attr.setComment(fromUtf8(comment));
+  attr.setInform(fromUtf8(inform));
+  return attr;
 }
 
 bool passesCheck(const std::string& xml) {
@@ -29,26 +29,26 @@ bool passesCheck(const std::string& xml) {
   bool fault = true;
   const bool passed = checked.readAndCheck(ztcad::DomView(ParsedXml(xml).root), fault);
   EXPECT_FALSE(fault);
-  EXPECT_EQ(text(checked, false), "(name=kept, comment=kept, inform=kept)") << "a check reads nothing";
+  EXPECT_EQ(text(checked, false), "(name=kept, comment=kept, inform=kept)") << "a check must not read";
   EXPECT_FALSE(checked.wasRead());
   return passed;
 }
 
-TEST(Attributes, AreEmptyAndGoodAtFirst) {
-  const ztCAD_gAttr made;
-  EXPECT_EQ(onlyText(made), "(name=, comment=, inform=)");
-  EXPECT_TRUE(made.readOk());
-  EXPECT_FALSE(made.wasRead());
+TEST(Attributes, AreEmptyAndOkByDefault) {
+  const ztCAD_gAttr attr;
+  EXPECT_EQ(onlyText(attr), "(name=, comment=, inform=)");
+  EXPECT_TRUE(attr.readOk());
+  EXPECT_FALSE(attr.wasRead());
 }
 
-TEST(Attributes, EmptyNamePassesTheCheck) {
+TEST(Attributes, AnEmptyNamePassesTheCheck) {
   EXPECT_TRUE(passesCheck(R"(<e name=""/>)"));
   ztCAD_gAttr attr;
   EXPECT_TRUE(read(attr, R"(<e name=""/>)"));
   EXPECT_TRUE(attr.readOk());
 }
 
-TEST(Attributes, CheckLooksForTheNameAlone) {
+TEST(Attributes, TheCheckRequiresOnlyAName) {
   EXPECT_TRUE(passesCheck(R"(<e name="P1"/>)"));
   EXPECT_FALSE(passesCheck("<e/>"));
   EXPECT_FALSE(passesCheck(R"(<e comment="c" inform="i"/>)"));
@@ -73,7 +73,7 @@ const RoundTripRow roundTripRows[] = {
     {"Nothing", "<e/>", R"(<e comment="" inform="" name=""/>)"},
     {"OtherAttributes", R"(<e name="P1" color="RGB,1,2,3" Comment="C" foo="1"/>)",
      R"(<e comment="" inform="" name="P1"/>)"},
-    {"Blanks", R"(<e name=" P 1 " comment="  "/>)", R"(<e comment="  " inform="" name=" P 1 "/>)"},
+    {"Whitespace", R"(<e name=" P 1 " comment="  "/>)", R"(<e comment="  " inform="" name=" P 1 "/>)"},
     {"Cyrillic", R"(<e name="Точка" comment="Ось Ё" inform="№ 1"/>)",
      R"(<e comment="Ось Ё" inform="№ 1" name="Точка"/>)"},
     {"Quotes", R"(<e name='"A"' comment="it's" inform="&lt;&amp;&gt;"/>)",
@@ -86,21 +86,21 @@ const RoundTripRow roundTripRows[] = {
 
 class AttributesRoundTrip : public testing::TestWithParam<RoundTripRow> {};
 
-TEST_P(AttributesRoundTrip, WritesAllThreeWhateverWasThere) {
+TEST_P(AttributesRoundTrip, WritesAllThreeAttributesAlways) {
   EXPECT_EQ(roundTrip<ztCAD_gAttr>(GetParam().xml), GetParam().written);
 }
 
 INSTANTIATE_TEST_SUITE_P(Attributes, AttributesRoundTrip, testing::ValuesIn(roundTripRows),
                          [](const auto& row) { return row.param.title; });
 
-TEST(Attributes, MissingCommentReadsAsEmptyAndIsWrittenBack) {
+TEST(Attributes, AMissingCommentIsReadAsEmptyAndWritten) {
   ztCAD_gAttr attr = attributes("", "earlier", "earlier");
   EXPECT_TRUE(read(attr, R"(<e name="P1"/>)"));
   EXPECT_EQ(text(attr, false), "(name=P1, comment=, inform=)");
   EXPECT_EQ(written(attr), R"(<e comment="" inform="" name="P1"/>)");
 }
 
-TEST(Attributes, MissingNameFailsTheReadAndTheOthersAreTaken) {
+TEST(Attributes, AMissingNameFailsTheReadButTheOthersAreRead) {
   ztCAD_gAttr attr = attributes("earlier", "earlier", "earlier");
   EXPECT_FALSE(read(attr, R"(<e comment="c" inform="i"/>)"));
   EXPECT_FALSE(attr.readOk());
@@ -108,14 +108,14 @@ TEST(Attributes, MissingNameFailsTheReadAndTheOthersAreTaken) {
   EXPECT_EQ(text(attr, false), "(name=, comment=c, inform=i)");
 }
 
-TEST(Attributes, StateTellsOfTheLastReadOnly) {
+TEST(Attributes, TheStateReflectsTheLastRead) {
   ztCAD_gAttr attr;
   EXPECT_FALSE(read(attr, "<e/>"));
   EXPECT_TRUE(read(attr, R"(<e name="P1"/>)"));
   EXPECT_TRUE(attr.readOk());
 }
 
-TEST(Attributes, FaultIsClearedByEveryRead) {
+TEST(Attributes, EveryReadClearsTheFault) {
   for (const char* xml : {R"(<e name="P1"/>)", "<e/>"}) {
     for (const bool before : {false, true}) {
       ztCAD_gAttr attr;
@@ -124,36 +124,36 @@ TEST(Attributes, FaultIsClearedByEveryRead) {
   }
 }
 
-TEST(Attributes, TextNamesAllThree) {
+TEST(Attributes, TextContainsAllThreeAttributes) {
   EXPECT_EQ(onlyText(attributes("P1", "", "")), "(name=P1, comment=, inform=)");
   EXPECT_EQ(onlyText(attributes("P1", "a comment", "info")), "(name=P1, comment=a comment, inform=info)");
 }
 
-TEST(Attributes, TextKeepsPlaceholdersAndForeignLetters) {
+TEST(Attributes, TextKeepsPlaceholdersAndNonAsciiLetters) {
   EXPECT_EQ(onlyText(attributes("%1", "%2", "%3")), "(name=%1, comment=%2, inform=%3)");
   EXPECT_EQ(onlyText(attributes("Точка", "\"🙂\"", "<&>")),
             "(name=Точка, comment=\"🙂\", inform=<&>)");
 }
 
-TEST(Attributes, WritingLeavesOtherAttributesOfTheElement) {
+TEST(Attributes, WritingKeepsOtherAttributesOfTheElement) {
   ParsedXml xml(R"(<e other="1" name="old"/>)");
   attributes("P1", "c", "i").writeXml(xml.root, xml.document);
   EXPECT_EQ(node_text::textOf(xml.root).toStdString(), R"(<e comment="c" inform="i" name="P1" other="1"/>)");
 }
 
-TEST(Attributes, ReadsAndWritesThroughAnyCarrier) {
+TEST(Attributes, ReadsAndWritesThroughViewAndSink) {
   ParsedXml from(R"(<e name="P1" comment="c"/>)");
   ParsedXml to("<e/>");
-  ztCAD_gAttr carried;
+  ztCAD_gAttr copied;
   bool fault = true;
-  EXPECT_TRUE(carried.read(ztcad::DomView(from.root), fault));
+  EXPECT_TRUE(copied.read(ztcad::DomView(from.root), fault));
   EXPECT_FALSE(fault);
   ztcad::DomSink sink(to.root, to.document);
-  carried.write(sink);
+  copied.write(sink);
   EXPECT_EQ(node_text::textOf(to.root).toStdString(), R"(<e comment="c" inform="" name="P1"/>)");
 }
 
-TEST(Attributes, ChangingACopyLeavesTheSource) {
+TEST(Attributes, ChangingACopyKeepsTheSource) {
   const ztCAD_gAttr source = attributes("P1", "c", "i");
   ztCAD_gAttr copy = source;
   EXPECT_EQ(text(copy, false), "(name=P1, comment=c, inform=i)");
@@ -163,7 +163,7 @@ TEST(Attributes, ChangingACopyLeavesTheSource) {
   EXPECT_EQ(text(source, false), "(name=P1, comment=c, inform=i)");
 }
 
-TEST(Attributes, CopiesTakeTheState) {
+TEST(Attributes, CopiesKeepTheReadState) {
   const auto failed = readFrom<ztCAD_gAttr>("<e/>");
   const ztCAD_gAttr copy = failed;
   EXPECT_FALSE(copy.readOk());
@@ -171,10 +171,10 @@ TEST(Attributes, CopiesTakeTheState) {
 }
 
 TEST(Attributes, AssignmentToItselfChangesNothing) {
-  ztCAD_gAttr made = attributes("P1", "c", "i");
-  const ztCAD_gAttr& itself = made;
-  made = itself;
-  EXPECT_EQ(text(made, false), "(name=P1, comment=c, inform=i)");
+  ztCAD_gAttr attr = attributes("P1", "c", "i");
+  const ztCAD_gAttr& itself = attr;
+  attr = itself;
+  EXPECT_EQ(text(attr, false), "(name=P1, comment=c, inform=i)");
 }
 
 }  // namespace

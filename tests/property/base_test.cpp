@@ -5,8 +5,8 @@
 #include <type_traits>
 #include <utility>
 
-#include "xml/dom_backend.h"
 #include "node_text.h"
+#include "xml/dom_backend.h"
 
 namespace {
 
@@ -20,8 +20,8 @@ struct Shape : ztCAD_baseElement {
   explicit Shape(const QString& method) : ztCAD_baseElement(method) {}
 };
 
-static_assert(!std::is_constructible_v<ztCAD_Base>, "a base is no object of its own");
-static_assert(!std::is_constructible_v<ztCAD_baseElement>, "a base is no object of its own");
+static_assert(!std::is_constructible_v<ztCAD_Base>, "base classes cannot be instantiated");
+static_assert(!std::is_constructible_v<ztCAD_baseElement>, "base classes cannot be instantiated");
 static_assert(std::has_virtual_destructor_v<ztCAD_Base>);
 static_assert(std::has_virtual_destructor_v<ztCAD_baseElement>);
 
@@ -29,13 +29,13 @@ const char* const emptyText = "attr=(name=, comment=, inform=) ,color=visible=";
 
 // ------------------------------------------------------------------------------------------------------ base
 
-TEST(Base, CarriesAnEmptyPropertyBlockAtFirst) {
+TEST(Base, HasAnEmptyPropertyBlockByDefault) {
   const Named named;
   EXPECT_EQ(onlyText(named.property()), emptyText);
   EXPECT_EQ(named.name(), "");
 }
 
-TEST(Base, EveryNameIsFree) {
+TEST(Base, EveryNameIsReportedFree) {
   for (int i = 0; i < 2; ++i) {
     for (const char* name : {"", "P1", "Точка", "🙂", "%1"}) {
       bool nameIsFree = false;
@@ -47,7 +47,7 @@ TEST(Base, EveryNameIsFree) {
   }
 }
 
-TEST(Base, NameIsThatOfThePropertyBlock) {
+TEST(Base, TheNameIsStoredInThePropertyBlock) {
   Named named;
   named.setName("A");
   EXPECT_EQ(named.property().attributes().name().toStdString(), "A");
@@ -69,7 +69,7 @@ TEST(Base, SettingThePropertyReplacesTheWholeBlock) {
   EXPECT_EQ(named.name().toStdString(), "P1");
 }
 
-TEST(Base, IsTheSameAsItselfOnly) {
+TEST(Base, IsSameOnlyAsItself) {
   Named named;
   const Named copy = named;
   EXPECT_TRUE(named.isSame(&named));
@@ -78,7 +78,7 @@ TEST(Base, IsTheSameAsItselfOnly) {
   EXPECT_FALSE(named.isSame(nullptr));
 }
 
-TEST(Base, ChangingACopyLeavesTheSource) {
+TEST(Base, ChangingACopyKeepsTheSource) {
   Named source;
   source.setName("P1");
   Named copy = source;
@@ -94,13 +94,13 @@ TEST(Base, ChangingACopyLeavesTheSource) {
 
 // -------------------------------------------------------------------------------------------- display method
 
-TEST(BaseElement, HasAnEmptyMethodAtFirst) { EXPECT_EQ(Shape().method().method(), ""); }
+TEST(BaseElement, HasAnEmptyMethodByDefault) { EXPECT_EQ(Shape().method().method(), ""); }
 
-TEST(BaseElement, TakesTheMethodOfItsConstructor) {
+TEST(BaseElement, HasTheMethodPassedToItsConstructor) {
   EXPECT_EQ(Shape("sphere").method().method().toStdString(), "sphere");
 }
 
-TEST(BaseElement, ChangingACopyLeavesTheSource) {
+TEST(BaseElement, ChangingACopyKeepsTheSource) {
   const Shape source("sphere");
   Shape copy = source;
   EXPECT_NE(&copy.method(), &source.method());
@@ -109,7 +109,7 @@ TEST(BaseElement, ChangingACopyLeavesTheSource) {
   EXPECT_EQ(source.method().method().toStdString(), "sphere");
 }
 
-TEST(BaseElement, AssignmentCopiesIntoTheMethodThatIsThere) {
+TEST(BaseElement, AssignmentCopiesIntoTheExistingMethod) {
   const Shape source("sphere");
   Shape assigned("polyline");
   const ztCAD_gMethod* const itsMethod = &assigned.method();
@@ -127,15 +127,15 @@ TEST(BaseElement, AssignmentToItselfChangesNothing) {
   EXPECT_EQ(shape.method().method().toStdString(), "sphere");
 }
 
-TEST(BaseElement, MovedFromElementStillHasAMethod) {
+TEST(BaseElement, AMovedFromElementStillHasAMethod) {
   Shape source("sphere");
   const Shape taken = std::move(source);
   EXPECT_EQ(taken.method().method().toStdString(), "sphere");
-  source.method().setMethod("again");  // NOLINT(bugprone-use-after-move): hosts may, it is never null
+  source.method().setMethod("again");  // NOLINT(bugprone-use-after-move): allowed, the method is never null
   EXPECT_EQ(source.method().method().toStdString(), "again");
 }
 
-// --------------------------------------------------------------------------------------- both on one element
+// --------------------------------------------------------------------------------- both bases of one element
 
 struct NamedShape : Named, Shape {
   using Shape::Shape;
@@ -145,7 +145,7 @@ bool readBaseParts(NamedShape& shape, const std::string& xml, bool& fault) {
   return ztcad::readBaseParts(shape, shape, ztcad::DomView(ParsedXml(xml).root), fault);
 }
 
-TEST(BaseParts, ArePropertyBlockAndMethod) {
+TEST(BaseClasses, WritePropertyBlockAndMethod) {
   NamedShape shape("sphere");
   shape.setName("S1");
   ParsedXml xml("<e/>");
@@ -155,7 +155,7 @@ TEST(BaseParts, ArePropertyBlockAndMethod) {
             R"(<e color="" comment="" inform="" method="sphere" name="S1"/>)");
 }
 
-TEST(BaseParts, PresentMethodIsTaken) {
+TEST(BaseClasses, APresentMethodIsRead) {
   NamedShape shape("sphere");
   bool fault = true;
   EXPECT_TRUE(readBaseParts(shape, R"(<e method="other" name="S1"/>)", fault));
@@ -164,7 +164,7 @@ TEST(BaseParts, PresentMethodIsTaken) {
   EXPECT_EQ(shape.name().toStdString(), "S1");
 }
 
-TEST(BaseParts, AbsentMethodIsNoFailure) {
+TEST(BaseClasses, AnAbsentMethodIsNotAFailure) {
   NamedShape shape("sphere");
   bool fault = true;
   EXPECT_TRUE(readBaseParts(shape, R"(<e name="S1"/>)", fault));
@@ -172,7 +172,7 @@ TEST(BaseParts, AbsentMethodIsNoFailure) {
   EXPECT_EQ(shape.method().method().toStdString(), "sphere");
 }
 
-TEST(BaseParts, PropertyBlockAloneDecides) {
+TEST(BaseClasses, OnlyThePropertyBlockDeterminesSuccess) {
   for (const char* xml : {R"(<e method="other"/>)", R"(<e method="other" name="S1" color="red"/>)"}) {
     NamedShape shape("sphere");
     bool fault = true;

@@ -9,8 +9,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "xml/dom_backend.h"
 #include "node_text.h"
+#include "xml/dom_backend.h"
 
 namespace {
 
@@ -23,44 +23,44 @@ using ztcad::isEqual;
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-const char* const unitText = "CS, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1";
+const char* const identityText = "CS, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1";
 
 ztCAD_LCS local(const Values& values) { return {true, values}; }
-ztCAD_LCS unitSystem() { return local({0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1}); }
+ztCAD_LCS identitySystem() { return local({0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1}); }
 
 std::string lcsXml(const std::string& value) { return "<e LCS=\"" + value + "\"/>"; }
 
 // ----------------------------------------------------------------------------------------------- text, write
 
-TEST(CoordinateSystem, IsEmptyAndLocalAtFirst) {
-  const ztCAD_LCS made;
-  EXPECT_TRUE(made.values().empty());
-  EXPECT_TRUE(made.isLocal());
-  EXPECT_EQ(onlyText(made), "");
+TEST(CoordinateSystem, IsEmptyAndLocalByDefault) {
+  const ztCAD_LCS system;
+  EXPECT_TRUE(system.values().empty());
+  EXPECT_TRUE(system.isLocal());
+  EXPECT_EQ(onlyText(system), "");
 }
 
-TEST(CoordinateSystem, EmptyOneWritesAnEmptyAttribute) {
+TEST(CoordinateSystem, AnEmptySystemWritesAnEmptyAttribute) {
   EXPECT_EQ(written(ztCAD_LCS()), R"(<e LCS=""/>)");
   EXPECT_EQ(written(ztCAD_LCS(false, {})), R"(<e MCS=""/>)");
 }
 
-TEST(CoordinateSystem, TextIsTheTagAndTheValues) {
-  EXPECT_EQ(onlyText(unitSystem()), unitText);
+TEST(CoordinateSystem, TextConsistsOfTagAndValues) {
+  EXPECT_EQ(onlyText(identitySystem()), identityText);
   EXPECT_EQ(onlyText(local({1.5})), "CS, 1.5");
 }
 
-TEST(CoordinateSystem, ModelSystemDiffersInTheAttributeOnly) {
-  const ztCAD_LCS model(false, unitSystem().values());
-  EXPECT_EQ(onlyText(model), unitText);
-  EXPECT_EQ(written(model), std::string("<e MCS=\"") + unitText + "\"/>");
-  EXPECT_EQ(written(unitSystem()), std::string("<e LCS=\"") + unitText + "\"/>");
+TEST(CoordinateSystem, AModelSystemDiffersOnlyInTheAttributeName) {
+  const ztCAD_LCS model(false, identitySystem().values());
+  EXPECT_EQ(onlyText(model), identityText);
+  EXPECT_EQ(written(model), std::string("<e MCS=\"") + identityText + "\"/>");
+  EXPECT_EQ(written(identitySystem()), std::string("<e LCS=\"") + identityText + "\"/>");
 }
 
-TEST(CoordinateSystem, HasSettersForBothMembers) {
-  ztCAD_LCS made;
-  made.setValues({1, 2});
-  made.setIsLocal(false);
-  EXPECT_EQ(written(made), R"(<e MCS="CS, 1, 2"/>)");
+TEST(CoordinateSystem, SettersChangeBothMembers) {
+  ztCAD_LCS system;
+  system.setValues({1, 2});
+  system.setIsLocal(false);
+  EXPECT_EQ(written(system), R"(<e MCS="CS, 1, 2"/>)");
 }
 
 TEST(CoordinateSystem, ValuesHaveSixSignificantDigits) {
@@ -68,7 +68,7 @@ TEST(CoordinateSystem, ValuesHaveSixSignificantDigits) {
             "CS, 0.123457, 1.23457e+06, 1e-07, -2.5, 0, 1e+100");
 }
 
-TEST(CoordinateSystem, ValuesAreWrittenAsATextStreamDoes) {
+TEST(CoordinateSystem, ValuesAreFormattedAsByQTextStream) {
   for (const double value : {0.0, -0.0, 0.5, 100.0, 123456.0, 999999.5, 100000.5, 0.0009765625, 1000.125,
                              1e-5, -1.234567e-308, 1.7976931348623157e308, infinity, -infinity}) {
     QString expected("CS, ");
@@ -88,32 +88,32 @@ std::ostream& operator<<(std::ostream& out, const ReadRow& row) { return out << 
 
 const ReadRow readRows[] = {
     {"Empty", "", ""},
-    {"TagAlone", "CS", ""},
+    {"OnlyTag", "CS", ""},
     {"OneValue", "CS, 1", ""},
     {"ElevenValues", "CS,1,2,3,4,5,6,7,8,9,10,11", ""},
     {"TwelveValues", "CS,1,2,3,4,5,6,7,8,9,10,11,12", "CS, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12"},
     {"ThirteenValues", "CS,1,2,3,4,5,6,7,8,9,10,11,12,13", ""},
     {"TwelveValuesWithoutTag", "1,2,3,4,5,6,7,8,9,10,11,12", ""},
     {"ThirteenValuesWithoutTag", "1,2,3,4,5,6,7,8,9,10,11,12,13", ""},
-    {"Blanks", "CS,  1 ,2, 3,4,5,6,7,8,9,10,11,  12 ", "CS, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12"},
+    {"Whitespace", "CS,  1 ,2, 3,4,5,6,7,8,9,10,11,  12 ", "CS, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12"},
     {"EmptyPartsDropped", ",CS,,1,2,3,4,5,6,7,8,9,10,11,12,", "CS, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12"},
-    {"BlankPartIsZero", "CS, ,2,3,4,5,6,7,8,9,10,11,12", "CS, 0, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12"},
-    {"JunkIsZero", "CS,x,1.2.3,0x10,4 4,1e999,-1e999,1e-999,тест,🙂,%1,--1,1;",
+    {"WhitespaceValueIsZero", "CS, ,2,3,4,5,6,7,8,9,10,11,12", "CS, 0, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12"},
+    {"InvalidNumberIsZero", "CS,x,1.2.3,0x10,4 4,1e999,-1e999,1e-999,тест,🙂,%1,--1,1;",
      "CS, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0"},
     {"NumberForms", "CS,+1,-2,.5,6.,1e3,1E-3,-0,007,0.1234567,inf,-inf,nan",
      "CS, 1, -2, 0.5, 6, 1000, 0.001, 0, 7, 0.123457, inf, -inf, nan"},
     {"LowerCaseTag", "cs,1,2,3,4,5,6,7,8,9,10,11,12", ""},
     {"OtherTag", "LCS,1,2,3,4,5,6,7,8,9,10,11,12", ""},
     {"CyrillicTag", "СS,1,2,3,4,5,6,7,8,9,10,11,12", ""},
-    {"BlankBeforeTag", " CS,1,2,3,4,5,6,7,8,9,10,11,12", ""},
-    {"BlankAfterTag", "CS ,1,2,3,4,5,6,7,8,9,10,11,12", ""},
-    {"TagBehind", "1,2,3,4,5,6,7,8,9,10,11,12,CS", ""},
+    {"SpaceBeforeTag", " CS,1,2,3,4,5,6,7,8,9,10,11,12", ""},
+    {"SpaceAfterTag", "CS ,1,2,3,4,5,6,7,8,9,10,11,12", ""},
+    {"TagAtTheEnd", "1,2,3,4,5,6,7,8,9,10,11,12,CS", ""},
     {"Semicolons", "CS;1;2;3;4;5;6;7;8;9;10;11;12", ""},
 };
 
 class CoordinateSystemReading : public testing::TestWithParam<ReadRow> {};
 
-TEST_P(CoordinateSystemReading, TakesTheTagAndTwelveParts) {
+TEST_P(CoordinateSystemReading, RequiresTheTagAndTwelveValues) {
   const bool expected = *GetParam().text != '\0';
   ztCAD_LCS system;
   EXPECT_EQ(read(system, lcsXml(GetParam().value)), expected);
@@ -121,7 +121,7 @@ TEST_P(CoordinateSystemReading, TakesTheTagAndTwelveParts) {
   EXPECT_EQ(system.values().size(), expected ? 12u : 0u);
 }
 
-TEST_P(CoordinateSystemReading, TakesAModelSystemByTheSameRule) {
+TEST_P(CoordinateSystemReading, ReadsAModelSystemByTheSameRule) {
   ztCAD_LCS system(false, {});
   EXPECT_EQ(read(system, std::string("<e MCS=\"") + GetParam().value + "\"/>"), *GetParam().text != '\0');
   EXPECT_EQ(onlyText(system), GetParam().text);
@@ -150,17 +150,17 @@ TEST(CoordinateSystem, ReadsTwelveRealsExactly) {
   EXPECT_EQ(system.values(), (Values{0.1, -0.2, 1e-3, 1, 0, 0, 0, 1, 0, 0, 0, 12345.678901}));
 }
 
-TEST(CoordinateSystem, OverflowIsZeroAndNotInfinite) {
+TEST(CoordinateSystem, OverflowReadsAsZero) {
   const auto system = readFrom<ztCAD_LCS>(lcsXml("CS,1e999,-1e999,0,0,0,0,0,0,0,0,0,0"));
   EXPECT_EQ(system.values(), Values(12, 0.0));
 }
 
-TEST(CoordinateSystem, AbsentAttributeFails) {
+TEST(CoordinateSystem, AnAbsentAttributeFails) {
   ztCAD_LCS system;
   EXPECT_FALSE(read(system, R"(<e lcs="CS,1,2,3,4,5,6,7,8,9,10,11,12"/>)"));
 }
 
-TEST(CoordinateSystem, LooksOnlyForTheAttributeOfItsSort) {
+TEST(CoordinateSystem, ReadsOnlyTheAttributeOfItsOwnKind) {
   const std::string lcs = R"(<e LCS="CS,1,2,3,4,5,6,7,8,9,10,11,12"/>)";
   const std::string mcs = R"(<e MCS="CS,1,2,3,4,5,6,7,8,9,10,11,12"/>)";
   ztCAD_LCS localSystem;
@@ -171,7 +171,7 @@ TEST(CoordinateSystem, LooksOnlyForTheAttributeOfItsSort) {
   EXPECT_TRUE(modelSystem.values().empty());
 }
 
-TEST(CoordinateSystem, ReadsItsOwnWhereBothAreThere) {
+TEST(CoordinateSystem, IgnoresTheAttributeOfTheOtherKind) {
   const std::string both = R"(<e MCS="CS,2,2,2,2,2,2,2,2,2,2,2,2" LCS="CS,1,1,1,1,1,1,1,1,1,1,1,1"/>)";
   ztCAD_LCS modelSystem(false, {});
   EXPECT_TRUE(read(modelSystem, both));
@@ -179,7 +179,7 @@ TEST(CoordinateSystem, ReadsItsOwnWhereBothAreThere) {
   EXPECT_EQ(readFrom<ztCAD_LCS>(both).values(), Values(12, 1.0));
 }
 
-TEST(CoordinateSystem, ValuesAreReadBehindThoseThatAreThere) {
+TEST(CoordinateSystem, ReadValuesAreAppendedToExistingOnes) {
   ztCAD_LCS system = local({7});
   EXPECT_TRUE(read(system, lcsXml("CS,1,1,1,1,1,1,1,1,1,1,1,1")));
   ASSERT_EQ(system.values().size(), 13u);
@@ -187,24 +187,24 @@ TEST(CoordinateSystem, ValuesAreReadBehindThoseThatAreThere) {
   EXPECT_EQ(system.values().back(), 1);
 }
 
-TEST(CoordinateSystem, ReadsAndWritesThroughAnyCarrier) {
-  ParsedXml from(lcsXml(unitText));
+TEST(CoordinateSystem, ReadsAndWritesThroughViewAndSink) {
+  ParsedXml from(lcsXml(identityText));
   ParsedXml to("<e/>");
-  ztCAD_LCS carried;
+  ztCAD_LCS system;
   bool fault = true;
-  EXPECT_TRUE(carried.read(ztcad::DomView(from.root), fault));
+  EXPECT_TRUE(system.read(ztcad::DomView(from.root), fault));
   EXPECT_FALSE(fault);
   ztcad::DomSink sink(to.root, to.document);
-  carried.write(sink);
-  EXPECT_EQ(node_text::textOf(to.root).toStdString(), lcsXml(unitText));
+  system.write(sink);
+  EXPECT_EQ(node_text::textOf(to.root).toStdString(), lcsXml(identityText));
 }
 
-TEST(CoordinateSystem, ChangingACopyLeavesTheSource) {
-  const ztCAD_LCS source = unitSystem();
+TEST(CoordinateSystem, ChangingACopyKeepsTheSource) {
+  const ztCAD_LCS source = identitySystem();
   ztCAD_LCS copy = source;
   copy.setValues({});
   copy.setIsLocal(false);
-  EXPECT_EQ(written(source), lcsXml(unitText));
+  EXPECT_EQ(written(source), lcsXml(identityText));
   EXPECT_EQ(written(copy), R"(<e MCS=""/>)");
 }
 
@@ -230,12 +230,12 @@ std::vector<EqualRow> equalRows() {
       {"BothEmpty", {}, {}, true},
       {"EmptyAndOne", {}, {0}, false},
       {"Same", {1, 2, 3}, {1, 2, 3}, true},
-      {"FirstIsABeginning", {1, 2}, {1, 2, 3}, false},
-      {"SecondIsABeginning", {1, 2, 3}, {1, 2}, false},
+      {"FirstIsAPrefixOfSecond", {1, 2}, {1, 2, 3}, false},
+      {"SecondIsAPrefixOfFirst", {1, 2, 3}, {1, 2}, false},
       {"WithinTolerance", {0}, {5e-09}, true},
       {"WithinToleranceBelow", {0}, {-5e-09}, true},
       {"BeyondTolerance", {0}, {2e-08}, false},
-      {"BeyondToleranceBelow", {0}, {-2e-08}, false},
+      {"OutsideToleranceBelow", {0}, {-2e-08}, false},
       {"ExactlyTheTolerance", {1e-08}, {0}, false},
       {"ExactlyTheToleranceBelow", {0}, {1e-08}, false},
       {"JustBelowTheTolerance", {std::nextafter(1e-08, 0)}, {0}, true},
@@ -243,20 +243,20 @@ std::vector<EqualRow> equalRows() {
       {"FirstDiffers", {0, 2, 3}, {1, 2, 3}, false},
       {"ToleranceIsAbsolute", {1e9}, {1e9 + 1e-6}, false},
       {"ZerosOfBothSigns", {0.0}, {-0.0}, true},
-      {"InfiniteIsNotEqualToItself", {infinity}, {infinity}, false},
-      {"NoNumberIsNotEqualToItself", {notANumber}, {notANumber}, false},
+      {"InfinityIsNotEqualToItself", {infinity}, {infinity}, false},
+      {"NanIsNotEqualToItself", {notANumber}, {notANumber}, false},
   };
 }
 
 class CoordinateSystemComparison : public testing::TestWithParam<EqualRow> {};
 
-TEST_P(CoordinateSystemComparison, HoldsWithinTheToleranceOfEachValue) {
+TEST_P(CoordinateSystemComparison, ComparesEachValueWithinTheTolerance) {
   const EqualRow& row = GetParam();
   EXPECT_EQ(isEqual(local(row.a), local(row.b)), row.equal);
   EXPECT_EQ(isEqual(local(row.b), local(row.a)), row.equal);
 }
 
-TEST_P(CoordinateSystemComparison, DoesNotTellLocalFromModelSystems) {
+TEST_P(CoordinateSystemComparison, IgnoresWhetherASystemIsLocal) {
   EXPECT_EQ(isEqual(local(GetParam().a), ztCAD_LCS(false, GetParam().b)), GetParam().equal);
 }
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <type_traits>
 
-#include "xml/dom_backend.h"
 #include "node_text.h"
+#include "xml/dom_backend.h"
 
 namespace {
 
@@ -19,14 +19,14 @@ static_assert(!std::is_convertible_v<ztCAD_Visible*, ztCAD_ISerialize*>);
 static_assert(std::is_convertible_v<ztCAD_gShowable*, ztCAD_INode*>);
 static_assert(!std::is_convertible_v<ztCAD_gShowable*, ztCAD_ISerialize*>);
 
-constexpr std::uint32_t most = 4294967295;
+constexpr std::uint32_t maximum = 4294967295;
 
 std::string colorXml(const std::string& value) { return "<e color=\"" + value + "\"/>"; }
 std::string visibleXml(const std::string& value) { return "<e visible=\"" + value + "\"/>"; }
 
 // ---------------------------------------------------------------------------------------------------- colour
 
-TEST(Color, IsUnsetAtFirst) {
+TEST(Color, IsUnsetByDefault) {
   const ztCAD_Color color;
   EXPECT_FALSE(color.isSet());
   EXPECT_EQ(color.red(), 0u);
@@ -35,15 +35,17 @@ TEST(Color, IsUnsetAtFirst) {
   EXPECT_EQ(onlyText(color), "");
 }
 
-TEST(Color, UnsetOneIsWrittenAsAnEmptyAttribute) { EXPECT_EQ(written(ztCAD_Color()), R"(<e color=""/>)"); }
-
-TEST(Color, TextIsRgbAndThreeComponents) {
-  EXPECT_EQ(onlyText(ztCAD_Color(255, 128, 0)), "RGB, 255, 128, 0");
-  EXPECT_EQ(onlyText(ztCAD_Color(0, 0, 0)), "RGB, 0, 0, 0");
-  EXPECT_EQ(onlyText(ztCAD_Color(300, 70000, most)), "RGB, 300, 70000, 4294967295");
+TEST(Color, AnUnsetColorIsWrittenAsAnEmptyAttribute) {
+  EXPECT_EQ(written(ztCAD_Color()), R"(<e color=""/>)");
 }
 
-TEST(Color, SetAndUnset) {
+TEST(Color, TextConsistsOfRgbAndThreeComponents) {
+  EXPECT_EQ(onlyText(ztCAD_Color(255, 128, 0)), "RGB, 255, 128, 0");
+  EXPECT_EQ(onlyText(ztCAD_Color(0, 0, 0)), "RGB, 0, 0, 0");
+  EXPECT_EQ(onlyText(ztCAD_Color(300, 70000, maximum)), "RGB, 300, 70000, 4294967295");
+}
+
+TEST(Color, CanBeSetAndUnset) {
   ztCAD_Color color;
   color.set(1, 2, 3);
   EXPECT_EQ(written(color), R"(<e color="RGB, 1, 2, 3"/>)");
@@ -57,19 +59,19 @@ struct ColorRow {
   const char* name;
   const char* value;
   bool ok;
-  const char* text;  // empty: the colour stays unset
+  const char* text;  // empty: the color stays unset
 };
 std::ostream& operator<<(std::ostream& out, const ColorRow& row) { return out << row.name; }
 
 const ColorRow colorRows[] = {
     {"Empty", "", true, ""},
-    {"WithoutBlanks", "RGB,1,2,3", true, "RGB, 1, 2, 3"},
-    {"WithBlanks", "RGB, 1, 2, 3", true, "RGB, 1, 2, 3"},
-    {"ManyBlanks", "RGB,  1  ,   2,3 ", true, "RGB, 1, 2, 3"},
+    {"WithoutSpaces", "RGB,1,2,3", true, "RGB, 1, 2, 3"},
+    {"WithSpaces", "RGB, 1, 2, 3", true, "RGB, 1, 2, 3"},
+    {"ManySpaces", "RGB,  1  ,   2,3 ", true, "RGB, 1, 2, 3"},
     {"Zeros", "RGB, 0, 0, 0", true, "RGB, 0, 0, 0"},
-    {"BeyondABytesRange", "RGB, 300, 70000, 4294967295", true, "RGB, 300, 70000, 4294967295"},
-    {"OneBeyond32Bits", "RGB, 4294967296, 4294967295, 1", true, "RGB, 0, 4294967295, 1"},
-    {"FarBeyond32Bits", "RGB, 1, 99999999999999999999999, 3", true, "RGB, 1, 0, 3"},
+    {"AboveTheRangeOfAByte", "RGB, 300, 70000, 4294967295", true, "RGB, 300, 70000, 4294967295"},
+    {"OneAbove32Bits", "RGB, 4294967296, 4294967295, 1", true, "RGB, 0, 4294967295, 1"},
+    {"FarAbove32Bits", "RGB, 1, 99999999999999999999999, 3", true, "RGB, 1, 0, 3"},
     {"WordAsRed", "RGB, x, 2, 3", true, "RGB, 0, 2, 3"},
     {"WordAsGreen", "RGB, 1, x, 3", true, "RGB, 1, 0, 3"},
     {"WordAsBlue", "RGB, 1, 2, x", true, "RGB, 1, 2, 0"},
@@ -79,42 +81,42 @@ const ColorRow colorRows[] = {
     {"Hexadecimal", "RGB, 0x10, 10, 010", true, "RGB, 0, 10, 10"},
     {"ArabicDigits", "RGB, ١, 2, 3", true, "RGB, 0, 2, 3"},
     {"PlusSign", "RGB, +1, 2, 3", true, "RGB, 1, 2, 3"},
-    {"BlankPart", "RGB, , 2, 3", true, "RGB, 0, 2, 3"},
-    {"EmptyPartsDropped", ",RGB,,1,,2,3,", true, "RGB, 1, 2, 3"},
-    {"TagAlone", "RGB", true, ""},
+    {"WhitespaceComponent", "RGB, , 2, 3", true, "RGB, 0, 2, 3"},
+    {"EmptyPartsIgnored", ",RGB,,1,,2,3,", true, "RGB, 1, 2, 3"},
+    {"OnlyTag", "RGB", true, ""},
     {"OneComponent", "RGB, 1", true, ""},
     {"TwoComponents", "RGB, 1, 2", true, ""},
     {"EmptyThirdComponent", "RGB,1,2,", true, ""},
     {"FourComponents", "RGB, 1, 2, 3, 4", true, ""},
-    {"CommasAlone", ",,,", true, ""},
+    {"OnlyCommas", ",,,", true, ""},
     {"LowerCaseTag", "rgb, 1, 2, 3", false, ""},
     {"MixedCaseTag", "Rgb, 1, 2, 3", false, ""},
-    {"BlankBeforeTag", " RGB, 1, 2, 3", false, ""},
-    {"BlankAfterTag", "RGB , 1, 2, 3", false, ""},
+    {"SpaceBeforeTag", " RGB, 1, 2, 3", false, ""},
+    {"SpaceAfterTag", "RGB , 1, 2, 3", false, ""},
     {"OtherTag", "RGBA, 1, 2, 3", false, ""},
     {"TagWithoutComma", "RGB 1, 2, 3", false, ""},
     {"CyrillicTag", "РГБ, 1, 2, 3", false, ""},
-    {"NumbersAlone", "1, 2, 3", false, ""},
-    {"TagBehind", "1, 2, 3, RGB", false, ""},
-    {"BlankAlone", " ", false, ""},
-    {"BlanksAndCommas", " , ,", false, ""},
+    {"OnlyNumbers", "1, 2, 3", false, ""},
+    {"TagAtTheEnd", "1, 2, 3, RGB", false, ""},
+    {"OnlyWhitespace", " ", false, ""},
+    {"WhitespaceAndCommas", " , ,", false, ""},
     {"Semicolon", "RGB; 1; 2; 3", false, ""},
 };
 
 class ColorReading : public testing::TestWithParam<ColorRow> {};
 
-TEST_P(ColorReading, TakesRgbAndThreeComponentsOnly) {
+TEST_P(ColorReading, RequiresRgbAndThreeComponents) {
   ztCAD_Color color;
   EXPECT_EQ(read(color, colorXml(GetParam().value)), GetParam().ok);
   EXPECT_EQ(onlyText(color), GetParam().text);
   EXPECT_EQ(color.isSet(), *GetParam().text != '\0');
 }
 
-TEST_P(ColorReading, WritesWhatItHolds) {
+TEST_P(ColorReading, WritesItsColor) {
   EXPECT_EQ(roundTrip<ztCAD_Color>(colorXml(GetParam().value)), colorXml(GetParam().text));
 }
 
-TEST_P(ColorReading, WithoutAColorKeepsTheEarlierOne) {
+TEST_P(ColorReading, KeepsThePreviousColorWithoutANewOne) {
   ztCAD_Color color(7, 8, 9);
   read(color, colorXml(GetParam().value));
   EXPECT_EQ(onlyText(color), *GetParam().text ? GetParam().text : "RGB, 7, 8, 9");
@@ -129,14 +131,14 @@ TEST_P(ColorReading, ClearsTheFault) {
 INSTANTIATE_TEST_SUITE_P(Color, ColorReading, testing::ValuesIn(colorRows),
                          [](const auto& row) { return row.param.name; });
 
-TEST(Color, AbsentOneReadsWellAndStaysUnset) {
+TEST(Color, AnAbsentColorSucceedsAndKeepsThePreviousOne) {
   EXPECT_EQ(roundTrip<ztCAD_Color>(R"(<e Color="RGB,1,2,3"/>)"), R"(<e color=""/>)");
   ztCAD_Color color(7, 8, 9);
   EXPECT_TRUE(read(color, "<e/>"));
   EXPECT_EQ(onlyText(color), "RGB, 7, 8, 9");
 }
 
-TEST(Color, ChangingACopyLeavesTheSource) {
+TEST(Color, ChangingACopyKeepsTheSource) {
   const ztCAD_Color source(1, 2, 3);
   ztCAD_Color copy = source;
   copy.set(4, 5, 6);
@@ -145,7 +147,7 @@ TEST(Color, ChangingACopyLeavesTheSource) {
 
 // ------------------------------------------------------------------------------------------------ visibility
 
-TEST(Visible, SaysNothingAtFirst) {
+TEST(Visible, IsUndecidedByDefault) {
   const ztCAD_Visible visible;
   EXPECT_FALSE(visible.isSet());
   EXPECT_EQ(visible.value(), std::nullopt);
@@ -153,7 +155,7 @@ TEST(Visible, SaysNothingAtFirst) {
   EXPECT_EQ(written(visible), "<e/>");
 }
 
-TEST(Visible, TextHasTheWordTwice) {
+TEST(Visible, TextRepeatsTheWord) {
   EXPECT_EQ(onlyText(ztCAD_Visible(true)), "visible=truetrue");
   EXPECT_EQ(onlyText(ztCAD_Visible(false)), "visible=falsefalse");
 }
@@ -163,7 +165,7 @@ TEST(Visible, WritesTheWordOnce) {
   EXPECT_EQ(written(ztCAD_Visible(false)), R"(<e visible="false"/>)");
 }
 
-TEST(Visible, SettingNothingUnsetsIt) {
+TEST(Visible, SettingNulloptUnsetsIt) {
   ztCAD_Visible visible(true);
   visible.setValue(false);
   EXPECT_EQ(visible.value(), false);
@@ -185,8 +187,8 @@ const VisibleRow visibleRows[] = {
     {"FalseInCapitals", "FALSE", false},
     {"FalseCapitalised", "False", false},
     {"FalseInMixedCase", "fAlSe", false},
-    {"FalseWithBlanks", " false ", true},
-    {"FalseWithLetterBehind", "falsey", true},
+    {"FalseWithSpaces", " false ", true},
+    {"FalseWithTrailingLetter", "falsey", true},
     {"True", "true", true},
     {"TrueInCapitals", "TRUE", true},
     {"OtherWord", "no", true},
@@ -194,10 +196,10 @@ const VisibleRow visibleRows[] = {
     {"CyrillicWord", "ложь", true},
     {"CyrillicLetterInFalse", "fаlse", true},
     {"Emoji", "🙂", true},
-    {"Blank", " ", true},
+    {"Whitespace", " ", true},
     {"Zero", "0", false},
     {"NegativeZero", "-0", false},
-    {"ZeroWithBlanks", " 0 ", false},
+    {"ZeroWithSpaces", " 0 ", false},
     {"ZeroWithFraction", "0.000", false},
     {"ZeroWithExponent", "0e9", false},
     {"One", "1", true},
@@ -222,7 +224,7 @@ const VisibleRow visibleRows[] = {
 
 class VisibleReading : public testing::TestWithParam<VisibleRow> {};
 
-TEST_P(VisibleReading, HidesOnFalseAndOnNumbersUpToZero) {
+TEST_P(VisibleReading, FalseAndNumbersUpToZeroHide) {
   ztCAD_Visible visible(!GetParam().visible);
   EXPECT_TRUE(read(visible, visibleXml(GetParam().value)));
   EXPECT_EQ(visible.value(), GetParam().visible);
@@ -236,14 +238,14 @@ TEST_P(VisibleReading, WritesTrueOrFalse) {
 INSTANTIATE_TEST_SUITE_P(Visible, VisibleReading, testing::ValuesIn(visibleRows),
                          [](const auto& row) { return row.param.name; });
 
-TEST(Visible, AbsentAttributeLeavesItAndWritesNothing) {
+TEST(Visible, AnAbsentAttributeKeepsItAndWritesNothing) {
   EXPECT_EQ(roundTrip<ztCAD_Visible>(R"(<e Visible="true"/>)"), "<e/>");
   ztCAD_Visible visible(false);
   EXPECT_TRUE(read(visible, "<e/>"));
   EXPECT_EQ(visible.value(), false);
 }
 
-TEST(Visible, FaultIsClearedByEveryRead) {
+TEST(Visible, EveryReadClearsTheFault) {
   for (const char* xml : {"<e/>", R"(<e visible="false"/>)", R"(<e visible="word"/>)"}) {
     for (const bool before : {false, true}) {
       ztCAD_Visible visible;
@@ -255,48 +257,48 @@ TEST(Visible, FaultIsClearedByEveryRead) {
 // ------------------------------------------------------------------------------------- colour and visibility
 
 ztCAD_gShowable showable(const ztCAD_Color& color, const ztCAD_Visible& visible) {
-  ztCAD_gShowable made;
-  made.setColor(color);
-  made.setVisible(visible);
-  return made;
+  ztCAD_gShowable display;
+  display.setColor(color);
+  display.setVisible(visible);
+  return display;
 }
 
-TEST(Showable, WithoutColorAndVisibilityPrintsTheLabelsOnly) {
+TEST(Showable, TextWithoutColorAndVisibilityIsTheLabels) {
   EXPECT_EQ(onlyText(ztCAD_gShowable()), "color=visible=");
 }
 
-TEST(Showable, TextRunsColorAndVisibilityTogether) {
+TEST(Showable, TextConcatenatesColorAndVisibility) {
   EXPECT_EQ(onlyText(showable({255, 0, 0}, ztCAD_Visible(true))),
             "color=RGB, 255, 0, 0visible=visible=truetrue");
   EXPECT_EQ(onlyText(showable({}, ztCAD_Visible(false))), "color=visible=visible=falsefalse");
   EXPECT_EQ(onlyText(showable({1, 2, 3}, {})), "color=RGB, 1, 2, 3visible=");
 }
 
-TEST(Showable, WritesTheColorAlwaysAndTheVisibilityWhenSet) {
+TEST(Showable, WritesTheColorAlwaysAndTheVisibilityIfSet) {
   EXPECT_EQ(written(ztCAD_gShowable()), R"(<e color=""/>)");
   EXPECT_EQ(written(showable({1, 2, 3}, {})), R"(<e color="RGB, 1, 2, 3"/>)");
   EXPECT_EQ(written(showable({}, ztCAD_Visible(false))), R"(<e color="" visible="false"/>)");
 }
 
-TEST(Showable, ReadsBothInAnyOrder) {
+TEST(Showable, ReadsBothAttributesInAnyOrder) {
   const std::string both = R"(<e color="RGB, 1, 2, 3" visible="false"/>)";
   EXPECT_EQ(roundTrip<ztCAD_gShowable>(R"(<e color="RGB,1,2,3" visible="0"/>)"), both);
   EXPECT_EQ(roundTrip<ztCAD_gShowable>(R"(<e visible="0" color="RGB,1,2,3"/>)"), both);
 }
 
-TEST(Showable, WrongColorFailsAndTheVisibilityIsTaken) {
+TEST(Showable, AnInvalidColorFailsButTheVisibilityIsRead) {
   ztCAD_gShowable display;
   EXPECT_FALSE(read(display, R"(<e color="red" visible="false"/>)"));
   EXPECT_EQ(written(display), R"(<e color="" visible="false"/>)");
 }
 
-TEST(Showable, ReadsWellWithoutAttributes) {
+TEST(Showable, AbsentAttributesSucceedAndKeepBoth) {
   ztCAD_gShowable display = showable({1, 2, 3}, ztCAD_Visible(true));
   EXPECT_TRUE(read(display, "<e/>"));
   EXPECT_EQ(written(display), R"(<e color="RGB, 1, 2, 3" visible="true"/>)");
 }
 
-TEST(Showable, FaultIsClearedByEveryRead) {
+TEST(Showable, EveryReadClearsTheFault) {
   for (const char* xml : {"<e/>", R"(<e color="red"/>)", R"(<e color="RGB,1,2,3" visible="x"/>)"}) {
     for (const bool before : {false, true}) {
       ztCAD_gShowable display;
@@ -305,7 +307,7 @@ TEST(Showable, FaultIsClearedByEveryRead) {
   }
 }
 
-TEST(Showable, ChangingACopyLeavesTheSource) {
+TEST(Showable, ChangingACopyKeepsTheSource) {
   const ztCAD_gShowable source = showable({1, 2, 3}, ztCAD_Visible(true));
   ztCAD_gShowable copy = source;
   copy.setColor(ztCAD_Color());

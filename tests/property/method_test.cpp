@@ -11,7 +11,7 @@ namespace {
 static_assert(std::is_convertible_v<ztCAD_gMethod*, ztCAD_INode*>);
 static_assert(!std::is_convertible_v<ztCAD_gMethod*, ztCAD_ISerialize*>);
 
-TEST(Method, IsEmptyAtFirstAndWrittenAllTheSame) {
+TEST(Method, IsEmptyByDefaultAndStillWritten) {
   EXPECT_EQ(onlyText(ztCAD_gMethod()), "");
   EXPECT_EQ(written(ztCAD_gMethod()), R"(<e method=""/>)");
 }
@@ -23,7 +23,7 @@ TEST(Method, TextIsTheWordWithoutALabel) {
 
 TEST(Method, KeepsEveryWord) {
   for (const std::string word : {"pointXYZ", "sphere", "triangulation", "polyline", "MIP", "unknownMethod",
-                                 "no word of the format", "", " ", "POINTxyz", "сфера", "%1", "🙂"}) {
+                                 "not a word of the format", "", " ", "POINTxyz", "сфера", "%1", "🙂"}) {
     const std::string xml = "<e method=\"" + word + "\"/>";
     ztCAD_gMethod method;
     EXPECT_TRUE(read(method, xml)) << xml;
@@ -32,19 +32,19 @@ TEST(Method, KeepsEveryWord) {
   }
 }
 
-TEST(Method, AbsentMethodFailsAndLeavesTheWord) {
+TEST(Method, AnAbsentMethodFailsAndKeepsTheWord) {
   ztCAD_gMethod method(QString("sphere"));
   EXPECT_FALSE(read(method, R"(<e name="P1" Method="x"/>)"));
   EXPECT_EQ(method.method().toStdString(), "sphere");
 }
 
-TEST(Method, EmptyMethodIsTaken) {
+TEST(Method, AnEmptyMethodIsRead) {
   ztCAD_gMethod method(QString("sphere"));
   EXPECT_TRUE(read(method, R"(<e method=""/>)"));
   EXPECT_EQ(method.method().toStdString(), "");
 }
 
-TEST(Method, FaultIsClearedByEveryRead) {
+TEST(Method, EveryReadClearsTheFault) {
   for (const char* xml : {R"(<e method="sphere"/>)", "<e/>"}) {
     for (const bool before : {false, true}) {
       ztCAD_gMethod method;
@@ -53,7 +53,7 @@ TEST(Method, FaultIsClearedByEveryRead) {
   }
 }
 
-TEST(Method, ChangingACopyLeavesTheSource) {
+TEST(Method, ChangingACopyKeepsTheSource) {
   const ztCAD_gMethod source(QString("sphere"));
   ztCAD_gMethod copy = source;
   copy.setMethod("polyline");

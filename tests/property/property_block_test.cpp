@@ -38,7 +38,7 @@ const char* const fullXml =
     R"(<e LCS="CS, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1" color="RGB, 255, 0, 0" comment="c" inform="i" name="P1" visible="true"/>)";
 const char* const emptyText = "attr=(name=, comment=, inform=) ,color=visible=";
 
-TEST(PropertyBlock, IsEmptyAtFirst) {
+TEST(PropertyBlock, IsEmptyByDefault) {
   const ztCAD_cmnProperty block;
   EXPECT_EQ(onlyText(block), emptyText);
   EXPECT_FALSE(block.hasLCS());
@@ -47,17 +47,17 @@ TEST(PropertyBlock, IsEmptyAtFirst) {
   EXPECT_FALSE(block.wasRead());
 }
 
-TEST(PropertyBlock, EmptyOneWritesDescriptionAndColorOnly) {
+TEST(PropertyBlock, AnEmptyBlockWritesOnlyDescriptionAndColor) {
   EXPECT_EQ(written(ztCAD_cmnProperty()), R"(<e color="" comment="" inform="" name=""/>)");
 }
 
-TEST(PropertyBlock, TextJoinsItsPartsByABlankAndAComma) { EXPECT_EQ(onlyText(fullBlock()), fullText); }
+TEST(PropertyBlock, TextJoinsItsPartsWithASpaceAndAComma) { EXPECT_EQ(onlyText(fullBlock()), fullText); }
 
 TEST(PropertyBlock, WritesAllItsParts) { EXPECT_EQ(written(fullBlock()), fullXml); }
 
 TEST(PropertyBlock, ReadsWhatItWrites) { EXPECT_EQ(roundTrip<ztCAD_cmnProperty>(fullXml), fullXml); }
 
-TEST(PropertyBlock, WithoutACoordinateSystemWritesNone) {
+TEST(PropertyBlock, WritesNoAttributeWithoutACoordinateSystem) {
   ztCAD_cmnProperty block = fullBlock();
   block.setLcs(std::nullopt);
   EXPECT_FALSE(block.hasLCS());
@@ -66,7 +66,7 @@ TEST(PropertyBlock, WithoutACoordinateSystemWritesNone) {
             "attr=(name=P1, comment=c, inform=i) ,color=RGB, 255, 0, 0visible=visible=truetrue");
 }
 
-TEST(PropertyBlock, EmptyCoordinateSystemIsWrittenAsAnEmptyAttribute) {
+TEST(PropertyBlock, AnEmptyCoordinateSystemIsWrittenAsAnEmptyAttribute) {
   ztCAD_cmnProperty block;
   block.setLcs(ztCAD_LCS());
   EXPECT_TRUE(block.hasLCS());
@@ -74,13 +74,13 @@ TEST(PropertyBlock, EmptyCoordinateSystemIsWrittenAsAnEmptyAttribute) {
   EXPECT_EQ(onlyText(block), emptyText);
 }
 
-TEST(PropertyBlock, ModelSystemIsWrittenUnderItsOwnName) {
+TEST(PropertyBlock, AModelSystemIsWrittenUnderItsOwnName) {
   ztCAD_cmnProperty block;
   block.setLcs(ztCAD_LCS(false, {1}));
   EXPECT_EQ(written(block), R"(<e MCS="CS, 1" color="" comment="" inform="" name=""/>)");
 }
 
-TEST(PropertyBlock, OrderOfAttributesDoesNotMatter) {
+TEST(PropertyBlock, TheOrderOfAttributesDoesNotMatter) {
   const std::string forward =
       std::string(R"(<e name="P1" comment="c" inform="i" color="RGB,255,0,0" visible="1" )") + onesXml + "/>";
   const std::string backward =
@@ -89,7 +89,7 @@ TEST(PropertyBlock, OrderOfAttributesDoesNotMatter) {
   EXPECT_EQ(roundTrip<ztCAD_cmnProperty>(backward), fullXml);
 }
 
-TEST(PropertyBlock, KeepsForeignLettersQuotesAndPlaceholders) {
+TEST(PropertyBlock, KeepsNonAsciiLettersQuotesAndPlaceholders) {
   for (const std::string xml :
        {R"(<e color="" comment="Ось Ё" inform="№" name="Точка"/>)",
         R"(<e color="" comment="it's &quot;so&quot;" inform="&lt;&amp;&gt;" name="&quot;A&quot;"/>)",
@@ -98,7 +98,7 @@ TEST(PropertyBlock, KeepsForeignLettersQuotesAndPlaceholders) {
     EXPECT_EQ(roundTrip<ztCAD_cmnProperty>(xml), xml);
 }
 
-TEST(PropertyBlock, TextSubstitutesNothing) {
+TEST(PropertyBlock, TextDoesNotSubstitutePlaceholders) {
   ztCAD_cmnProperty block;
   block.attributes().setName("%1");
   block.attributes().setComment("%2 ,color=");
@@ -116,7 +116,7 @@ std::ostream& operator<<(std::ostream& out, const OutcomeRow& row) { return out 
 
 const OutcomeRow outcomeRows[] = {
     {"Nothing", "<e/>", false},
-    {"NameAlone", R"(<e name="P1"/>)", true},
+    {"OnlyName", R"(<e name="P1"/>)", true},
     {"EmptyName", R"(<e name=""/>)", true},
     {"NoName", R"(<e comment="c" inform="i" color="RGB,1,2,3" visible="true"/>)", false},
     {"NameOfAChild", R"(<e><e name="P1"/></e>)", false},
@@ -125,8 +125,8 @@ const OutcomeRow outcomeRows[] = {
     {"ColorWithTooFewParts", R"(<e name="P1" color="RGB, 1, 2"/>)", true},
     {"ColorWithoutNumbers", R"(<e name="P1" color="RGB, a, b, c"/>)", true},
     {"ColorInLowerCase", R"(<e name="P1" color="rgb, 1, 2, 3"/>)", false},
-    {"NoNameAndWrongColor", R"(<e color="rgb, 1, 2, 3"/>)", false},
-    {"OddVisibility", R"(<e name="P1" visible="perhaps"/>)", true},
+    {"NoNameAndInvalidColor", R"(<e color="rgb, 1, 2, 3"/>)", false},
+    {"UnusualVisibility", R"(<e name="P1" visible="perhaps"/>)", true},
     {"EmptyCoordinateSystem", R"(<e name="P1" LCS=""/>)", true},
     {"CoordinateSystemOfElevenValues", R"(<e name="P1" LCS="CS,1,2,3,4,5,6,7,8,9,10,11"/>)", true},
     {"CoordinateSystem", R"(<e name="P1" LCS="CS,1,2,3,4,5,6,7,8,9,10,11,12"/>)", true},
@@ -137,14 +137,14 @@ const OutcomeRow outcomeRows[] = {
 
 class PropertyBlockReading : public testing::TestWithParam<OutcomeRow> {};
 
-TEST_P(PropertyBlockReading, FailsWithoutANameAndOnAWrongColorOnly) {
+TEST_P(PropertyBlockReading, FailsOnlyWithoutANameOrOnAnInvalidColor) {
   ztCAD_cmnProperty block;
   EXPECT_EQ(read(block, GetParam().xml), GetParam().ok);
   EXPECT_EQ(block.readOk(), GetParam().ok);
   EXPECT_TRUE(block.wasRead());
 }
 
-TEST_P(PropertyBlockReading, StateTellsOfTheLastReadOnly) {
+TEST_P(PropertyBlockReading, TheStateReflectsTheLastRead) {
   ztCAD_cmnProperty block;
   block.setReadOk(!GetParam().ok);
   read(block, GetParam().xml);
@@ -160,43 +160,43 @@ TEST_P(PropertyBlockReading, ClearsTheFault) {
 INSTANTIATE_TEST_SUITE_P(PropertyBlock, PropertyBlockReading, testing::ValuesIn(outcomeRows),
                          [](const auto& row) { return row.param.name; });
 
-TEST(PropertyBlock, FailedReadTakesWhatIsThere) {
+TEST(PropertyBlock, AFailedReadTakesTheValidAttributes) {
   ztCAD_cmnProperty withoutName;
   EXPECT_FALSE(
       read(withoutName, std::string(R"(<e comment="c" color="RGB,1,2,3" visible="0" )") + onesXml + "/>"));
   EXPECT_EQ(onlyText(withoutName),
             std::string("attr=(name=, comment=c, inform=) ,color=RGB, 1, 2, 3visible=visible=falsefalse") +
                 onesText);
-  ztCAD_cmnProperty wrongColor;
-  EXPECT_FALSE(read(wrongColor, std::string(R"(<e name="P1" color="red" visible="0" )") + onesXml + "/>"));
-  EXPECT_EQ(onlyText(wrongColor),
+  ztCAD_cmnProperty invalidColor;
+  EXPECT_FALSE(read(invalidColor, std::string(R"(<e name="P1" color="red" visible="0" )") + onesXml + "/>"));
+  EXPECT_EQ(onlyText(invalidColor),
             std::string("attr=(name=P1, comment=, inform=) ,color=visible=visible=falsefalse") + onesText);
 }
 
 // ----------------------------------------------------------------------------------------- coordinate system
 
-TEST(PropertyBlock, TakesALocalSystem) {
+TEST(PropertyBlock, ReadsALocalSystem) {
   const auto block = readFrom<ztCAD_cmnProperty>(std::string(R"(<e name="P1" )") + onesXml + "/>");
   ASSERT_TRUE(block.hasLCS());
   EXPECT_EQ(block.lcs()->values(), ones());
   EXPECT_TRUE(block.lcs()->isLocal());
 }
 
-TEST(PropertyBlock, PassesOverAModelSystem) {
+TEST(PropertyBlock, IgnoresAModelSystem) {
   const auto block = readFrom<ztCAD_cmnProperty>(R"(<e name="P1" MCS="CS,1,1,1,1,1,1,1,1,1,1,1,1"/>)");
   EXPECT_FALSE(block.hasLCS());
   EXPECT_EQ(written(block), R"(<e color="" comment="" inform="" name="P1"/>)");
 }
 
-TEST(PropertyBlock, ReadReplacesTheSystemAndItsSort) {
+TEST(PropertyBlock, ReadReplacesTheSystemAndItsKind) {
   ztCAD_cmnProperty block;
   block.setLcs(ztCAD_LCS(false, {7, 8}));
   EXPECT_TRUE(read(block, std::string(R"(<e name="P1" )") + onesXml + "/>"));
-  EXPECT_EQ(block.lcs()->values(), ones()) << "nothing of the earlier one is left";
+  EXPECT_EQ(block.lcs()->values(), ones()) << "no value of the previous system may remain";
   EXPECT_TRUE(block.lcs()->isLocal());
 }
 
-TEST(PropertyBlock, FailedOrAbsentSystemLeavesTheEarlierOne) {
+TEST(PropertyBlock, AFailedOrAbsentSystemKeepsThePreviousOne) {
   for (const char* xml : {R"(<e name="P1"/>)", R"(<e name="P1" LCS=""/>)", R"(<e name="P1" LCS="CS, 1, 2"/>)",
                           R"(<e name="P1" MCS="CS,1,1,1,1,1,1,1,1,1,1,1,1"/>)"}) {
     ztCAD_cmnProperty block;
@@ -215,7 +215,7 @@ TEST(PropertyBlock, ReadingTwiceKeepsTwelveValues) {
   EXPECT_EQ(block.lcs()->values().size(), 12u);
 }
 
-TEST(PropertyBlock, HandsOutACopyOfTheSystem) {
+TEST(PropertyBlock, ReturnsACopyOfTheSystem) {
   ztCAD_cmnProperty block = fullBlock();
   block.lcs()->setValues({});
   EXPECT_EQ(onlyText(block), fullText);
@@ -233,7 +233,7 @@ void changeEverything(ztCAD_cmnProperty& block) {
   block.setReadOk(true);
 }
 
-TEST(PropertyBlock, ChangingACopyLeavesTheSource) {
+TEST(PropertyBlock, ChangingACopyKeepsTheSource) {
   const ztCAD_cmnProperty source = fullBlock();
   ztCAD_cmnProperty copy = source;
   EXPECT_EQ(onlyText(copy), fullText);
@@ -243,18 +243,18 @@ TEST(PropertyBlock, ChangingACopyLeavesTheSource) {
   EXPECT_FALSE(source.readOk());
 }
 
-TEST(PropertyBlock, ChangingAnAssignedBlockLeavesTheSource) {
+TEST(PropertyBlock, ChangingAnAssignedBlockKeepsTheSource) {
   const ztCAD_cmnProperty source = fullBlock();
   ztCAD_cmnProperty assigned;
   const ztCAD_gAttr* const itsAttributes = &assigned.attributes();
   EXPECT_EQ(&(assigned = source), &assigned);
   EXPECT_EQ(onlyText(assigned), fullText);
-  EXPECT_EQ(&assigned.attributes(), itsAttributes) << "references that a host holds stay good";
+  EXPECT_EQ(&assigned.attributes(), itsAttributes) << "references held by a host must stay valid";
   changeEverything(assigned);
   EXPECT_EQ(onlyText(source), fullText);
 }
 
-TEST(PropertyBlock, AssignmentTakesEmptyPartsToo) {
+TEST(PropertyBlock, AssignmentCopiesEmptyPartsToo) {
   ztCAD_cmnProperty assigned = fullBlock();
   assigned = ztCAD_cmnProperty();
   EXPECT_EQ(onlyText(assigned), emptyText);
@@ -268,7 +268,7 @@ TEST(PropertyBlock, AssignmentToItselfChangesNothing) {
   EXPECT_EQ(onlyText(block), fullText);
 }
 
-TEST(PropertyBlock, CopiesAndAssignmentsTakeTheState) {
+TEST(PropertyBlock, CopiesAndAssignmentsKeepTheReadState) {
   const auto source = readFrom<ztCAD_cmnProperty>(R"(<e name="P1"/>)");
   const ztCAD_cmnProperty copy = source;
   ztCAD_cmnProperty assigned;
@@ -279,9 +279,9 @@ TEST(PropertyBlock, CopiesAndAssignmentsTakeTheState) {
   EXPECT_TRUE(assigned.wasRead());
 }
 
-TEST(PropertyBlock, MovedFromBlockIsStillABlock) {
+TEST(PropertyBlock, AMovedFromBlockStaysUsable) {
   ztCAD_cmnProperty source = fullBlock();
-  // hosts may go on with what they moved from: its attributes are never null
+  // a host may use a moved-from block: its attributes are never null
   const ztCAD_cmnProperty taken = std::move(source);  // NOLINT(performance-move-const-arg)
   EXPECT_EQ(onlyText(taken), fullText);
   source.attributes().setName("again");  // NOLINT(bugprone-use-after-move)

@@ -46,7 +46,7 @@ CommonProperty fullRecord() {
 const char* const fullRecordText =
     "attr=(name=P1, comment=c, inform=i) ,color=RGB, 1, 2, 3visible=visible=falsefalseCS, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1";
 
-TEST(CommonPropertyRecord, HoldsNothingAtFirst) {
+TEST(CommonPropertyRecord, IsEmptyByDefault) {
   const CommonProperty record;
   EXPECT_EQ(record.comment, "");
   EXPECT_EQ(record.inform, "");
@@ -55,20 +55,20 @@ TEST(CommonPropertyRecord, HoldsNothingAtFirst) {
   EXPECT_EQ(record.lcs, std::nullopt);
 }
 
-TEST(CommonPropertyRecord, FillsAnEmptyElementAndTheNameStays) {
+TEST(CommonPropertyRecord, FillsAnEmptyElementAndKeepsItsName) {
   EXPECT_EQ(textAfter(fullRecord(), Named()), fullRecordText);
 }
 
-TEST(CommonPropertyRecord, ReplacesWhatTheElementHas) {
+TEST(CommonPropertyRecord, ReplacesThePropertiesOfTheElement) {
   EXPECT_EQ(textAfter(fullRecord(), filled()), fullRecordText);
 }
 
-TEST(CommonPropertyRecord, EmptyOneEmptiesAllButNameAndCoordinateSystem) {
+TEST(CommonPropertyRecord, AnEmptyRecordClearsAllButNameAndCoordinateSystem) {
   EXPECT_EQ(textAfter(CommonProperty(), filled()),
             "attr=(name=P1, comment=, inform=) ,color=visible=CS, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7");
 }
 
-TEST(CommonPropertyRecord, EmptyCoordinateSystemReplacesToo) {
+TEST(CommonPropertyRecord, AnEmptyCoordinateSystemReplacesTheOldOne) {
   CommonProperty record;
   record.lcs = ztCAD_LCS(false, {});
   Named element = filled();
@@ -78,7 +78,7 @@ TEST(CommonPropertyRecord, EmptyCoordinateSystemReplacesToo) {
   EXPECT_FALSE(element.property().lcs()->isLocal());
 }
 
-TEST(CommonPropertyRecord, SettingIsNoReading) {
+TEST(CommonPropertyRecord, ApplyingIsNotAReadOfTheElement) {
   Named element;
   ztcad::apply(fullRecord(), element);
   EXPECT_FALSE(element.property().wasRead());
@@ -92,7 +92,7 @@ TEST(CommonPropertyRecord, TextsAreUtf8OrWindows1251) {
             "attr=(name=P1, comment=Ось 🙂 %1, inform=Ось) ,color=visible=");
 }
 
-TEST(CommonPropertyRecord, KeepsNothingOfTheRecordAlive) {
+TEST(CommonPropertyRecord, TheElementDoesNotReferToTheRecord) {
   auto record = std::make_optional(fullRecord());
   Named element;
   ztcad::apply(*record, element);
@@ -101,14 +101,14 @@ TEST(CommonPropertyRecord, KeepsNothingOfTheRecordAlive) {
   EXPECT_EQ(onlyText(element.property()), fullRecordText);
 }
 
-TEST(MipPropertyRecord, HoldsNothingAtFirst) {
+TEST(MipPropertyRecord, IsEmptyByDefault) {
   const CommonPropertyForMIP record;
   EXPECT_EQ(record.comment, "");
   EXPECT_EQ(record.inform, "");
   EXPECT_EQ(record.lcs, std::nullopt);
 }
 
-TEST(MipPropertyRecord, LeavesColorAndVisibility) {
+TEST(MipPropertyRecord, KeepsColorAndVisibility) {
   CommonPropertyForMIP record;
   record.comment = "c";
   record.inform = "i";
@@ -118,13 +118,13 @@ TEST(MipPropertyRecord, LeavesColorAndVisibility) {
       "attr=(name=P1, comment=c, inform=i) ,color=RGB, 7, 8, 9visible=visible=truetrueCS, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1");
 }
 
-TEST(MipPropertyRecord, EmptyOneEmptiesTheTextsOnly) {
+TEST(MipPropertyRecord, AnEmptyRecordClearsOnlyTheTexts) {
   EXPECT_EQ(
       textAfter(CommonPropertyForMIP(), filled()),
       "attr=(name=P1, comment=, inform=) ,color=RGB, 7, 8, 9visible=visible=truetrueCS, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7");
 }
 
-TEST(CommonPropertyRecord, RowsStartFromAFilledElement) {
+TEST(CommonPropertyRecord, TheFilledElementHasEveryProperty) {
   EXPECT_EQ(onlyText(filled().property()), filledText);
 }
 

@@ -21,7 +21,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-/// A stream whose text counts as written only once it was flushed.
+/// A stream buffer that separates flushed text from text that is still buffered.
 class FlushedText : public std::stringbuf {
  public:
   std::string flushed;
@@ -41,7 +41,7 @@ class FlushedStream : public std::ostream {
   FlushedText buffer;
 };
 
-/// A device that is full.
+/// A stream buffer that fails on every write.
 class BrokenBuffer : public std::streambuf {
  protected:
   int_type overflow(int_type) override { throw std::runtime_error("device is full"); }
@@ -68,15 +68,15 @@ class AssertionLog : public testing::Test {
   ztBaseAsserter& m_reporter = ztBaseAsserter::instance();
 };
 
-// ------------------------------------------------------------------------------------------------------- the report
-TEST_F(AssertionLog, AReportIsOneLineOfFixedForm) {
+// ------------------------------------------------------------------------------------------------ the report
+TEST_F(AssertionLog, AReportIsOneLineInAFixedFormat) {
   m_reporter.report(R"(( "Primary", _check_num_threads_curr() ))", "_Common/ztParallel", 267);
   EXPECT_EQ(logged(),
             "Assert occurred in FILE: _Common/ztParallel; LINE: 267; EXPRESSION: "
             "( \"Primary\", _check_num_threads_curr() ).\n");
 }
 
-TEST_F(AssertionLog, TwoReportsAreTwoLinesInOrderEachOnTheStreamOnReturn) {
+TEST_F(AssertionLog, EachReportIsFlushedAsALineBeforeTheCallReturns) {
   m_reporter.report("first", "a.cpp", 1);
   const std::string first = "Assert occurred in FILE: a.cpp; LINE: 1; EXPRESSION: first.\n";
   EXPECT_EQ(logged(), first);
@@ -106,10 +106,10 @@ const ReportRow reportRows[] = {
     {"formatting characters", "%s%n %1", "%d", 5, "FILE: %d; LINE: 5; EXPRESSION: %s%n %1.\n"},
     {"non-ASCII", "\xD0\xB0 > 0", "\xD1\x84.cpp", 5,
      "FILE: \xD1\x84.cpp; LINE: 5; EXPRESSION: \xD0\xB0 > 0.\n"},
-    {"bytes that are no UTF-8", "\xE0\xFF", "f", 5, "FILE: f; LINE: 5; EXPRESSION: \xE0\xFF.\n"},
+    {"invalid UTF-8", "\xE0\xFF", "f", 5, "FILE: f; LINE: 5; EXPRESSION: \xE0\xFF.\n"},
 };
 
-TEST_F(AssertionLog, TextsAndLineAreTakenAsGiven) {
+TEST_F(AssertionLog, TextsAndLineNumberAreUsedVerbatim) {
   for (const ReportRow& row : reportRows) {
     SCOPED_TRACE(row.name);
     m_stream->buffer.str({});
@@ -118,19 +118,19 @@ TEST_F(AssertionLog, TextsAndLineAreTakenAsGiven) {
   }
 }
 
-TEST_F(AssertionLog, VeryLongTextsAreNotCut) {
+TEST_F(AssertionLog, VeryLongTextsAreNotTruncated) {
   const std::string expression(100000, 'x');
   m_reporter.report(expression.c_str(), "f", 1);
   EXPECT_EQ(logged(), "Assert occurred in FILE: f; LINE: 1; EXPRESSION: " + expression + ".\n");
 }
 
-TEST_F(AssertionLog, WidthAndFillOfTheStreamHoldAsForAnyString) {
+TEST_F(AssertionLog, WidthAndFillOfTheStreamApplyAsForAnyString) {
   const std::string line = "Assert occurred in FILE: f; LINE: 1; EXPRESSION: e.\n";
   *m_stream << std::setfill('*') << std::setw(static_cast<int>(line.size()) + 3);
   m_reporter.report("e", "f", 1);
   EXPECT_EQ(logged(), "***" + line);
 
-  m_reporter.report("e", "f", 1);  // an insertion uses the width up
+  m_reporter.report("e", "f", 1);  // the insertion reset the width
   EXPECT_EQ(logged(), "***" + line + line);
 
   *m_stream << std::left << std::setw(static_cast<int>(line.size()) + 2);
@@ -138,13 +138,13 @@ TEST_F(AssertionLog, WidthAndFillOfTheStreamHoldAsForAnyString) {
   EXPECT_EQ(logged(), "***" + line + line + line + "**");
 }
 
-TEST_F(AssertionLog, NothingGoesToQtWhileAWriterIsInstalled) {
+TEST_F(AssertionLog, QtReceivesNoWarningWhileAWriterIsInstalled) {
   const CapturedWarnings warnings;
   m_reporter.report("e", "f", 1);
   EXPECT_TRUE(warnings.messages().empty());
 }
 
-// ---------------------------------------------------------------------------------------------------- no writer
+// ------------------------------------------------------------------------------------------------- no writer
 struct WarningRow {
   const char* name;
   const char* expression;
@@ -155,13 +155,13 @@ struct WarningRow {
 
 const WarningRow warningRows[] = {
     {"null", nullptr, nullptr, 0, "Assert occurred in FILE: ; LINE: 0; EXPRESSION: ."},
-    {"quotes and backslashes stay", R"(a == "b\n")", R"(c:\d.cpp)", 7,
+    {"quotes and backslashes are kept", R"(a == "b\n")", R"(c:\d.cpp)", 7,
      R"(Assert occurred in FILE: c:\d.cpp; LINE: 7; EXPRESSION: a == "b\n".)"},
     {"formatting characters", "%s%n %1", "f", 7, "Assert occurred in FILE: f; LINE: 7; EXPRESSION: %s%n %1."},
     {"non-ASCII", "\xD0\xB0", "f", 7, "Assert occurred in FILE: f; LINE: 7; EXPRESSION: \xD0\xB0."},
 };
 
-TEST(AssertionLogWithoutWriter, ReportIsOneWarningOfQtWithNothingQuoted) {
+TEST(AssertionLogWithoutWriter, AReportIsOneUnquotedQtWarning) {
   for (const WarningRow& row : warningRows) {
     SCOPED_TRACE(row.name);
     const CapturedWarnings warnings;
@@ -191,13 +191,13 @@ TEST(AssertionLogWithoutWriter, ADestroyedWriterIsNoLongerInstalled) {
   EXPECT_EQ(warnings.messages().size(), 1U);
 }
 
-TEST_F(AssertionLog, DestroyingAnotherWriterLeavesTheInstalledOne) {
+TEST_F(AssertionLog, DestroyingAnotherWriterKeepsTheInstalledOne) {
   { ztLogWriter other{std::make_unique<std::ostringstream>()}; }
   m_reporter.report("e", "f", 1);
   EXPECT_NE(logged(), "");
 }
 
-TEST_F(AssertionLog, ANewWriterReplacesTheOneBefore) {
+TEST_F(AssertionLog, ANewWriterReplacesThePreviousOne) {
   auto* stream = new FlushedStream;
   ztLogWriter other{std::unique_ptr<std::ostream>(stream)};
   ztBaseAsserter::setWriter(&other);
@@ -206,10 +206,10 @@ TEST_F(AssertionLog, ANewWriterReplacesTheOneBefore) {
   EXPECT_NE(stream->buffer.flushed, "");
 }
 
-// ------------------------------------------------------------------------------------------------ what never happens
-TEST(AssertionLogFailure, AStreamThatThrowsNeitherEscapesNorPilesUpLines) {
+// -------------------------------------------------------------------------------------------------- failures
+TEST(AssertionLogFailure, AnExceptionOfTheStreamIsCaughtAndTheLinesAreDropped) {
   ztLogWriter writer(std::make_unique<ThrowingStream>());
-  EXPECT_THROW(writer.stream() << "x", std::exception) << "the stream of this test does not throw";
+  EXPECT_THROW(writer.stream() << "x", std::exception) << "the test needs a stream that throws";
   writer.stream().clear();
 
   ztBaseAsserter::setWriter(&writer);
@@ -217,7 +217,7 @@ TEST(AssertionLogFailure, AStreamThatThrowsNeitherEscapesNorPilesUpLines) {
   EXPECT_TRUE(writer.pendingLines().empty());
 }
 
-TEST(AssertionLogFailure, AWriterWithoutAStreamTakesReports) {
+TEST(AssertionLogFailure, AWriterWithoutAStreamAcceptsReports) {
   ztLogWriter writer(nullptr);
   ztBaseAsserter::setWriter(&writer);
   ztBaseAsserter::instance().report("e", "f", 1);
@@ -231,14 +231,14 @@ class RefusingWriter : public ztLogWriter {
   std::string& accept(const std::string&) override { throw std::bad_alloc(); }
 };
 
-TEST(AssertionLogFailure, AWriterThatThrowsDoesNotReachTheCheck) {
+TEST(AssertionLogFailure, AnExceptionOfTheWriterDoesNotLeaveReport) {
   RefusingWriter writer;
   ztBaseAsserter::setWriter(&writer);
   EXPECT_NO_THROW(ztBaseAsserter::instance().report("e", "f", 1));
 }
 
-// ------------------------------------------------------------------------------------------------------- the writer
-/// Adds what a host may want to see in front of each line.
+// ------------------------------------------------------------------------------------------------ the writer
+/// Prefixes each line with a time stamp, as a host may want.
 class StampingWriter : public ztLogWriter {
  public:
   using ztLogWriter::ztLogWriter;
@@ -249,7 +249,7 @@ class StampingWriter : public ztLogWriter {
   Lines messages;
 };
 
-TEST(LogWriter, FirstOperationGetsTheMessageWithoutItsLineFeed) {
+TEST(LogWriter, AcceptReceivesTheMessageWithoutItsLineFeed) {
   auto* stream = new FlushedStream;
   StampingWriter writer{std::unique_ptr<std::ostream>(stream)};
   ztBaseAsserter::setWriter(&writer);
@@ -259,12 +259,12 @@ TEST(LogWriter, FirstOperationGetsTheMessageWithoutItsLineFeed) {
   EXPECT_EQ(stream->buffer.flushed, "01.02.2003 04:05:06 " + message + "\n");
 }
 
-TEST(LogWriter, LinesWaitUntilFlushedAndComeInOrder) {
+TEST(LogWriter, LinesStayPendingUntilFlushAndKeepTheirOrder) {
   auto* stream = new FlushedStream;
   ztLogWriter writer{std::unique_ptr<std::ostream>(stream)};
   std::string& first = writer.accept("one");
   writer.accept("two\n");
-  first += '\n';  // the reference is good although a line came after it
+  first += '\n';  // the reference stays valid after another accept()
   EXPECT_EQ(stream->buffer.str(), "");
   EXPECT_EQ(writer.pendingLines(), (std::list<std::string>{"one\n", "two\n"}));
 
@@ -273,7 +273,7 @@ TEST(LogWriter, LinesWaitUntilFlushedAndComeInOrder) {
   EXPECT_TRUE(writer.pendingLines().empty());
 }
 
-TEST(LogWriter, FlushWithoutLinesFlushesTheStream) {
+TEST(LogWriter, FlushWithoutPendingLinesFlushesTheStream) {
   auto* stream = new FlushedStream;
   ztLogWriter writer{std::unique_ptr<std::ostream>(stream)};
   writer.flush();
@@ -292,16 +292,16 @@ TEST(LogWriter, OwnsItsStream) {
   EXPECT_EQ(destroyed, 1);
 }
 
-TEST_F(AssertionLog, PendingLinesOfTheHostGoOutBeforeTheReport) {
+TEST_F(AssertionLog, PendingLinesOfTheHostAreWrittenBeforeTheReport) {
   m_writer.accept("host\n");
   m_reporter.report("e", "f", 1);
   EXPECT_EQ(logged(), "host\nAssert occurred in FILE: f; LINE: 1; EXPRESSION: e.\n");
 }
 
-// ----------------------------------------------------------------------------------------------------- the reporter
+// ---------------------------------------------------------------------------------------------- the reporter
 struct LocalReporter : ztBaseAsserter {};
 
-TEST_F(AssertionLog, TheDestructorOfAReporterFlushes) {
+TEST_F(AssertionLog, DestroyingAReporterFlushesTheWriter) {
   {
     const LocalReporter reporter;
     m_writer.accept("pending\n");
@@ -310,7 +310,7 @@ TEST_F(AssertionLog, TheDestructorOfAReporterFlushes) {
   EXPECT_EQ(logged(), "pending\n");
 }
 
-TEST(Reporter, ItsDestructorSurvivesAStreamThatThrowsAndNoWriter) {
+TEST(Reporter, CanBeDestroyedWithAThrowingStreamAndWithoutAWriter) {
   { const LocalReporter withoutWriter; }
   ztLogWriter writer(std::make_unique<ThrowingStream>());
   ztBaseAsserter::setWriter(&writer);
@@ -321,7 +321,9 @@ TEST(Reporter, ItsDestructorSurvivesAStreamThatThrowsAndNoWriter) {
   EXPECT_TRUE(writer.pendingLines().empty());
 }
 
-TEST(Reporter, IsOneForTheProcess) { EXPECT_EQ(&ztBaseAsserter::instance(), &ztBaseAsserter::instance()); }
+TEST(Reporter, TheProcessHasOneInstance) {
+  EXPECT_EQ(&ztBaseAsserter::instance(), &ztBaseAsserter::instance());
+}
 
 TEST(Reporter, HasNoDataMembers) {
   EXPECT_TRUE(std::is_polymorphic_v<ztBaseAsserter>);
@@ -329,7 +331,7 @@ TEST(Reporter, HasNoDataMembers) {
 }
 
 #if defined(__GXX_ABI_VERSION) && defined(__x86_64__)
-/// Position of a virtual function in its table, as this platform's pointers to members tell it.
+/// Index of a virtual function in the virtual table, decoded from the member pointer of this platform's ABI.
 template <typename Member>
 std::ptrdiff_t slotOf(Member member) {
   std::ptrdiff_t encoded = 0;
@@ -338,15 +340,15 @@ std::ptrdiff_t slotOf(Member member) {
   return (encoded - 1) / static_cast<std::ptrdiff_t>(sizeof(void*));
 }
 
-TEST(Reporter, ReportComesRightAfterTheDestructor) {
-  EXPECT_EQ(slotOf(&ztBaseAsserter::report), 2) << "a destructor takes two slots on this platform";
+TEST(Reporter, ReportFollowsTheDestructorInTheVirtualTable) {
+  EXPECT_EQ(slotOf(&ztBaseAsserter::report), 2) << "a destructor occupies two slots on this platform";
 }
 
-TEST(LogWriter, AcceptIsItsFirstVirtualOperation) { EXPECT_EQ(slotOf(&ztLogWriter::accept), 0); }
+TEST(LogWriter, AcceptIsItsFirstVirtualFunction) { EXPECT_EQ(slotOf(&ztLogWriter::accept), 0); }
 #endif
 
-// ---------------------------------------------------------------------------------------------------- the constants
-TEST(AssertionLogConstants, HaveTheirFixedTexts) {
+// --------------------------------------------------------------------------------------------- the constants
+TEST(AssertionLogConstants, HaveTheDocumentedValues) {
   EXPECT_STREQ(ztAssertionLog::fileName, "Nodra_assert.log");
   EXPECT_EQ(ztAssertionLog::projectBanner, std::string(80, '/') + "\nNEW PROJECT: ");
   EXPECT_STREQ(ztAssertionLog::calculationBanner, "NEW CALCULATION");

@@ -5,26 +5,27 @@
 #include <string>
 #include <vector>
 
-/// Keeps Qt's warnings of a scope instead of printing them, as UTF-8; other messages are dropped. One at a time.
+/// Captures Qt's warnings within a scope as UTF-8 instead of printing them; other messages are discarded. At
+/// most one instance may exist at a time.
 class CapturedWarnings {
  public:
   CapturedWarnings() {
-    kept().clear();
-    m_previous = qInstallMessageHandler(keep);
+    captured().clear();
+    m_previous = qInstallMessageHandler(capture);
   }
   ~CapturedWarnings() { qInstallMessageHandler(m_previous); }
   CapturedWarnings(const CapturedWarnings&) = delete;
   CapturedWarnings& operator=(const CapturedWarnings&) = delete;
 
-  const std::vector<std::string>& messages() const { return kept(); }
+  const std::vector<std::string>& messages() const { return captured(); }
 
  private:
-  static std::vector<std::string>& kept() {
+  static std::vector<std::string>& captured() {
     static std::vector<std::string> messages;
     return messages;
   }
-  static void keep(QtMsgType type, const QMessageLogContext&, const QString& message) {
-    if (type == QtWarningMsg) kept().push_back(message.toStdString());
+  static void capture(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    if (type == QtWarningMsg) captured().push_back(message.toStdString());
   }
 
   QtMessageHandler m_previous = nullptr;

@@ -10,8 +10,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "support/parallel_settings.h"
 #include "support/captured_warnings.h"
+#include "support/parallel_settings.h"
 
 namespace {
 
@@ -23,7 +23,7 @@ const char* const checkReport =
     "Assert occurred in FILE: _Common/ztParallel; LINE: 267; EXPRESSION: "
     "( \"Primary\", _check_num_threads_curr() ).";
 
-/// Leaves record and OpenMP as they were found.
+/// Restores the record and the state of OpenMP after each test.
 class Parallel : public testing::Test {
  protected:
   Parallel() { omp_set_dynamic(0); }
@@ -33,28 +33,28 @@ class Parallel : public testing::Test {
     omp_set_max_active_levels(m_levels);
   }
 
-  /// A state of OpenMP that the library never asks for, to see whether it was touched.
-  static void markOpenMp() {
-    omp_set_num_threads(markThreads);
-    omp_set_max_active_levels(markLevels);
+  /// Puts OpenMP into a state that the library never sets, to detect whether the library changed it.
+  static void setSentinelState() {
+    omp_set_num_threads(sentinelThreads);
+    omp_set_max_active_levels(sentinelLevels);
   }
-  static bool openMpIsMarked() {
-    return omp_get_max_threads() == markThreads && omp_get_max_active_levels() == markLevels;
+  static bool hasSentinelState() {
+    return omp_get_max_threads() == sentinelThreads && omp_get_max_active_levels() == sentinelLevels;
   }
-  static bool nestingIsOff() { return omp_get_max_active_levels() <= 1; }
+  static bool nestingIsDisabled() { return omp_get_max_active_levels() <= 1; }
 
   ztParallel& settings = ztcad::parallelSettings();
 
  private:
-  static constexpr int markThreads = 977;
-  static constexpr int markLevels = 3;
+  static constexpr int sentinelThreads = 977;
+  static constexpr int sentinelLevels = 3;
   const ztParallel m_before = settings;
   const int m_threads = omp_get_max_threads();
   const int m_levels = omp_get_max_active_levels();
 };
 
-// ------------------------------------------------------------------------------------------------------- the record
-TEST(ParallelRecord, IsThreeNumbersInFixedOrder) {
+// ------------------------------------------------------------------------------------------------ the record
+TEST(ParallelRecord, HasThreeFieldsInFixedOrder) {
   EXPECT_TRUE(std::is_standard_layout_v<ztParallel>);
   EXPECT_TRUE(std::is_trivially_destructible_v<ztParallel>);
   EXPECT_EQ(offsetof(ztParallel, mode), 0U);
@@ -63,16 +63,16 @@ TEST(ParallelRecord, IsThreeNumbersInFixedOrder) {
   EXPECT_EQ(sizeof(ztParallel), 12U);
 }
 
-TEST(ParallelRecord, StartsInModeOneWithoutThreads) {
-  constexpr ztParallel fresh;  // constexpr: no code runs to make it
+TEST(ParallelRecord, DefaultsToModeOneAndNoThreads) {
+  constexpr ztParallel fresh;  // constexpr: static initialisation, no code runs at load
   EXPECT_EQ(fresh.mode, 1);
   EXPECT_EQ(fresh.logicalThreads, 0U);
   EXPECT_EQ(fresh.physicalThreads, 0U);
 }
 
-TEST_F(Parallel, TheRecordIsOneForTheProcess) { EXPECT_EQ(&ztcad::parallelSettings(), &settings); }
+TEST_F(Parallel, TheProcessHasOneRecord) { EXPECT_EQ(&ztcad::parallelSettings(), &settings); }
 
-TEST(ParallelRecord, ModeOneMeansPhysicalAnyOtherLogical) {
+TEST(ParallelRecord, ModeOneSelectsPhysicalThreadsAnyOtherModeLogicalThreads) {
   struct Row {
     std::int32_t mode;
     std::uint32_t count;
@@ -83,20 +83,20 @@ TEST(ParallelRecord, ModeOneMeansPhysicalAnyOtherLogical) {
   }
 }
 
-// ------------------------------------------------------------------------------------------------------- initialise
-TEST_F(Parallel, AfterARequestForOneEveryCountIsOne) {
+// ------------------------------------------------------------------------------------------------ initialise
+TEST_F(Parallel, ARequestForOneThreadSetsEveryCountToOne) {
   settings = ztParallel();
-  markOpenMp();
+  setSentinelState();
   settings.initialise(1);
   EXPECT_EQ(settings.mode, 1);
   EXPECT_EQ(settings.logicalThreads, 1U);
   EXPECT_EQ(settings.physicalThreads, 1U);
   EXPECT_EQ(settings.currentThreadCount(), 1U);
   EXPECT_EQ(omp_get_max_threads(), 1);
-  EXPECT_TRUE(nestingIsOff());
+  EXPECT_TRUE(nestingIsDisabled());
 }
 
-TEST_F(Parallel, ARequestIsCutToWhatTheMachineHas) {
+TEST_F(Parallel, ARequestIsLimitedToTheProcessorsOfTheMachine) {
   for (const std::uint32_t requested : {0U, 1U, 2U, 3U, 64U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
     SCOPED_TRACE(requested);
     settings.initialise(requested);
@@ -105,34 +105,34 @@ TEST_F(Parallel, ARequestIsCutToWhatTheMachineHas) {
   }
 }
 
-TEST_F(Parallel, ARequestForNoneLeavesOpenMpOneThread) {
-  markOpenMp();
+TEST_F(Parallel, ARequestForZeroThreadsConfiguresOpenMpForOne) {
+  setSentinelState();
   settings.initialise(0);
   EXPECT_EQ(settings.currentThreadCount(), 0U);
   EXPECT_EQ(omp_get_max_threads(), 1);
 }
 
-TEST_F(Parallel, InitialiseKeepsTheModeAndConfiguresItsCount) {
+TEST_F(Parallel, InitialiseKeepsTheModeAndPassesItsCountToOpenMp) {
   for (const std::int32_t mode : {0, 1, 2}) {
     SCOPED_TRACE(mode);
     settings.mode = mode;
-    markOpenMp();
+    setSentinelState();
     settings.initialise(0xFFFFFFFFU);
     EXPECT_EQ(settings.mode, mode);
     EXPECT_EQ(omp_get_max_threads(), static_cast<int>(settings.currentThreadCount()));
-    EXPECT_TRUE(nestingIsOff());
+    EXPECT_TRUE(nestingIsDisabled());
   }
 }
 
-// ---------------------------------------------------------------------------------------------------------- setMode
-TEST_F(Parallel, TheModeThatHoldsIsAnsweredAndOpenMpLeftAlone) {
+// --------------------------------------------------------------------------------------------------- setMode
+TEST_F(Parallel, SettingTheCurrentModeReturnsItAndLeavesOpenMpUnchanged) {
   for (const std::int32_t mode : {0, 1, 7}) {
     SCOPED_TRACE(mode);
     settings = ztParallel{mode, 3, 2};
-    markOpenMp();
+    setSentinelState();
     EXPECT_EQ(settings.setMode(mode), mode);
     EXPECT_EQ(settings.mode, mode);
-    EXPECT_TRUE(openMpIsMarked());
+    EXPECT_TRUE(hasSentinelState());
   }
 }
 
@@ -146,38 +146,38 @@ struct ModeRow {
 };
 
 const ModeRow modeRows[] = {
-    {"no threads yet: OpenMP gets one", 1, 0, 0, 0, 1},
-    {"one thread either way", 1, 0, 1, 1, 1},
+    {"no threads configured: OpenMP gets one", 1, 0, 0, 0, 1},
+    {"one thread in both modes", 1, 0, 1, 1, 1},
     {"to logical", 1, 0, 6, 3, 6},
     {"to physical", 0, 1, 6, 3, 3},
     {"negative mode is logical", 1, -5, 6, 3, 6},
     {"between two logical modes", 0, 2, 6, 3, 6},
-    {"count beyond what OpenMP takes", 1, 0, 0xFFFFFFFFU, 3, 2147483647},
+    {"count above the maximum of OpenMP", 1, 0, 0xFFFFFFFFU, 3, 2147483647},
 };
 
-TEST_F(Parallel, ANewModeGivesOpenMpItsCountAndSwitchesNestingOff) {
+TEST_F(Parallel, ANewModePassesItsCountToOpenMpAndDisablesNesting) {
   for (const ModeRow& row : modeRows) {
     SCOPED_TRACE(row.name);
     settings = ztParallel{row.from, row.logical, row.physical};
-    markOpenMp();
+    setSentinelState();
     EXPECT_EQ(settings.setMode(row.to), row.from);
     EXPECT_EQ(settings.mode, row.to);
     EXPECT_EQ(settings.logicalThreads, row.logical);
     EXPECT_EQ(settings.physicalThreads, row.physical);
     EXPECT_EQ(omp_get_max_threads(), row.threads);
-    EXPECT_TRUE(nestingIsOff());
+    EXPECT_TRUE(nestingIsDisabled());
   }
 }
 
-TEST_F(Parallel, SwitchingNestingOffNeverAllowsMoreThanTheHostDid) {
+TEST_F(Parallel, DisablingNestingNeverRaisesTheLimitOfTheHost) {
   settings = ztParallel{1, 2, 2};
   omp_set_max_active_levels(0);
   settings.setMode(0);
   EXPECT_EQ(omp_get_max_active_levels(), 0);
 }
 
-// -------------------------------------------------------------------------------------------------------- the scope
-TEST_F(Parallel, AScopeHoldsItsModeAndGivesBackTheOneBefore) {
+// ----------------------------------------------------------------------------------------- ParallelModeScope
+TEST_F(Parallel, AScopeSetsItsModeAndRestoresThePreviousOne) {
   for (const std::int32_t before : {0, 1, 7}) {
     SCOPED_TRACE(before);
     settings = ztParallel{before, 6, 3};
@@ -190,7 +190,7 @@ TEST_F(Parallel, AScopeHoldsItsModeAndGivesBackTheOneBefore) {
   }
 }
 
-TEST_F(Parallel, AScopeGivesOpenMpItsThreadsBack) {
+TEST_F(Parallel, AScopeRestoresTheThreadCountOfOpenMp) {
   settings = ztParallel{1, 6, 3};
   {
     const ztcad::ParallelModeScope scope(0);
@@ -199,7 +199,7 @@ TEST_F(Parallel, AScopeGivesOpenMpItsThreadsBack) {
   EXPECT_EQ(omp_get_max_threads(), 3);
 }
 
-TEST_F(Parallel, AScopeLeftByAnExceptionGivesTheModeBack) {
+TEST_F(Parallel, AScopeLeftByAnExceptionRestoresTheMode) {
   settings = ztParallel{1, 6, 3};
   const auto fail = [&] {
     const ztcad::ParallelModeScope scope(0);
@@ -226,8 +226,8 @@ TEST_F(Parallel, ScopesNest) {
   EXPECT_EQ(settings.mode, 1);
 }
 
-// ------------------------------------------------------------------------------------------- the thread-count check
-/// Initialises inside a region of `threads` threads and tells how many there really were.
+// ------------------------------------------------------------------------------------ the thread-count check
+/// Calls initialise() inside a region of `threads` threads; returns how many threads the region really had.
 int initialiseInRegion(ztParallel& settings, int threads, std::uint32_t requested) {
   int actual = 0;
 #pragma omp parallel num_threads(threads) default(none) shared(settings, requested, actual)
@@ -241,14 +241,14 @@ int initialiseInRegion(ztParallel& settings, int threads, std::uint32_t requeste
   return actual;
 }
 
-TEST_F(Parallel, OutsideARegionTheCheckIsSilent) {
+TEST_F(Parallel, TheCheckReportsNothingOutsideAParallelRegion) {
   const CapturedWarnings warnings;
   for (const std::uint32_t requested : {0U, 1U, 2U, 0xFFFFFFFFU})
     settings.initialise(requested);
   EXPECT_TRUE(warnings.messages().empty());
 }
 
-TEST_F(Parallel, InARegionOfAnotherSizeTheCheckReportsAndTheSettingsHold) {
+TEST_F(Parallel, ARegionOfAnotherSizeIsReportedAndTheSettingsTakeEffect) {
   settings.mode = 1;
   const CapturedWarnings warnings;
   ASSERT_EQ(initialiseInRegion(settings, 3, 1), 3);
@@ -257,22 +257,22 @@ TEST_F(Parallel, InARegionOfAnotherSizeTheCheckReportsAndTheSettingsHold) {
   EXPECT_EQ(settings.physicalThreads, 1U);
 }
 
-TEST_F(Parallel, EachCheckThatFailsReports) {
+TEST_F(Parallel, EachFailedCheckIsReported) {
   const CapturedWarnings warnings;
   ASSERT_EQ(initialiseInRegion(settings, 2, 1), 2);
   ASSERT_EQ(initialiseInRegion(settings, 2, 0), 2);
   EXPECT_EQ(warnings.messages(), (Lines{checkReport, checkReport}));
 }
 
-TEST_F(Parallel, InARegionOfTheConfiguredSizeTheCheckIsSilent) {
-  if (processors() < 2) GTEST_SKIP() << "needs two processors";
+TEST_F(Parallel, TheCheckReportsNothingInARegionOfTheConfiguredSize) {
+  if (processors() < 2) GTEST_SKIP() << "requires two processors";
   settings.mode = 0;
   const CapturedWarnings warnings;
   ASSERT_EQ(initialiseInRegion(settings, 2, 2), 2);
   EXPECT_TRUE(warnings.messages().empty());
 }
 
-TEST_F(Parallel, ARegionOfOneThreadIsNoRegionForTheCheck) {
+TEST_F(Parallel, TheCheckIgnoresARegionOfOneThread) {
   const CapturedWarnings warnings;
   ASSERT_EQ(initialiseInRegion(settings, 1, 0xFFFFFFFFU), 1);
   EXPECT_TRUE(warnings.messages().empty());

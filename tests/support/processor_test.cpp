@@ -20,32 +20,32 @@ std::uint32_t fourCharacters(const std::string& text, std::size_t from) {
   return value;
 }
 
-/// A made-up processor that notes what it was asked.
-class Processor {
+/// A simulated processor that records the queried leaves.
+class FakeProcessor {
  public:
   std::string vendor = "GenuineIntel";
   std::uint32_t lastLeaf = 13;
   bool hyperThreading = true;
   std::uint32_t cacheEax = 0;
   bool hasCpuid = true;
-  std::uint32_t silentLeaf = 0xFFFFFFFFU;  // claimed, but not answered
-  std::vector<std::uint32_t> asked;
+  std::uint32_t unansweredLeaf = 0xFFFFFFFFU;  // supported according to leaf 0, but without a result
+  std::vector<std::uint32_t> queriedLeaves;
 
-  std::uint32_t coresOf(std::uint32_t processors) {
+  std::uint32_t physicalCoresAmong(std::uint32_t processors) {
     return physicalCores(processors,
                          [this](std::uint32_t leaf, std::uint32_t subleaf) { return answer(leaf, subleaf); });
   }
 
  private:
   std::optional<CpuidRegisters> answer(std::uint32_t leaf, std::uint32_t subleaf) {
-    asked.push_back(leaf);
+    queriedLeaves.push_back(leaf);
     EXPECT_EQ(subleaf, 0U);
-    if (!hasCpuid || leaf == silentLeaf) return std::nullopt;
+    if (!hasCpuid || leaf == unansweredLeaf) return std::nullopt;
     CpuidRegisters registers;
     if (leaf == 0) {
       registers = {lastLeaf, fourCharacters(vendor, 0), fourCharacters(vendor, 8), fourCharacters(vendor, 4)};
     } else if (leaf == 1) {
-      // all other bits set: only bit 28 may count
+      // without hyper-threading all other bits are set: only bit 28 may count
       registers.edx = hyperThreading ? 0x10000000U : 0xEFFFFFFFU;
     } else if (leaf == 4) {
       registers.eax = cacheEax;
@@ -54,13 +54,13 @@ class Processor {
   }
 };
 
-constexpr std::uint32_t sharedBy(std::uint32_t threads) { return (threads - 1) << 14U; }
+constexpr std::uint32_t sharedByThreads(std::uint32_t threads) { return (threads - 1) << 14U; }
 
-TEST(PhysicalCores, OneProcessorIsOneCoreWithoutAnyQuery) {
+TEST(PhysicalCores, OneProcessorIsOneCoreWithoutACpuidQuery) {
   for (const std::uint32_t processors : {0U, 1U}) {
-    Processor processor;
-    EXPECT_EQ(processor.coresOf(processors), 1U);
-    EXPECT_TRUE(processor.asked.empty());
+    FakeProcessor processor;
+    EXPECT_EQ(processor.physicalCoresAmong(processors), 1U);
+    EXPECT_TRUE(processor.queriedLeaves.empty());
   }
 }
 
@@ -73,85 +73,85 @@ struct CountRow {
 
 // clang-format off
 const CountRow countRows[] = {
-    {"one thread for each core", 8, sharedBy(1), 8},
-    {"two threads for each core", 8, sharedBy(2), 4},
-    {"four threads for each core", 256, sharedBy(4), 64},
-    {"two processors on one core", 2, sharedBy(2), 1},
-    {"uneven: the quotient is cut", 7, sharedBy(2), 3},
-    {"fewer processors than threads of a core: never 0", 3, sharedBy(4), 1},
-    {"largest field", 4096, sharedBy(4096), 1},
-    {"largest field, too large for the machine", 2, sharedBy(4096), 1},
-    {"bits below and above the field do not count", 8, 0xFC003FFFU | sharedBy(2), 4},
-    {"largest number of processors", 0xFFFFFFFFU, sharedBy(2), 0x7FFFFFFFU},
+    {"one thread per core", 8, sharedByThreads(1), 8},
+    {"two threads per core", 8, sharedByThreads(2), 4},
+    {"four threads per core", 256, sharedByThreads(4), 64},
+    {"two processors on one core", 2, sharedByThreads(2), 1},
+    {"not divisible: rounded down", 7, sharedByThreads(2), 3},
+    {"fewer processors than threads per core: never 0", 3, sharedByThreads(4), 1},
+    {"largest field", 4096, sharedByThreads(4096), 1},
+    {"largest field, exceeds the number of processors", 2, sharedByThreads(4096), 1},
+    {"bits below and above the field are ignored", 8, 0xFC003FFFU | sharedByThreads(2), 4},
+    {"largest number of processors", 0xFFFFFFFFU, sharedByThreads(2), 0x7FFFFFFFU},
 };
 // clang-format on
 
-TEST(PhysicalCores, ThreadsOfACoreDivideTheProcessorsOnIntel) {
+TEST(PhysicalCores, IntelCoresAreProcessorsDividedByThreadsPerCore) {
   for (const CountRow& row : countRows) {
     SCOPED_TRACE(row.name);
-    Processor processor;
+    FakeProcessor processor;
     processor.cacheEax = row.cacheEax;
-    EXPECT_EQ(processor.coresOf(row.processors), row.cores);
-    EXPECT_EQ(processor.asked, (std::vector<std::uint32_t>{0, 1, 4}));
+    EXPECT_EQ(processor.physicalCoresAmong(row.processors), row.cores);
+    EXPECT_EQ(processor.queriedLeaves, (std::vector<std::uint32_t>{0, 1, 4}));
   }
 }
 
-TEST(PhysicalCores, OtherVendorsHaveAsManyCoresAsProcessors) {
-  // the last three differ from the Intel name in one register each
+TEST(PhysicalCores, OtherVendorsCountEveryProcessorAsACore) {
+  // the last three differ from Intel's vendor string in one register each
   for (const char* vendor :
        {"AuthenticAMD", "HygonGenuine", "            ", "genuineIntel", "GenuIneIntel", "GenuineIntem"}) {
     SCOPED_TRACE(vendor);
-    Processor processor;
+    FakeProcessor processor;
     processor.vendor = vendor;
-    processor.cacheEax = sharedBy(2);
-    EXPECT_EQ(processor.coresOf(8), 8U);
-    EXPECT_EQ(processor.asked, std::vector<std::uint32_t>{0});
+    processor.cacheEax = sharedByThreads(2);
+    EXPECT_EQ(processor.physicalCoresAmong(8), 8U);
+    EXPECT_EQ(processor.queriedLeaves, std::vector<std::uint32_t>{0});
   }
 }
 
-TEST(PhysicalCores, WithoutHyperThreadingTheCacheIsNotAsked) {
-  Processor processor;
+TEST(PhysicalCores, WithoutHyperThreadingTheCacheLeafIsNotQueried) {
+  FakeProcessor processor;
   processor.hyperThreading = false;
-  processor.cacheEax = sharedBy(2);
-  EXPECT_EQ(processor.coresOf(8), 8U);
-  EXPECT_EQ(processor.asked, (std::vector<std::uint32_t>{0, 1}));
+  processor.cacheEax = sharedByThreads(2);
+  EXPECT_EQ(processor.physicalCoresAmong(8), 8U);
+  EXPECT_EQ(processor.queriedLeaves, (std::vector<std::uint32_t>{0, 1}));
 }
 
-TEST(PhysicalCores, LeavesThatTheProcessorLacksAreNotAsked) {
+TEST(PhysicalCores, UnsupportedLeavesAreNotQueried) {
   for (const std::uint32_t lastLeaf : {0U, 1U, 2U, 3U}) {
     SCOPED_TRACE(lastLeaf);
-    Processor processor;
+    FakeProcessor processor;
     processor.lastLeaf = lastLeaf;
-    processor.cacheEax = sharedBy(2);
-    EXPECT_EQ(processor.coresOf(8), 8U);
-    EXPECT_EQ(processor.asked, std::vector<std::uint32_t>{0});
+    processor.cacheEax = sharedByThreads(2);
+    EXPECT_EQ(processor.physicalCoresAmong(8), 8U);
+    EXPECT_EQ(processor.queriedLeaves, std::vector<std::uint32_t>{0});
   }
 }
 
-TEST(PhysicalCores, LastLeafMayBeTheCacheLeaf) {
-  Processor processor;
+TEST(PhysicalCores, TheCacheLeafMayBeTheLastLeaf) {
+  FakeProcessor processor;
   processor.lastLeaf = 4;
-  processor.cacheEax = sharedBy(2);
-  EXPECT_EQ(processor.coresOf(8), 4U);
+  processor.cacheEax = sharedByThreads(2);
+  EXPECT_EQ(processor.physicalCoresAmong(8), 4U);
 }
 
-TEST(PhysicalCores, AProcessorWithoutCpuidHasAsManyCoresAsProcessors) {
-  Processor processor;
+TEST(PhysicalCores, WithoutCpuidEveryProcessorCountsAsACore) {
+  FakeProcessor processor;
   processor.hasCpuid = false;
-  EXPECT_EQ(processor.coresOf(8), 8U);
+  EXPECT_EQ(processor.physicalCoresAmong(8), 8U);
 }
 
-TEST(PhysicalCores, AnUnansweredLeafCountsAsOneThreadForEachCore) {
+TEST(PhysicalCores, AnUnansweredLeafCountsAsOneThreadPerCore) {
   for (const std::uint32_t leaf : {1U, 4U}) {
     SCOPED_TRACE(leaf);
-    Processor processor;
-    processor.cacheEax = sharedBy(2);
-    processor.silentLeaf = leaf;
-    EXPECT_EQ(processor.coresOf(8), 8U);
+    FakeProcessor processor;
+    processor.cacheEax = sharedByThreads(2);
+    processor.unansweredLeaf = leaf;
+    EXPECT_EQ(processor.physicalCoresAmong(8), 8U);
   }
 }
 
-// ------------------------------------------------------------------------------------------- on the real processor
+// ------------------------------------------------------------------------------------- on the real processor
 std::string vendorOfThisMachine() {
   const auto identification = ztcad::queryCpuid(0, 0);
   if (!identification) return {};
@@ -163,14 +163,14 @@ std::string vendorOfThisMachine() {
 }
 
 #if defined(__x86_64__) || defined(_M_X64)
-TEST(Cpuid, NamesAVendorOnX86) {
+TEST(Cpuid, ReturnsAPrintableVendorOnX86) {
   const std::string vendor = vendorOfThisMachine();
   ASSERT_EQ(vendor.size(), 12U);
   for (const char character : vendor)
     EXPECT_TRUE(std::isprint(static_cast<unsigned char>(character))) << vendor;
 }
 
-TEST(Cpuid, LeavesBeyondTheLastAreNotAnswered) {
+TEST(Cpuid, LeavesAfterTheLastHaveNoResult) {
   const auto identification = ztcad::queryCpuid(0, 0);
   ASSERT_TRUE(identification);
   EXPECT_TRUE(ztcad::queryCpuid(identification->eax, 0));
@@ -178,20 +178,20 @@ TEST(Cpuid, LeavesBeyondTheLastAreNotAnswered) {
   EXPECT_FALSE(ztcad::queryCpuid(0x7FFFFFFFU, 0));
 }
 
-TEST(Cpuid, X86ProcessorsOf64BitsHaveTheFeatureLeaf) {
+TEST(Cpuid, EveryX64ProcessorHasTheFeatureLeaf) {
   const auto features = ztcad::queryCpuid(1, 0);
   ASSERT_TRUE(features);
   EXPECT_TRUE(features->edx & (1U << 26U)) << "64-bit processors have SSE2";
 }
 #endif
 
-TEST(PhysicalCoreCount, LiesBetweenOneAndTheNumberOfProcessors) {
+TEST(PhysicalCoreCount, IsBetweenOneAndTheNumberOfProcessors) {
   EXPECT_GE(ztParallel::physicalCoreCount(), 1U);
   EXPECT_LE(ztParallel::physicalCoreCount(), static_cast<std::uint32_t>(omp_get_num_procs()));
 }
 
-TEST(PhysicalCoreCount, IsTheNumberOfProcessorsOnAnythingButIntel) {
-  if (vendorOfThisMachine() == "GenuineIntel") GTEST_SKIP() << "this machine is one of Intel";
+TEST(PhysicalCoreCount, EqualsTheNumberOfProcessorsExceptOnIntel) {
+  if (vendorOfThisMachine() == "GenuineIntel") GTEST_SKIP() << "this machine has an Intel processor";
   EXPECT_EQ(ztParallel::physicalCoreCount(), static_cast<std::uint32_t>(omp_get_num_procs()));
 }
 

@@ -12,7 +12,7 @@ namespace {
 using namespace std::string_literals;
 using ztcad::NarrowEncoding;
 
-bool isUtf8ForQt(const std::string& bytes) {
+bool isUtf8AccordingToQt(const std::string& bytes) {
   QTextCodec::ConverterState state;
   QTextCodec::codecForName("UTF-8")->toUnicode(bytes.data(), static_cast<int>(bytes.size()), &state);
   return state.invalidChars == 0 && state.remainingChars == 0;
@@ -45,16 +45,16 @@ const Row rows[] = {
     {"first surrogate", "\xED\xA0\x80", false},
     {"last surrogate", "\xED\xBF\xBF", false},
     {"surrogate pair", "\xED\xA0\xBD\xED\xB8\x80", false},
-    {"beyond the last character", "\xF4\x90\x80\x80", false},
+    {"above U+10FFFF", "\xF4\x90\x80\x80", false},
     {"five bytes", "\xF8\x88\x80\x80\x80", false},
     {"FF", "\xFF", false},
-    {"two bytes, cut off", "a\xC3", false},
-    {"three bytes, cut off", "\xE2\x82", false},
-    {"four bytes, cut off", "\xF0\x9F\x98", false},
+    {"two bytes, truncated", "a\xC3", false},
+    {"three bytes, truncated", "\xE2\x82", false},
+    {"four bytes, truncated", "\xF0\x9F\x98", false},
     {"three bytes, third is ASCII", "\xE2\x82 ", false},
-    {"four bytes, fourth is a first", "\xF0\x9F\x98\xC3", false},
-    {"good, then bad", "\xD0\x94\xD0", false},
-    {"continuation behind a whole sequence", "\xD0\x94\x80", false},
+    {"four bytes, fourth is a lead byte", "\xF0\x9F\x98\xC3", false},
+    {"valid, then truncated", "\xD0\x94\xD0", false},
+    {"continuation after a complete sequence", "\xD0\x94\x80", false},
     {"windows-1251 word", "\xC4\xE5\xF2\xE0\xEB\xFC", false},
 };
 
@@ -62,20 +62,20 @@ void PrintTo(const Row& row, std::ostream* out) { *out << row.name; }
 
 class Bytes : public testing::TestWithParam<Row> {};
 
-TEST_P(Bytes, AreUtf8OnlyWhenWellFormed) {
+TEST_P(Bytes, AreUtf8IfAndOnlyIfWellFormed) {
   EXPECT_EQ(ztcad::isUtf8(GetParam().bytes), GetParam().valid);
   EXPECT_EQ(ztcad::narrowEncodingOf(GetParam().bytes),
             GetParam().valid ? NarrowEncoding::Utf8 : NarrowEncoding::Windows1251);
 }
 
-TEST_P(Bytes, SurviveTheWayInAndBack) {
+TEST_P(Bytes, SurviveARoundTrip) {
   const std::string& bytes = GetParam().bytes;
   EXPECT_EQ(ztcad::toNarrow(ztcad::fromNarrow(bytes), ztcad::narrowEncodingOf(bytes)), bytes);
 }
 
 INSTANTIATE_TEST_SUITE_P(NarrowText, Bytes, testing::ValuesIn(rows));
 
-TEST(NarrowText, JudgesUtf8AsQtDoes) {
+TEST(NarrowText, ValidatesUtf8AsQtDoes) {
   const unsigned char edges[] = {0x00, 0x7F, 0x80, 0x8F, 0x90, 0x9F, 0xA0, 0xBF, 0xC0, 0xC1, 0xC2, 0xDF,
                                  0xE0, 0xE1, 0xEC, 0xED, 0xEE, 0xEF, 0xF0, 0xF1, 0xF3, 0xF4, 0xF5, 0xFF};
   std::string bytes(4, '\0');
@@ -86,11 +86,11 @@ TEST(NarrowText, JudgesUtf8AsQtDoes) {
           bytes.clear();
           for (const unsigned char byte : {first, second, third, fourth})
             bytes += static_cast<char>(byte);
-          ASSERT_EQ(ztcad::isUtf8(bytes), isUtf8ForQt(bytes)) << testing::PrintToString(bytes);
+          ASSERT_EQ(ztcad::isUtf8(bytes), isUtf8AccordingToQt(bytes)) << testing::PrintToString(bytes);
         }
 }
 
-TEST(NarrowText, EveryCharacterSurvivesTheWayOutAndBack) {
+TEST(NarrowText, EveryCharacterSurvivesARoundTrip) {
   for (uint character = 0; character <= 0x10FFFF; ++character) {
     if (QChar::isSurrogate(character)) continue;
     const QString text = QString::fromUcs4(&character, 1);
@@ -100,7 +100,7 @@ TEST(NarrowText, EveryCharacterSurvivesTheWayOutAndBack) {
   }
 }
 
-TEST(NarrowText, LeadingByteOrderMarksStay) {
+TEST(NarrowText, LeadingByteOrderMarksAreKept) {
   const QString mark = QChar(0xFEFF);
   const QString name = QLatin1String("name");
   EXPECT_EQ(ztcad::fromNarrow("\xEF\xBB\xBF"), mark);
@@ -109,22 +109,22 @@ TEST(NarrowText, LeadingByteOrderMarksStay) {
   EXPECT_EQ(ztcad::fromNarrow("name\xEF\xBB\xBF"), name + mark);
 }
 
-TEST(NarrowText, NulInsideIsACharacterLikeAnyOther) {
+TEST(NarrowText, NulIsAnOrdinaryCharacter) {
   EXPECT_EQ(ztcad::fromNarrow("a\0b"s), QString(QLatin1String("a") + QChar(0) + QLatin1String("b")));
   EXPECT_EQ(ztcad::fromNarrow("\0\xD0\x94"s), QString(QChar(0)) + QChar(0x414));
   EXPECT_EQ(ztcad::fromNarrow("\0\xC4"s), QString(QChar(0)) + QChar(0x414));
   EXPECT_EQ(ztcad::toNarrow(QString(QChar(0))), "\0"s);
 }
 
-TEST(NarrowText, EmptyIsEmptyBothWays) {
+TEST(NarrowText, EmptyTextStaysEmptyInBothDirections) {
   EXPECT_TRUE(ztcad::fromNarrow("").isEmpty());
   EXPECT_TRUE(ztcad::fromNarrow({}).isEmpty());
   EXPECT_EQ(ztcad::toNarrow(QString()), "");
   EXPECT_EQ(ztcad::toNarrow(QString(), NarrowEncoding::Windows1251), "");
 }
 
-// one bad sequence makes the whole text windows-1251, the good ones around it too
-TEST(NarrowText, IsTakenInOneEncodingAsAWhole) {
+// one invalid sequence makes the whole text windows-1251, including its valid UTF-8 sequences
+TEST(NarrowText, AWholeTextHasOneEncoding) {
   EXPECT_EQ(ztcad::fromNarrow("\xD0\x94 \xC4").toStdString(), "Р” Д");
 }
 
@@ -136,22 +136,22 @@ TEST(NarrowText, UnpairedSurrogatesBecomeQuestionMarks) {
   }
 }
 
-TEST(NarrowText, WhatWindows1251CannotHoldBecomesOneQuestionMark) {
+TEST(NarrowText, EachCharacterWithoutAWindows1251ByteBecomesAQuestionMark) {
   EXPECT_EQ(ztcad::toNarrow(QString::fromUtf8("Д零😀ж"), NarrowEncoding::Windows1251), "\xC4??\xE6");
 }
 
-TEST(NarrowText, FileNamesAreUtf8ElseOfTheSystem) {
+TEST(NarrowText, FileNamesAreUtf8OrElseInTheSystemEncoding) {
   EXPECT_EQ(ztcad::fileNameFromNarrow("a.xml"), QLatin1String("a.xml"));
   EXPECT_EQ(ztcad::fileNameFromNarrow("Деталь.xml").toStdString(), "Деталь.xml");
   EXPECT_EQ(ztcad::fileNameFromNarrow("\xC4.xml"), QString::fromLocal8Bit("\xC4.xml"));
 }
 
-// The code page leaves this byte open: to a Qt with ICU it is U+0098, to one without it is no character.
-constexpr int openByte = 0x98;
+// Unassigned in the code page: a Qt built with ICU decodes it as U+0098, a Qt without ICU as no character.
+constexpr int unassignedByte = 0x98;
 
-TEST(Windows1251, EveryByteIsTheCharacterThatQtTakesItFor) {
+TEST(Windows1251, DecodesEveryByteAsQtDoes) {
   for (int byte = 0; byte < 256; ++byte) {
-    if (byte == openByte) continue;
+    if (byte == unassignedByte) continue;
     const char bytes[] = {static_cast<char>(byte)};
     const QString expected = QTextCodec::codecForName("windows-1251")->toUnicode(bytes, 1);
     ASSERT_EQ(expected.size(), 1);
@@ -159,22 +159,22 @@ TEST(Windows1251, EveryByteIsTheCharacterThatQtTakesItFor) {
   }
 }
 
-TEST(Windows1251, TheByteThatTheCodePageLeavesOpenIsTheControlCharacterOfItsNumber) {
-  EXPECT_EQ(ztcad::windows1251ToUnicode(openByte), QChar(openByte));
-  EXPECT_EQ(ztcad::windows1251FromUnicode(openByte), openByte);
+TEST(Windows1251, TheUnassignedByteMapsToTheControlCharacterOfTheSameNumber) {
+  EXPECT_EQ(ztcad::windows1251ToUnicode(unassignedByte), QChar(unassignedByte));
+  EXPECT_EQ(ztcad::windows1251FromUnicode(unassignedByte), unassignedByte);
 }
 
-TEST(Windows1251, EveryByteComesBack) {
+TEST(Windows1251, EveryByteSurvivesARoundTrip) {
   for (int byte = 0; byte < 256; ++byte) {
     const QChar character = ztcad::windows1251ToUnicode(static_cast<unsigned char>(byte));
     EXPECT_EQ(ztcad::windows1251FromUnicode(character.unicode()), byte);
   }
 }
 
-TEST(Windows1251, HasTheCharactersThatQtCanEncodeAndNoOther) {
+TEST(Windows1251, EncodesExactlyTheCharactersThatQtCanEncode) {
   const QTextCodec* codec = QTextCodec::codecForName("windows-1251");
   for (uint character = 0; character <= 0xFFFF; ++character) {
-    if (character == openByte) continue;
+    if (character == unassignedByte) continue;
     const QChar text(character);
     QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
     const QByteArray expected = codec->fromUnicode(&text, 1, &state);
@@ -186,7 +186,7 @@ TEST(Windows1251, HasTheCharactersThatQtCanEncodeAndNoOther) {
   }
 }
 
-TEST(Windows1251, HasNothingBeyondTheFirstPlane) {
+TEST(Windows1251, EncodesNothingAboveTheBasicMultilingualPlane) {
   for (const char32_t character : {U'\U00010000', U'\U00010041', U'\U00010414', U'\U0001F600', U'\U0010FFFF'})
     EXPECT_FALSE(ztcad::windows1251FromUnicode(character));
 }

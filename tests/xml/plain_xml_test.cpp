@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "xml/dom_backend.h"
 #include "number/number_text.h"
+#include "xml/dom_backend.h"
 #include "xml/xml_parse.h"
 
 using namespace std::string_literals;
@@ -20,7 +20,7 @@ bool isPlain(const std::string& xml, XmlBytes kind = XmlBytes::AsDeclared) {
   return readPlainXml(xml, kind, [](const ElementView&) {});
 }
 
-// -------------------------------------------------------------------------------- what is plain
+// ----------------------------------------------------------------------------- what the plain reader accepts
 
 struct Row {
   const char* name;
@@ -44,44 +44,44 @@ const Row plainRows[] = {
     {"Declaration", "<?xml version=\"1.0\"?><a/>"},
     {"DeclarationInWindows1251", windows1251 + "\n<a b='\xCF\x98'/>"},
     {"DeclarationInUtf8", "<?xml version='1.0' encoding='UTF-8' standalone='yes' ?><a b='Я'/>"},
-    {"Mark", "\xEF\xBB\xBF<a/>"},
+    {"ByteOrderMark", "\xEF\xBB\xBF<a/>"},
     {"Comments", "<!--a--> <a><!-- b - c --></a>\r\n<!---->"},
     {"Entities", "<a b='&lt;&gt;&amp;&quot;&apos;&#65;&#x42f;&#x1f600;'/>"},
-    {"BlanksAround", "\n\t <a/> \r\n"},
+    {"SurroundingWhitespace", "\n\t <a/> \r\n"},
     {"CarriageReturnsBetween", "<a>\r\n<b/>\r\n</a>\r\n"},
 };
 INSTANTIATE_TEST_SUITE_P(Rows, PlainXml, testing::ValuesIn(plainRows), rowName);
 
-class NotPlainXml : public testing::TestWithParam<Row> {};
-TEST_P(NotPlainXml, IsLeftToQt) { EXPECT_FALSE(isPlain(GetParam().xml)) << GetParam().xml; }
+class RejectedXml : public testing::TestWithParam<Row> {};
+TEST_P(RejectedXml, IsRejected) { EXPECT_FALSE(isPlain(GetParam().xml)) << GetParam().xml; }
 
-const Row otherRows[] = {
+const Row rejectedRows[] = {
     {"Empty", ""},
-    {"BlanksAlone", " \n"},
-    {"MarkAlone", "\xEF\xBB\xBF"},
-    {"Cut", "<a><b/>"},
-    {"CutInATag", "<a b='1"},
-    {"CutBehindLessThan", "<a/><"},
-    {"MarkOfAnEndAlone", ">"},
+    {"OnlyWhitespace", " \n"},
+    {"OnlyByteOrderMark", "\xEF\xBB\xBF"},
+    {"Truncated", "<a><b/>"},
+    {"TruncatedInATag", "<a b='1"},
+    {"TruncatedAfterLessThan", "<a/><"},
+    {"OnlyGreaterThan", ">"},
     {"NoName", "<>"},
-    {"NoNameAtTheEnd", "<a></>"},
+    {"EndTagWithoutName", "<a></>"},
     {"NoValue", "<a b>"},
     {"NoQuote", "<a b=>"},
-    {"CutInAValue", "<a b='1>"},
-    {"CutInAComment", "<a/><!-->"},
-    {"CutInTheDeclaration", "<?xml version='1.0'>"},
-    {"WrongEndTag", "<a></b>"},
+    {"TruncatedInAValue", "<a b='1>"},
+    {"TruncatedInAComment", "<a/><!-->"},
+    {"TruncatedInTheDeclaration", "<?xml version='1.0'>"},
+    {"MismatchedEndTag", "<a></b>"},
     {"EndTagOfALongerName", "<a></ab>"},
     {"TwoRoots", "<a/><b/>"},
-    {"TextBehind", "<a/>x"},
+    {"TextAfterTheRoot", "<a/>x"},
     {"Cdata", "<a><![CDATA[x]]></a>"},
-    {"Instruction", "<a/><?b c?>"},
+    {"ProcessingInstruction", "<a/><?b c?>"},
     {"DocumentType", "<!DOCTYPE a><a/>"},
     {"UnknownEntity", "<a b='&c;'/>"},
     {"ReferenceInText", "<a>&#65;</a>"},
     {"ReferenceToNul", "<a b='&#0;'/>"},
     {"ReferenceToASurrogate", "<a b='&#xd800;'/>"},
-    {"ReferenceToTheEndOfText", "<a b='&#xffff;'/>"},
+    {"ReferenceToANonCharacter", "<a b='&#xffff;'/>"},
     {"ReferenceBeyondUnicode", "<a b='&#x110000;'/>"},
     {"ReferenceOutOfRange", "<a b='&#99999999999;'/>"},
     {"BareAmpersand", "<a b='&'/>"},
@@ -89,25 +89,25 @@ const Row otherRows[] = {
     {"LineFeedInAValue", "<a b='\n'/>"},
     {"TabInAValue", "<a b='\t'/>"},
     {"ControlInAValue", "<a b='\x01'/>"},
-    {"NoBlankBetweenAttributes", "<a b='1'c='2'/>"},
+    {"NoWhitespaceBetweenAttributes", "<a b='1'c='2'/>"},
     {"NoQuotes", "<a b=1/>"},
     {"Prefix", "<a:b/>"},
-    {"LetterBeyondAscii", "<я/>"},
+    {"NonAsciiTag", "<я/>"},
     {"Nul", "<a/>\0"s},
     {"NulInText", "<a>\0</a>"s},
     {"BracketInText", "<a>]]></a>"},
     {"TwoHyphensInAComment", "<!--a--b--><a/>"},
-    {"BadUtf8", "<a b='\xFF'/>"},
+    {"InvalidUtf8", "<a b='\xFF'/>"},
     {"NonCharacter", "<a b='\xEF\xBF\xBF'/>"},
     {"OtherEncoding", "<?xml version='1.0' encoding='koi8-r'?><a/>"},
-    {"MarkAndOtherEncoding", "\xEF\xBB\xBF" + windows1251 + "<a/>"},
+    {"ByteOrderMarkAndOtherEncoding", "\xEF\xBB\xBF" + windows1251 + "<a/>"},
     {"OtherVersion", "<?xml version='1.1'?><a/>"},
     {"DeclarationWithoutVersion", "<?xml encoding='UTF-8'?><a/>"},
-    {"DeclarationOfNothing", "<?xml ?><a/>"},
+    {"EmptyDeclaration", "<?xml ?><a/>"},
     {"DeclarationInAnotherOrder", "<?xml encoding='UTF-8' version='1.0'?><a/>"},
-    {"BlankBeforeTheDeclaration", " <?xml version='1.0'?><a/>"},
+    {"WhitespaceBeforeTheDeclaration", " <?xml version='1.0'?><a/>"},
 };
-INSTANTIATE_TEST_SUITE_P(Rows, NotPlainXml, testing::ValuesIn(otherRows), rowName);
+INSTANTIATE_TEST_SUITE_P(Rows, RejectedXml, testing::ValuesIn(rejectedRows), rowName);
 
 std::string nested(int depth) {
   std::string xml;
@@ -118,13 +118,13 @@ std::string nested(int depth) {
   return xml;
 }
 
-TEST(PlainXmlDepth, IsThatOfTheOtherWay) {
+TEST(PlainXmlDepth, IsLimitedAsInTheDomParser) {
   EXPECT_TRUE(isPlain(nested(ztcad::maximalDepth)));
   EXPECT_FALSE(isPlain(nested(ztcad::maximalDepth + 1)));
   EXPECT_FALSE(isPlain(nested(1000000)));
 }
 
-TEST(PlainXmlKind, TextOfAHostIsUtf8WhateverItDeclares) {
+TEST(PlainXmlKind, TextOfAHostIsUtf8RegardlessOfItsDeclaration) {
   std::string seen;
   EXPECT_TRUE(readPlainXml(windows1251 + "<a b='Я'/>", XmlBytes::Utf8, [&](const ElementView& root) {
     seen = root.attribute(QLatin1String("b"))->toStdString();
@@ -132,12 +132,13 @@ TEST(PlainXmlKind, TextOfAHostIsUtf8WhateverItDeclares) {
   EXPECT_EQ(seen, "Я");
 }
 
-TEST(PlainXmlEnd, NothingBehindItIsLookedAt) {
+TEST(PlainXmlEnd, NoByteAfterTheEndIsRead) {
   for (const Row& row : plainRows) {
     for (std::size_t size = 0; size <= row.xml.size(); ++size) {
       for (const char* const end : {"", ">", " >"}) {
         const std::string xml = row.xml.substr(0, size) + end;
-        const std::vector<char> bytes(xml.begin(), xml.end());  // no NUL behind it, and the sanitizers watch
+        // exactly sized and without a final NUL: the sanitizers detect any read past the end
+        const std::vector<char> bytes(xml.begin(), xml.end());
         const bool isRead =
             readPlainXml({bytes.data(), bytes.size()}, XmlBytes::AsDeclared, [](const ElementView&) {});
         QDomDocument tree;
@@ -148,9 +149,9 @@ TEST(PlainXmlEnd, NothingBehindItIsLookedAt) {
   }
 }
 
-// -------------------------------------------------------------------------------- what its views show
+// --------------------------------------------------------------------------------------------- element views
 
-TEST(PlainXmlView, ValuesAreShownWholeWhereverTheirRareCharactersStand) {
+TEST(PlainXmlView, ValuesAreCompleteWhereverASpecialCharacterOccurs) {
   struct Part {
     const char* written;
     const char* read;
@@ -159,40 +160,41 @@ TEST(PlainXmlView, ValuesAreShownWholeWhereverTheirRareCharactersStand) {
        {Part{"&quot;", "\""}, Part{"Я", "Я"}, Part{"'", "'"}, Part{">", ">"}, Part{"]", "]"}}) {
     for (std::size_t size = 0; size < 50; ++size) {
       for (std::size_t place = 0; place <= size; ++place) {
-        const std::string before(place, 'b'), behind(size - place, '~');
-        const std::string xml = "<r a=\"" + before + part.written + behind + "\"/>";
+        const std::string before(place, 'b'), after(size - place, '~');
+        const std::string xml = "<r a=\"" + before + part.written + after + "\"/>";
         QString seen;
         EXPECT_TRUE(readPlainXml(xml, XmlBytes::AsDeclared, [&seen](const ElementView& root) {
           seen = root.attribute(QLatin1String("a")).value();
         })) << xml;
-        EXPECT_EQ(seen.toStdString(), before + part.read + behind);
+        EXPECT_EQ(seen.toStdString(), before + part.read + after);
       }
     }
   }
 }
 
-/// What an element and those in it answer, asked in one of two orders; from 2 on in both by turns, and again behind the
-/// children.
-std::string answers(const ElementView& element, int order) {
-  static const QString inOrder[] = {QLatin1String("a"), QLatin1String("b"), QLatin1String("c"),
-                                    QLatin1String("thickness"), QLatin1String("a")};
-  const auto ask = [&] {
+/// The attribute values of an element and its descendants, formatted as text. Even orders query the
+/// attributes forwards, odd ones backwards. From 2 on the order alternates among siblings, and the attributes
+/// are queried again after the children.
+std::string queriedValues(const ElementView& element, int order) {
+  static const QString queriedNames[] = {QLatin1String("a"), QLatin1String("b"), QLatin1String("c"),
+                                         QLatin1String("thickness"), QLatin1String("a")};
+  const auto query = [&] {
     std::string text;
     for (int i = 0; i < 5; ++i) {
-      const QString& name = inOrder[order % 2 == 0 ? i : 4 - i];
+      const QString& name = queriedNames[order % 2 == 0 ? i : 4 - i];
       const auto value = element.attribute(name);
       text += value ? '"' + value->toStdString() + '"' : element.hasAttribute(name) ? "?" : "-";
     }
     return text;
   };
-  std::string text = element.tag().toStdString() + '(' + ask();
+  std::string text = element.tag().toStdString() + '(' + query();
   int place = 0;
   element.forEachChild(
-      [&](const ElementView& child) { text += answers(child, order + (order > 1 ? place++ : 0)); });
-  return text + (order > 1 ? ask() : "") + ')';
+      [&](const ElementView& child) { text += queriedValues(child, order + (order > 1 ? place++ : 0)); });
+  return text + (order > 1 ? query() : "") + ')';
 }
 
-TEST(PlainXmlView, SeriesOfElementsAnswerAsTheirTreeDoes) {
+TEST(PlainXmlView, SeriesOfElementsMatchTheirDomTree) {
   struct Element {
     std::string xml;
     bool isPlain = true;
@@ -229,10 +231,11 @@ TEST(PlainXmlView, SeriesOfElementsAnswerAsTheirTreeDoes) {
     for (int order = 0; order < 4; ++order) {
       std::string seen;
       ASSERT_EQ(readPlainXml(xml, XmlBytes::AsDeclared,
-                             [&](const ElementView& root) { seen = answers(root, order); }),
+                             [&](const ElementView& root) { seen = queriedValues(root, order); }),
                 isPlain)
           << xml;
-      ASSERT_TRUE(!isPlain || seen == answers(ztcad::DomView(tree.documentElement()), order)) << xml << seen;
+      ASSERT_TRUE(!isPlain || seen == queriedValues(ztcad::DomView(tree.documentElement()), order))
+          << xml << seen;
     }
   };
   for (const Element& first : elements)
@@ -242,7 +245,7 @@ TEST(PlainXmlView, SeriesOfElementsAnswerAsTheirTreeDoes) {
               first.isPlain && second.isPlain && third.isPlain);
 }
 
-TEST(PlainXmlView, TellsAttributesOfLikeNamesApart) {
+TEST(PlainXmlView, DistinguishesAttributesWithSimilarNames) {
   EXPECT_TRUE(readPlainXml("<r name='1' nune='2' nme='3' name2='4' n='5' inform='6'/>", XmlBytes::AsDeclared,
                            [](const ElementView& root) {
                              const char* const names[] = {"name", "nune", "nme", "name2", "n", "inform"};
@@ -255,7 +258,7 @@ TEST(PlainXmlView, TellsAttributesOfLikeNamesApart) {
                            }));
 }
 
-TEST(PlainXmlView, ShowsTagsAttributesTextAndChildrenInTheirOrder) {
+TEST(PlainXmlView, PresentsTagsAttributesTextAndChildrenInOrder) {
   std::string seen;
   EXPECT_TRUE(readPlainXml("<r a='1' b=''><x>one</x><y c='&lt;2' c='3'/><x>\n</x></r>", XmlBytes::AsDeclared,
                            [&](const ElementView& root) {
@@ -271,21 +274,21 @@ TEST(PlainXmlView, ShowsTagsAttributesTextAndChildrenInTheirOrder) {
                                seen += '(' + child.text().toString().toStdString() + ')';
                              });
                              EXPECT_EQ(root.attribute(QLatin1String("a")), QLatin1String("1"))
-                                 << "still there";
+                                 << "attributes must stay readable after the children";
                            }));
   EXPECT_EQ(seen, "r1 x(one) y3() x()");
 }
 
-TEST(PlainXmlView, WhatNobodyReadsIsCheckedAllTheSame) {
-  const auto readFirstChildOnly = [](const std::string& xml) {
+TEST(PlainXmlView, ElementsThatAreNotReadAreStillValidated) {
+  const auto readNothing = [](const std::string& xml) {
     return readPlainXml(xml, XmlBytes::AsDeclared, [](const ElementView&) {});
   };
-  EXPECT_TRUE(readFirstChildOnly("<r><a><b/></a></r>"));
-  EXPECT_FALSE(readFirstChildOnly("<r><a><b></a></r>"));
-  EXPECT_FALSE(readFirstChildOnly("<r><a b='&x;'/></r>"));
+  EXPECT_TRUE(readNothing("<r><a><b/></a></r>"));
+  EXPECT_FALSE(readNothing("<r><a><b></a></r>"));
+  EXPECT_FALSE(readNothing("<r><a b='&x;'/></r>"));
 }
 
-TEST(PlainXmlView, BlankTextHoldsNoNumbers) {
+TEST(PlainXmlView, WhitespaceTextContainsNoNumbers) {
   for (const char* const xml :
        {"<r></r>", "<r> </r>", "<r>\n                  </r>", "<r/>", "<r a=''></r>"}) {
     int count = -1;
@@ -298,7 +301,7 @@ TEST(PlainXmlView, BlankTextHoldsNoNumbers) {
   }
 }
 
-TEST(PlainXmlView, TextWithMarkupInsideIsNotItsBusiness) {
+TEST(PlainXmlView, TextThatContainsMarkupIsRejectedWhenRead) {
   const auto readText = [](const std::string& xml) {
     return readPlainXml(xml, XmlBytes::AsDeclared, [](const ElementView& root) { root.text().toString(); });
   };
@@ -306,7 +309,7 @@ TEST(PlainXmlView, TextWithMarkupInsideIsNotItsBusiness) {
   EXPECT_FALSE(readText("<r>1<!--c--></r>"));
   EXPECT_FALSE(readText("<r>1<b/></r>"));
   EXPECT_FALSE(readText("<r>&lt;</r>"));
-  EXPECT_FALSE(readText("<r>\xC2\xA0</r>")) << "nothing but a no-break space is no text to Qt";
+  EXPECT_FALSE(readText("<r>\xC2\xA0</r>")) << "Qt drops a text node of only a no-break space";
 }
 
 }  // namespace

@@ -20,8 +20,8 @@ QByteArray nested(int depth) { return repeated("<a>", depth) + repeated("</a>", 
 
 QByteArray bytes(const std::string& text) { return QByteArray(text.data(), static_cast<int>(text.size())); }
 
-/// Calls `body` in a thread with the stack that a Windows program usually has.
-void onASmallStack(const std::function<void()>& body) {
+/// Calls `body` in a thread with a stack of 1 MiB, the default on Windows.
+void runOnSmallStack(const std::function<void()>& body) {
   class Thread final : public QThread {
    public:
     explicit Thread(const std::function<void()>& run) : m_run(run) {}
@@ -43,7 +43,7 @@ QString valueOf(const char* xml) {
   return tree.documentElement().attribute("a");
 }
 
-/// What is inside the root, printed.
+/// The serialized content of the root.
 std::string contentOf(const char* xml) {
   QDomDocument tree;
   EXPECT_TRUE(parseXml(QByteArray(xml), tree).parsed) << xml;
@@ -56,7 +56,7 @@ QString smiley() { return QString::fromUtf8("😀"); }
 
 }  // namespace
 
-TEST(ParseXml, SuccessLeavesMessageLineAndColumnEmpty) {
+TEST(ParseXml, SuccessLeavesNoMessageOrPosition) {
   QDomDocument tree;
   const ParseOutcome outcome = parseXml(QByteArray("<r>\n<a/>\n</r>"), tree);
   EXPECT_TRUE(outcome.parsed);
@@ -66,7 +66,7 @@ TEST(ParseXml, SuccessLeavesMessageLineAndColumnEmpty) {
   EXPECT_EQ(printXml(tree, 1), "<r>\n <a/>\n</r>\n");
 }
 
-TEST(ParseXml, AnIllFormedTextKeepsQtsMessageAndItsPartialTree) {
+TEST(ParseXml, IllFormedTextKeepsQtsMessageAndThePartialTree) {
   QDomDocument tree;
   const ParseOutcome outcome = parseXml(QByteArray("<r>\n<a/><b></r>"), tree);
   QDomDocument byQt;
@@ -82,7 +82,7 @@ TEST(ParseXml, AnIllFormedTextKeepsQtsMessageAndItsPartialTree) {
   EXPECT_EQ(tree.documentElement().tagName(), "r");
 }
 
-TEST(ParseXml, AnEmptyTextIsIllFormed) {
+TEST(ParseXml, EmptyTextIsIllFormed) {
   QDomDocument tree;
   EXPECT_FALSE(parseXml(QByteArray(), tree).parsed);
   EXPECT_FALSE(parseXml(QString(), tree).parsed);
@@ -98,7 +98,7 @@ TEST(ParseXml, TheTreeIsReplacedAndOtherHandlesKeepTheOldOne) {
   EXPECT_EQ(other.documentElement().tagName(), "old");
 }
 
-TEST(ParseXml, BytesAreDecodedAsTheyDeclare) {
+TEST(ParseXml, BytesAreDecodedAsDeclared) {
   QDomDocument tree;
   ASSERT_TRUE(
       parseXml(QByteArray("<?xml version='1.0' encoding='windows-1251'?><r a='\xdf\x98'/>"), tree).parsed);
@@ -109,7 +109,7 @@ TEST(ParseXml, BytesAreDecodedAsTheyDeclare) {
   EXPECT_EQ(tree.documentElement().attribute("a"), QString(QChar(0x42f)));
 }
 
-TEST(ParseXml, Byte98HexOfWindows1251IsKeptWhereverTheDeclarationNamesIt) {
+TEST(ParseXml, Byte98HexOfDeclaredWindows1251IsKept) {
   for (const char* const declaration :
        {"<?xml version='1.0' encoding='windows-1251'?>", "<?xml version=\"1.0\" encoding=\"Windows-1251\"?>",
         "<?xml version='1.0' encoding = 'CP1251' standalone=\"yes\"?>"}) {
@@ -120,7 +120,7 @@ TEST(ParseXml, Byte98HexOfWindows1251IsKeptWhereverTheDeclarationNamesIt) {
   }
 }
 
-TEST(ParseXml, Byte98HexOfAnotherEncodingIsWhatQtTakesItFor) {
+TEST(ParseXml, Byte98HexOfAnotherEncodingIsDecodedAsQtDoes) {
   for (const char* const declaration :
        {"", "<?xml version='1.0' encoding='UTF-8'?>",
         "<?xml version='1.0' encoding='KOI8-R' note='windows-1251'?>", "<!-- encoding='windows-1251' -->"}) {
@@ -133,14 +133,14 @@ TEST(ParseXml, Byte98HexOfAnotherEncodingIsWhatQtTakesItFor) {
   }
 }
 
-TEST(ParseXml, ATextIsTextWhateverItDeclares) {
+TEST(ParseXml, TextIsNotDecodedAgainWhateverItDeclares) {
   QDomDocument tree;
   const QString text = QString::fromUtf8("<?xml version='1.0' encoding='windows-1251'?><r a='Я中'/>");
   ASSERT_TRUE(parseXml(text, tree).parsed);
   EXPECT_EQ(tree.documentElement().attribute("a"), QString::fromUtf8("Я中"));
 }
 
-TEST(ParseXml, DecodingDoesNotStumbleOverTheParsersBlocks) {
+TEST(ParseXml, ValuesAreDecodedAcrossTheParsersBlockBoundaries) {
   for (const int filling : {1010, 1015, 1016, 1017, 1018, 1019, 1020, 1024, 5000}) {
     const QString value = QString(filling, 'x') + QString::fromUtf8("Я中😀") + QString(filling, 'y');
     QDomDocument tree;
@@ -163,7 +163,7 @@ void PrintTo(const RefusalRow& row, std::ostream* out) { *out << row.name; }
 
 class RefusedXml : public testing::TestWithParam<RefusalRow> {};
 
-TEST_P(RefusedXml, LeavesNoTreeAndTellsTheFirstPlace) {
+TEST_P(RefusedXml, LeavesNoTreeAndReportsTheFirstPosition) {
   QDomDocument tree;
   parseXml(QByteArray("<old/>"), tree);
   const ParseOutcome outcome = parseXml(GetParam().xml, tree);
@@ -174,7 +174,7 @@ TEST_P(RefusedXml, LeavesNoTreeAndTellsTheFirstPlace) {
   EXPECT_TRUE(tree.firstChild().isNull());
 }
 
-TEST_P(RefusedXml, AlsoAsAText) {
+TEST_P(RefusedXml, IsAlsoRefusedAsText) {
   QDomDocument tree;
   const ParseOutcome outcome =
       parseXml(QString::fromUtf8(GetParam().xml.constData(), GetParam().xml.size()), tree);
@@ -184,7 +184,7 @@ TEST_P(RefusedXml, AlsoAsAText) {
   EXPECT_EQ(outcome.column, GetParam().column);
 }
 
-const char deepMessage[] = "elements nested deeper than 256";
+const char depthMessage[] = "elements nested deeper than 256";
 const char parenthesesMessage[] = "parentheses nested too deep";
 const char entityMessage[] = "entity declaration";
 const char nulMessage[] = "NUL character";
@@ -192,14 +192,14 @@ const char nulMessage[] = "NUL character";
 std::vector<RefusalRow> refusalRows() {
   const std::string billionLaughs =
       "<!DOCTYPE r [\n<!ENTITY a 'aaaaaaaaaa'>\n<!ENTITY b '&a;&a;&a;&a;&a;&a;&a;&a;'>\n]><r>&b;</r>";
-  const int deepColumn = 3 * maximalDepth + 3;  // the `>` of the first element that is too deep
+  const int deepColumn = 3 * maximalDepth + 3;  // the `>` of the first element that is nested too deep
   return {
-      {"OneElementTooDeep", nested(maximalDepth + 1), deepMessage, 1, deepColumn},
-      {"AMillionElements", repeated("<a>", 1000000), deepMessage, 1, deepColumn},
+      {"OneElementTooDeep", nested(maximalDepth + 1), depthMessage, 1, deepColumn},
+      {"AMillionElements", repeated("<a>", 1000000), depthMessage, 1, deepColumn},
       {"EmptyElementTooDeep", repeated("<a>", maximalDepth) + "<b/>" + repeated("</a>", maximalDepth),
-       deepMessage, 1, deepColumn},
-      {"DeepOnManyLines", repeated("<a\n>", 1000), deepMessage, maximalDepth + 2, 1},
-      {"DeepThenIllFormed", repeated("<a>", 300) + "</b>", deepMessage, 1, deepColumn},
+       depthMessage, 1, deepColumn},
+      {"DeepOnManyLines", repeated("<a\n>", 1000), depthMessage, maximalDepth + 2, 1},
+      {"DeepThenIllFormed", repeated("<a>", 300) + "</b>", depthMessage, 1, deepColumn},
 
       {"InternalEntity", "<!DOCTYPE r [<!ENTITY e 'x'>]><r/>", entityMessage, 1, 14},
       {"ExternalEntity", "<!DOCTYPE r [<!ENTITY e SYSTEM 'x'>]><r/>", entityMessage, 1, 14},
@@ -207,11 +207,11 @@ std::vector<RefusalRow> refusalRows() {
       {"ParameterEntity", "<!DOCTYPE r [<!ENTITY % e 'x'>]><r/>", entityMessage, 1, 14},
       {"PredefinedEntity", "<!DOCTYPE r [<!ENTITY lt '&#38;#60;'>]><r/>", entityMessage, 1, 14},
       {"ManyExpansions", bytes(billionLaughs), entityMessage, 2, 1},
-      {"EntityBehindOtherDeclarations",
+      {"EntityAfterOtherDeclarations",
        "<?xml version='1.0'?>\n<!--x--><!DOCTYPE r SYSTEM '[' [\r\n<!ELEMENT r (a|b)*><!-- ]> -->\r"
        "<!ATTLIST r a CDATA ']>'><?p ]> ?> <!ENTITY e 'x'>]><r/>",
        entityMessage, 4, 36},
-      // there should be one document type at most, but Qt reads any number of them, and their entities
+      // XML allows one document type, but Qt reads any number of them, with their entities
       {"EntityInTheSecondDocumentType", "<!DOCTYPE r []><!DOCTYPE r [<!ENTITY e 'x'>]><r>&e;</r>",
        entityMessage, 1, 29},
       {"EntityInTheThirdDocumentType",
@@ -228,7 +228,7 @@ std::vector<RefusalRow> refusalRows() {
       {"NulInText", bytes(std::string("<r>\nx\0</r>", 10)), nulMessage, 2, 2},
       {"NulInAttribute", bytes(std::string("<r a='\0'/>", 10)), nulMessage, 1, 7},
       {"NulInComment", bytes(std::string("<!--\0--><r/>", 12)), nulMessage, 1, 5},
-      {"NulBehindTheRoot", bytes(std::string("<r/>\r\n\r\0", 8)), nulMessage, 3, 1},
+      {"NulAfterTheRoot", bytes(std::string("<r/>\r\n\r\0", 8)), nulMessage, 3, 1},
       {"NulThenDeepElements", bytes(std::string("<r>\0", 4)) + repeated("<a>", 300), nulMessage, 1, 4},
       {"NulThenIllFormed", bytes(std::string("<r>\0</s>", 8)), nulMessage, 1, 4},
       {"NulThenEntity", bytes(std::string("<!DOCTYPE r [\0<!ENTITY e 'x'>]><r/>", 35)), nulMessage, 1, 14},
@@ -238,14 +238,14 @@ std::vector<RefusalRow> refusalRows() {
 INSTANTIATE_TEST_SUITE_P(Rows, RefusedXml, testing::ValuesIn(refusalRows()),
                          [](const auto& row) { return row.param.name; });
 
-TEST(ParseXml, RefusesANulThatTheDecodingBrings) {
+TEST(ParseXml, RefusesANulThatResultsFromDecoding) {
   QDomDocument tree;
   const ParseOutcome outcome = parseXml(bytes(std::string("\xff\xfe<\0r\0>\0\0\0<\0/\0r\0>\0", 18)), tree);
   EXPECT_EQ(outcome.message.toStdString(), nulMessage);
   EXPECT_EQ(outcome.column, 4);
 }
 
-TEST(ParseXml, TheDeepestElementsAllowedAreRead) {
+TEST(ParseXml, ElementsAtTheMaximalDepthAreRead) {
   QDomDocument tree;
   EXPECT_TRUE(parseXml(nested(maximalDepth), tree).parsed);
   const QByteArray wide = "<a>" + repeated("<b/><c></c>", 1000) + "</a>";
@@ -253,7 +253,7 @@ TEST(ParseXml, TheDeepestElementsAllowedAreRead) {
   EXPECT_EQ(tree.documentElement().childNodes().count(), 2000);
 }
 
-TEST(ParseXml, TheDeepestParenthesesAllowedAreRead) {
+TEST(ParseXml, ParenthesesAtTheMaximalDepthAreRead) {
   QDomDocument tree;
   const QByteArray model = repeated("(", 256) + "a" + repeated(")", 256);
   EXPECT_TRUE(
@@ -267,9 +267,9 @@ struct MessageRow {
 
 void PrintTo(const MessageRow& row, std::ostream* out) { *out << row.name; }
 
-class IllFormedBeforeARefusal : public testing::TestWithParam<MessageRow> {};
+class IllFormedBeforeRefusedContent : public testing::TestWithParam<MessageRow> {};
 
-TEST_P(IllFormedBeforeARefusal, KeepsQtsMessage) {
+TEST_P(IllFormedBeforeRefusedContent, KeepsQtsMessage) {
   QDomDocument tree;
   const ParseOutcome outcome = parseXml(GetParam().xml, tree);
   QDomDocument byQt;
@@ -292,12 +292,12 @@ const MessageRow messageRows[] = {
     {"ThenEntityInALaterDocumentType", "<r/><!DOCTYPE r [<!ENTITY e 'x'>]>"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, IllFormedBeforeARefusal, testing::ValuesIn(messageRows),
+INSTANTIATE_TEST_SUITE_P(Rows, IllFormedBeforeRefusedContent, testing::ValuesIn(messageRows),
                          [](const auto& row) { return row.param.name; });
 
 class AcceptedXml : public testing::TestWithParam<MessageRow> {};
 
-TEST_P(AcceptedXml, OnlyLooksLikeARefusal) {
+TEST_P(AcceptedXml, IsParsedAlthoughItResemblesRefusedXml) {
   QDomDocument tree;
   const ParseOutcome outcome = parseXml(GetParam().xml, tree);
   EXPECT_TRUE(outcome.parsed) << outcome.message.toStdString();
@@ -307,7 +307,7 @@ TEST_P(AcceptedXml, OnlyLooksLikeARefusal) {
 const MessageRow acceptedRows[] = {
     {"EntityInAComment", "<!-- <!DOCTYPE r [<!ENTITY e 'x'>]> --><r/>"},
     {"EntityInACommentOfTheDocumentType", "<!DOCTYPE r [<!-- <!ENTITY e 'x'> -->]><r/>"},
-    {"EntityInAnInstruction", "<?p <!DOCTYPE r [<!ENTITY e 'x'>]> ?><r/>"},
+    {"EntityInAProcessingInstruction", "<?p <!DOCTYPE r [<!ENTITY e 'x'>]> ?><r/>"},
     {"EntityInAnIdentifier", "<!DOCTYPE r SYSTEM \"<!ENTITY e 'x'>\"><r/>"},
     {"EntityInCdata", "<r><![CDATA[<!DOCTYPE r [<!ENTITY e 'x'>]>]]></r>"},
     {"ElementsInAComment", "<r><!-- " + repeated("<a>", 1000) + " --></r>"},
@@ -321,8 +321,8 @@ const MessageRow acceptedRows[] = {
 INSTANTIATE_TEST_SUITE_P(Rows, AcceptedXml, testing::ValuesIn(acceptedRows),
                          [](const auto& row) { return row.param.name; });
 
-TEST(ParseXml, ASmallStackIsEnough) {
-  onASmallStack([] {
+TEST(ParseXml, ASmallStackIsSufficient) {
+  runOnSmallStack([] {
     QDomDocument tree;
     EXPECT_FALSE(parseXml(repeated("<a>", 1000000), tree).parsed);
     EXPECT_FALSE(parseXml("<!DOCTYPE r [<!ELEMENT r " + repeated("(", 1000000), tree).parsed);
@@ -366,7 +366,7 @@ std::vector<ReferenceRow> referenceRows() {
       {"Decimal", "&#65;", "A"},
       {"Cyrillic", "&#x42f;", unit(0x42f)},
       {"LastOfSixteenBits", "&#xffff;", unit(0xffff)},
-      {"FirstBeyondSixteenBits", "&#x10000;", QString::fromUtf8("\U00010000")},
+      {"FirstAboveSixteenBits", "&#x10000;", QString::fromUtf8("\U00010000")},
       {"Smiley", "&#x1f600;", smiley()},
       {"SmileyInCapitals", "&#x1F600;", smiley()},
       {"SmileyInDecimal", "&#128512;", smiley()},
@@ -374,10 +374,10 @@ std::vector<ReferenceRow> referenceRows() {
       {"LeadingZerosInDecimal", "&#000000000128512;", smiley()},
       {"LastCharacter", "&#x10ffff;", QString::fromUtf8("\U0010ffff")},
       {"LastCharacterInDecimal", "&#1114111;", QString::fromUtf8("\U0010ffff")},
-      {"CutToABlank", "&#x10020;", QString::fromUtf8("\U00010020")},
-      {"CutToMarkup", "&#x1003c;", QString::fromUtf8("\U0001003c")},
-      // no characters: cut to 16 bits as Qt does
-      {"BeyondTheLastCharacter", "&#x110041;", "A"},
+      {"LowHalfIsWhitespace", "&#x10020;", QString::fromUtf8("\U00010020")},
+      {"LowHalfIsMarkup", "&#x1003c;", QString::fromUtf8("\U0001003c")},
+      // not characters: truncated to 16 bits, as Qt does
+      {"AboveTheLastCharacter", "&#x110041;", "A"},
       {"LargestThatQtReads", "&#4294967295;", unit(0xffff)},
       {"Nul", "&#0;", unit(0)},
       {"SurrogatePair", "&#xd83d;&#xde00;", smiley()},
@@ -389,15 +389,15 @@ std::vector<ReferenceRow> referenceRows() {
 INSTANTIATE_TEST_SUITE_P(Rows, NumericReference, testing::ValuesIn(referenceRows()),
                          [](const auto& row) { return row.param.name; });
 
-TEST(ParseXml, SeveralLongReferencesAreReadEach) {
+TEST(ParseXml, EachOfSeveralLongReferencesIsRead) {
   EXPECT_EQ(contentOf("<r>&#x1f600;a&#x1f601;&#65;&#x1f602;</r>"), "😀a😁A😂");
 }
 
-TEST(ParseXml, ATextOfOneLongReferenceIsNoBlankText) {
+TEST(ParseXml, ALongReferenceWhoseLowHalfIsWhitespaceIsKept) {
   EXPECT_EQ(contentOf("<r> &#x10020; </r>"), " \U00010020 ");
 }
 
-TEST(ParseXml, NoReferenceIsReadInCommentsCdataAndInstructions) {
+TEST(ParseXml, CommentsCdataAndInstructionsContainNoReferences) {
   EXPECT_EQ(contentOf("<r>&#x1f600;<!--&#x1f600;--><![CDATA[&#x1f600;]]><?p &#x1f600;?>&#x1f600;</r>"),
             "😀<!--&#x1f600;--><![CDATA[&#x1f600;]]><?p &#x1f600;?>\n😀");
   QDomDocument tree;
@@ -408,11 +408,9 @@ TEST(ParseXml, NoReferenceIsReadInCommentsCdataAndInstructions) {
   EXPECT_EQ(tree.documentElement().attribute("a"), smiley());
 }
 
-TEST(ParseXml, AReferenceSpelledOutIsNoReference) {
-  EXPECT_EQ(contentOf("<r>&amp;#x1f600;</r>"), "&amp;#x1f600;");
-}
+TEST(ParseXml, AnEscapedReferenceStaysText) { EXPECT_EQ(contentOf("<r>&amp;#x1f600;</r>"), "&amp;#x1f600;"); }
 
-TEST(ParseXml, MessageAndPositionAreThoseOfTheUntouchedText) {
+TEST(ParseXml, MessageAndPositionReferToTheOriginalText) {
   QDomDocument tree;
   const ParseOutcome outcome = parseXml(QByteArray("<r>&#x1f600;&#x1f600;<a/></s>"), tree);
   QDomDocument byQt;
@@ -427,16 +425,16 @@ TEST(ParseXml, MessageAndPositionAreThoseOfTheUntouchedText) {
   EXPECT_EQ(tree.documentElement().text(), smiley() + smiley());
 }
 
-struct BadReferenceRow {
+struct InvalidReferenceRow {
   const char* name;
   const char* reference;
 };
 
-void PrintTo(const BadReferenceRow& row, std::ostream* out) { *out << row.name; }
+void PrintTo(const InvalidReferenceRow& row, std::ostream* out) { *out << row.name; }
 
-class BadReference : public testing::TestWithParam<BadReferenceRow> {};
+class InvalidReference : public testing::TestWithParam<InvalidReferenceRow> {};
 
-TEST_P(BadReference, IsRefusedAsQtDoes) {
+TEST_P(InvalidReference, IsRefusedAsInQt) {
   const QByteArray xml = QByteArray("<r a='x'>") + GetParam().reference + "</r>";
   QDomDocument tree;
   const ParseOutcome outcome = parseXml(xml, tree);
@@ -450,18 +448,18 @@ TEST_P(BadReference, IsRefusedAsQtDoes) {
   EXPECT_EQ(outcome.column, column);
 }
 
-const BadReferenceRow badReferenceRows[] = {
+const InvalidReferenceRow invalidReferenceRows[] = {
     {"Empty", "&#;"},
     {"EmptyHex", "&#x;"},
     {"CapitalX", "&#X1f600;"},
-    {"NoEnd", "&#x1f600"},
-    {"NoEndBeforeMarkup", "&#x1f600<a/>"},
+    {"Unterminated", "&#x1f600"},
+    {"UnterminatedBeforeMarkup", "&#x1f600<a/>"},
     {"Letters", "&#1f600;"},
-    {"Blank", "&# 128512;"},
+    {"Whitespace", "&# 128512;"},
     {"Negative", "&#-1;"},
     {"Overflow", "&#x1000000000000000000;"},
-    {"BehindAGoodOne", "&#x1f600;&#x;"},
+    {"AfterAValidOne", "&#x1f600;&#x;"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, BadReference, testing::ValuesIn(badReferenceRows),
+INSTANTIATE_TEST_SUITE_P(Rows, InvalidReference, testing::ValuesIn(invalidReferenceRows),
                          [](const auto& row) { return row.param.name; });

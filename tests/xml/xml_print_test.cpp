@@ -18,7 +18,8 @@ std::string byQt(const QDomDocument& document, int indent) {
   return document.toString(indent).toUtf8().toStdString();
 }
 
-/// A root with one text child behind a declaration of the encoding; no declaration for an empty name.
+/// A root with one text child, after an XML declaration that names the encoding; no declaration for an empty
+/// name.
 QDomDocument withText(const char* encoding, const QString& text) {
   QDomDocument document;
   if (*encoding) {
@@ -39,7 +40,7 @@ std::string printedText(const char* encoding, const QString& text) {
 
 }  // namespace
 
-// ---------------------------------------------------------------------------------- beside Qt's own printing
+// ----------------------------------------------------------------------------- compared with Qt's own output
 
 struct PrintRow {
   const char* name;
@@ -50,13 +51,13 @@ void PrintTo(const PrintRow& row, std::ostream* out) { *out << row.name; }
 
 class PrintXml : public testing::TestWithParam<PrintRow> {};
 
-TEST_P(PrintXml, WritesWhatQtWrites) {
+TEST_P(PrintXml, MatchesTheOutputOfQt) {
   const QDomDocument document = tree(GetParam().xml);
   for (const int indent : {0, 1, 3})
     EXPECT_EQ(printXml(document, indent), byQt(document, indent)) << indent;
 }
 
-// no row has an element of several attributes, nor several notations: Qt writes them in no order
+// no row has an element with several attributes or several notations: Qt writes them in an unspecified order
 const PrintRow printRows[] = {
     {"EmptyRoot", "<r/>"},
     {"Declaration", "<?xml version='1.0' encoding='windows-1251'?><r/>"},
@@ -66,15 +67,15 @@ const PrintRow printRows[] = {
     {"Text", "<r>x &lt;&amp;\"'&gt; ]]&gt; \t\n &#13;</r>"},
     {"MixedContent", "<r>t<a/>t<b>u<c/></b><d/>t</r>"},
     {"Cdata", "<r><![CDATA[<&>]]>t<![CDATA[x]]]]></r>"},
-    {"CdataBesideElements", "<r><a/><![CDATA[x]]><b/></r>"},
+    {"CdataBetweenElements", "<r><a/><![CDATA[x]]><b/></r>"},
     {"Comments", "<!--1--><r><!--2-->t<!--3--><a/><!--4--></r><!--5-->"},
-    {"Instructions", "<?p?><r><?q x?><a/><?q y?>t<?q z?></r><?s?>"},
+    {"ProcessingInstructions", "<?p?><r><?q x?><a/><?q y?>t<?q z?></r><?s?>"},
     {"EntityReferences", "<r>&x;<a/>&y;t&z;</r>"},
     {"Cyrillic", "<?xml version='1.0' encoding='windows-1251'?><r имя='Точка'>ёж №</r>"},
     {"OutsideTheEncoding",
      "<?xml version='1.0' encoding='windows-1251'?><r a='中é'>中<![CDATA[中]]><!--中--><?p 中?></r>"},
     {"DocumentType", "<!DOCTYPE r><r/>"},
-    {"DocumentTypeBehindTheDeclaration", "<?xml version='1.0'?><!DOCTYPE r SYSTEM 'a\"b'><r/>"},
+    {"DocumentTypeAfterTheDeclaration", "<?xml version='1.0'?><!DOCTYPE r SYSTEM 'a\"b'><r/>"},
     {"DocumentTypeBeforeComments", "<?xml version='1.0'?><!--c--><!DOCTYPE r PUBLIC 'p' \"s'>[\"><r/>"},
     {"Notation", "<!DOCTYPE r [<!NOTATION n SYSTEM 'x'><!ELEMENT r ANY>]><r/>"},
     {"NotationWithBrackets", "<!DOCTYPE r [<!NOTATION n PUBLIC 'p' \"]>'[\">]><r/>"},
@@ -84,7 +85,7 @@ const PrintRow printRows[] = {
 INSTANTIATE_TEST_SUITE_P(Rows, PrintXml, testing::ValuesIn(printRows),
                          [](const auto& row) { return row.param.name; });
 
-TEST(PrintXml, ATreeWithoutNodesIsAnEmptyText) {
+TEST(PrintXml, ATreeWithoutNodesIsEmptyText) {
   EXPECT_EQ(printXml(QDomDocument(), 1), "");
   EXPECT_EQ(printXml(QDomDocument("type"), 1), byQt(QDomDocument("type"), 1));
 }
@@ -95,7 +96,7 @@ TEST(PrintXml, ADeclarationAloneHasNoDocumentType) {
   EXPECT_EQ(printXml(document, 1), byQt(document, 1));
 }
 
-TEST(PrintXml, EmptyTextKeepsItsNeighboursOnTheLine) {
+TEST(PrintXml, EmptyTextKeepsItsNeighboursOnOneLine) {
   QDomDocument document = tree("<r><a/><b/></r>");
   document.documentElement().insertBefore(document.createTextNode(""), document.elementsByTagName("b").at(0));
   EXPECT_EQ(printXml(document, 1), "<r>\n <a/><b/>\n</r>\n");
@@ -104,12 +105,12 @@ TEST(PrintXml, EmptyTextKeepsItsNeighboursOnTheLine) {
 
 // -------------------------------------------------------------------------------------------- order of names
 
-TEST(PrintXml, AttributesStandInTheOrderOfTheirNames) {
+TEST(PrintXml, AttributesAreSortedByName) {
   EXPECT_EQ(printXml(tree("<r b='1' a='2' B='3' я='4' aa='5'/>"), 1),
             "<r B=\"3\" a=\"2\" aa=\"5\" b=\"1\" я=\"4\"/>\n");
 }
 
-TEST(PrintXml, NotationsStandInTheOrderOfTheirNames) {
+TEST(PrintXml, NotationsAreSortedByName) {
   EXPECT_EQ(
       printXml(
           tree("<!DOCTYPE r [<!NOTATION c SYSTEM '3'><!NOTATION a PUBLIC '1'><!NOTATION b SYSTEM '2'>]><r/>"),
@@ -117,7 +118,7 @@ TEST(PrintXml, NotationsStandInTheOrderOfTheirNames) {
       "<!DOCTYPE r [\n<!NOTATION a PUBLIC '1'>\n<!NOTATION b SYSTEM '2'>\n<!NOTATION c SYSTEM '3'>\n]>\n<r/>\n");
 }
 
-TEST(PrintXml, ManyAttributesStandInTheOrderOfTheirNames) {
+TEST(PrintXml, ManyAttributesAreSortedByName) {
   QDomDocument document;
   QDomElement root = document.createElement("r");
   document.appendChild(root);
@@ -130,7 +131,7 @@ TEST(PrintXml, ManyAttributesStandInTheOrderOfTheirNames) {
   EXPECT_TRUE(printXml(document, 1) == expected + ">text</r>\n");
 }
 
-TEST(PrintXml, FewAndManyAttributesArePrintedAlike) {
+TEST(PrintXml, AnyNumberOfAttributesIsPrintedTheSameWay) {
   for (const int count : {1, 99, 100, 101, 102}) {
     QDomDocument document;
     QDomElement root = document.createElement("r");
@@ -156,14 +157,14 @@ void PrintTo(const EncodingRow& row, std::ostream* out) { *out << row.name; }
 
 class PrintEncoding : public testing::TestWithParam<EncodingRow> {};
 
-TEST_P(PrintEncoding, DecidesWhatIsAReference) {
+TEST_P(PrintEncoding, DeterminesWhichCharactersBecomeReferences) {
   EXPECT_EQ(printedText(GetParam().encoding, "aЯ中é😀"), GetParam().expected);
 }
 
 const EncodingRow encodingRows[] = {
     {"None", "", "aЯ中é😀"},
     {"Unknown", "no-such-encoding", "aЯ中é😀"},
-    {"NotLatin", "имя", "aЯ中é😀"},
+    {"NonAsciiName", "имя", "aЯ中é😀"},
     {"Utf8", "utf-8", "aЯ中é😀"},
     {"Utf16", "UTF-16", "aЯ中é😀"},
     {"Windows1251", "windows-1251", "aЯ&#x4e2d;&#xe9;&#x1f600;"},
@@ -184,7 +185,7 @@ TEST(PrintXml, TheEnvironmentDoesNotChooseTheEncoding) {
   QTextCodec::setCodecForLocale(before);
 }
 
-TEST(PrintXml, TheDeclarationMayUseEitherQuotesAndBlanks) {
+TEST(PrintXml, TheEncodingDeclarationMayUseEitherQuoteAndWhitespace) {
   for (const char* encoding :
        {"encoding='KOI8-R'", "encoding \t=\n\"KOI8-R\"", "x=\"y\" encoding='KOI8-R' z='w'"}) {
     QDomDocument document;
@@ -195,23 +196,23 @@ TEST(PrintXml, TheDeclarationMayUseEitherQuotesAndBlanks) {
   }
 }
 
-TEST(PrintXml, OnlyADeclarationAtTheStartCounts) {
+TEST(PrintXml, OnlyTheXmlDeclarationNamesTheEncoding) {
   EXPECT_EQ(printXml(tree("<?pi encoding='KOI8-R'?><r a='é'/>"), 1),
             "<?pi encoding='KOI8-R'?>\n<r a=\"é\"/>\n");
 }
 
-TEST(PrintXml, CharactersWhereNoReferenceCanStandAreWrittenAsTheyAre) {
+TEST(PrintXml, CharactersAreUnchangedWhereReferencesAreNotAllowed) {
   EXPECT_EQ(printXml(tree("<?xml version='1.0' encoding='windows-1251'?><r><![CDATA[😀]]><!--中--></r>"), 1),
             "<?xml version='1.0' encoding='windows-1251'?>\n<r><![CDATA[😀]]><!--中-->\n</r>\n");
 }
 
-TEST(PrintXml, HalfASurrogatePairIsAReferenceInEveryEncoding) {
+TEST(PrintXml, AnUnpairedSurrogateIsAReferenceInEveryEncoding) {
   const QString halves = QString(QChar(0xd83d)) + 'x' + QChar(0xde00);
   EXPECT_EQ(printedText("", halves), "&#xd83d;x&#xde00;");
   EXPECT_EQ(printedText("windows-1251", halves), "&#xd83d;x&#xde00;");
 }
 
-TEST(PrintXml, CharactersAtWhichParsersStopAreReferencesInEveryEncoding) {
+TEST(PrintXml, CharactersThatParsersRejectAreReferencesInEveryEncoding) {
   const QString stops = QString(QChar(0xfffe)) + QChar(0xffff) + QChar(0);
   EXPECT_EQ(printedText("", stops), "&#xfffe;&#xffff;&#x0;");
   EXPECT_EQ(printedText("windows-1251", stops), "&#xfffe;&#xffff;&#x0;");

@@ -60,7 +60,7 @@ std::string writtenValue(const QString& value) {
     writer.attribute("a", value);
     writer.endElement();
   });
-  return line.substr(6, line.size() - 6 - 4);  // between <e a=" and "/> with its line end
+  return line.substr(6, line.size() - 6 - 4);  // without <e a=" and "/>\n
 }
 
 std::string writtenText(const QString& text) {
@@ -69,7 +69,7 @@ std::string writtenText(const QString& text) {
     writer.text(text);
     writer.endElement();
   });
-  return line.substr(3, line.size() - 3 - 5);  // between <e> and </e> with its line end
+  return line.substr(3, line.size() - 3 - 5);  // without <e> and </e>\n
 }
 
 }  // namespace
@@ -86,7 +86,7 @@ void PrintTo(const LayoutRow& row, std::ostream* out) { *out << row.name; }
 
 class XmlLayout : public testing::TestWithParam<LayoutRow> {};
 
-TEST_P(XmlLayout, IsThatOfQt) { EXPECT_EQ(written(GetParam().calls), GetParam().expected); }
+TEST_P(XmlLayout, MatchesQt) { EXPECT_EQ(written(GetParam().calls), GetParam().expected); }
 
 const LayoutRow layoutRows[] = {
     {"Nothing", [](XmlWriter&) {}, ""},
@@ -108,7 +108,7 @@ const LayoutRow layoutRows[] = {
        w.endElement();
      },
      "<a>\n   <b>\n      <c/>\n   </b>\n   <d/>\n</a>\n"},
-    {"TextStaysOnTheLine",
+    {"TextIsNotIndented",
      [](XmlWriter& w) {
        w.startElement("a");
        w.text("t");
@@ -131,7 +131,7 @@ const LayoutRow layoutRows[] = {
        w.endElement();
      },
      "<a>t<b/>\n</a>\n"},
-    {"TextBehindAnElement",
+    {"TextAfterAnElement",
      [](XmlWriter& w) {
        w.startElement("a");
        w.startElement("b");
@@ -161,8 +161,8 @@ const LayoutRow layoutRows[] = {
        w.endElement();
      },
      "<!--top-->\n<a>\n   <!--<1>-->t<!--2-->\n</a>\n"},
-    {"ADashAtTheEndOfACommentGetsABlank", [](XmlWriter& w) { w.comment("x-"); }, "<!--x- -->\n"},
-    {"InstructionsAreNotIndentedAndEndTheirLine",
+    {"ATrailingHyphenOfACommentIsFollowedByASpace", [](XmlWriter& w) { w.comment("x-"); }, "<!--x- -->\n"},
+    {"ProcessingInstructionsAreNotIndentedAndEndTheLine",
      [](XmlWriter& w) {
        w.processingInstruction("xml", "version=\"1.0\"");
        w.startElement("a");
@@ -173,7 +173,7 @@ const LayoutRow layoutRows[] = {
        w.endElement();
      },
      "<?xml version=\"1.0\"?>\n<a>\n<?p ?>\nt<?q <d>?>\nt</a>\n"},
-    {"EntityReferencesStandBare",
+    {"EntityReferencesAreNotIndented",
      [](XmlWriter& w) {
        w.startElement("a");
        w.entityReference("x");
@@ -183,14 +183,14 @@ const LayoutRow layoutRows[] = {
        w.endElement();
      },
      "<a>\n&x;   <b/>\n&y;</a>\n"},
-    {"DocumentTypeHasItsLine",
+    {"TheDocumentTypeEndsItsLine",
      [](XmlWriter& w) {
        w.documentType("<!DOCTYPE a>");
        w.startElement("a");
        w.endElement();
      },
      "<!DOCTYPE a>\n<a/>\n"},
-    {"PlainTextPiecesAreOneText",
+    {"PiecesOfPlainTextAreJoined",
      [](XmlWriter& w) {
        w.startElement("a");
        w.plainText("1, ");
@@ -199,7 +199,7 @@ const LayoutRow layoutRows[] = {
        w.endElement();
      },
      "<a>1, 2</a>\n"},
-    {"NoTextComesFromEmptyPieces",
+    {"EmptyPiecesAreNoText",
      [](XmlWriter& w) {
        w.startElement("a");
        w.plainText("");
@@ -224,7 +224,7 @@ TEST(XmlWriter, IndentsByTheGivenWidth) {
 
 // ------------------------------------------------------------------------------------------------ attributes
 
-TEST(XmlWriter, AttributesStandInTheOrderOfTheirNames) {
+TEST(XmlWriter, AttributesAreSortedByName) {
   const std::string line = written([](XmlWriter& w) {
     w.startElement("e");
     for (const char* name : {"b", "a", "\xd1\x8f", "Z", "aa", "_"})
@@ -234,7 +234,7 @@ TEST(XmlWriter, AttributesStandInTheOrderOfTheirNames) {
   EXPECT_EQ(line, "<e Z=\"\" _=\"\" a=\"\" aa=\"\" b=\"\" \xff=\"\"/>\n");
 }
 
-TEST(XmlWriter, SecondValueOfANameReplacesTheFirst) {
+TEST(XmlWriter, ASecondValueReplacesTheFirst) {
   const std::string line = written([](XmlWriter& w) {
     w.startElement("e");
     w.attribute("b", "1");
@@ -245,7 +245,7 @@ TEST(XmlWriter, SecondValueOfANameReplacesTheFirst) {
   EXPECT_EQ(line, "<e a=\"2\" b=\"3\"/>\n");
 }
 
-TEST(XmlWriter, AttributesOfOneElementDoNotReachTheNext) {
+TEST(XmlWriter, AttributesBelongToOneElementOnly) {
   const std::string text = written([](XmlWriter& w) {
     w.startElement("e");
     w.attribute("a", "1");
@@ -278,7 +278,7 @@ std::vector<CharacterRow> characterRows() {
       {"Plain", "a b'c", "a b'c", "a b'c"},
       {"Markup", "<a>&amp;", "&lt;a>&amp;amp;", "&lt;a>&amp;amp;"},
       {"Quotes", "\"x\"", "&quot;x&quot;", "\"x\""},
-      {"Blanks", " \t\n\r ", " &#x9;&#xa;&#xd; ", " \t\n&#xd; "},
+      {"Whitespace", " \t\n\r ", " &#x9;&#xa;&#xd; ", " \t\n&#xd; "},
       {"EndOfCdata", "a]]>b", "a]]&gt;b", "a]]&gt;b"},
       {"BracketsOnly", "]>]]x>]]", "]>]]x>]]", "]>]]x>]]"},
       {"ManyBrackets", "]]]>>", "]]]&gt;>", "]]]&gt;>"},
@@ -287,20 +287,20 @@ std::vector<CharacterRow> characterRows() {
       {"Cyrillic", utf8("Точка ё №"), "\xd2\xee\xf7\xea\xe0 \xb8 \xb9", "\xd2\xee\xf7\xea\xe0 \xb8 \xb9"},
       {"Byte98", units({0x98}), "\x98", "\x98"},
       {"OutsideTheEncoding", utf8("中é\u0080"), "&#x4e2d;&#xe9;&#x80;", "&#x4e2d;&#xe9;&#x80;"},
-      {"BeyondSixteenBits", utf8("a😀b"), "a&#x1f600;b", "a&#x1f600;b"},
+      {"AboveSixteenBits", utf8("a😀b"), "a&#x1f600;b", "a&#x1f600;b"},
       {"LastCharacter", utf8("\U0010ffff"), "&#x10ffff;", "&#x10ffff;"},
-      {"HighSurrogateAlone", units({0xd83d, 'x'}), "&#xd83d;x", "&#xd83d;x"},
+      {"UnpairedHighSurrogate", units({0xd83d, 'x'}), "&#xd83d;x", "&#xd83d;x"},
       {"HighSurrogateAtTheEnd", units({0xd83d}), "&#xd83d;", "&#xd83d;"},
-      {"LowSurrogateAlone", units({0xde00, 'x'}), "&#xde00;x", "&#xde00;x"},
-      {"SurrogatesTheWrongWayRound", units({0xde00, 0xd83d}), "&#xde00;&#xd83d;", "&#xde00;&#xd83d;"},
-      {"NoCharacters", units({0xfffe, 0xffff}), "&#xfffe;&#xffff;", "&#xfffe;&#xffff;"},
+      {"UnpairedLowSurrogate", units({0xde00, 'x'}), "&#xde00;x", "&#xde00;x"},
+      {"SurrogatesInReverseOrder", units({0xde00, 0xd83d}), "&#xde00;&#xd83d;", "&#xde00;&#xd83d;"},
+      {"NonCharacters", units({0xfffe, 0xffff}), "&#xfffe;&#xffff;", "&#xfffe;&#xffff;"},
   };
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, XmlCharacters, testing::ValuesIn(characterRows()),
                          [](const auto& row) { return row.param.name; });
 
-TEST(XmlWriter, WhereNoReferenceCanStandAQuestionMarkDoes) {
+TEST(XmlWriter, UnencodableCharactersBecomeQuestionMarksWhereReferencesAreNotAllowed) {
   const std::string text = written([](XmlWriter& w) {
     w.comment(utf8("Я中"));
     w.startElement("a");
@@ -312,7 +312,7 @@ TEST(XmlWriter, WhereNoReferenceCanStandAQuestionMarkDoes) {
 
 // ---------------------------------------------------------------------------------------------------- output
 
-TEST(XmlWriter, SmallTextIsHandedOnWhenItIsFinished) {
+TEST(XmlWriter, SmallOutputIsWrittenByFinish) {
   Pieces pieces;
   const Windows1251Encoder encoder;
   XmlWriter writer(pieces, encoder, 3);
@@ -323,7 +323,7 @@ TEST(XmlWriter, SmallTextIsHandedOnWhenItIsFinished) {
   EXPECT_EQ(pieces.all, std::vector<std::string>{"<a/>\n"});
 }
 
-TEST(XmlWriter, LargeTextsAreHandedOnInPieces) {
+TEST(XmlWriter, LargeTextsAreWrittenInPieces) {
   const int length = 1000003;
   const std::string plain(length, '1');
   const QString ascii(length, 'x');
@@ -348,7 +348,7 @@ TEST(XmlWriter, LargeTextsAreHandedOnInPieces) {
                                      expectedReferences + "\">" + plain + "</a>\n");
 }
 
-TEST(XmlWriter, ManySmallElementsAreHandedOnInPieces) {
+TEST(XmlWriter, ManySmallElementsAreWrittenInPieces) {
   Pieces pieces;
   const Windows1251Encoder encoder;
   XmlWriter writer(pieces, encoder, 1);
@@ -364,7 +364,7 @@ TEST(XmlWriter, ManySmallElementsAreHandedOnInPieces) {
   EXPECT_EQ(pieces.joined().size(), 4u + 100000 * 6 + 5);
 }
 
-TEST(XmlWriter, WhatTheOutputThrowsReachesTheCaller) {
+TEST(XmlWriter, ExceptionsOfTheOutputReachTheCaller) {
   FullDisk disk;
   const Windows1251Encoder encoder;
   XmlWriter writer(disk, encoder, 3);

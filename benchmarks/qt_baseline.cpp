@@ -1,11 +1,11 @@
-#include "stock_way.h"
+#include "qt_baseline.h"
 
 #include <QDomDocument>
 #include <QFile>
 #include <QSaveFile>
 #include <QTextStream>
 
-#include "stock_numbers.h"
+#include "qt_numbers.h"
 
 namespace benchmarks {
 
@@ -16,19 +16,19 @@ bool parse(const Document& document, QDomDocument& tree) {
   return file.open(QIODevice::ReadOnly) && tree.setContent(&file);
 }
 
-void readPoint(const QDomElement& element, StockPoint& point) {
+void readPoint(const QDomElement& element, QtPoint& point) {
   point.name = element.attribute(QLatin1String("name"));
   point.comment = element.attribute(QLatin1String("comment"));
   point.inform = element.attribute(QLatin1String("inform"));
   point.color = element.attribute(QLatin1String("color"));
-  const std::vector<double> centre = stockReals(element.attribute(QLatin1String("center")));
-  if (centre.size() != 3) return;
-  point.x = centre[0];
-  point.y = centre[1];
-  point.z = centre[2];
+  const std::vector<double> center = qtReals(element.attribute(QLatin1String("center")));
+  if (center.size() != 3) return;
+  point.x = center[0];
+  point.y = center[1];
+  point.z = center[2];
 }
 
-void readPoints(const QDomElement& parent, std::list<StockPoint>& points) {
+void readPoints(const QDomElement& parent, std::list<QtPoint>& points) {
   for (QDomElement child = parent.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
     const QString tag = child.tagName();
     if (tag == QLatin1String("structure"))
@@ -38,7 +38,7 @@ void readPoints(const QDomElement& parent, std::list<StockPoint>& points) {
   }
 }
 
-// -------------------------------------------------------------------------------- saving
+// ---------------------------------------------------------------------------------------------------- saving
 
 QDomElement beginDocument(QDomDocument& tree) {
   tree.appendChild(tree.createProcessingInstruction(
@@ -60,21 +60,21 @@ void appendList(QDomDocument& tree, QDomElement& parent, QLatin1String tag, cons
 }
 
 QDomElement element(QDomDocument& tree, QLatin1String tag, const QString& name) {
-  QDomElement made = tree.createElement(tag);
-  made.setAttribute(QLatin1String("name"), name);
-  made.setAttribute(QLatin1String("comment"), QString());
-  made.setAttribute(QLatin1String("inform"), QString());
-  made.setAttribute(QLatin1String("color"), QString());
-  return made;
+  QDomElement created = tree.createElement(tag);
+  created.setAttribute(QLatin1String("name"), name);
+  created.setAttribute(QLatin1String("comment"), QString());
+  created.setAttribute(QLatin1String("inform"), QString());
+  created.setAttribute(QLatin1String("color"), QString());
+  return created;
 }
 
-QDomElement element(QDomDocument& tree, const StockPoint& point) {
-  QDomElement made = element(tree, QLatin1String("point"), point.name);
-  made.setAttribute(QLatin1String("method"), QLatin1String("pointXYZ"));
-  made.setAttribute(QLatin1String("center"), stockNumber(point.x) + QLatin1String(", ") +
-                                                 stockNumber(point.y) + QLatin1String(", ") +
-                                                 stockNumber(point.z) + QLatin1Char(';'));
-  return made;
+QDomElement element(QDomDocument& tree, const QtPoint& point) {
+  QDomElement created = element(tree, QLatin1String("point"), point.name);
+  created.setAttribute(QLatin1String("method"), QLatin1String("pointXYZ"));
+  created.setAttribute(QLatin1String("center"), qtNumber(point.x) + QLatin1String(", ") + qtNumber(point.y) +
+                                                    QLatin1String(", ") + qtNumber(point.z) +
+                                                    QLatin1Char(';'));
+  return created;
 }
 
 bool save(const QDomDocument& tree, const std::string& name) {
@@ -89,39 +89,39 @@ bool save(const QDomDocument& tree, const std::string& name) {
 
 }  // namespace
 
-bool stockLoad(const Document& document, Mesh& mesh) {
+bool qtLoad(const Document& document, Mesh& mesh) {
   QDomDocument tree;
   if (!parse(document, tree)) return false;
   const QDomElement solid = tree.documentElement().firstChildElement(QLatin1String("solid"));
-  mesh.coordinates = stockReals(solid.firstChildElement(QLatin1String("vertices")).text());
-  mesh.indices = stockIndices(solid.firstChildElement(QLatin1String("faces")).text());
+  mesh.coordinates = qtReals(solid.firstChildElement(QLatin1String("vertices")).text());
+  mesh.indices = qtIndices(solid.firstChildElement(QLatin1String("faces")).text());
   return mesh.coordinates.size() == 3 * document.size && mesh.indices.size() == 6 * document.size;
 }
 
-bool stockLoad(const Document& document, std::list<StockPoint>& points) {
+bool qtLoad(const Document& document, std::list<QtPoint>& points) {
   QDomDocument tree;
   if (!parse(document, tree)) return false;
   readPoints(tree.documentElement(), points);
   return points.size() == document.size;
 }
 
-bool stockSave(const Mesh& mesh, const std::string& file) {
+bool qtSave(const Mesh& mesh, const std::string& file) {
   QDomDocument tree;
   QDomElement root = beginDocument(tree);
   QDomElement solid = element(tree, QLatin1String("solid"), QLatin1String("part"));
   solid.setAttribute(QLatin1String("method"), QLatin1String("triangulation"));
-  appendList(tree, solid, QLatin1String("vertices"), stockText(mesh.coordinates));
-  appendList(tree, solid, QLatin1String("faces"), stockText(mesh.indices));
+  appendList(tree, solid, QLatin1String("vertices"), qtText(mesh.coordinates));
+  appendList(tree, solid, QLatin1String("faces"), qtText(mesh.indices));
   root.appendChild(solid);
   return save(tree, file);
 }
 
-bool stockSave(const std::list<StockPoint>& points, Shape shape, const std::string& file) {
+bool qtSave(const std::list<QtPoint>& points, Shape shape, const std::string& file) {
   QDomDocument tree;
   const QDomElement root = beginDocument(tree);
   QDomElement parent = root;
   std::size_t inParent = 0;
-  for (const StockPoint& point : points) {
+  for (const QtPoint& point : points) {
     if (shape == Shape::Structures && inParent++ % pointsInStructure == 0) {
       parent = element(tree, QLatin1String("structure"), QString::number(inParent));
       tree.documentElement().appendChild(parent);

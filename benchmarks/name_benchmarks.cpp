@@ -5,7 +5,7 @@
 
 #include "core/name_counter.h"
 
-// Names made unique.
+// Making names unique.
 
 namespace {
 
@@ -17,7 +17,7 @@ std::string nameOf(bool areDifferent, std::int64_t index) {
 }
 
 template <bool AreDifferent>
-void namesOurs(benchmark::State& state) {
+void namesLibrary(benchmark::State& state) {
   std::vector<QString> names;
   for (std::int64_t i = 0; i < state.range(0); ++i)
     names.push_back(QString::fromStdString(nameOf(AreDifferent, i)));
@@ -29,15 +29,15 @@ void namesOurs(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-/// The same rule over a table of std::string.
+/// The same rule with std::unordered_map and std::string.
 class PlainCounter {
  public:
   std::string unique(const std::string& name) {
     const auto [entry, isNew] = m_next.emplace(name, 1);
     if (isNew) return name;
-    std::string made = name + "_$" + std::to_string(entry->second++);
-    m_next.emplace(made, 1);
-    return made;
+    std::string renamed = name + "_$" + std::to_string(entry->second++);
+    m_next.emplace(renamed, 1);
+    return renamed;
   }
 
  private:
@@ -59,9 +59,9 @@ void namesPlain(benchmark::State& state) {
 
 #define NAME_SIZES Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond)
 
-BENCHMARK(namesOurs<different>)->Name("different names/ours")->NAME_SIZES;
+BENCHMARK(namesLibrary<different>)->Name("different names/library")->NAME_SIZES;
 BENCHMARK(namesPlain<different>)->Name("different names/unordered_map")->NAME_SIZES;
-BENCHMARK(namesOurs<same>)->Name("one name/ours")->NAME_SIZES;
-BENCHMARK(namesPlain<same>)->Name("one name/unordered_map")->NAME_SIZES;
+BENCHMARK(namesLibrary<same>)->Name("same name/library")->NAME_SIZES;
+BENCHMARK(namesPlain<same>)->Name("same name/unordered_map")->NAME_SIZES;
 
 }  // namespace

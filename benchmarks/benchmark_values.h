@@ -8,12 +8,13 @@
 
 namespace benchmarks {
 
-/// What the parts work on: the numbers of a seeded mesh, and the same as text in each form that a way needs.
+/// Input of the component benchmarks: the numbers of a seeded mesh, and their text in every form that an
+/// implementation takes. Each value is created on first use and kept.
 
 template <typename Number>
 const std::vector<Number>& numbers(std::size_t triples);
 
-/// Reals as a program computes them, of seventeen digits where a file holds six.
+/// Reals as a program computes them: up to seventeen digits, where a file holds six.
 const std::vector<double>& computedReals(std::size_t triples);
 
 /// The storage text of a list, as bytes and as a QString.
@@ -22,7 +23,7 @@ const std::string& listBytes(std::size_t triples);
 template <typename Number>
 const QString& listString(std::size_t triples);
 
-/// Each number as a text of its own.
+/// The text of each number on its own.
 template <typename Number>
 const std::vector<std::string>& singleBytes(std::size_t triples);
 template <typename Number>

@@ -1,4 +1,4 @@
-#include "reference_way.h"
+#include "reference_implementation.h"
 
 #include <fast_float/fast_float.h>
 #include <unistd.h>
@@ -18,9 +18,9 @@ struct CloseFile {
 };
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
-// -------------------------------------------------------------------------------- loading
+// --------------------------------------------------------------------------------------------------- loading
 
-/// A parsed file together with the bytes that it points into.
+/// A parsed file and the buffer that its nodes point into.
 struct Tree {
   std::unique_ptr<char[]> bytes;
   pugi::xml_document xml;
@@ -28,10 +28,10 @@ struct Tree {
 
 bool parse(const Document& document, Tree& tree) {
   const auto size = static_cast<std::size_t>(document.bytes);
-  tree.bytes.reset(new char[size]);  // not made zero, it is filled at once
+  tree.bytes.reset(new char[size]);  // not zeroed: fread fills it
   const File file(std::fopen(document.file.c_str(), "rb"));
   if (!file || std::fread(tree.bytes.get(), 1, size, file.get()) != size) return false;
-  // the documents are plain ASCII: any encoding that needs no conversion will do
+  // the documents are ASCII, so pugixml may skip the conversion from windows-1251
   return tree.xml.load_buffer_inplace(tree.bytes.get(), size, pugi::parse_default, pugi::encoding_utf8);
 }
 
@@ -58,14 +58,14 @@ void readNumbers(const char* text, std::vector<Number>& numbers) {
   }
 }
 
-void readCentre(const char* text, BarePoint& point) {
+void readCenter(const char* text, PointRecord& point) {
   const char* const end = text + std::strlen(text);
   text = readNumber(text, end, point.x);
   text = readNumber(text + 2, end, point.y);
   readNumber(text + 2, end, point.z);
 }
 
-void readPoint(const pugi::xml_node& node, BarePoint& point) {
+void readPoint(const pugi::xml_node& node, PointRecord& point) {
   for (const pugi::xml_attribute& attribute : node.attributes()) {
     const std::string_view name = attribute.name();
     if (name == "name")
@@ -77,11 +77,11 @@ void readPoint(const pugi::xml_node& node, BarePoint& point) {
     else if (name == "color")
       point.color = attribute.value();
     else if (name == "center")
-      readCentre(attribute.value(), point);
+      readCenter(attribute.value(), point);
   }
 }
 
-void readPoints(const pugi::xml_node& parent, std::list<BarePoint>& points) {
+void readPoints(const pugi::xml_node& parent, std::list<PointRecord>& points) {
   for (const pugi::xml_node& node : parent.children()) {
     const std::string_view tag = node.name();
     if (tag == "structure")
@@ -91,9 +91,9 @@ void readPoints(const pugi::xml_node& parent, std::list<BarePoint>& points) {
   }
 }
 
-// -------------------------------------------------------------------------------- saving
+// ---------------------------------------------------------------------------------------------------- saving
 
-/// Text that grows at its end, in memory that was taken at once.
+/// An output buffer of fixed capacity, allocated once.
 class Text {
  public:
   explicit Text(std::size_t capacity) : m_bytes(new char[capacity]), m_end(m_bytes.get()) {}
@@ -126,7 +126,7 @@ class Text {
   char* m_end;
 };
 
-constexpr std::size_t roomForFrame = 4096;
+constexpr std::size_t capacityForFrame = 4096;
 
 void beginDocument(Text& text) {
   text << "<?xml version=\"1.0\" encoding=\"windows-1251\"?>\n<GMD>\n"
@@ -139,13 +139,13 @@ void writeTriples(Text& text, const std::vector<Number>& numbers) {
     text << numbers[i] << ", " << numbers[i + 1] << ", " << numbers[i + 2] << ";\n";
 }
 
-void writePoint(Text& text, const BarePoint& point, std::string_view start) {
+void writePoint(Text& text, const PointRecord& point, std::string_view start) {
   text << start << " center=\"" << point.x << ", " << point.y << ", " << point.z << ";\" color=\""
        << point.color << "\" comment=\"" << point.comment << "\" inform=\"" << point.inform
        << "\" method=\"pointXYZ\" name=\"" << point.name << "\"/>\n";
 }
 
-void writeStructure(Text& text, const std::vector<BarePoint>& points, std::size_t first) {
+void writeStructure(Text& text, const std::vector<PointRecord>& points, std::size_t first) {
   text << "   <structure LCS=\"\" color=\"\" comment=\"\" inform=\"\" name=\"part "
        << static_cast<std::uint32_t>(first) << "\">\n";
   for (std::size_t i = first; i < points.size() && i < first + pointsInStructure; ++i)
@@ -153,13 +153,13 @@ void writeStructure(Text& text, const std::vector<BarePoint>& points, std::size_
   text << "   </structure>\n";
 }
 
-void writePoints(Text& text, const std::vector<BarePoint>& points, Shape shape) {
+void writePoints(Text& text, const std::vector<PointRecord>& points, Shape shape) {
   if (shape == Shape::Structures) {
     for (std::size_t first = 0; first < points.size(); first += pointsInStructure)
       writeStructure(text, points, first);
     return;
   }
-  for (const BarePoint& point : points)
+  for (const PointRecord& point : points)
     writePoint(text, point, shape == Shape::Templates ? "   <templatePoint" : "   <point");
 }
 
@@ -174,7 +174,7 @@ bool referenceLoad(const Document& document, Mesh& mesh) {
   return mesh.coordinates.size() == 3 * document.size && mesh.indices.size() == 6 * document.size;
 }
 
-bool referenceLoad(const Document& document, std::list<BarePoint>& points) {
+bool referenceLoad(const Document& document, std::list<PointRecord>& points) {
   Tree tree;
   if (!parse(document, tree)) return false;
   readPoints(tree.xml.child("GMD"), points);
@@ -183,7 +183,7 @@ bool referenceLoad(const Document& document, std::list<BarePoint>& points) {
 
 bool referenceSave(const Mesh& mesh, const std::string& file) {
   const std::size_t numbers = mesh.coordinates.size() + mesh.indices.size();
-  Text text(roomForFrame + numbers * (Text::longestNumber + 2));
+  Text text(capacityForFrame + numbers * (Text::longestNumber + 2));
   beginDocument(text);
   text << "   <solid color=\"\" comment=\"\" inform=\"\" method=\"triangulation\" name=\"part\">\n"
        << "      <vertices>\n";
@@ -194,9 +194,9 @@ bool referenceSave(const Mesh& mesh, const std::string& file) {
   return text.save(file);
 }
 
-bool referenceSave(const std::vector<BarePoint>& points, Shape shape, const std::string& file) {
-  constexpr std::size_t roomForPoint = 512;
-  Text text(roomForFrame + points.size() * roomForPoint);
+bool referenceSave(const std::vector<PointRecord>& points, Shape shape, const std::string& file) {
+  constexpr std::size_t capacityForPoint = 512;
+  Text text(capacityForFrame + points.size() * capacityForPoint);
   beginDocument(text);
   writePoints(text, points, shape);
   text << "</GMD>\n";

@@ -1,9 +1,9 @@
-#include "parts_values.h"
+#include "benchmark_values.h"
 
 #include <map>
 
 #include "coordinates.h"
-#include "stock_numbers.h"
+#include "qt_numbers.h"
 
 namespace benchmarks {
 
@@ -12,8 +12,8 @@ namespace {
 void fill(std::vector<double>& values, std::size_t count) {
   Coordinates coordinates;
   while (values.size() < count)
-    // as a file gives them: six digits and no more
-    values.push_back(stockNumber(coordinates.next()).toDouble());
+    // rounded to six digits, as in a file
+    values.push_back(qtNumber(coordinates.next()).toDouble());
 }
 
 void fill(std::vector<std::uint32_t>& values, std::size_t count) {
@@ -25,9 +25,9 @@ void fill(std::vector<std::uint32_t>& values, std::size_t count) {
   }
 }
 
-/// One value for each size, made when it is first asked for and kept.
+/// The value for a size, created on first use and cached.
 template <typename Value, typename Make>
-const Value& kept(std::size_t size, Make&& make) {
+const Value& cached(std::size_t size, Make&& make) {
   static std::map<std::size_t, Value> values;
   const auto found = values.find(size);
   return found != values.end() ? found->second : values.emplace(size, make()).first->second;
@@ -37,10 +37,10 @@ const Value& kept(std::size_t size, Make&& make) {
 
 template <typename Number>
 const std::vector<Number>& numbers(std::size_t triples) {
-  return kept<std::vector<Number>>(triples, [&] {
-    std::vector<Number> made;
-    fill(made, 3 * triples);
-    return made;
+  return cached<std::vector<Number>>(triples, [&] {
+    std::vector<Number> values;
+    fill(values, 3 * triples);
+    return values;
   });
 }
 
@@ -48,43 +48,43 @@ const std::vector<double>& computedReals(std::size_t triples) {
   struct Computed {
     std::vector<double> values;
   };
-  return kept<Computed>(triples,
-                        [&] {
-                          Computed made{numbers<double>(triples)};
-                          for (double& value : made.values)
-                            value *= 0.70710678118654752;  // turned by 45 degrees
-                          return made;
-                        })
+  return cached<Computed>(triples,
+                          [&] {
+                            Computed computed{numbers<double>(triples)};
+                            for (double& value : computed.values)
+                              value *= 0.70710678118654752;  // rotated by 45 degrees
+                            return computed;
+                          })
       .values;
 }
 
 template <typename Number>
 const QString& listString(std::size_t triples) {
-  return kept<QString>(triples, [&] { return stockText(numbers<Number>(triples)); });
+  return cached<QString>(triples, [&] { return qtText(numbers<Number>(triples)); });
 }
 
 template <typename Number>
 const std::string& listBytes(std::size_t triples) {
-  return kept<std::string>(triples, [&] { return listString<Number>(triples).toStdString(); });
+  return cached<std::string>(triples, [&] { return listString<Number>(triples).toStdString(); });
 }
 
 template <typename Number>
 const QStringList& singleStrings(std::size_t triples) {
-  return kept<QStringList>(triples, [&] {
-    QStringList made;
+  return cached<QStringList>(triples, [&] {
+    QStringList texts;
     for (const Number number : numbers<Number>(triples))
-      made += stockNumber(number);
-    return made;
+      texts += qtNumber(number);
+    return texts;
   });
 }
 
 template <typename Number>
 const std::vector<std::string>& singleBytes(std::size_t triples) {
-  return kept<std::vector<std::string>>(triples, [&] {
-    std::vector<std::string> made;
+  return cached<std::vector<std::string>>(triples, [&] {
+    std::vector<std::string> texts;
     for (const QString& text : singleStrings<Number>(triples))
-      made.push_back(text.toStdString());
-    return made;
+      texts.push_back(text.toStdString());
+    return texts;
   });
 }
 

@@ -7,14 +7,14 @@
 
 namespace benchmarks {
 
-/// Numbers as text by Qt's own calls, both ways.
+/// Conversion between numbers and text by Qt's own calls.
 
-QString stockNumber(double value);
-QString stockNumber(std::uint32_t value);
+QString qtNumber(double value);
+QString qtNumber(std::uint32_t value);
 
-/// Numbers separated by ", " and ";", as `split` finds them.
+/// The numbers of a text, which `split` divides at ';' and ','. Tokens that do not convert are skipped.
 template <typename Number, typename Convert>
-std::vector<Number> stockNumbers(const QString& text, Convert&& convert) {
+std::vector<Number> qtNumbers(const QString& text, Convert&& convert) {
   std::vector<Number> numbers;
   for (const QString& piece : text.split(QLatin1Char(';'), Qt::SkipEmptyParts))
     for (const QString& part : piece.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
@@ -25,16 +25,16 @@ std::vector<Number> stockNumbers(const QString& text, Convert&& convert) {
   return numbers;
 }
 
-std::vector<double> stockReals(const QString& text);
-std::vector<std::uint32_t> stockIndices(const QString& text);
+std::vector<double> qtReals(const QString& text);
+std::vector<std::uint32_t> qtIndices(const QString& text);
 
-/// The text of a list, a triple on each line.
+/// The text of a list, one triple per line.
 template <typename Number>
-QString stockText(const std::vector<Number>& numbers) {
+QString qtText(const std::vector<Number>& numbers) {
   QString text(QLatin1Char('\n'));
   for (std::size_t i = 0; i + 3 <= numbers.size(); i += 3) {
-    text += stockNumber(numbers[i]) + QLatin1String(", ") + stockNumber(numbers[i + 1]) +
-            QLatin1String(", ") + stockNumber(numbers[i + 2]) + QLatin1String(";\n");
+    text += qtNumber(numbers[i]) + QLatin1String(", ") + qtNumber(numbers[i + 1]) + QLatin1String(", ") +
+            qtNumber(numbers[i + 2]) + QLatin1String(";\n");
   }
   return text;
 }

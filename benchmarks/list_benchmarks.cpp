@@ -4,11 +4,11 @@
 #include <cstring>
 #include <memory>
 
-#include "text/element_text.h"
-#include "number/number_text.h"
+#include "benchmark_values.h"
 #include "geometry/triple_text.h"
-#include "parts_values.h"
-#include "stock_numbers.h"
+#include "number/number_text.h"
+#include "qt_numbers.h"
+#include "text/element_text.h"
 
 // Whole lists of triples.
 
@@ -19,42 +19,42 @@ using namespace benchmarks;
 constexpr std::size_t longestNumber = 16;
 
 template <typename Number>
-void tellSpeed(benchmark::State& state) {
+void reportSpeed(benchmark::State& state) {
   const auto triples = static_cast<std::size_t>(state.range(0));
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(listBytes<Number>(triples).size()));
   state.SetItemsProcessed(state.iterations() * 3 * state.range(0));
 }
 
-// -------------------------------------------------------------------------------- numbers to text
+// ------------------------------------------------------------------------------------------- numbers to text
 
 template <typename Number>
 using List = const std::vector<Number>& (*)(std::size_t triples);
 
 template <typename Number>
-void tellTextSpeed(benchmark::State& state, const std::vector<Number>& list) {
+void reportTextSpeed(benchmark::State& state, const std::vector<Number>& list) {
   std::size_t bytes = 0;
   ztcad::storageText(list, [&](std::string_view piece) { bytes += piece.size(); });
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(list.size()));
 }
 
-/// The pieces go where a file's buffer would be.
+/// The pieces are discarded where a save would copy them into the file's buffer.
 template <typename Number, List<Number> MakeList>
-void textOurs(benchmark::State& state) {
+void textLibrary(benchmark::State& state) {
   const std::vector<Number>& list = MakeList(static_cast<std::size_t>(state.range(0)));
   for (auto _ : state)
     ztcad::storageText(list, [](std::string_view piece) { benchmark::DoNotOptimize(piece.data()); });
-  tellTextSpeed(state, list);
+  reportTextSpeed(state, list);
 }
 
 template <typename Number, List<Number> MakeList>
-void textStock(benchmark::State& state) {
+void textQt(benchmark::State& state) {
   const std::vector<Number>& list = MakeList(static_cast<std::size_t>(state.range(0)));
   for (auto _ : state) {
-    const QString text = stockText(list);
+    const QString text = qtText(list);
     benchmark::DoNotOptimize(text.constData());
   }
-  tellTextSpeed(state, list);
+  reportTextSpeed(state, list);
 }
 
 char* print(char* at, double value) {
@@ -76,7 +76,7 @@ char* printTriple(char* at, const Number* triple) {
   return at;
 }
 
-/// Into one buffer that is there already: no way to do it with these calls is quicker.
+/// Writes into one preallocated buffer: the fastest use of std::to_chars.
 template <typename Number, List<Number> MakeList>
 void textToChars(benchmark::State& state) {
   const std::vector<Number>& list = MakeList(static_cast<std::size_t>(state.range(0)));
@@ -88,28 +88,28 @@ void textToChars(benchmark::State& state) {
     benchmark::DoNotOptimize(at);
     benchmark::ClobberMemory();
   }
-  tellTextSpeed(state, list);
+  reportTextSpeed(state, list);
 }
 
-// -------------------------------------------------------------------------------- text to numbers
+// ------------------------------------------------------------------------------------------- text to numbers
 
-/// For every form of text that the parser takes.
+/// @tparam Text any text type that the parser accepts
 template <typename Number, typename Text>
 void parseTriples(benchmark::State& state, const Text& text) {
   for (auto _ : state) {
     std::vector<Number> list;
-    if (!ztcad::parseTriples(text, list)) state.SkipWithError("the list does not parse");
+    if (!ztcad::parseTriples(text, list)) state.SkipWithError("the list cannot be parsed");
     benchmark::DoNotOptimize(list.data());
   }
-  tellSpeed<Number>(state);
+  reportSpeed<Number>(state);
 }
 
 template <typename Number>
-void parseOurs(benchmark::State& state) {
+void parseLibrary(benchmark::State& state) {
   parseTriples<Number>(state, listString<Number>(static_cast<std::size_t>(state.range(0))));
 }
 
-/// Characters of bytes that are no numbers; there are none in these lists.
+/// Decodes bytes that are not part of a number; these lists contain none.
 class PlainDecoder final : public ztcad::TextDecoder {
  public:
   QString decoded(std::string_view part) const override {
@@ -117,23 +117,23 @@ class PlainDecoder final : public ztcad::TextDecoder {
   }
 };
 
-/// As a file is read: the bytes are looked at where they lie.
+/// As in loading a file: the bytes are parsed in place.
 template <typename Number>
-void parseOurBytes(benchmark::State& state) {
+void parseLibraryBytes(benchmark::State& state) {
   const PlainDecoder decoder;
   const std::string& text = listBytes<Number>(static_cast<std::size_t>(state.range(0)));
   parseTriples<Number>(state, ztcad::ElementText(text, decoder));
 }
 
-std::vector<double> parseByStock(const QString& text, double) { return stockReals(text); }
-std::vector<std::uint32_t> parseByStock(const QString& text, std::uint32_t) { return stockIndices(text); }
+std::vector<double> parseWithQt(const QString& text, double) { return qtReals(text); }
+std::vector<std::uint32_t> parseWithQt(const QString& text, std::uint32_t) { return qtIndices(text); }
 
 template <typename Number>
-void parseStock(benchmark::State& state) {
+void parseQt(benchmark::State& state) {
   const QString& text = listString<Number>(static_cast<std::size_t>(state.range(0)));
   for (auto _ : state)
-    benchmark::DoNotOptimize(parseByStock(text, Number()).data());
-  tellSpeed<Number>(state);
+    benchmark::DoNotOptimize(parseWithQt(text, Number()).data());
+  reportSpeed<Number>(state);
 }
 
 struct FastFloat {
@@ -171,62 +171,62 @@ void parseBytes(benchmark::State& state) {
       state.SkipWithError("numbers are missing");
     benchmark::DoNotOptimize(list.data());
   }
-  tellSpeed<Number>(state);
+  reportSpeed<Number>(state);
 }
 
-// -------------------------------------------------------------------------------- the bytes alone
+// -------------------------------------------------------------------------------------------- scanning alone
 
 template <typename Scan>
 void scanAll(benchmark::State& state, Scan scan) {
   for (auto _ : state)
     benchmark::DoNotOptimize(scan());
-  tellSpeed<double>(state);
+  reportSpeed<double>(state);
 }
 
-/// The next tag of a list of numbers is at its end.
+/// Finds the next tag, which follows the whole list.
 void scanMemchr(benchmark::State& state) {
   const std::string& text = listBytes<double>(static_cast<std::size_t>(state.range(0)));
-  // NOLINTNEXTLINE(bugprone-not-null-terminated-result): bytes are looked at, no text is copied
+  // NOLINTNEXTLINE(bugprone-not-null-terminated-result): bytes are searched, no text is copied
   scanAll(state, [&] { return std::memchr(text.data(), '<', text.size()); });
 }
 
 void scanEachByte(benchmark::State& state) {
   const std::string& text = listBytes<double>(static_cast<std::size_t>(state.range(0)));
   scanAll(state, [&] {
-    std::size_t pieces = 0;
+    std::size_t triples = 0;
     for (const char c : text)
-      pieces += c == ';';
-    return pieces;
+      triples += c == ';';
+    return triples;
   });
 }
 
-void scanStock(benchmark::State& state) {
+void scanQt(benchmark::State& state) {
   const QString& text = listString<double>(static_cast<std::size_t>(state.range(0)));
   scanAll(state, [&] { return text.indexOf(QLatin1Char('<')); });
 }
 
 #define LIST_SIZES Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond)
 
-BENCHMARK(textOurs<double, numbers<double>>)->Name("reals to text/ours")->LIST_SIZES;
-BENCHMARK(textStock<double, numbers<double>>)->Name("reals to text/stock")->LIST_SIZES;
+BENCHMARK(textLibrary<double, numbers<double>>)->Name("reals to text/library")->LIST_SIZES;
+BENCHMARK(textQt<double, numbers<double>>)->Name("reals to text/Qt")->LIST_SIZES;
 BENCHMARK(textToChars<double, numbers<double>>)->Name("reals to text/to_chars")->LIST_SIZES;
-BENCHMARK(textOurs<double, computedReals>)->Name("computed reals to text/ours")->LIST_SIZES;
-BENCHMARK(textStock<double, computedReals>)->Name("computed reals to text/stock")->LIST_SIZES;
+BENCHMARK(textLibrary<double, computedReals>)->Name("computed reals to text/library")->LIST_SIZES;
+BENCHMARK(textQt<double, computedReals>)->Name("computed reals to text/Qt")->LIST_SIZES;
 BENCHMARK(textToChars<double, computedReals>)->Name("computed reals to text/to_chars")->LIST_SIZES;
-BENCHMARK(textOurs<std::uint32_t, numbers<std::uint32_t>>)->Name("indices to text/ours")->LIST_SIZES;
-BENCHMARK(textStock<std::uint32_t, numbers<std::uint32_t>>)->Name("indices to text/stock")->LIST_SIZES;
+BENCHMARK(textLibrary<std::uint32_t, numbers<std::uint32_t>>)->Name("indices to text/library")->LIST_SIZES;
+BENCHMARK(textQt<std::uint32_t, numbers<std::uint32_t>>)->Name("indices to text/Qt")->LIST_SIZES;
 BENCHMARK(textToChars<std::uint32_t, numbers<std::uint32_t>>)->Name("indices to text/to_chars")->LIST_SIZES;
-BENCHMARK(parseOurs<double>)->Name("text to reals/ours")->LIST_SIZES;
-BENCHMARK(parseOurBytes<double>)->Name("text to reals/ours, bytes")->LIST_SIZES;
-BENCHMARK(parseStock<double>)->Name("text to reals/stock")->LIST_SIZES;
+BENCHMARK(parseLibrary<double>)->Name("text to reals/library")->LIST_SIZES;
+BENCHMARK(parseLibraryBytes<double>)->Name("text to reals/library, bytes")->LIST_SIZES;
+BENCHMARK(parseQt<double>)->Name("text to reals/Qt")->LIST_SIZES;
 BENCHMARK(parseBytes<double, FastFloat>)->Name("text to reals/fast_float")->LIST_SIZES;
 BENCHMARK(parseBytes<double, FromChars>)->Name("text to reals/from_chars")->LIST_SIZES;
-BENCHMARK(parseOurs<std::uint32_t>)->Name("text to indices/ours")->LIST_SIZES;
-BENCHMARK(parseOurBytes<std::uint32_t>)->Name("text to indices/ours, bytes")->LIST_SIZES;
-BENCHMARK(parseStock<std::uint32_t>)->Name("text to indices/stock")->LIST_SIZES;
+BENCHMARK(parseLibrary<std::uint32_t>)->Name("text to indices/library")->LIST_SIZES;
+BENCHMARK(parseLibraryBytes<std::uint32_t>)->Name("text to indices/library, bytes")->LIST_SIZES;
+BENCHMARK(parseQt<std::uint32_t>)->Name("text to indices/Qt")->LIST_SIZES;
 BENCHMARK(parseBytes<std::uint32_t, FromChars>)->Name("text to indices/from_chars")->LIST_SIZES;
 BENCHMARK(scanMemchr)->Name("scan/memchr")->LIST_SIZES;
 BENCHMARK(scanEachByte)->Name("scan/each byte")->LIST_SIZES;
-BENCHMARK(scanStock)->Name("scan/stock")->LIST_SIZES;
+BENCHMARK(scanQt)->Name("scan/Qt")->LIST_SIZES;
 
 }  // namespace

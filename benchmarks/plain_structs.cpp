@@ -1,3 +1,5 @@
+#include "plain_structs.h"
+
 #include <list>
 #include <memory>
 #include <optional>
@@ -5,21 +7,20 @@
 #include <unordered_map>
 
 #include "coordinates.h"
-#include "library_way.h"
-#include "reference_way.h"
+#include "reference_implementation.h"
 
 namespace benchmarks {
 
 namespace {
 
-struct BareCoordinate {
+struct PlainCoordinate {
   bool isValid = false;
   double x = 0;
   double y = 0;
   double z = 0;
 };
 
-/// A point with the same fields as the library's, without bases and virtual functions.
+/// A point with the same fields as the library's, but no base classes and no virtual functions.
 struct PlainPoint {
   QString name;
   QString comment;
@@ -27,25 +28,26 @@ struct PlainPoint {
   std::optional<std::vector<std::uint32_t>> color;
   std::optional<bool> visible;
   std::optional<std::vector<double>> system;
-  BareCoordinate centre;
+  PlainCoordinate center;
 };
 
+/// Objects that live as long as those registered by the library.
 template <typename T>
 using Kept = std::vector<std::unique_ptr<T>>;
 
-BareCoordinate* keepCoordinate(Kept<BareCoordinate>& kept, Coordinates& coordinates) {
+PlainCoordinate* keepCoordinate(Kept<PlainCoordinate>& kept, Coordinates& coordinates) {
   const double x = coordinates.next();
   const double y = coordinates.next();
   const double z = coordinates.next();
-  return kept.emplace_back(new BareCoordinate{true, x, y, z}).get();
+  return kept.emplace_back(new PlainCoordinate{true, x, y, z}).get();
 }
 
 }  // namespace
 
-Figures bareUnify(std::size_t points) {
+Measurement plainUnify(std::size_t points) {
   std::list<std::string> names;
   for (std::size_t i = 0; i < points; ++i)
-    names.push_back(pointName(Shape::OneName, i));
+    names.push_back(pointName(Shape::SameName, i));
   return timed([&] {
     std::unordered_map<std::string, unsigned> next;
     for (std::string& name : names) {
@@ -58,8 +60,8 @@ Figures bareUnify(std::size_t points) {
   });
 }
 
-Figures bareDelete(const Document& document) {
-  std::list<BarePoint> points;
+Measurement plainDelete(const Document& document) {
+  std::list<PointRecord> points;
   if (!referenceLoad(document, points)) return {};
   return timed([&] {
     points.clear();
@@ -67,33 +69,32 @@ Figures bareDelete(const Document& document) {
   });
 }
 
-Figures bareBuildVertices(std::size_t count) {
-  Kept<BareCoordinate> kept;
-  Kept<BareCoordinate> vertices;
+Measurement plainBuildVertices(std::size_t count) {
+  Kept<PlainCoordinate> kept;
+  Kept<PlainCoordinate> vertices;
   std::vector<double> list;
   Coordinates coordinates;
-  const Figures figures = timed([&] {
+  return timed([&] {
     for (std::size_t i = 0; i < count; ++i) {
-      const BareCoordinate* const coordinate = keepCoordinate(kept, coordinates);
-      const BareCoordinate* const vertex = vertices.emplace_back(new BareCoordinate(*coordinate)).get();
+      const PlainCoordinate* const coordinate = keepCoordinate(kept, coordinates);
+      const PlainCoordinate* const vertex = vertices.emplace_back(new PlainCoordinate(*coordinate)).get();
       list.insert(list.end(), {vertex->x, vertex->y, vertex->z});
     }
     return list.size() == 3 * count;
   });
-  return figures;
 }
 
-Figures bareBuildPoints(std::size_t count) {
-  Kept<BareCoordinate> kept;
-  Kept<PlainPoint> made;
+Measurement plainBuildPoints(std::size_t count) {
+  Kept<PlainCoordinate> kept;
+  Kept<PlainPoint> created;
   std::list<PlainPoint> points;
   Coordinates coordinates;
   return timed([&] {
     for (std::size_t i = 0; i < count; ++i) {
-      const BareCoordinate* const coordinate = keepCoordinate(kept, coordinates);
-      PlainPoint& point = *made.emplace_back(new PlainPoint);
+      const PlainCoordinate* const coordinate = keepCoordinate(kept, coordinates);
+      PlainPoint& point = *created.emplace_back(new PlainPoint);
       point.name = QString::fromUtf8(pointName(Shape::DifferentNames, i).c_str());
-      point.centre = *coordinate;
+      point.center = *coordinate;
       points.push_back(point);
     }
     return points.size() == count;

@@ -1,4 +1,4 @@
-#include "library_way.h"
+#include "library_run.h"
 
 #include <ztCAD/ztCAD.h>
 
@@ -12,19 +12,20 @@ namespace benchmarks {
 
 namespace {
 
-/// The document stays alive: what it holds counts, and a process that ends need not take it apart.
-ztCAD_GMDDocument* load(const Document& document, bool& fine) {
+/// The document is never deleted: its memory counts as retained, and a process about to exit need not free
+/// it.
+ztCAD_GMDDocument* load(const Document& document, bool& succeeded) {
   std::int32_t code = -1;
   bool fault = true;
   ztCAD_GMDDocument* const loaded = crtGMDDocumentFromFile(document.file, code, fault);
-  fine = code == 0 && !fault;
+  succeeded = code == 0 && !fault;
   return loaded;
 }
 
 ztCAD_GMDDocument* loadOrThrow(const Document& document) {
-  bool fine = false;
-  ztCAD_GMDDocument* const loaded = load(document, fine);
-  if (!fine) throw std::runtime_error(document.file + " does not load");
+  bool succeeded = false;
+  ztCAD_GMDDocument* const loaded = load(document, succeeded);
+  if (!succeeded) throw std::runtime_error(document.file + " cannot be loaded");
   return loaded;
 }
 
@@ -45,10 +46,10 @@ bool holdsAll(ztCAD_GMDDocument* loaded, const Document& document) {
   }
 }
 
-/// Saving reports nothing; what it wrote is looked at by its length.
-bool isThere(const std::string& file, double atLeast) {
+/// SaveGMDDocument reports no outcome; the size of the file stands in for one.
+bool isWritten(const std::string& file, double minimumSize) {
   const QFileInfo written(QString::fromStdString(file));
-  return written.exists() && static_cast<double>(written.size()) >= atLeast;
+  return written.exists() && static_cast<double>(written.size()) >= minimumSize;
 }
 
 void addPoints(ztCAD_GMDDocument* document, Shape names, std::size_t count) {
@@ -64,33 +65,33 @@ void addPoints(ztCAD_GMDDocument* document, Shape names, std::size_t count) {
 
 }  // namespace
 
-Figures libraryLoad(const Document& document) {
+Measurement libraryLoad(const Document& document) {
   ztCAD_GMDDocument* loaded = nullptr;
-  Figures figures = timed([&] {
-    bool fine = false;
-    loaded = load(document, fine);
-    return fine;
+  Measurement measurement = timed([&] {
+    bool succeeded = false;
+    loaded = load(document, succeeded);
+    return succeeded;
   });
-  figures.fine = figures.fine && holdsAll(loaded, document);
-  return figures;
+  measurement.succeeded = measurement.succeeded && holdsAll(loaded, document);
+  return measurement;
 }
 
-Figures librarySave(const Document& document, const std::string& file) {
+Measurement librarySave(const Document& document, const std::string& file) {
   ztCAD_GMDDocument* const loaded = loadOrThrow(document);
-  Figures figures = timed([&] {
+  Measurement measurement = timed([&] {
     SaveGMDDocument(loaded, file);
     return true;
   });
-  figures.fine = isThere(file, document.bytes * 0.9);
-  return figures;
+  measurement.succeeded = isWritten(file, document.bytes * 0.9);
+  return measurement;
 }
 
-Figures libraryCheck(const Document& document, const std::function<void()>& prepare) {
+Measurement libraryCheck(const Document& document, const std::function<void()>& prepare) {
   ztCAD_GMDDocument* const loaded = loadOrThrow(document);
   return bestOf(5, prepare, [&] { return checkGMDDocument(loaded); });
 }
 
-Figures libraryDelete(const Document& document, std::size_t records) {
+Measurement libraryDelete(const Document& document, std::size_t records) {
   ztCAD_GMDDocument* const loaded = loadOrThrow(document);
   const double zero = 0;
   for (std::size_t i = 0; i < records; ++i)
@@ -101,24 +102,24 @@ Figures libraryDelete(const Document& document, std::size_t records) {
   });
 }
 
-Figures libraryUnify(std::size_t points, bool again, const std::string& file) {
+Measurement libraryUnify(std::size_t points, SaveOrder order, const std::string& file) {
   ztCAD_GMDDocument* const document = crtGMDDocument("benchmark");
-  addPoints(document, Shape::OneName, points);
+  addPoints(document, Shape::SameName, points);
   const auto save = [&] {
     SaveGMDDocument(document, file);
     return true;
   };
-  Figures figures = timed(save);
-  if (again) {
-    std::filesystem::remove(file);  // else what it held would be given back within the time
-    figures = timed(save);
+  Measurement measurement = timed(save);
+  if (order == SaveOrder::Second) {
+    std::filesystem::remove(file);  // freeing the earlier file's blocks must not be timed
+    measurement = timed(save);
   }
-  figures.fine = isThere(file, static_cast<double>(points) * 60) &&
-                 ztCAD_getPoints(document)->back().name().endsWith(QString::number(points - 1));
-  return figures;
+  measurement.succeeded = isWritten(file, static_cast<double>(points) * 60) &&
+                          ztCAD_getPoints(document)->back().name().endsWith(QString::number(points - 1));
+  return measurement;
 }
 
-Figures libraryBuildVertices(std::size_t count) {
+Measurement libraryBuildVertices(std::size_t count) {
   ztCAD_Vertices* const vertices = crtVertices();
   Coordinates coordinates;
   return timed([&] {
@@ -132,7 +133,7 @@ Figures libraryBuildVertices(std::size_t count) {
   });
 }
 
-Figures libraryBuildPoints(std::size_t count) {
+Measurement libraryBuildPoints(std::size_t count) {
   ztCAD_GMDDocument* const document = crtGMDDocument("benchmark");
   return timed([&] {
     addPoints(document, Shape::DifferentNames, count);

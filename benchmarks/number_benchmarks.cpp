@@ -3,9 +3,9 @@
 #include <array>
 #include <charconv>
 
+#include "benchmark_values.h"
 #include "number/number_text.h"
-#include "parts_values.h"
-#include "stock_numbers.h"
+#include "qt_numbers.h"
 
 // One number at a time.
 
@@ -21,23 +21,23 @@ void append(std::string& out, std::uint32_t value) { ztcad::appendIndex(out, val
 bool parse(const QString& text, double& value) { return ztcad::toReal(text, value); }
 bool parse(const QString& text, std::uint32_t& value) { return ztcad::toIndex(text, value); }
 
-bool parseByStock(const QString& text, double& value) {
+bool parseWithQt(const QString& text, double& value) {
   bool converted = false;
   value = text.toDouble(&converted);
   return converted;
 }
-bool parseByStock(const QString& text, std::uint32_t& value) {
+bool parseWithQt(const QString& text, std::uint32_t& value) {
   bool converted = false;
   value = text.toUInt(&converted);
   return converted;
 }
 
-bool parseByFastFloat(const std::string& text, double& value) {
+bool parseWithFastFloat(const std::string& text, double& value) {
   return fast_float::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc();
 }
 
 template <typename Number>
-bool parseByFromChars(const std::string& text, Number& value) {
+bool parseWithFromChars(const std::string& text, Number& value) {
   return std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc();
 }
 
@@ -46,9 +46,9 @@ char* print(char* first, char* last, double value) {
 }
 char* print(char* first, char* last, std::uint32_t value) { return std::to_chars(first, last, value).ptr; }
 
-/// Tells the speed over all numbers and their characters.
+/// Reports the speed per number and per character.
 template <typename Number>
-void tellSpeed(benchmark::State& state) {
+void reportSpeed(benchmark::State& state) {
   std::size_t bytes = 0;
   for (const std::string& text : singleBytes<Number>(triples))
     bytes += text.size();
@@ -57,7 +57,7 @@ void tellSpeed(benchmark::State& state) {
 }
 
 template <typename Number>
-void printOurs(benchmark::State& state) {
+void formatLibrary(benchmark::State& state) {
   std::string text;
   for (auto _ : state) {
     text.clear();
@@ -65,26 +65,26 @@ void printOurs(benchmark::State& state) {
       append(text, number);
     benchmark::DoNotOptimize(text.data());
   }
-  tellSpeed<Number>(state);
+  reportSpeed<Number>(state);
 }
 
 template <typename Number>
-void printStock(benchmark::State& state) {
+void formatQt(benchmark::State& state) {
   for (auto _ : state)
     for (const Number number : numbers<Number>(triples)) {
-      const QString text = stockNumber(number);
+      const QString text = qtNumber(number);
       benchmark::DoNotOptimize(text.constData());
     }
-  tellSpeed<Number>(state);
+  reportSpeed<Number>(state);
 }
 
 template <typename Number>
-void printToChars(benchmark::State& state) {
+void formatToChars(benchmark::State& state) {
   std::array<char, 16> text = {};
   for (auto _ : state)
     for (const Number number : numbers<Number>(triples))
       benchmark::DoNotOptimize(print(text.data(), text.data() + text.size(), number));
-  tellSpeed<Number>(state);
+  reportSpeed<Number>(state);
 }
 
 template <typename Number, typename Texts, typename Parse>
@@ -92,46 +92,46 @@ void parseAll(benchmark::State& state, const Texts& texts, Parse parseOne) {
   for (auto _ : state)
     for (const auto& text : texts) {
       Number value{};
-      if (!parseOne(text, value)) state.SkipWithError("a number does not convert");
+      if (!parseOne(text, value)) state.SkipWithError("a number cannot be parsed");
       benchmark::DoNotOptimize(value);
     }
-  tellSpeed<Number>(state);
+  reportSpeed<Number>(state);
 }
 
 template <typename Number>
-void parseOurs(benchmark::State& state) {
+void parseLibrary(benchmark::State& state) {
   parseAll<Number>(state, singleStrings<Number>(triples),
                    [](const QString& text, Number& value) { return parse(text, value); });
 }
 
 template <typename Number>
-void parseStock(benchmark::State& state) {
+void parseQt(benchmark::State& state) {
   parseAll<Number>(state, singleStrings<Number>(triples),
-                   [](const QString& text, Number& value) { return parseByStock(text, value); });
+                   [](const QString& text, Number& value) { return parseWithQt(text, value); });
 }
 
 template <typename Number>
 void parseFromChars(benchmark::State& state) {
   parseAll<Number>(state, singleBytes<Number>(triples),
-                   [](const std::string& text, Number& value) { return parseByFromChars(text, value); });
+                   [](const std::string& text, Number& value) { return parseWithFromChars(text, value); });
 }
 
 void parseFastFloat(benchmark::State& state) {
-  parseAll<double>(state, singleBytes<double>(triples), parseByFastFloat);
+  parseAll<double>(state, singleBytes<double>(triples), parseWithFastFloat);
 }
 
-BENCHMARK(printOurs<double>)->Name("print real/ours");
-BENCHMARK(printStock<double>)->Name("print real/stock");
-BENCHMARK(printToChars<double>)->Name("print real/to_chars");
-BENCHMARK(printOurs<std::uint32_t>)->Name("print index/ours");
-BENCHMARK(printStock<std::uint32_t>)->Name("print index/stock");
-BENCHMARK(printToChars<std::uint32_t>)->Name("print index/to_chars");
-BENCHMARK(parseOurs<double>)->Name("parse real/ours");
-BENCHMARK(parseStock<double>)->Name("parse real/stock");
+BENCHMARK(formatLibrary<double>)->Name("format real/library");
+BENCHMARK(formatQt<double>)->Name("format real/Qt");
+BENCHMARK(formatToChars<double>)->Name("format real/to_chars");
+BENCHMARK(formatLibrary<std::uint32_t>)->Name("format index/library");
+BENCHMARK(formatQt<std::uint32_t>)->Name("format index/Qt");
+BENCHMARK(formatToChars<std::uint32_t>)->Name("format index/to_chars");
+BENCHMARK(parseLibrary<double>)->Name("parse real/library");
+BENCHMARK(parseQt<double>)->Name("parse real/Qt");
 BENCHMARK(parseFastFloat)->Name("parse real/fast_float");
 BENCHMARK(parseFromChars<double>)->Name("parse real/from_chars");
-BENCHMARK(parseOurs<std::uint32_t>)->Name("parse index/ours");
-BENCHMARK(parseStock<std::uint32_t>)->Name("parse index/stock");
+BENCHMARK(parseLibrary<std::uint32_t>)->Name("parse index/library");
+BENCHMARK(parseQt<std::uint32_t>)->Name("parse index/Qt");
 BENCHMARK(parseFromChars<std::uint32_t>)->Name("parse index/from_chars");
 
 }  // namespace
