@@ -4,11 +4,12 @@
 #include <cstring>
 #include <memory>
 
-#include "text/element_text.h"
-#include "number/number_text.h"
 #include "geometry/triple_text.h"
+#include "number/character_list.h"
+#include "number/number_list.h"
 #include "parts_values.h"
 #include "stock_numbers.h"
+#include "text/element_text.h"
 
 // Whole lists of triples.
 

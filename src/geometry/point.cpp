@@ -1,8 +1,8 @@
 #include "point.h"
 
+#include "../core/vocabulary.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
-#include "../core/vocabulary.h"
 #include "triple_text.h"
 
 using ztcad::words;

@@ -1,9 +1,9 @@
 #include "triangle.h"
 
-#include "../xml/element_sink.h"
-#include "../xml/element_view.h"
 #include "../core/vocabulary.h"
 #include "../support/parallel_settings.h"
+#include "../xml/element_sink.h"
+#include "../xml/element_view.h"
 #include "triple_text.h"
 
 using ztcad::words;
@@ -24,7 +24,7 @@ QString& ztCAD_commonTriangle::toText(QString& out, bool debugForm) const {
 void ztCAD_commonTriangle::write(ztcad::ElementSink& parent) const {
   parent.element(elementName(), [this](ztcad::ElementSink& element) {
     ztcad::writeBaseParts(*this, *this, element);
-    element.attribute(words().method, words().triangulation);  // whatever the method record says
+    element.attribute(words().method, words().triangulation);  // regardless of method()
     writeMip(element);
     m_vertices.writeElement(element);
     m_faces.writeElement(element);

@@ -1,7 +1,7 @@
 #include "triple_text.h"
 
-#include "../number/number_text.h"
 #include "../core/vocabulary.h"
+#include "../number/number_text.h"
 #include "../property/property_block.h"
 
 namespace ztcad {

@@ -2,9 +2,9 @@
 
 #include <utility>
 
+#include "../core/vocabulary.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
-#include "../core/vocabulary.h"
 
 using ztcad::words;
 

@@ -1,8 +1,8 @@
 #include "base.h"
 
+#include "../core/name_registry.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
-#include "../core/name_registry.h"
 
 ztCAD_Base::~ztCAD_Base() = default;
 

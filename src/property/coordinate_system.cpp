@@ -4,10 +4,10 @@
 #include <iterator>
 #include <QVector>
 
+#include "../core/vocabulary.h"
+#include "../number/number_text.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
-#include "../number/number_text.h"
-#include "../core/vocabulary.h"
 
 using ztcad::words;
 

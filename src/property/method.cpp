@@ -1,8 +1,8 @@
 #include "method.h"
 
+#include "../core/vocabulary.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
-#include "../core/vocabulary.h"
 
 using ztcad::words;
 

@@ -17,7 +17,6 @@ ztCAD_cmnDetail::ztCAD_cmnDetail(const ztCAD_cmnDetail& other)
       ztCAD_StateCorrect(other),
       ztCAD_INameLCS_Selector(other),
       m_content(std::make_unique<ztCAD_DetailContent>(*other.m_content)),
-      m_hasMip(other.m_hasMip),
       m_mip(other.m_mip) {}
 
 ztCAD_cmnDetail& ztCAD_cmnDetail::operator=(const ztCAD_cmnDetail& other) {
@@ -25,18 +24,11 @@ ztCAD_cmnDetail& ztCAD_cmnDetail::operator=(const ztCAD_cmnDetail& other) {
   ztCAD_Base::operator=(other);
   ztCAD_StateCorrect::operator=(other);
   *m_content = *other.m_content;
-  m_hasMip = other.m_hasMip;
   m_mip = other.m_mip;
   return *this;
 }
 
 ztCAD_cmnDetail::~ztCAD_cmnDetail() = default;
-
-void ztCAD_cmnDetail::setMip(const ztCAD_MIP& mip) {
-  if (!mip.isComplete()) return;
-  m_mip = mip;
-  m_hasMip = true;
-}
 
 QString& ztCAD_cmnDetail::toText(QString& out, bool debugForm) const {
   out += elementName() + QLatin1String("(prop=");
@@ -47,7 +39,7 @@ QString& ztCAD_cmnDetail::toText(QString& out, bool debugForm) const {
 void ztCAD_cmnDetail::write(ztcad::ElementSink& parent) const {
   parent.element(elementName(), [this](ztcad::ElementSink& element) {
     property().write(element);
-    if (m_hasMip) m_mip.write(element);
+    m_mip.write(element);
     const auto writeEach = [&element](const auto& children) {
       for (const auto& child : children)
         child.write(element);
@@ -61,9 +53,7 @@ void ztCAD_cmnDetail::write(ztcad::ElementSink& parent) const {
 
 bool ztCAD_cmnDetail::readAndCheck(const ztcad::ElementView& element, bool& fault) {
   bool ok = property().read(element, fault);
-  ztCAD_MIP mip;
-  const bool mipOk = mip.read(element, fault);
-  if (mipOk) setMip(mip);
+  const bool mipOk = m_mip.read(element);
   *m_content = ztCAD_DetailContent();  // in its place: a host may hold on to it
   element.forEachChild([&](const ztcad::ElementView& child) {
     using ztcad::ChildOutcome;

@@ -1,12 +1,27 @@
 #include "assertion_log.h"
 
+#include <mutex>
 #include <new>
 #include <QtGlobal>
+#include <type_traits>
 #include <utility>
 
 namespace {
 
 ztLogWriter* installedWriter = nullptr;
+
+// The reporter and its lock lie in static storage and are never destroyed: nothing is left on the heap when
+// the library is unloaded, and a report from a late static destructor still finds both.
+template <typename T>
+using Storage = std::aligned_storage_t<sizeof(T), alignof(T)>;
+
+// Recursive: a writer may report.
+std::recursive_mutex& writerMutex() noexcept {
+  static Storage<std::recursive_mutex> storage;
+  static auto* const mutex = new (&storage) std::recursive_mutex;
+  return *mutex;
+}
+using WriterLock = std::lock_guard<std::recursive_mutex>;
 
 const char* orEmpty(const char* text) { return text ? text : ""; }
 
@@ -16,12 +31,21 @@ std::string messageText(const char* expression, const char* file, std::uint32_t 
   return text.append("; EXPRESSION: ").append(orEmpty(expression)).append(".");
 }
 
+bool writeToInstalled(const std::string& message) {
+  const WriterLock lock(writerMutex());
+  if (!installedWriter) return false;
+  installedWriter->accept(message) += '\n';
+  installedWriter->flush();
+  return true;
+}
+
 }  // namespace
 
 ztLogWriter::ztLogWriter(std::unique_ptr<std::ostream> stream)
     : m_stream(stream ? std::move(stream) : std::make_unique<std::ostream>(nullptr)) {}
 
 ztLogWriter::~ztLogWriter() {
+  const WriterLock lock(writerMutex());
   if (installedWriter == this) installedWriter = nullptr;
 }
 
@@ -37,6 +61,7 @@ void ztLogWriter::flush() {
 
 ztBaseAsserter::~ztBaseAsserter() {
   try {
+    const WriterLock lock(writerMutex());
     if (installedWriter) installedWriter->flush();
   } catch (...) {  // a stream that throws must not end the process
   }
@@ -45,22 +70,18 @@ ztBaseAsserter::~ztBaseAsserter() {
 void ztBaseAsserter::report(const char* expression, const char* file, std::uint32_t line) noexcept {
   try {
     const std::string message = messageText(expression, file, line);
-    if (!installedWriter) {
-      qWarning("%s", message.c_str());
-      return;
-    }
-    installedWriter->accept(message) += '\n';
-    installedWriter->flush();
+    if (!writeToInstalled(message)) qWarning("%s", message.c_str());
   } catch (...) {  // losing a report harms less than ending the host's process
   }
 }
 
 ztBaseAsserter& ztBaseAsserter::instance() noexcept {
-  // in static storage and never destroyed: nothing is left on the heap when the library is unloaded, and a
-  // report from a late static destructor still finds it
-  alignas(ztBaseAsserter) static unsigned char storage[sizeof(ztBaseAsserter)];
-  static auto* const reporter = new (storage) ztBaseAsserter;
+  static Storage<ztBaseAsserter> storage;
+  static auto* const reporter = new (&storage) ztBaseAsserter;
   return *reporter;
 }
 
-void ztBaseAsserter::setWriter(ztLogWriter* writer) noexcept { installedWriter = writer; }
+void ztBaseAsserter::setWriter(ztLogWriter* writer) noexcept {
+  const WriterLock lock(writerMutex());
+  installedWriter = writer;
+}

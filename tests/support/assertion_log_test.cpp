@@ -12,6 +12,7 @@
 #include <stdexcept>
 #include <streambuf>
 #include <string>
+#include <thread>
 #include <type_traits>
 #include <vector>
 
@@ -290,6 +291,40 @@ TEST(LogWriter, OwnsItsStream) {
   int destroyed = 0;
   { const ztLogWriter writer(std::make_unique<Counted>(destroyed)); }
   EXPECT_EQ(destroyed, 1);
+}
+
+TEST_F(AssertionLog, ReportsOfSeveralThreadsAreWholeLines) {
+  constexpr int threads = 8, reports = 500;
+  std::vector<std::thread> running;
+  for (int i = 0; i < threads; ++i)
+    running.emplace_back([this] {
+      for (int left = reports; left > 0; --left)
+        m_reporter.report("e", "f", 1);
+    });
+  for (std::thread& thread : running)
+    thread.join();
+  std::string expected;
+  for (int i = 0; i < threads * reports; ++i)
+    expected += "Assert occurred in FILE: f; LINE: 1; EXPRESSION: e.\n";
+  EXPECT_EQ(logged(), expected);
+}
+
+TEST(AssertionLogWriter, MayReport) {
+  class Reporting : public ztLogWriter {
+   public:
+    using ztLogWriter::ztLogWriter;
+    std::string& accept(const std::string& message) override {
+      if (message.find("outer") != std::string::npos) ztBaseAsserter::instance().report("inner", "f", 2);
+      return ztLogWriter::accept(message);
+    }
+  };
+  auto* const stream = new FlushedStream;
+  Reporting writer{std::unique_ptr<std::ostream>(stream)};
+  ztBaseAsserter::setWriter(&writer);
+  ztBaseAsserter::instance().report("outer", "f", 1);
+  EXPECT_EQ(stream->buffer.flushed,
+            "Assert occurred in FILE: f; LINE: 2; EXPRESSION: inner.\n"
+            "Assert occurred in FILE: f; LINE: 1; EXPRESSION: outer.\n");
 }
 
 TEST_F(AssertionLog, PendingLinesOfTheHostGoOutBeforeTheReport) {

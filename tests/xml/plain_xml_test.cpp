@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "number/number_list.h"
 #include "xml/dom_backend.h"
-#include "number/number_text.h"
 #include "xml/xml_parse.h"
 
 using namespace std::string_literals;
