@@ -6,7 +6,8 @@
 
 #include "benchmark_values.h"
 #include "geometry/triple_text.h"
-#include "number/number_text.h"
+#include "number/character_list.h"
+#include "number/number_list.h"
 #include "qt_numbers.h"
 #include "text/element_text.h"
 

@@ -15,8 +15,14 @@ using namespace benchmarks;
 
 constexpr std::size_t triples = 10000;
 
-void append(std::string& out, double value) { ztcad::appendReal(out, value); }
-void append(std::string& out, std::uint32_t value) { ztcad::appendIndex(out, value); }
+void append(std::string& out, double value) {
+  char text[ztcad::longestNumber];
+  out.append(text, ztcad::writeReal(value, text));
+}
+void append(std::string& out, std::uint32_t value) {
+  char text[ztcad::longestNumber];
+  out.append(text, ztcad::writeIndex(value, text));
+}
 
 bool parse(const QString& text, double& value) { return ztcad::toReal(text, value); }
 bool parse(const QString& text, std::uint32_t& value) { return ztcad::toIndex(text, value); }

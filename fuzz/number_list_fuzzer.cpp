@@ -5,10 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "text/element_text.h"
-#include "number/number_text.h"
 #include "fuzzing.h"
 #include "geometry/triple_text.h"
+#include "number/character_list.h"
+#include "number/number_list.h"
+#include "text/element_text.h"
 
 namespace {
 

@@ -2,6 +2,7 @@
 
 #include <QtGlobal>
 
+#include "../property/apply_record.h"
 #include "../text/narrow_text.h"
 #include "created_objects.h"
 #include "guard.h"

@@ -236,9 +236,8 @@ void ztCAD_setMIP(ztCAD_Base* element, const ztCAD_MIP* record) {
     withFields<ztcad::HasMip>(element, false, [&mip](auto& known) {
       if constexpr (std::is_base_of_v<ztCAD_commonElementMIP, std::decay_t<decltype(known)>>)
         known.setRecord(mip);
-      else {
-        if (mip) known.setMip(*mip);
-      }
+      else
+        known.setMip(mip);
       return true;
     });
   });

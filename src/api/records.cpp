@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "../property/equal_systems.h"
 #include "created_objects.h"
 #include "guard.h"
 #include "text_output.h"

@@ -8,7 +8,7 @@
 /// @file
 /// Kinds of elements, and the containers that hold them.
 
-/// Marks the kind of an element class by a number.
+/// Marks an element class with the number of its kind.
 template <int Kind>
 class ZTCAD_TEMPLATE_API ztCAD_cmnSelector2 {
  public:
@@ -20,7 +20,7 @@ class ZTCAD_TEMPLATE_API ztCAD_cmnSelector2 {
   ztCAD_cmnSelector2& operator=(const ztCAD_cmnSelector2&) = default;
 };
 
-/// The kinds that exist. Spheres and references have none.
+/// Numbers of the kinds. Spheres and references have none.
 enum ztCAD_Kind : int {
   ztCAD_KindDetail = 1,           ///< `ztCAD_Detail`, a rigid part
   ztCAD_KindTmplDetail = 2,       ///< `ztCAD_TmplDetail`
@@ -50,13 +50,13 @@ Element& elementOf(Element* element) {
 /// @}
 }  // namespace ztcad
 
-/// The elements of one kind, in the order in which they were added. Elements are held by value: adding stores
-/// a copy, and the address of a stored element stays the same until it is removed. Iterators are those of the
-/// list.
+/// The elements of one kind, in the order in which they were added. Elements are stored by value: adding
+/// stores a copy, and the address of a stored element does not change until the element is removed. Iterators
+/// are those of the list.
 template <typename T, int = 1, int = 1, template <typename...> class List = std::list>
 class ZTCAD_TEMPLATE_API ztCAD_Cont {
  public:
-  /// What a range tells of itself, by the names of the standard library.
+  /// The standard member types of a range.
   /// @{
   using value_type = T;
   using iterator = typename List<T>::iterator;
@@ -68,18 +68,19 @@ class ZTCAD_TEMPLATE_API ztCAD_Cont {
   ztCAD_Cont& operator=(const ztCAD_Cont&) = default;
   virtual ~ztCAD_Cont() = default;
 
-  /// Appends a copy of `element`. Answers whether the element was NOT added: always false, there is no size
-  /// limit.
+  /// Appends a copy of `element`.
+  /// @return whether the element was NOT added: always false, there is no size limit
   bool add(const T& element) {
     m_elements.push_back(element);
     return false;
   }
 
-  /// Appends a default element and returns it, so that it can read itself where it will stay.
+  /// Appends a default-constructed element and returns it, so that it can be read in place.
   T& appendNew() { return m_elements.emplace_back(); }
 
-  /// Removes the stored element at this address; true when there was one. The address of a copy elsewhere
-  /// (such as the one that a creation function returned) is not in here and removes nothing.
+  /// Removes the stored element at `address`. The address of a copy elsewhere, such as the object that a
+  /// creation function returned, removes nothing.
+  /// @return whether an element was removed
   bool remove(const void* address) {
     for (auto element = m_elements.begin(); element != m_elements.end(); ++element) {
       if (!ztcad::elementOf(*element).isSame(address)) continue;
@@ -89,20 +90,20 @@ class ZTCAD_TEMPLATE_API ztCAD_Cont {
     return false;
   }
 
-  /// Removes the element at `position`, which is not the end.
-  /// @return the place of the one behind it
+  /// Removes the element at `position`, which must not be the end.
+  /// @return the position of the next element
   iterator erase(iterator position) { return m_elements.erase(position); }
 
-  /// Removes all elements; their addresses are good no more.
+  /// Removes all elements; their addresses become invalid.
   void clear() { m_elements.clear(); }
 
-  /// Exchanges the contents; addresses of stored elements stay good.
+  /// Exchanges the contents; addresses of stored elements stay valid.
   void swap(ztCAD_Cont& other) noexcept { m_elements.swap(other.m_elements); }
 
   /// Number of elements.
   std::size_t size() const { return m_elements.size(); }
-  /// Whether there is none.
-  bool empty() const { return m_elements.empty(); }
+  /// Whether there are no elements.
+  [[nodiscard]] bool empty() const { return m_elements.empty(); }
   /// The range, in the order in which elements were added.
   /// @{
   iterator begin() { return m_elements.begin(); }
@@ -111,7 +112,7 @@ class ZTCAD_TEMPLATE_API ztCAD_Cont {
   const_iterator end() const { return m_elements.end(); }
   /// @}
 
-  /// The first and the last element; not to be asked of an empty container.
+  /// The first and the last element; undefined for an empty container.
   /// @{
   T& front() { return m_elements.front(); }
   T& back() { return m_elements.back(); }
@@ -123,5 +124,5 @@ class ZTCAD_TEMPLATE_API ztCAD_Cont {
   List<T> m_elements;
 };
 
-/// Stands in for a kind of element that does not exist: its container is always empty and writes nothing.
+/// Placeholder for a kind of element that does not exist: its container is always empty and writes nothing.
 class ZTCAD_API ztCAD_empty_stub_class {};

@@ -8,7 +8,8 @@ namespace ztcad {
 
 namespace {
 
-// QRegExp, because its \d and \w know the digits and letters of every script
+// QRegExp, because its \d and \w match the digits and letters of every script (within U+FFFF: it sees UTF-16
+// units)
 QString corrected(QString text) {
   if (text.contains(QRegExp(QLatin1String("^\\d")))) text.prepend(QLatin1Char('_'));
   return text.replace(QRegExp(QLatin1String("([^\\d\\w]|_)+")), QLatin1String("_"));

@@ -4,9 +4,11 @@
 
 namespace ztcad {
 
-/// Makes a valid element name out of any text: no digit in front, and each run of characters that are neither
-/// letters nor digits replaced by one underscore. An empty name takes `fallback` instead, and "_" where that
-/// is empty too. Letters are those of every script. The answer comes in the encoding in which the text came.
+/// Makes a valid element name from any text: an underscore is put before a leading digit, and each run of
+/// characters that are no letters, numbers or combining marks becomes one underscore. All scripts count, but
+/// only up to U+FFFF: any character beyond that becomes an underscore. For an empty name `fallback` is
+/// corrected instead, and for an empty fallback the result is "_". The result has the encoding of the
+/// corrected text (see `NarrowEncoding`).
 std::string correctName(const std::string& name, const std::string& fallback);
 
 }  // namespace ztcad

@@ -11,36 +11,37 @@
 
 namespace ztcad {
 
-/// Gives out names so that none occurs twice in one pass. The first bearer of a name keeps it, the next ones
-/// get "_$1", "_$2", ... behind it. A new name is not compared with names that come later in the pass.
+/// Makes names unique within one pass. The first element with a name keeps it; "_$1", "_$2", ... are appended
+/// to the names of the next ones. A new name is not compared with names that come later in the pass.
 ///
-/// A flat table with open addressing holds hashes alone; the names stand in the order in which they came. That is how they lie
-/// in memory, too: to let go of a million names in the order of their hashes takes longer than to find them. Names that were
-/// made to have one hash (Qt's is easily turned back) are found through an ordered table instead, so that no document takes
-/// quadratic time.
+/// A flat table with open addressing holds the hashes; the names are stored in insertion order, in which they
+/// are also freed: freeing a million names in hash order costs more than finding them. If many names collide
+/// (Qt's hash is easily inverted, so a document may be crafted that way), an ordered map replaces the table,
+/// so that no document takes quadratic time.
 class NameCounter {
  public:
   static uint hashOf(const QString& name) { return qHash(name, static_cast<uint>(qGlobalQHashSeed())); }
 
-  /// Makes room for so many names more.
+  /// Reserves space for `count` further names.
   void expect(std::size_t count) {
     if (m_ordered.empty() && 2 * (m_names.size() + count) > m_slots.size()) resize(m_names.size() + count);
   }
 
-  /// Has the name's place in the table brought near while there are others to be looked up: of a large table nearly every
-  /// place is far.
-  void prepare(const QString& name) const {
+  /// Prefetches the name's slot while other names are looked up: in a large table nearly every access is a
+  /// cache miss.
+  void prefetch(const QString& name) const {
     if (m_slots.empty()) return;
-    [[maybe_unused]] const Slot* const place = &m_slots[hashOf(name) & (m_slots.size() - 1)];
+    [[maybe_unused]] const Slot* const slot = &m_slots[hashOf(name) & (m_slots.size() - 1)];
 #if defined(__GNUC__)
-    __builtin_prefetch(place, 1);
+    __builtin_prefetch(slot, 1);
 #endif
   }
 
-  /// Whether the name was not seen yet; from now on it was.
+  /// Whether the name is seen for the first time; marks it as seen.
   bool isNew(const QString& name) { return find(name).isNew; }
 
-  /// Nothing when the name was not seen yet (from now on it was), else a new one made from it.
+  /// The new name for an element whose name was seen before; std::nullopt, with the name marked as seen, if
+  /// it was not.
   std::optional<QString> newNameFor(const QString& name) {
     const Found found = find(name);
     if (found.isNew) return std::nullopt;
@@ -52,12 +53,12 @@ class NameCounter {
  private:
   struct Name {
     QString text;
-    unsigned next;  // the counter that the next bearer gets
+    unsigned next;  // the counter for the next element of this name
   };
 
   struct Slot {
     uint hash = 0;
-    uint next = 0;  // index behind that of the name; 0: the slot is free
+    uint next = 0;  // index of the name plus 1; 0: the slot is free
   };
 
   struct Found {
@@ -65,15 +66,16 @@ class NameCounter {
     bool isNew;
   };
 
-  /// The name's entry, made where there is none; half of all slots are always free.
+  /// Finds or inserts the name. At least half of all slots are always free.
   Found find(const QString& name) {
     expect(1);
     if (!m_ordered.empty()) return findInOrder(name);
-    constexpr std::size_t farthest = 256;  // several times the longest way among a million names of any kind
+    constexpr std::size_t longestProbe =
+        256;  // several times the longest probe among a million names of any kind
     const uint hash = hashOf(name);
     const std::size_t mask = m_slots.size() - 1;
-    for (std::size_t way = 0; way < farthest; ++way) {
-      Slot& slot = m_slots[(hash + way) & mask];
+    for (std::size_t probe = 0; probe < longestProbe; ++probe) {
+      Slot& slot = m_slots[(hash + probe) & mask];
       if (slot.next == 0) {
         const std::size_t index = append(name);
         slot = {hash, static_cast<uint>(m_names.size())};
@@ -115,9 +117,9 @@ class NameCounter {
     }
   }
 
-  std::vector<Name> m_names;                 // in the order in which they were first seen
-  std::vector<Slot> m_slots;                 // a power of two of them
-  std::map<QString, std::size_t> m_ordered;  // takes the place of all slots once it holds a name
+  std::vector<Name> m_names;                 // in insertion order
+  std::vector<Slot> m_slots;                 // their number is a power of two
+  std::map<QString, std::size_t> m_ordered;  // once not empty, replaces the slots
 };
 
 /// Gives the element a new name if its name is taken.
@@ -126,19 +128,19 @@ void renameIfTaken(Element& element, NameCounter& counter) {
   if (const auto newName = counter.newNameFor(element.name())) element.setName(*newName);
 }
 
-/// Renames the duplicates of one container of named elements, in its order.
+/// Renames the duplicates in a container of named elements, in container order.
 template <typename Container>
 void renameDuplicates(Container& elements, NameCounter& counter) {
   counter.expect(elements.size());
   auto ahead = elements.begin();
-  const auto prepareNext = [&] {
-    if (ahead != elements.end()) counter.prepare((ahead++)->name());
+  const auto prefetchNext = [&] {
+    if (ahead != elements.end()) counter.prefetch((ahead++)->name());
   };
   constexpr int distance = 16;
   for (int i = 0; i < distance; ++i)
-    prepareNext();
+    prefetchNext();
   for (auto& element : elements) {
-    prepareNext();
+    prefetchNext();
     renameIfTaken(element, counter);
   }
 }

@@ -4,9 +4,8 @@
 
 namespace ztcad {
 
-/// Answers whether `name` is still free in the process-wide registry of names: always true, because nothing
-/// adds names to it. Kept because constructors report the answer; duplicates are found by the unification
-/// instead.
+/// Whether `name` is free in the process-wide registry of names: always true, because nothing adds names to
+/// it. It exists because constructors report the answer; duplicates are renamed by the unification.
 bool nameIsFree(const QString& name);
 
 /// Part of the unload step.

@@ -2,7 +2,7 @@
 
 #include "../xml/dom_backend.h"
 
-// The destructors stand here, out of line, so that each interface has one home for its virtual table.
+// The destructors are defined out of line to anchor each virtual table in this file.
 ztCAD_ISerialize::~ztCAD_ISerialize() = default;
 ztCAD_INode::~ztCAD_INode() = default;
 ztCAD_IBaseChecker::~ztCAD_IBaseChecker() = default;

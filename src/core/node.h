@@ -8,24 +8,23 @@ class QDomDocument;
 class QDomElement;
 
 /// @file
-/// What all objects of a document have in common: they are told as text, written and read.
+/// The interfaces of document objects: text, XML, and the state of the last read.
 
-/// What the rooms of the library offer each other: not exported, and no promise to hosts.
+/// Interfaces between the layers of the library: not exported, and subject to change.
 namespace ztcad {
 class ElementSink;
 class ElementView;
 }  // namespace ztcad
 
-/// Something that can be told in one line of text.
+/// An object with a text form.
 class ZTCAD_API ztCAD_ISerialize {
  public:
   virtual ~ztCAD_ISerialize();
 
   /// Appends the object's text to `out` and returns `out`.
   ///
-  /// @param out       text that grows at its end
-  /// @param debugForm false: the storage form, the compact text that stands in attribute values and text
-  ///                  nodes of a file; true: the form for people. Classes that have one form only ignore it.
+  /// @param debugForm false: the storage form, the compact text of attribute values and text nodes in a file;
+  ///                  true: the diagnostic form. Classes that have one form only ignore it.
   virtual QString& toText(QString& out, bool debugForm) const = 0;
 
  protected:
@@ -34,30 +33,30 @@ class ZTCAD_API ztCAD_ISerialize {
   ztCAD_ISerialize& operator=(const ztCAD_ISerialize&) = default;
 };
 
-/// Something that writes itself as XML and reads itself back.
+/// An object that is written to and read from XML.
 ///
 /// Elements, references, structures and the header have an XML element of their own. Property classes
-/// (attributes, method, colour, coordinate system, ...) and the mass-inertia record have none: they put their
-/// attributes onto the element that they are given and take them from it.
+/// (attributes, method, colour, coordinate system, ...) and the mass-inertia record have none: they write
+/// their attributes to the element that they are given and read them from it.
 class ZTCAD_API ztCAD_INode {
  public:
   virtual ~ztCAD_INode();
 
   /// Appends the object's element to `parent` (a property class: sets its attributes on `parent`).
   ///
-  /// @param parent   the element around; stays the caller's
-  /// @param document the document that `parent` belongs to; makes the new nodes
+  /// @param parent   the parent element; the caller keeps it
+  /// @param document the document of `parent`; creates the new nodes
   /// @return `parent`
   virtual QDomElement& writeXml(QDomElement& parent, QDomDocument& document) const;
 
   /// Fills the object from `element`, the object's own element.
   ///
-  /// @param fault output; each class says what it puts there
-  /// @return true when the element was taken. A failed read keeps all that could be read.
+  /// @param fault output; its meaning is defined by each class
+  /// @return true if the element was read. A failed read keeps all parts that could be read.
   virtual bool readXml(const QDomElement& element, bool& fault);
 
-  /// The same two through any carrier of XML. Here each class describes itself, once; hosts call the two
-  /// above.
+  /// The same through the internal XML interface, for both backends. Each class implements these two; hosts
+  /// call the two above.
   /// @{
   virtual void write(ztcad::ElementSink& parent) const = 0;
   virtual bool read(const ztcad::ElementView& element, bool& fault) = 0;
@@ -69,16 +68,16 @@ class ZTCAD_API ztCAD_INode {
   ztCAD_INode& operator=(const ztCAD_INode&) = default;
 };
 
-/// Something whose element can be examined. Geometric elements and details read and validate themselves in
-/// this operation; the descriptive attributes only look whether what they need is there.
+/// An object that can check its element. Geometric elements and details read and validate themselves in this
+/// operation; the descriptive attributes only check that the required ones are present.
 class ZTCAD_API ztCAD_IBaseChecker {
  public:
   virtual ~ztCAD_IBaseChecker();
 
-  /// Examines `element`, the object's own element.
+  /// Checks `element`, the object's own element.
   ///
   /// @param fault output, false after the call
-  /// @return true when the element holds what the object needs
+  /// @return true if the element contains what the object requires
   virtual bool readAndCheck(const ztcad::ElementView& element, bool& fault) = 0;
 
  protected:
@@ -87,21 +86,22 @@ class ZTCAD_API ztCAD_IBaseChecker {
   ztCAD_IBaseChecker& operator=(const ztCAD_IBaseChecker&) = default;
 };
 
-/// Remembers how the last read of an object went.
+/// The outcome of an object's last read.
 class ZTCAD_API ztCAD_StateCorrect {
  public:
   virtual ~ztCAD_StateCorrect();
 
-  /// Outcome of the last read; false for an object that was never read.
+  /// Whether the last read succeeded. Before any read it is true for `ztCAD_gAttr` and false for all other
+  /// classes.
   bool readOk() const { return m_readOk; }
-  /// Whether the object was read at all: tells "read and found wrong" from "built by a host".
+  /// Whether the object was read at all; distinguishes a failed read from an object built by a host.
   bool wasRead() const { return m_wasRead; }
-  /// Keeps the outcome of a read; from now on the object counts as read.
+  /// Sets the outcome of a read; the object counts as read from then on.
   void setReadOk(bool readOk);
 
  protected:
   ztCAD_StateCorrect() = default;
-  /// For the class whose state is good before any read.
+  /// With the state before any read.
   explicit ztCAD_StateCorrect(bool readOk) : m_readOk(readOk) {}
   ztCAD_StateCorrect(const ztCAD_StateCorrect&) = default;
   ztCAD_StateCorrect& operator=(const ztCAD_StateCorrect&) = default;

@@ -6,14 +6,13 @@
 #include "../support/export.h"
 
 /// @file
-/// The state of a document, as its header has it.
+/// The state of a document.
 
-/// What a header says about its document: a code, or nothing.
+/// The optional state code in a document's header.
 struct ZTCAD_API ztCAD_State {
-  bool isSet = false;      ///< whether `code` holds anything
-  std::uint32_t code = 1;  ///< 0 ok, 1 unknown, 2 warning, 3 error; any other value is kept as it is
+  bool isSet = false;      ///< whether there is a code
+  std::uint32_t code = 1;  ///< 0 ok, 1 unknown, 2 warning, 3 error; any other value is stored unchanged
 
-  /// " state=" and the word of the code; "no Value" for a state that is not set, "unknown value" for another
-  /// code.
+  /// " state=" and the word of the code; "no Value" without a code, "unknown value" for any code above 3.
   QString toText() const;
 };

@@ -6,10 +6,10 @@
 
 namespace ztcad {
 
-/// Every element name, attribute name and fixed word of the format, each spelled here and nowhere else.
+/// The element names, attribute names and fixed words of the format, each spelled here and nowhere else.
 ///
-/// The strings live on the heap, not in the library's read-only data: a host may keep a copy longer than the
-/// library.
+/// The strings are on the heap, not in the library's read-only data: a host may keep a copy after the library
+/// is unloaded.
 struct Vocabulary {
   const QString gmd{QLatin1String("GMD")};
   const QString header{QLatin1String("header")};
@@ -61,7 +61,6 @@ struct Vocabulary {
   const QString polyline{QLatin1String("polyline")};
   const QString triangulation{QLatin1String("triangulation")};
   const QString sphere{QLatin1String("sphere")};
-  const QString unknownMethod{QLatin1String("unknownMethod")};
 
   // values of "visible"
   const QString trueWord{QLatin1String("true")};
@@ -71,26 +70,14 @@ struct Vocabulary {
   const QString rgb{QLatin1String("RGB")};
   const QString cs{QLatin1String("CS")};
 
-  // words of the texts for people
+  // words of the diagnostic form
   const QString coord{QLatin1String("coord")};
   const QString facet{QLatin1String("facet")};
   const QString arche{QLatin1String("arche")};
-  const QString attr{QLatin1String("Attr")};
   const QString noValue{QLatin1String("no Value")};
   const QString documentText{QLatin1String("ztCAD_GMD ")};
 
-  // names of kinds that never appear in a file
-  const QString triangle{QLatin1String("triangle")};
-  const QString templateTriangle{QLatin1String("templateTriangle")};
-  const QString triangleRef{QLatin1String("triangleRef")};
-  const QString stub{QLatin1String("stub")};
-
-  // reserved words of the format, in no use yet
-  const QString commonStructure{QLatin1String("commonstructure")};
-  const QString always{QLatin1String("always")};
-  const QString never{QLatin1String("never")};
-
-  /// Between a name and the counter that makes it unique.
+  /// Separates a name from the counter that makes it unique.
   const QString nameSeparator{QLatin1String("_$")};
 
   // the XML declaration of every document
@@ -98,7 +85,7 @@ struct Vocabulary {
   const QString xmlDeclaration{QLatin1String("version=\"1.0\" encoding=\"windows-1251\"")};
 };
 
-/// For `words`, which every element asks many times over and which is therefore inline.
+/// For `words` only, which is inline because every element calls it many times.
 extern ProcessObject<Vocabulary> vocabulary;
 
 inline const Vocabulary& words() { return vocabulary.get(); }

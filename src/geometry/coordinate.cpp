@@ -1,17 +1,16 @@
 #include "coordinate.h"
 
 #include "../core/vocabulary.h"
-#include "../number/number_text.h"
+#include "../number/number_list.h"
 #include "triple_text.h"
 
 QString& ztCAD_Coord::toText(QString& out, bool debugForm) const {
   if (debugForm) out += ztcad::words().coord;
   if (!m_isValid) return out;
   const double triple[] = {m_x, m_y, m_z};
-  std::string text;
-  ztcad::appendTriple(text, triple);
-  if (debugForm) text = '(' + text + ')';
-  ztcad::appendAscii(out, text);
+  if (debugForm) out += QLatin1Char('(');
+  ztcad::appendTriple(out, triple);
+  if (debugForm) out += QLatin1Char(')');
   return out;
 }
 

@@ -3,35 +3,36 @@
 #include "../core/node.h"
 
 /// @file
-/// Positions, and the corners that lie there.
+/// Coordinates and vertices.
 
-/// A position in space, in the document's length unit, or no position yet.
+/// A position in space, in the document's length unit, or no position.
 class ZTCAD_API ztCAD_Coord : public ztCAD_ISerialize {
  public:
   /// Not valid, components 0.
   ztCAD_Coord() = default;
-  /// Valid; any reals, no range is checked.
+  /// Valid, with any reals; the range is not checked.
   ztCAD_Coord(double x, double y, double z) : m_isValid(true), m_x(x), m_y(y), m_z(z) {}
 
-  /// Whether the components hold a value.
+  /// Whether there is a position.
   bool isValid() const { return m_isValid; }
-  /// The components; 0 while there is no value.
+  /// The components; 0 if there is no position.
   /// @{
   double x() const { return m_x; }
   double y() const { return m_y; }
   double z() const { return m_z; }
   /// @}
 
-  /// Gives it a value; valid from now on.
+  /// Sets the position, which makes it valid.
   void set(double x, double y, double z) { *this = ztCAD_Coord(x, y, z); }
 
-  /// Storage form "1.5, 0, -2;", for people "coord(1.5, 0, -2;)". Six significant digits. Without a value
-  /// nothing, for people "coord".
+  /// Storage form "1.5, 0, -2;", diagnostic form "coord(1.5, 0, -2;)", with six significant digits. Without a
+  /// position nothing and "coord".
   QString& toText(QString& out, bool debugForm) const override;
 
-  /// Takes one, two or three numbers separated by commas; components that are not given are 0. False, and
-  /// nothing changed, for any other count and for text that does not convert. Sets the default locale to C.
-  bool fromText(const QString& text);
+  /// Reads one to three numbers separated by commas; absent components become 0. False, with nothing changed,
+  /// for any other number of parts and for text that does not convert. Sets the process-wide default locale
+  /// (QLocale) to C.
+  [[nodiscard]] bool fromText(const QString& text);
 
  private:
   bool m_isValid = false;
@@ -40,21 +41,21 @@ class ZTCAD_API ztCAD_Coord : public ztCAD_ISerialize {
   double m_z = 0;
 };
 
-/// A corner of a polyline or of a triangulated solid.
+/// A vertex of a polyline or triangulated solid.
 class ZTCAD_API ztCAD_Vertex : public ztCAD_ISerialize {
  public:
-  /// At no position yet.
+  /// Without a position.
   ztCAD_Vertex() = default;
-  /// At that position.
+  /// At `coord`.
   explicit ztCAD_Vertex(const ztCAD_Coord& coord) : m_coord(coord) {}
 
-  /// Where the vertex lies; not valid for one without a position.
+  /// The position of the vertex; not valid if it has none.
   /// @{
   const ztCAD_Coord& coord() const { return m_coord; }
   void setCoord(const ztCAD_Coord& coord) { m_coord = coord; }
   /// @}
 
-  /// The text of its coordinate.
+  /// The text of the coordinate.
   QString& toText(QString& out, bool debugForm) const override;
 
  private:

@@ -1,7 +1,7 @@
 #include "faces.h"
 
 #include "../core/vocabulary.h"
-#include "../number/number_text.h"
+#include "../number/number_list.h"
 #include "../support/lazy_lock.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
@@ -12,9 +12,7 @@ using ztcad::words;
 QString& ztCAD_Facet::toText(QString& out, bool debugForm) const {
   const std::uint32_t triple[] = {m_i1, m_i2, m_i3};
   if (!debugForm) {
-    std::string text;
-    ztcad::appendTriple(text, triple);
-    ztcad::appendAscii(out, text);
+    ztcad::appendTriple(out, triple);
     return out;
   }
   return out +=
@@ -41,8 +39,8 @@ QString& ztCAD_Faces::toText(QString& out, bool debugForm) const {
 }
 
 namespace {
-bool take(const ztcad::ElementText& text, std::vector<std::uint32_t>& indices) {
-  // One lock around all appends of the call, taken only when more than one thread is configured.
+bool parse(const ztcad::ElementText& text, std::vector<std::uint32_t>& indices) {
+  // One lock around all appends of the call, taken only if more than one thread is configured.
   ztcad::LazyLock lock;
   const ztcad::AppendGuard guard(lock);
   indices.clear();
@@ -50,7 +48,7 @@ bool take(const ztcad::ElementText& text, std::vector<std::uint32_t>& indices) {
 }
 }  // namespace
 
-bool ztCAD_Faces::fromText(const QString& text) { return take(ztcad::ElementText(text), m_indices); }
+bool ztCAD_Faces::fromText(const QString& text) { return parse(ztcad::ElementText(text), m_indices); }
 
 void ztCAD_Faces::writeElement(ztcad::ElementSink& parent) const {
   parent.element(words().faces, [this](ztcad::ElementSink& element) {
@@ -58,4 +56,4 @@ void ztCAD_Faces::writeElement(ztcad::ElementSink& parent) const {
   });
 }
 
-bool ztCAD_Faces::readElement(const ztcad::ElementView& element) { return take(element.text(), m_indices); }
+bool ztCAD_Faces::readElement(const ztcad::ElementView& element) { return parse(element.text(), m_indices); }

@@ -1,6 +1,7 @@
 #include "line.h"
 
 #include "../core/vocabulary.h"
+#include "../property/base_parts.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
 #include "triple_text.h"
@@ -19,7 +20,7 @@ QString& ztCAD_commonLine::toText(QString& out, bool debugForm) const {
 void ztCAD_commonLine::write(ztcad::ElementSink& parent) const {
   parent.element(elementName(), [this](ztcad::ElementSink& element) {
     ztcad::writeBaseParts(*this, *this, element);
-    element.attribute(words().method, words().polyline);  // whatever the method record says
+    element.attribute(words().method, words().polyline);  // regardless of method()
     m_vertices.writeElement(element);
   });
 }

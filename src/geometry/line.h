@@ -7,9 +7,9 @@
 /// @file
 /// Polylines.
 
-/// A polyline: vertices joined in their order. What lines and template lines have in common.
+/// A polyline: vertices joined in order; the common base of lines and template lines.
 ///
-/// One XML element with the child "vertices". A polyline of fewer than two vertices is none the less one.
+/// One XML element with the child "vertices". Polylines of fewer than two vertices are valid.
 class ZTCAD_API ztCAD_commonLine : public ztCAD_Base,
                                    public ztCAD_baseElement,
                                    public ztCAD_ISerialize,
@@ -18,27 +18,26 @@ class ZTCAD_API ztCAD_commonLine : public ztCAD_Base,
                                    public ztCAD_StateCorrect,
                                    public ztCAD_INameLCS_Selector {
  public:
-  /// The line's own list, which stays good as long as the line; setting copies into it.
+  /// The vertices. The reference is valid as long as the line; setting copies the coordinates.
   /// @{
   const ztCAD_Vertices& vertices() const { return m_vertices; }
   void setVertices(const ztCAD_Vertices& vertices) { m_vertices = vertices; }
   /// @}
 
-  /// "polyline(method=pointXYZprop=...);" with the property block and the vertices in the form that is asked
-  /// for.
+  /// "polyline(method=pointXYZprop=...);" with the property block and the vertices in the requested form.
   QString& toText(QString& out, bool debugForm) const override;
   void write(ztcad::ElementSink& parent) const override;
   bool read(const ztcad::ElementView& element, bool& fault) override { return readAndCheck(element, fault); }
-  /// False when no direct child is "vertices", when the first one's text does not parse, or when the property
+  /// False if no direct child is "vertices", if the text of the first one does not parse, or if the property
   /// block does not read. The vertices that could be read are kept.
   bool readAndCheck(const ztcad::ElementView& element, bool& fault) override;
 
-  /// Whether the coordinates are whole triples, as the check of structures asks it.
+  /// Whether the coordinates are whole triples; used by the check of structures.
   bool hasWholeVertices() const { return m_vertices.coordinates().size() % 3 == 0; }
 
  protected:
   ztCAD_commonLine() = default;
-  /// Through copies of these vertices.
+  /// With a copy of `vertices`.
   /// @param nameIsFree output, always true
   ztCAD_commonLine(const QString& name, const ztCAD_Vertices& vertices, bool& nameIsFree);
 
@@ -46,12 +45,12 @@ class ZTCAD_API ztCAD_commonLine : public ztCAD_Base,
   ztCAD_Vertices m_vertices;
 };
 
-/// A polyline of a document, of a structure or of a detail.
+/// A polyline of a document, structure or detail.
 class ZTCAD_API ztCAD_Line : public ztCAD_commonLine, public ztCAD_cmnSelector2<ztCAD_KindLine> {
  public:
   /// No name, no vertices.
   ztCAD_Line() = default;
-  /// Through copies of these vertices.
+  /// With a copy of `vertices`.
   /// @param nameIsFree output, always true
   ztCAD_Line(const QString& name, const ztCAD_Vertices& vertices, bool& nameIsFree)
       : ztCAD_commonLine(name, vertices, nameIsFree) {}
@@ -60,13 +59,13 @@ class ZTCAD_API ztCAD_Line : public ztCAD_commonLine, public ztCAD_cmnSelector2<
   QString elementName() const override;
 };
 
-/// A polyline kept as a template.
+/// A polyline stored as a template.
 class ZTCAD_API ztCAD_TmplLine : public ztCAD_commonLine, public ztCAD_cmnSelector2<ztCAD_KindTmplLine> {
  public:
   /// No name, no vertices.
   ztCAD_TmplLine() = default;
-  /// The vertices of `source` under a new name. Only the geometry is taken over, not the property block: a
-  /// template point takes both, a template line and a template solid do not.
+  /// Copies the vertices of `source` under a new name. The property block is not copied: only template points
+  /// copy that.
   /// @param nameIsFree output, always true
   ztCAD_TmplLine(const QString& name, const ztCAD_commonLine& source, bool& nameIsFree)
       : ztCAD_commonLine(name, source.vertices(), nameIsFree) {}

@@ -46,3 +46,22 @@ bool ztCAD_MIP::read(const ztcad::ElementView& element, bool& fault) {
   m_values = fresh.m_values;
   return true;
 }
+
+void ztCAD_OptionalMIP::setRecord(const std::optional<ztCAD_MIP>& record) {
+  if (record && !record->isComplete()) return;
+  m_record = record.value_or(ztCAD_MIP());
+}
+
+QString& ztCAD_OptionalMIP::toText(QString& out, bool debugForm) const {
+  return m_record.toText(out, debugForm);
+}
+
+void ztCAD_OptionalMIP::write(ztcad::ElementSink& element) const { m_record.write(element); }
+
+bool ztCAD_OptionalMIP::read(const ztcad::ElementView& element) {
+  ztCAD_MIP fresh;
+  bool fault = false;
+  if (!fresh.read(element, fault)) return false;
+  m_record = fresh;
+  return true;
+}

@@ -1,6 +1,7 @@
 #include "mip_element.h"
 
 #include "../core/vocabulary.h"
+#include "../property/base_parts.h"
 #include "../text/narrow_text.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
@@ -15,21 +16,14 @@ ztCAD_commonElementMIP::ztCAD_commonElementMIP(const std::string& name, const zt
   setRecord(record);
 }
 
-void ztCAD_commonElementMIP::setRecord(const std::optional<ztCAD_MIP>& record) {
-  if (record && !record->isComplete()) return;
-  m_record = record.value_or(ztCAD_MIP());
-  m_hasMip = record.has_value();
-}
-
 QString& ztCAD_commonElementMIP::toText(QString& out, bool debugForm) const {
   out += words().method + QLatin1String("==") + words().mip + QLatin1String(" prop=");
   property().toText(out, debugForm);
-  if (m_hasMip) m_record.toText(out, debugForm);
-  return out;
+  return m_record.toText(out, debugForm);
 }
 
 void ztCAD_commonElementMIP::write(ztcad::ElementSink& parent) const {
-  if (!m_hasMip) return;
+  if (!hasMIP()) return;
   parent.element(elementName(), [this](ztcad::ElementSink& element) {
     method().write(element);
     m_record.write(element);
@@ -39,9 +33,7 @@ void ztCAD_commonElementMIP::write(ztcad::ElementSink& parent) const {
 
 bool ztCAD_commonElementMIP::readAndCheck(const ztcad::ElementView& element, bool& fault) {
   const bool methodOk = element.attribute(words().method) == words().mip;
-  ztCAD_MIP record;
-  const bool recordOk = record.read(element, fault);
-  if (recordOk) setRecord(record);
+  const bool recordOk = m_record.read(element);
   const bool baseOk = ztcad::readBaseParts(*this, *this, element, fault);
   setReadOk(methodOk && recordOk && baseOk);
   return readOk();

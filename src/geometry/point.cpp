@@ -1,6 +1,7 @@
 #include "point.h"
 
 #include "../core/vocabulary.h"
+#include "../property/base_parts.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
 #include "triple_text.h"

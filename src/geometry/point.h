@@ -7,9 +7,10 @@
 /// @file
 /// Points.
 
-/// A named position: what points and template points have in common.
+/// A named position; the common base of points and template points.
 ///
-/// One XML element without children; the position is the attribute "center", empty for a point without one.
+/// One XML element without children. The position is the attribute "center", empty for a point without a
+/// position.
 class ZTCAD_API ztCAD_commonPoint : public ztCAD_Base,
                                     public ztCAD_baseElement,
                                     public ztCAD_ISerialize,
@@ -24,20 +25,21 @@ class ZTCAD_API ztCAD_commonPoint : public ztCAD_Base,
   void setCenter(const ztCAD_Coord& center) { m_center = center; }
   /// @}
 
-  /// Storage form: that of the centre. For people: method, property block and centre.
+  /// Storage form: that of the centre. Diagnostic form: method, property block and centre.
   QString& toText(QString& out, bool debugForm) const override;
   void write(ztcad::ElementSink& parent) const override;
   bool read(const ztcad::ElementView& element, bool& fault) override { return readAndCheck(element, fault); }
-  /// False when "center" is absent or is not one to three numbers, or when the property block does not read.
+  /// False if "center" is absent or is not one to three numbers, or if the property block does not read. All
+  /// parts that could be read are kept. Sets the process-wide default locale (QLocale) to C.
   bool readAndCheck(const ztcad::ElementView& element, bool& fault) override;
 
-  /// The outcome of the last read; of a point that was built, whether it has a position.
+  /// For a point that was read, whether the last read succeeded; else whether it has a position.
   bool passesCheck() const { return wasRead() ? readOk() : m_center.isValid(); }
 
  protected:
   /// No name, no position.
   ztCAD_commonPoint();
-  /// At that position.
+  /// At `center`.
   /// @param nameIsFree output, always true
   ztCAD_commonPoint(const QString& name, const ztCAD_Coord& center, bool& nameIsFree);
 
@@ -45,13 +47,13 @@ class ZTCAD_API ztCAD_commonPoint : public ztCAD_Base,
   ztCAD_Coord m_center;
 };
 
-/// A point of a document, of a structure or of a detail.
+/// A point of a document, structure or detail.
 class ZTCAD_API ztCAD_Point : public ztCAD_commonPoint, public ztCAD_cmnSelector2<ztCAD_KindPoint> {
  public:
   /// No name, no position.
   ztCAD_Point() = default;
-  /// At that position.
-  /// @param nameIsFree output, always true: nothing adds names to the registry that is asked
+  /// At `center`.
+  /// @param nameIsFree output, always true: nothing adds names to the name registry
   ztCAD_Point(const QString& name, const ztCAD_Coord& center, bool& nameIsFree)
       : ztCAD_commonPoint(name, center, nameIsFree) {}
 
@@ -59,12 +61,12 @@ class ZTCAD_API ztCAD_Point : public ztCAD_commonPoint, public ztCAD_cmnSelector
   QString elementName() const override;
 };
 
-/// A point kept as a template, to which references are made by name.
+/// A point stored as a template, which references refer to by name.
 class ZTCAD_API ztCAD_TmplPoint : public ztCAD_commonPoint, public ztCAD_cmnSelector2<ztCAD_KindTmplPoint> {
  public:
   /// No name, no position.
   ztCAD_TmplPoint() = default;
-  /// Centre and property block of `source`, under a new name.
+  /// Copies the centre and the property block of `source` under a new name.
   /// @param nameIsFree output, always true
   ztCAD_TmplPoint(const QString& name, const ztCAD_commonPoint& source, bool& nameIsFree);
 

@@ -6,18 +6,19 @@
 #include "mip.h"
 
 /// @file
-/// What all solids have in common.
+/// The common base of all solids.
 
-/// The mass-inertia data that a solid may carry.
+/// The optional mass-inertia data of a solid.
 class ZTCAD_API ztCAD_cmnSolid {
  public:
   /// Whether there is mass-inertia data.
-  bool hasMIP() const { return m_hasMip; }
-  /// A copy of the data; nothing where there is none.
-  std::optional<ztCAD_MIP> mip() const { return m_hasMip ? std::optional(m_mip) : std::nullopt; }
-  /// Marks the data present and copies the record. One that is not complete could not be written and is
+  bool hasMIP() const { return m_mip.isSet(); }
+  /// A copy of the data; std::nullopt if there is none. std::nullopt clears the data; an incomplete record is
   /// refused: nothing changes.
-  void setMip(const ztCAD_MIP& mip);
+  /// @{
+  std::optional<ztCAD_MIP> mip() const { return m_mip.record(); }
+  void setMip(const std::optional<ztCAD_MIP>& mip) { m_mip.setRecord(mip); }
+  /// @}
 
  protected:
   ztCAD_cmnSolid() = default;
@@ -25,21 +26,20 @@ class ZTCAD_API ztCAD_cmnSolid {
   ztCAD_cmnSolid& operator=(const ztCAD_cmnSolid&) = default;
   ~ztCAD_cmnSolid() = default;
 
-  /// Sets the attribute "MIP" when there is data.
-  void writeMip(ztcad::ElementSink& element) const;
-  /// Takes the attribute when it is there and parses; otherwise the data stays as it was, and that is no
-  /// failure.
-  void readMip(const ztcad::ElementView& element);
-  /// Appends the record's text; nothing when there is no data.
-  void appendMipText(QString& out, bool debugForm) const;
+  /// Sets the attribute "MIP" if there is data.
+  void writeMip(ztcad::ElementSink& element) const { m_mip.write(element); }
+  /// Takes the data from the attribute "MIP". One that is absent or does not parse leaves the data unchanged
+  /// and is no failure.
+  void readMip(const ztcad::ElementView& element) { m_mip.read(element); }
+  /// Appends the record's text; nothing if there is no data.
+  void appendMipText(QString& out, bool debugForm) const { m_mip.toText(out, debugForm); }
 
  private:
-  bool m_hasMip = false;
-  ztCAD_MIP m_mip;
+  ztCAD_OptionalMIP m_mip;
 };
 
-/// Base of everything that may carry mass-inertia data. In a file all solids are elements "solid" (templates
-/// "templateSolid") and are told apart by their "method".
+/// Base of all solids. In a file they are elements "solid" (templates "templateSolid"); the attribute
+/// "method" tells spheres from triangulated solids.
 class ZTCAD_API ztCAD_Solid : public ztCAD_Base,
                               public ztCAD_baseElement,
                               public ztCAD_ISerialize,
@@ -52,7 +52,7 @@ class ZTCAD_API ztCAD_Solid : public ztCAD_Base,
 
  protected:
   ztCAD_Solid() = default;
-  /// Gives the name.
+  /// Sets the name.
   /// @param nameIsFree output, always true
   ztCAD_Solid(const QString& name, bool& nameIsFree) : ztCAD_Base(name, nameIsFree) {}
 };

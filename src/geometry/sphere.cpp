@@ -2,6 +2,7 @@
 
 #include "../core/vocabulary.h"
 #include "../number/number_text.h"
+#include "../property/base_parts.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
 #include "triple_text.h"
@@ -30,7 +31,7 @@ QString& ztCAD_Sphere::toText(QString& out, bool debugForm) const {
 void ztCAD_Sphere::write(ztcad::ElementSink& parent) const {
   parent.element(elementName(), [this](ztcad::ElementSink& element) {
     ztcad::writeBaseParts(*this, *this, element);
-    element.attribute(words().method, words().sphere);  // whatever the method record says
+    element.attribute(words().method, words().sphere);  // regardless of method()
     writeMip(element);
     QString center;
     element.attribute(words().center, m_center.toText(center, false));

@@ -1,6 +1,7 @@
 #include "triangle.h"
 
 #include "../core/vocabulary.h"
+#include "../property/base_parts.h"
 #include "../support/parallel_settings.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
@@ -24,7 +25,7 @@ QString& ztCAD_commonTriangle::toText(QString& out, bool debugForm) const {
 void ztCAD_commonTriangle::write(ztcad::ElementSink& parent) const {
   parent.element(elementName(), [this](ztcad::ElementSink& element) {
     ztcad::writeBaseParts(*this, *this, element);
-    element.attribute(words().method, words().triangulation);  // whatever the method record says
+    element.attribute(words().method, words().triangulation);  // regardless of method()
     writeMip(element);
     m_vertices.writeElement(element);
     m_faces.writeElement(element);

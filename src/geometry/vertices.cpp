@@ -1,20 +1,20 @@
 #include "vertices.h"
 
 #include "../core/vocabulary.h"
-#include "../number/number_text.h"
+#include "../number/number_list.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
 #include "triple_text.h"
 
 using ztcad::words;
 
-// A copy concerns the coordinates, its property block is a new one.
+// Copies only the coordinates; the property block of the new list is empty.
 // NOLINTNEXTLINE(bugprone-copy-constructor-init): see above
 ztCAD_Vertices::ztCAD_Vertices(const ztCAD_Vertices& other)
     : ztCAD_Base(), ztCAD_ISerialize(other), m_coordinates(other.m_coordinates) {}
 
 ztCAD_Vertices& ztCAD_Vertices::operator=(const ztCAD_Vertices& other) {
-  m_coordinates = other.m_coordinates;  // the property block stays
+  m_coordinates = other.m_coordinates;  // keeps the property block
   return *this;
 }
 
@@ -40,7 +40,7 @@ QString& ztCAD_Vertices::toText(QString& out, bool debugForm) const {
 
 bool ztCAD_Vertices::fromText(const QString& text) {
   m_coordinates.clear();
-  return ztcad::parseTriples(text, m_coordinates);
+  return ztcad::parseTriples(ztcad::ElementText(text), m_coordinates);
 }
 
 void ztCAD_Vertices::writeElement(ztcad::ElementSink& parent) const {

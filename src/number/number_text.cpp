@@ -2,7 +2,6 @@
 
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <QLocale>
 #include <string_view>
 #include <system_error>
@@ -13,8 +12,7 @@ namespace ztcad {
 
 namespace {
 
-// -------------------------------------------------------------------------------- writing
-
+// Slow path: infinities, nan and magnitudes that hardly any document contains.
 char* writeAsQt(double value, char* out) {
   const QString text = QString(QLatin1String("%1")).arg(value, 0, 'g', -1, QLatin1Char(' '));
   for (const QChar character : text)
@@ -22,24 +20,15 @@ char* writeAsQt(double value, char* out) {
   return out;
 }
 
-// Where the seventh digit is a 5, the sixth may hang on a tie, which to_chars sends to the even neighbour.
-bool isNearTie(double value, char* scratch) {
-  std::to_chars(scratch, scratch + longestNumber, value, std::chars_format::scientific, 6);
-  const std::size_t seventhDigit = value < 0 ? 8 : 7;
-  return scratch[seventhDigit] == '5';
-}
-
 void append(QString& out, const char* from, const char* to) {
   out += QLatin1String(from, static_cast<int>(to - from));
 }
 
-// -------------------------------------------------------------------------------- reading
-
 // Longer texts are rare and left to Qt.
-using QuickText = std::array<char, 32>;
+using ShortText = std::array<char, 32>;
 
-// Copies a text of plain digits, points, exponents and signs; nothing for any other text.
-std::string_view plainText(QStringView text, QuickText& copy) {
+// Copies a text of digits, points, exponents and signs; empty for any other text.
+std::string_view plainText(QStringView text, ShortText& copy) {
   const auto size = static_cast<std::size_t>(text.size());
   if (size > copy.size()) return {};
   for (std::size_t i = 0; i < size; ++i) {
@@ -52,10 +41,11 @@ std::string_view plainText(QStringView text, QuickText& copy) {
   return {copy.data(), size};
 }
 
-// What from_chars takes as a whole means the same to Qt; what it does not take, Qt may still know.
+// Fast path. A text that from_chars takes as a whole has the same value in Qt; Qt accepts more texts than
+// that.
 template <typename Number>
-bool toNumberQuickly(QStringView text, Number& value) {
-  QuickText copy;
+bool convertPlain(QStringView text, Number& value) {
+  ShortText copy;
   const std::string_view plain = plainText(text.trimmed(), copy);
   if (plain.empty()) return false;
   Number read{};
@@ -68,24 +58,13 @@ bool toNumberQuickly(QStringView text, Number& value) {
 }  // namespace
 
 char* writeReal(double value, char* out) {
-  if (char* const end = writeSixDigits(value, out)) return end;
-  if (!std::isfinite(value) || isNearTie(value, out)) return writeAsQt(value, out);
-  return std::to_chars(out, out + longestNumber, value, std::chars_format::general, 6).ptr;
-}
-
-void appendReal(std::string& out, double value) {
-  char text[longestNumber];
-  out.append(text, writeReal(value, text));
+  char* const end = writeSixDigits(value, out);
+  return end ? end : writeAsQt(value, out);
 }
 
 void appendReal(QString& out, double value) {
   char text[longestNumber];
   append(out, text, writeReal(value, text));
-}
-
-void appendIndex(std::string& out, std::uint32_t value) {
-  char text[longestNumber];
-  out.append(text, writeIndex(value, text));
 }
 
 void appendIndex(QString& out, std::uint32_t value) {
@@ -94,7 +73,7 @@ void appendIndex(QString& out, std::uint32_t value) {
 }
 
 bool toReal(QStringView text, double& value) {
-  if (toNumberQuickly(text, value)) return true;
+  if (convertPlain(text, value)) return true;
   bool converted = false;
   const double read = text.toString().toDouble(&converted);
   if (converted) value = read;
@@ -102,7 +81,7 @@ bool toReal(QStringView text, double& value) {
 }
 
 bool toIndex(QStringView text, std::uint32_t& value) {
-  if (toNumberQuickly(text, value)) return true;
+  if (convertPlain(text, value)) return true;
   bool converted = false;
   const std::uint32_t read = text.toString().toUInt(&converted);
   if (converted) value = read;
@@ -111,18 +90,17 @@ bool toIndex(QStringView text, std::uint32_t& value) {
 
 double realOrZero(QStringView text) {
   double value = 0;
-  toReal(text, value);
-  return value;
+  return toReal(text, value) ? value : 0;
 }
 
 std::uint32_t indexOrZero(QStringView text) {
   std::uint32_t value = 0;
-  toIndex(text, value);
-  return value;
+  return toIndex(text, value) ? value : 0;
 }
 
-// Compared first: the default belongs to all threads of the host, and is written only where it has to change.
-// Every C locale equals QLocale::c(), whatever its country; one with other number options does not.
+// Compares first: the default locale is shared by all threads of the host, so it is written only where it
+// must change. Every C locale equals QLocale::c(), whatever its country; one with other number options does
+// not.
 void useCLocale() {
   if (QLocale() != QLocale::c()) QLocale::setDefault(QLocale::c());
 }

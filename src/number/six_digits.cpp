@@ -10,10 +10,11 @@
 #include <intrin.h>
 #endif
 
-// A double is m * 2^e with a whole m of 53 bits. Scaled by a power of ten so that six digits stand before the point,
-// it is a fraction of whole numbers that fit into 128 bits, so the digits, and whether what follows them is below a
-// half, a half or above, come out exactly: no table of rounded powers, no doubt about ties. A list of reals so takes less
-// than half of what std::to_chars takes, which has to be ready for any precision and asks for a second look at ties.
+// A double is m * 2^e with an integer m of 53 bits. Scaled by a power of ten to six digits before the point,
+// it is a quotient of integers that fit into 128 bits. The digits and the comparison of the remainder with
+// one half are therefore exact: no table of rounded powers, no doubt about ties. A list of reals takes less
+// than half the time of std::to_chars, which serves any precision and rounds ties to even, so that each tie
+// would need a second check.
 
 namespace ztcad {
 
@@ -36,9 +37,7 @@ Wide multiply(std::uint64_t a, std::uint64_t b) {
 #endif
 }
 
-constexpr int mostPowers = 28;
-
-/// Powers of `base`, as many as are asked for.
+/// The first `Count` powers of `base`.
 template <std::size_t Count>
 constexpr std::array<std::uint64_t, Count> powersOf(std::uint64_t base) {
   std::array<std::uint64_t, Count> powers{};
@@ -48,10 +47,10 @@ constexpr std::array<std::uint64_t, Count> powersOf(std::uint64_t base) {
   return powers;
 }
 
-constexpr auto powersOfFive = powersOf<mostPowers>(5);  // the last one is below 2^63
+constexpr auto powersOfFive = powersOf<28>(5);  // the last one is below 2^63
 constexpr auto powersOfTen = powersOf<20>(10);
 
-/// Six digits d0d1d2d3d4d5 as a number and the power of ten of the first.
+/// Six digits as one number, and the power of ten of the first digit.
 struct Decimal {
   std::uint32_t digits;
   int exponent;
@@ -64,24 +63,24 @@ Decimal carried(Decimal rounded) {
   return {million / 10, rounded.exponent + 1};
 }
 
-/// For whole numbers from a million up to 2^63; what stands behind the point decides nothing.
+/// Rounds a value from a million up to 2^63, given its integer part; the fraction cannot change the result.
 Decimal ofLarge(std::uint64_t whole) {
   int exponent = 6;
   while (exponent < 18 && whole >= powersOfTen[static_cast<std::size_t>(exponent) + 1])
     ++exponent;
   const std::uint64_t unit = powersOfTen[static_cast<std::size_t>(exponent) - 5];
   const std::uint64_t digits = whole / unit;
-  const bool up = whole % unit >= unit / 2;
-  return carried({static_cast<std::uint32_t>(digits + (up ? 1 : 0)), exponent});
+  const bool roundsUp = whole % unit >= unit / 2;
+  return carried({static_cast<std::uint32_t>(digits + (roundsUp ? 1 : 0)), exponent});
 }
 
-/// m * 2^e * 10^power, cut to a whole number, and whether what was cut off is a half or more. Needs a result below 2^32
-/// and 2^e * 10^power below 1.
+/// A value truncated to an integer, and whether the fraction is one half or more.
 struct Scaled {
   std::uint32_t whole;
-  bool up;
+  bool roundsUp;
 };
 
+/// Computes m * 2^e * 10^power. Requires a result below 2^32 and 2^e * 10^power below 1.
 Scaled scaled(std::uint64_t m, int e, int power) {
   const Wide product = multiply(m, powersOfFive[static_cast<std::size_t>(power)]);
   const int shift = -(e + power);
@@ -93,16 +92,16 @@ Scaled scaled(std::uint64_t m, int e, int power) {
   return {static_cast<std::uint32_t>(whole), bit(shift - 1) != 0};
 }
 
-/// For values below a million, m * 2^e in [2^binary, 2^(binary + 1)).
+/// Rounds a value below a million: m * 2^e, in [2^binary, 2^(binary + 1)).
 Decimal ofSmall(std::uint64_t m, int e, int binary) {
-  constexpr int log10Of2 = 1233;             // of 4096; good to the whole number for all exponents here
-  int exponent = (binary * log10Of2) >> 12;  // of 2^binary; the value's own may be one more
+  constexpr int log10Of2 = 1233;  // times 1/4096; exact after rounding down for all exponents used here
+  int exponent = (binary * log10Of2) >> 12;  // that of 2^binary; that of the value may be one more
   Scaled six = scaled(m, e, 5 - exponent);
   if (six.whole >= million) six = scaled(m, e, 5 - ++exponent);
-  return carried({six.whole + (six.up ? 1 : 0), exponent});
+  return carried({six.whole + (six.roundsUp ? 1 : 0), exponent});
 }
 
-/// Writes the digits; returns how many there are without the zeros at their end.
+/// Writes all six digits; returns their count without trailing zeros.
 int writeDigits(std::uint32_t digits, char* out) {
   fourDigits.writeFour(digits % 10000, fourDigits.writeTwo(digits / 10000, out));
   int count = 6;
@@ -149,8 +148,8 @@ char* write(Decimal decimal, char* out) {
 
 constexpr int fractionBits = 52;
 constexpr int exponentBias = 1023;
-constexpr int leastBinary = -73;  // 2^-73 is above 1e-22, for which the powers of five are enough
-constexpr int mostBinary = 62;
+constexpr int smallestBinary = -73;  // 2^-73 is above 1e-22, down to which the powers of five suffice
+constexpr int largestBinary = 62;    // the integer part fits into 63 bits
 
 }  // namespace
 
@@ -162,7 +161,7 @@ char* writeSixDigits(double value, char* out) {
     return out + 1;
   }
   const int binary = static_cast<int>((bits >> fractionBits) & 0x7FFU) - exponentBias;
-  if (binary < leastBinary || binary > mostBinary) return nullptr;
+  if (binary < smallestBinary || binary > largestBinary) return nullptr;
   if (bits >> 63U != 0) *out++ = '-';
   constexpr std::uint64_t leadingBit = std::uint64_t{1} << fractionBits;
   const std::uint64_t m = (bits & (leadingBit - 1)) | leadingBit;

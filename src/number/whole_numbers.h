@@ -6,8 +6,8 @@
 
 namespace ztcad {
 
-/// Four decimal digits each, "0000" to "9999", and room behind the last one: who leaves out leading zeros still copies four
-/// characters.
+/// The texts "0000" to "9999". Four more bytes follow the last one, because `write` always copies four
+/// characters, also when it skips leading zeros.
 struct FourDigits {
   std::array<char, 40004> text{};
 
@@ -19,19 +19,19 @@ struct FourDigits {
     }
   }
 
-  /// A number below 100 with its leading zero. Returns the end.
+  /// Writes a number below 100 with its leading zero; returns the end.
   char* writeTwo(std::uint32_t number, char* out) const {
     std::memcpy(out, &text[4 * static_cast<std::size_t>(number) + 2], 2);
     return out + 2;
   }
 
-  /// A number below 10000 with its leading zeros.
+  /// Writes a number below 10000 with its leading zeros; returns the end.
   char* writeFour(std::uint32_t number, char* out) const {
     std::memcpy(out, &text[4 * static_cast<std::size_t>(number)], 4);
     return out + 4;
   }
 
-  /// The same without leading zeros; up to three characters behind the end are spoilt.
+  /// The same without leading zeros; up to three characters after the end are overwritten.
   char* write(std::uint32_t number, char* out) const {
     const auto zeros = static_cast<std::size_t>((number < 1000) + (number < 100) + (number < 10));
     std::memcpy(out, &text[4 * static_cast<std::size_t>(number) + zeros], 4);
@@ -40,9 +40,10 @@ struct FourDigits {
 };
 inline constexpr FourDigits fourDigits;
 
-/// A whole number in decimal digits. Four digits at a time from a table take half the time of std::to_chars, which goes by
-/// two and counts them first; lists of indices are most of the bytes of a large document.
-/// @param out room for ten characters, also when fewer are needed: those behind the end may be spoilt
+/// Writes an integer in decimal digits. Four digits at a time from a table take half the time of
+/// std::to_chars, which takes two and counts the digits first; most bytes of a large document are lists of
+/// indices.
+/// @param out room for ten characters, even if fewer are needed: characters after the end may be overwritten
 /// @return the end of what was written
 inline char* writeIndex(std::uint32_t value, char* out) {
   constexpr std::uint32_t tenThousand = 10000;

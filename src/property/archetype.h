@@ -3,9 +3,9 @@
 #include "../core/node.h"
 
 /// @file
-/// What a reference stands for.
+/// The target of a reference.
 
-/// What a reference stands for: the name of a template, and the file that the template is in (empty: this
+/// The target of a reference: the name of a template and the file that contains it (empty: the same
 /// document).
 class ZTCAD_API ztCAD_gArche : public ztCAD_INode, private ztCAD_ISerialize {
  public:
@@ -17,7 +17,7 @@ class ZTCAD_API ztCAD_gArche : public ztCAD_INode, private ztCAD_ISerialize {
   void setTemplateName(const QString& name) { m_templateName = name; }
   /// @}
 
-  /// The file that the template is in, empty: this document; the attribute "file".
+  /// The file that contains the template, empty for the same document; the attribute "file".
   /// @{
   const QString& file() const { return m_file; }
   void setFile(const QString& file) { m_file = file; }

@@ -3,34 +3,34 @@
 #include "../core/node.h"
 
 /// @file
-/// What an element is called, and what is said about it.
+/// The name and description of an element.
 
 /// The descriptive attributes of an element: "name", "comment" and "inform".
 ///
-/// All three are written, empty or not. Reading takes what is there and fails only where "name" is missing:
-/// an element without a name cannot be referred to. An empty name is a name.
+/// All three are always written, even if empty. Reading sets absent ones to empty texts and fails only if
+/// "name" is absent: an element without a name cannot be referred to. An empty name is valid.
 class ZTCAD_API ztCAD_gAttr : public ztCAD_ISerialize,
                               private ztCAD_INode,
                               public ztCAD_IBaseChecker,
                               public ztCAD_StateCorrect {
  public:
-  /// Three empty texts; sound before any read.
+  /// Three empty texts. `readOk()` is true before any read: these attributes are valid from the start.
   ztCAD_gAttr() : ztCAD_StateCorrect(true) {}
 
-  /// By which references and people know the element. Kept as given, duplicates included, until the document is saved or
-  /// loaded.
+  /// The name by which references find the element. Stored as given; duplicates are renamed when the document
+  /// is saved or loaded.
   /// @{
   const QString& name() const { return m_name; }
   void setName(const QString& name) { m_name = name; }
   /// @}
 
-  /// Free text about the element.
+  /// Free text about the element; the attribute "inform".
   /// @{
   const QString& inform() const { return m_inform; }
   void setInform(const QString& inform) { m_inform = inform; }
   /// @}
 
-  /// Free text about the element, too.
+  /// Free text about the element; the attribute "comment".
   /// @{
   const QString& comment() const { return m_comment; }
   void setComment(const QString& comment) { m_comment = comment; }
@@ -44,8 +44,8 @@ class ZTCAD_API ztCAD_gAttr : public ztCAD_ISerialize,
   void write(ztcad::ElementSink& element) const override;
   bool read(const ztcad::ElementView& element, bool& fault) override;
 
-  /// Whether the element has a "name"; reads nothing.
-  bool readAndCheck(const ztcad::ElementView& element, bool& fault) override;
+  /// Whether the element has a "name". The object is not changed.
+  [[nodiscard]] bool readAndCheck(const ztcad::ElementView& element, bool& fault) override;
 
  private:
   QString m_name;

@@ -3,6 +3,7 @@
 #include "../core/name_registry.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
+#include "base_parts.h"
 
 ztCAD_Base::~ztCAD_Base() = default;
 

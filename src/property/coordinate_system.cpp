@@ -8,6 +8,7 @@
 #include "../number/number_text.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
+#include "equal_systems.h"
 
 using ztcad::words;
 

@@ -26,8 +26,8 @@ void ztCAD_Color::write(ztcad::ElementSink& element) const {
 
 namespace {
 
-/// Hands the colour of an element to `take`, if there is one.
-/// @return false for a text that is none
+/// Passes the colour of an element to `take`, if there is one.
+/// @return false if the text is no colour
 template <typename Take>
 bool readColor(const ztcad::ElementView& element, Take take) {
   const std::optional<QString> text = element.attribute(words().color);
@@ -57,7 +57,7 @@ bool visibleFrom(const QString& text) {
   return !ztcad::toReal(text, number) || number > 0.0;
 }
 
-/// Hands the visibility of an element to `take`, if there is a word about it.
+/// Passes the visibility of an element to `take`, if it is set.
 template <typename Take>
 void readVisible(const ztcad::ElementView& element, Take take) {
   const std::optional<QString> text = element.attribute(words().visible);
@@ -106,7 +106,7 @@ void ztCAD_gShowable::write(ztcad::ElementSink& element) const {
 }
 
 bool ztCAD_gShowable::read(const ztcad::ElementView& element, bool& fault) {
-  fault = false;  // neither has one of its own
+  fault = false;
   const bool colorOk = readColor(element, [this](const ztCAD_Color& color) { setColor(color); });
   readVisible(element, [this](const ztCAD_Visible& visible) { setVisible(visible); });
   return colorOk;

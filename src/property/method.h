@@ -3,26 +3,27 @@
 #include "../core/node.h"
 
 /// @file
-/// How an element is to be made or shown.
+/// The method of an element.
 
-/// How an element is to be made or shown: one word, the attribute "method". Any word is kept; the readers of
-/// documents, structures and details decide which ones they know.
+/// How an element is constructed or displayed: one word, the attribute "method". Any word is stored; the
+/// readers of documents, structures and details decide which ones they accept.
 class ZTCAD_API ztCAD_gMethod : public ztCAD_INode, private ztCAD_ISerialize {
  public:
+  /// No method.
   ztCAD_gMethod() = default;
-  /// With this word.
+  /// With the word `method`.
   explicit ztCAD_gMethod(const QString& method) : m_method(method) {}
 
-  /// The word, such as "polyline"; empty for none.
+  /// The word, such as "polyline"; empty if there is none.
   /// @{
   const QString& method() const { return m_method; }
   void setMethod(const QString& method) { m_method = method; }
   /// @}
 
-  /// The word itself.
+  /// The word.
   QString& toText(QString& out, bool debugForm) const override;
   void write(ztcad::ElementSink& element) const override;
-  /// False when there is no "method"; the word then stays as it was.
+  /// False, with the word unchanged, if "method" is absent.
   bool read(const ztcad::ElementView& element, bool& fault) override;
 
  private:

@@ -45,7 +45,7 @@ void ztCAD_cmnProperty::write(ztcad::ElementSink& element) const {
 bool ztCAD_cmnProperty::read(const ztcad::ElementView& element, bool& fault) {
   const bool attributesOk = m_attributes.read(element, fault);
   const bool showableOk = m_showable.read(element, fault);
-  if (element.hasAttribute(ztcad::words().lcs)) {  // hardly any has
+  if (element.hasAttribute(ztcad::words().lcs)) {  // rare; saves constructing an LCS
     ztCAD_LCS lcs;
     if (lcs.read(element, fault)) setLcs(lcs);
   }

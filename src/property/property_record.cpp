@@ -1,6 +1,7 @@
 #include "property_record.h"
 
 #include "../text/narrow_text.h"
+#include "apply_record.h"
 #include "base.h"
 
 namespace {

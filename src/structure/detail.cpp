@@ -16,7 +16,6 @@ ztCAD_cmnDetail::ztCAD_cmnDetail(const ztCAD_cmnDetail& other)
       ztCAD_StateCorrect(other),
       ztCAD_INameLCS_Selector(other),
       m_content(std::make_unique<ztCAD_DetailContent>(*other.m_content)),
-      m_hasMip(other.m_hasMip),
       m_mip(other.m_mip) {}
 
 ztCAD_cmnDetail& ztCAD_cmnDetail::operator=(const ztCAD_cmnDetail& other) {
@@ -24,18 +23,11 @@ ztCAD_cmnDetail& ztCAD_cmnDetail::operator=(const ztCAD_cmnDetail& other) {
   ztCAD_Base::operator=(other);
   ztCAD_StateCorrect::operator=(other);
   *m_content = *other.m_content;
-  m_hasMip = other.m_hasMip;
   m_mip = other.m_mip;
   return *this;
 }
 
 ztCAD_cmnDetail::~ztCAD_cmnDetail() = default;
-
-void ztCAD_cmnDetail::setMip(const ztCAD_MIP& mip) {
-  if (!mip.isComplete()) return;
-  m_mip = mip;
-  m_hasMip = true;
-}
 
 QString& ztCAD_cmnDetail::toText(QString& out, bool debugForm) const {
   out += elementName() + QLatin1String("(prop=");
@@ -46,7 +38,7 @@ QString& ztCAD_cmnDetail::toText(QString& out, bool debugForm) const {
 void ztCAD_cmnDetail::write(ztcad::ElementSink& parent) const {
   parent.element(elementName(), [this](ztcad::ElementSink& element) {
     property().write(element);
-    if (m_hasMip) m_mip.write(element);
+    m_mip.write(element);
     visitInOrder(ztcad::DetailOrder(), *m_content, [&element](const auto& children) {
       for (const auto& child : children)
         child.write(element);
@@ -56,9 +48,7 @@ void ztCAD_cmnDetail::write(ztcad::ElementSink& parent) const {
 
 bool ztCAD_cmnDetail::readAndCheck(const ztcad::ElementView& element, bool& fault) {
   bool ok = property().read(element, fault);
-  ztCAD_MIP mip;
-  const bool mipOk = mip.read(element, fault);
-  if (mipOk) setMip(mip);
+  const bool mipOk = m_mip.read(element);
   *m_content = ztCAD_DetailContent();  // assigned, not replaced: a host may hold a reference to it
   element.forEachChild([&](const ztcad::ElementView& child) {
     const QString tag = child.tag();

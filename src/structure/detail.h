@@ -39,11 +39,13 @@ class ZTCAD_API ztCAD_cmnDetail : public ztCAD_Base,
   /// @}
 
   /// Whether there is mass-inertia data.
-  bool hasMIP() const { return m_hasMip; }
-  /// A copy of the data; nothing where there is none.
-  std::optional<ztCAD_MIP> mip() const { return m_hasMip ? std::optional(m_mip) : std::nullopt; }
-  /// Marks the data present and copies the record. One that is not complete is refused: nothing changes.
-  void setMip(const ztCAD_MIP& mip);
+  bool hasMIP() const { return m_mip.isSet(); }
+  /// A copy of the data; std::nullopt if there is none. std::nullopt clears the data; an incomplete record is
+  /// refused: nothing changes.
+  /// @{
+  std::optional<ztCAD_MIP> mip() const { return m_mip.record(); }
+  void setMip(const std::optional<ztCAD_MIP>& mip) { m_mip.setRecord(mip); }
+  /// @}
 
   /// "detail(prop=...)": element name and property block.
   QString& toText(QString& out, bool debugForm) const override;
@@ -73,8 +75,7 @@ class ZTCAD_API ztCAD_cmnDetail : public ztCAD_Base,
 
  private:
   std::unique_ptr<ztCAD_DetailContent> m_content;  // never null
-  bool m_hasMip = false;
-  ztCAD_MIP m_mip;
+  ztCAD_OptionalMIP m_mip;
 };
 
 /// A detail of a document or of a structure.

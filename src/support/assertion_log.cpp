@@ -16,6 +16,13 @@ std::string messageText(const char* expression, const char* file, std::uint32_t 
   return text.append("; EXPRESSION: ").append(orEmpty(expression)).append(".");
 }
 
+bool writeToInstalled(const std::string& message) {
+  if (!installedWriter) return false;
+  installedWriter->accept(message) += '\n';
+  installedWriter->flush();
+  return true;
+}
+
 }  // namespace
 
 ztLogWriter::ztLogWriter(std::unique_ptr<std::ostream> stream)
@@ -45,19 +52,14 @@ ztBaseAsserter::~ztBaseAsserter() {
 void ztBaseAsserter::report(const char* expression, const char* file, std::uint32_t line) noexcept {
   try {
     const std::string message = messageText(expression, file, line);
-    if (!installedWriter) {
-      qWarning("%s", message.c_str());
-      return;
-    }
-    installedWriter->accept(message) += '\n';
-    installedWriter->flush();
+    if (!writeToInstalled(message)) qWarning("%s", message.c_str());
   } catch (...) {  // losing a report harms less than ending the host's process
   }
 }
 
 ztBaseAsserter& ztBaseAsserter::instance() noexcept {
-  // in static storage and never destroyed: nothing is left on the heap when the library is unloaded, and a
-  // report from a late static destructor still finds it
+  // In static storage and never destroyed: nothing is left on the heap when the library is unloaded, and a report from a
+  // late static destructor still finds it.
   alignas(ztBaseAsserter) static unsigned char storage[sizeof(ztBaseAsserter)];
   static auto* const reporter = new (storage) ztBaseAsserter;
   return *reporter;

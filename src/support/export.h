@@ -1,23 +1,23 @@
 #pragma once
 
 /// @file
-/// What leaves the shared library, and what stays inside.
+/// Symbol visibility of the shared library.
 
 #if defined(_WIN32)
 #if defined(ZTCAD_BUILDING_LIBRARY)
-/// Marks what the library hands to its hosts.
+/// Exports a function or class from the library.
 #define ZTCAD_API __declspec(dllexport)
 #else
-/// Marks what the library hands to its hosts.
+/// Imports a function or class of the library.
 #define ZTCAD_API __declspec(dllimport)
 #endif
-/// Marks class templates of the public headers. Each host makes them anew: here they need nothing.
+/// Marks class templates of the public headers. Empty on Windows: each host instantiates them itself.
 #define ZTCAD_TEMPLATE_API
 #else
-/// Marks what the library hands to its hosts. Everything else stays inside.
+/// Exports a function or class from the library; everything else is hidden.
 #define ZTCAD_API __attribute__((visibility("default")))
-/// Marks class templates of the public headers. Each host makes them anew, but their type must be as visible as the
-/// classes that are built on them.
+/// Marks class templates of the public headers. Each host instantiates them itself, but a template must be as
+/// visible as the classes derived from it.
 #define ZTCAD_TEMPLATE_API __attribute__((visibility("default")))
 #endif
 

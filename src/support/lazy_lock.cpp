@@ -50,7 +50,7 @@ void LazyLock::destroy() {
 void LazyLock::lock() {
   if (!isInitialised()) {
     const GuardScope oneAtATime;
-    init();  // looks again: another thread may have been first
+    init();  // checks again: another thread may have been first
   }
   if (!omp_test_lock(&m_lock)) omp_set_lock(&m_lock);
 }

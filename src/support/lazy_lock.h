@@ -7,14 +7,14 @@
 
 namespace ztcad {
 
-/// Lets the locks of this process initialise themselves one at a time. Part of the load step; a second call
-/// does nothing. Without it `LazyLock::lock` still works, but the first calls on one lock must not come at
-/// once.
+/// Creates the process-wide lock that serialises the initialisation of all `LazyLock`s. Part of the load
+/// step; a second call does nothing. Without it `LazyLock::lock` works too, but the first calls on one lock
+/// must not be concurrent.
 void createGuardLock();
-/// Part of the unload step. The guard may be created again afterwards.
+/// Part of the unload step. The lock may be created again afterwards.
 void destroyGuardLock();
 
-/// An OpenMP lock that comes into being when it is first taken.
+/// An OpenMP lock that is initialised when it is first taken.
 class LazyLock {
  public:
   LazyLock() = default;
@@ -24,12 +24,12 @@ class LazyLock {
 
   bool isInitialised() const { return m_initialised.load(std::memory_order_acquire); }
   void init();
-  /// Nobody may hold the lock. It can be used again: the next `lock` initialises it anew.
+  /// The lock must not be held. The next `lock` initialises it again.
   void destroy();
 
-  /// Waits for the lock. When more than one thread is configured, several may make the first call at once.
+  /// Waits for the lock. If more than one thread is configured, the first calls may be concurrent.
   void lock();
-  /// Only by the thread that took the lock.
+  /// Must be called by the thread that took the lock.
   void unlock();
 
  private:
@@ -37,8 +37,8 @@ class LazyLock {
   omp_lock_t m_lock{};
 };
 
-/// Holds a lock for a scope if the configured thread count is not 1, else does nothing: put one around each
-/// append to a list that several threads may fill. The count is looked at once, on entry.
+/// Holds a lock for a scope if the configured thread count is not 1, else does nothing. Guards appends to a
+/// list that several threads may fill. The count is read once, on entry.
 class AppendGuard {
  public:
   explicit AppendGuard(LazyLock& lock)

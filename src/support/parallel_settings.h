@@ -4,11 +4,11 @@
 
 namespace ztcad {
 
-/// The record of this process. It needs no load step to exist: until the first `initialise` it holds mode 1
-/// and counts of 0.
+/// The settings of this process. They exist before any load step: until the first `initialise` the mode is 1
+/// and both counts are 0.
 ztParallel& parallelSettings() noexcept;
 
-/// Holds another mode for the length of a scope; the one before comes back on every way out.
+/// Sets the mode for a scope; every exit restores the previous one.
 class ParallelModeScope {
  public:
   explicit ParallelModeScope(std::int32_t mode) noexcept : m_previous(parallelSettings().setMode(mode)) {}

@@ -2,18 +2,18 @@
 
 namespace ztcad {
 
-/// An object of which the process has one: made on first use, taken down by the library's unload step.
+/// An object of which the process has one, created on first use and destroyed by the library's unload step.
 ///
-/// A holder at namespace scope needs no constructor and no destructor call, so nothing depends on the order
-/// in which static objects of the library and of its host come and go: who asks too early or too late gets a
-/// new, empty one.
+/// A holder at namespace scope runs no constructor and no destructor, so nothing depends on the order in
+/// which static objects of the library and of its host are initialised and destroyed: a use that comes too
+/// early or too late gets a new, empty object. Not synchronised.
 template <typename T>
 class ProcessObject {
  public:
   constexpr ProcessObject() = default;
   ProcessObject(const ProcessObject&) = delete;
   ProcessObject& operator=(const ProcessObject&) = delete;
-  // no destructor on purpose: see above
+  // deliberately no destructor: see above
 
   T& get() {
     if (!m_object) m_object = new T;
@@ -22,7 +22,7 @@ class ProcessObject {
 
   void release() {
     T* object = m_object;
-    m_object = nullptr;  // first: the object's destructor may come back here
+    m_object = nullptr;  // first: the destructor may call back
     delete object;
   }
 

@@ -18,25 +18,25 @@ constexpr std::uint32_t featureLeaf = 1;
 constexpr std::uint32_t cacheLeaf = 4;
 constexpr std::uint32_t hyperThreadingBit = 1U << 28U;
 
-// "GenuineIntel", in the order in which the registers spell it
+// "GenuineIntel", spelled by ebx, edx, ecx
 bool isIntel(const CpuidRegisters& identification) {
   return identification.ebx == 0x756e6547U && identification.edx == 0x49656e69U &&
          identification.ecx == 0x6c65746eU;
 }
 
 std::uint32_t threadsPerCore(const CpuidQuery& query) {
-  constexpr std::uint32_t notKnown = 1;
+  constexpr std::uint32_t unknown = 1;
   const auto identification = query(identificationLeaf, 0);
-  if (!identification || !isIntel(*identification)) return notKnown;
+  if (!identification || !isIntel(*identification)) return unknown;
   const std::uint32_t lastLeaf = identification->eax;
-  if (lastLeaf < cacheLeaf) return notKnown;
+  if (lastLeaf < cacheLeaf) return unknown;
 
   const auto features = query(featureLeaf, 0);
-  if (!features || (features->edx & hyperThreadingBit) == 0) return notKnown;
+  if (!features || (features->edx & hyperThreadingBit) == 0) return unknown;
 
-  // the first cache belongs to one core, so those that share it are the core's threads
+  // the first cache belongs to one core, so the threads that share it are those of the core
   const auto firstCache = query(cacheLeaf, 0);
-  if (!firstCache) return notKnown;
+  if (!firstCache) return unknown;
   return ((firstCache->eax >> 14U) & 0xFFFU) + 1;
 }
 

@@ -6,7 +6,7 @@
 
 namespace ztcad {
 
-/// What the processor's CPUID instruction leaves behind.
+/// The results of the CPUID instruction.
 struct CpuidRegisters {
   std::uint32_t eax = 0;
   std::uint32_t ebx = 0;
@@ -14,17 +14,17 @@ struct CpuidRegisters {
   std::uint32_t edx = 0;
 };
 
-/// Answers one leaf of CPUID; nothing where there is no such instruction or no such leaf.
+/// Returns one leaf of CPUID; std::nullopt if the processor has no such instruction or leaf.
 using CpuidQuery = std::function<std::optional<CpuidRegisters>(std::uint32_t leaf, std::uint32_t subleaf)>;
 
-/// The query that asks the processor on which the caller runs.
+/// Queries the processor on which the caller runs.
 std::optional<CpuidRegisters> queryCpuid(std::uint32_t leaf, std::uint32_t subleaf);
 
-/// Number of physical cores behind `processors` logical ones, at least 1.
+/// Number of physical cores among `processors` logical ones, at least 1.
 ///
-/// Only Intel processors with hyper-threading have fewer cores than processors here; whatever cannot be found
-/// out counts as one thread for each core. With a single processor `query` is not called at all, and no leaf
-/// is asked for that the processor does not claim to have: it would answer with the data of another one.
+/// Only Intel processors with hyper-threading count as having several threads per core; where the number
+/// cannot be determined, it is taken as one. With a single logical processor `query` is not called. Leaves
+/// above the highest that the processor reports are never queried: it would return the data of another leaf.
 std::uint32_t physicalCores(std::uint32_t processors, const CpuidQuery& query);
 
 }  // namespace ztcad

@@ -1,9 +1,8 @@
 #include "narrow_text.h"
 
-#include <limits>
 #include <QVector>
-#include <stdexcept>
 
+#include "qt_size.h"
 #include "windows1251.h"
 
 namespace ztcad {
@@ -11,13 +10,6 @@ namespace ztcad {
 namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
-// Qt counts in int, and takes a negative size for "up to the next NUL".
-int qtSize(std::string_view bytes) {
-  if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
-    throw std::length_error("text is too long");
-  return static_cast<int>(bytes.size());
-}
 
 bool isAscii(std::string_view bytes) {
   unsigned char seen = 0;
@@ -31,7 +23,7 @@ bool isBetween(char byte, unsigned char low, unsigned char high) {
   return low <= code && code <= high;
 }
 
-// Bytes of the sequence that starts with `first`; 0 for a byte that starts none.
+// Length of the sequence that starts with `first`; 0 for a byte that starts none.
 std::size_t sequenceLength(char first) {
   if (isBetween(first, 0x00, 0x7F)) return 1;
   if (isBetween(first, 0xC2, 0xDF)) return 2;
@@ -40,8 +32,8 @@ std::size_t sequenceLength(char first) {
   return 0;
 }
 
-// After four first bytes the second one decides whether the sequence is the shortest one, no surrogate, and
-// not beyond the last character.
+// After four of the first bytes the range of the second one excludes overlong forms, surrogates and values
+// beyond U+10FFFF.
 bool isSecondByte(char first, char byte) {
   switch (static_cast<unsigned char>(first)) {
     case 0xE0:
@@ -64,7 +56,7 @@ bool isSequence(std::string_view bytes) {
   return true;
 }
 
-// QString::fromUtf8 swallows a mark at the front.
+// QString::fromUtf8 drops a leading byte order mark.
 QString fromUtf8(std::string_view bytes) {
   QString text;
   for (; bytes.substr(0, byteOrderMark.size()) == byteOrderMark; bytes.remove_prefix(byteOrderMark.size()))

@@ -2,14 +2,15 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
-#include <stdexcept>
+
+#include "qt_size.h"
 
 namespace ztcad {
 
 namespace {
 
-// The code page: ASCII below 80 hex, the alphabet in one piece from C0 hex on, and this between them.
+// The code page is ASCII below 80 hex, the Russian alphabet (U+0410 to U+044F) from C0 hex on, and this in
+// between.
 constexpr std::array<char16_t, 64> middle = {
     0x0402, 0x0403, 0x201a, 0x0453, 0x201e, 0x2026, 0x2020, 0x2021,  // 80
     0x20ac, 0x2030, 0x0409, 0x2039, 0x040a, 0x040c, 0x040b, 0x040f,  // 88
@@ -34,9 +35,7 @@ QChar windows1251ToUnicode(unsigned char byte) {
 }
 
 QString fromWindows1251(std::string_view bytes) {
-  if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
-    throw std::length_error("text is too long");
-  QString text(static_cast<int>(bytes.size()), Qt::Uninitialized);
+  QString text(qtSize(bytes), Qt::Uninitialized);
   QChar* to = text.data();
   for (const char byte : bytes)
     *to++ = windows1251ToUnicode(static_cast<unsigned char>(byte));

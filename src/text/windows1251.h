@@ -7,14 +7,14 @@
 
 namespace ztcad {
 
-/// The character of a byte in windows-1251. All 256 bytes have one: 98 hex, which the code page leaves undefined, is
-/// U+0098.
+/// Decodes one byte of windows-1251. All 256 bytes have a character: 98 hex, which the code page leaves
+/// undefined, is U+0098.
 QChar windows1251ToUnicode(unsigned char byte);
 
 /// Decodes windows-1251. Throws `std::length_error` for more bytes than a QString can hold.
 QString fromWindows1251(std::string_view bytes);
 
-/// The byte of a character; nothing when windows-1251 lacks it.
+/// Encodes one character; std::nullopt if windows-1251 lacks it.
 std::optional<unsigned char> windows1251FromUnicode(char32_t character);
 
 }  // namespace ztcad

@@ -5,7 +5,7 @@
 
 namespace ztcad {
 
-/// Writes elements straight into the bytes of a file: no tree is built.
+/// The sink backend that writes the bytes of a file; builds no tree.
 class ByteSink final : public ElementSink {
  public:
   explicit ByteSink(XmlWriter& writer) : m_writer(writer) {}

@@ -9,7 +9,8 @@
 
 namespace ztcad {
 
-/// Writes elements into a DOM tree, below and onto the element that it is given.
+/// The sink backend that writes into a DOM tree. Attributes and text of the top level go to the given
+/// element, other elements become its descendants.
 class DomSink final : public ElementSink {
  public:
   DomSink(const QDomElement& element, const QDomDocument& document);
@@ -23,11 +24,11 @@ class DomSink final : public ElementSink {
   void flushText();
 
   QDomDocument m_document;
-  std::vector<QDomElement> m_path;  // from the given element to the one that is open
+  std::vector<QDomElement> m_path;  // from the given element to the innermost open one
   QString m_text;
 };
 
-/// Reads elements from a DOM tree.
+/// The view backend that reads a DOM tree.
 class DomView final : public ElementView {
  public:
   explicit DomView(const QDomElement& element) : m_element(element) {}

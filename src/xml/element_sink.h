@@ -5,16 +5,16 @@
 
 namespace ztcad {
 
-/// What an element writes itself to, whatever carries it: a DOM tree or the bytes of a file.
+/// The interface that elements write themselves to, with two backends: a DOM tree and the bytes of a file.
 ///
-/// A sink always stands at one open element. Attributes come before children and text; setting an attribute
-/// twice keeps the second value. An element holds either children or text.
+/// Calls refer to the innermost open element. Its attributes must be set before its children and text;
+/// setting an attribute twice keeps the second value. An element holds either children or text.
 class ElementSink {
  public:
   virtual ~ElementSink() = default;
 
-  /// Opens a child, lets `body` fill it and closes it. When `body` throws, the sink is left half-way and must
-  /// be dropped with all that was written to it.
+  /// Opens a child, calls `body` (a function of the sink) to fill it and closes it. If `body` throws, the
+  /// child stays open and the sink must be discarded with everything written to it.
   template <typename Body>
   void element(const QString& tag, Body&& body) {
     open(tag);
@@ -25,8 +25,8 @@ class ElementSink {
   virtual void attribute(const QString& name, const QString& value) = 0;
 
   /// Appends to the element's text. Characters above 127 and `<`, `&`, `>` must not occur: all texts of the
-  /// format are lists of numbers. May be called piece by piece; an element to which only empty pieces went
-  /// has no text.
+  /// format are lists of numbers. A text may be split over several calls; an element that received only empty
+  /// ones has no text.
   virtual void text(std::string_view ascii) = 0;
 
  private:

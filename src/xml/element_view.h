@@ -8,31 +8,31 @@
 
 namespace ztcad {
 
-/// What an element reads itself from, whatever carries it. Holds good only while the carrier visits the
-/// element.
+/// The interface that elements read themselves from, with two backends: a DOM tree and the bytes of a file.
+/// Valid only while the backend visits the element.
 class ElementView {
  public:
   virtual ~ElementView() = default;
 
   virtual QString tag() const = 0;
 
-  /// The attribute's text, nothing when the element does not have it.
+  /// The attribute's text; std::nullopt if the element has no such attribute.
   virtual std::optional<QString> attribute(const QString& name) const = 0;
 
   virtual bool hasAttribute(const QString& name) const { return attribute(name).has_value(); }
 
-  /// The same, for readers of numbers.
+  /// The same for parsers of numbers, without decoding where the backend has bytes.
   virtual std::optional<ElementText> attributeText(const QString& name) const {
     const auto text = attribute(name);
     return text ? std::optional(ElementText(*text)) : std::nullopt;
   }
 
-  /// The text of the element and of everything inside it, in the order of the document.
+  /// The text of the element and of all its descendants, in document order.
   virtual ElementText text() const = 0;
 
   using ChildVisitor = std::function<void(const ElementView& child)>;
-  /// Calls `visit` for each child element in the order of the document; nodes that are no elements are passed
-  /// over. A carrier may read its bytes only once: attributes first, then one call of this.
+  /// Calls `visit` for each child element in document order; other nodes are skipped. A backend may read its
+  /// bytes only once: read attributes first, then call either `text` or this, once.
   virtual void forEachChild(const ChildVisitor& visit) const = 0;
 };
 

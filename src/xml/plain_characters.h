@@ -15,13 +15,14 @@
 
 namespace ztcad {
 
-/// Thrown where a text is not, or may not be, plain; caught in `readPlainXml`.
+/// Thrown where a text is not plain or cannot be proved to be; caught in `readPlainXml`.
 struct NotPlain {};
 
 inline void require(bool isPlain) {
   if (!isPlain) throw NotPlain();
 }
 
+/// Classes of bytes in text between tags.
 enum CharacterClass : unsigned char { Ordinary, Whitespace, Control, Markup, NonAscii };
 
 constexpr std::array<CharacterClass, 256> makeCharacterClasses() {
@@ -53,8 +54,8 @@ inline constexpr auto nameCharacters = makeNameCharacters();
 
 inline bool isNameCharacter(char c) { return nameCharacters[static_cast<unsigned char>(c)]; }
 
-/// Characters that need no further check in an attribute value, whichever quote delimits it. "]" is one of them: it is
-/// markup in text only.
+/// Characters that need no further check in an attribute value, whichever quote delimits it. Includes "]",
+/// which is markup in text only.
 constexpr std::array<bool, 256> makeValueCharacters() {
   std::array<bool, 256> found{};
   for (std::size_t byte = 0; byte < 128; ++byte)
@@ -65,8 +66,9 @@ constexpr std::array<bool, 256> makeValueCharacters() {
 }
 inline constexpr auto valueCharacters = makeValueCharacters();
 
-/// Returns the first byte of an attribute value that needs a further check: a quote of either kind, "<", "&", a control
-/// character or a byte beyond ASCII. Scans sixteen bytes at a time with SSE2.
+/// Returns the first byte of an attribute value that needs a further check, or `end`: a quote of either kind,
+/// "<", "&", a control character (tab and line ends included) or a byte beyond ASCII. Scans sixteen bytes at
+/// a time with SSE2.
 inline const char* skipValueCharacters(const char* at, const char* end) {
 #if defined(ZTCAD_SSE2)
   constexpr std::ptrdiff_t width = sizeof(__m128i);
@@ -75,7 +77,7 @@ inline const char* skipValueCharacters(const char* at, const char* end) {
     const auto are = [&bytes](char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
     const __m128i quotes = _mm_or_si128(are('"'), are('\''));
     const __m128i markup = _mm_or_si128(are('<'), are('&'));
-    // the comparison is signed, so bytes from 80 hex on are below the space too
+    // signed comparison: bytes from 80 hex on are less than a space too
     const __m128i others = _mm_cmplt_epi8(bytes, _mm_set1_epi8(' '));
     const int found = _mm_movemask_epi8(_mm_or_si128(_mm_or_si128(quotes, markup), others));
     if (found != 0) return at + qCountTrailingZeroBits(static_cast<quint32>(found));
@@ -109,7 +111,7 @@ inline bool equals(std::string_view ascii, const QString& text) {
 inline quint64 unicodeOf(char ascii) { return static_cast<unsigned char>(ascii); }
 inline quint64 unicodeOf(QChar character) { return character.unicode(); }
 
-/// Length, first and last character: tells most names apart with one comparison.
+/// Length, first and last character in one number; differs for most pairs of different names.
 template <typename Character>
 quint64 keyOf(const Character* name, std::size_t length) {
   if (length == 0) return 0;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <system_error>
 
+#include "../text/append_character.h"
 #include "../text/narrow_text.h"
 #include "../text/windows1251.h"
 
@@ -11,7 +12,7 @@ namespace ztcad {
 
 namespace {
 
-/// The character of a reference.
+/// The character that a reference stands for.
 /// @param name the text between "&" and ";"
 char32_t referencedCharacter(std::string_view name) {
   struct Entity {
@@ -31,15 +32,6 @@ char32_t referencedCharacter(std::string_view name) {
   const bool isCharacter = code >= 0x20 || code == '\t' || code == '\n' || code == '\r';
   require(isCharacter && !QChar::isSurrogate(code) && code != 0xFFFE && code != 0xFFFF && code <= 0x10FFFF);
   return code;
-}
-
-void append(char32_t character, QString& text) {
-  if (QChar::requiresSurrogates(character)) {
-    text += QChar(QChar::highSurrogate(character));
-    text += QChar(QChar::lowSurrogate(character));
-  } else {
-    text += QChar(static_cast<ushort>(character));
-  }
 }
 
 }  // namespace
@@ -75,7 +67,7 @@ QString PlainDecoder::withoutReferences(std::string_view value) const {
     const std::size_t end = value.find(';', found);
     require(end != std::string_view::npos);
     text += characters(value.substr(0, found));
-    append(referencedCharacter(value.substr(found + 1, end - found - 1)), text);
+    appendUtf16(referencedCharacter(value.substr(found + 1, end - found - 1)), text);
     value.remove_prefix(end + 1);
   }
   return text + characters(value);

@@ -9,12 +9,12 @@
 
 namespace ztcad {
 
-/// Validates and decodes the text of plain XML: UTF-8 or windows-1251. Throws `NotPlain`.
+/// Validates and decodes the bytes of plain XML, UTF-8 or windows-1251. Throws `NotPlain`.
 class PlainDecoder final : public TextDecoder {
  public:
   void useWindows1251() { m_isWindows1251 = true; }
 
-  /// A text or a part of one, without references and other markup.
+  /// Validates and decodes a text or a part of one. A text with references or other markup is not plain.
   QString decoded(std::string_view part) const override {
     checkText(part);
     return characters(part);
@@ -24,21 +24,22 @@ class PlainDecoder final : public TextDecoder {
   void checkText(std::string_view text) const;
   /// Validates the inside of a comment.
   void checkComment(std::string_view text) const;
-  /// Validates the bytes beyond ASCII. In UTF-8 the lead byte EF hex is refused: it starts the byte order mark and the
-  /// characters at which Qt's parser stops.
+  /// Validates the bytes beyond ASCII. In UTF-8 the lead byte EF hex is refused: it starts the byte order
+  /// mark and the characters U+FFFE and U+FFFF, at which Qt's parser stops.
   void checkNonAscii(std::string_view bytes) const;
 
   /// Decodes validated bytes.
   QString characters(std::string_view bytes) const;
 
-  /// Decodes an attribute value and replaces its references; validates the references.
+  /// Decodes an attribute value and replaces its references, which it validates.
   QString withoutReferences(std::string_view value) const;
 
  private:
   bool m_isWindows1251 = false;
 };
 
-/// Shares one QString among equal short texts, such as tags, colours and empty comments.
+/// Shares one QString among equal short texts, such as tags, colours and empty comments: a cache of the last
+/// text per slot.
 class SharedTexts {
  public:
   /// @param ascii must stay valid as long as this object
@@ -51,7 +52,8 @@ class SharedTexts {
     return entry.text;
   }
 
-  /// Whether a text is worth sharing: short, and without a digit at its end, which names with a counter have.
+  /// Whether a text is likely to occur again: it is empty, or short with a letter at its end. Names with a
+  /// counter end in a digit.
   static bool isWorthSharing(std::string_view ascii) {
     constexpr std::size_t longest = 16;
     return ascii.empty() || (ascii.size() <= longest && isLetter(ascii.back()));

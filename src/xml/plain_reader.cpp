@@ -29,7 +29,8 @@ PlainReader::PlainReader(std::string_view bytes, XmlBytes kind)
   readDeclaration(kind);
 }
 
-/// "<?xml version="1.0" encoding="..." standalone="..."?>", the last two optional.
+/// Reads <?xml version="1.0" encoding="..." standalone="..."?>, if present; its last two attributes are
+/// optional.
 void PlainReader::readDeclaration(XmlBytes kind) {
   const bool hasByteOrderMark = startsWith("\xEF\xBB\xBF");
   if (hasByteOrderMark) m_at += 3;
@@ -58,7 +59,7 @@ void PlainReader::readDeclaration(XmlBytes kind) {
   m_decoder.useWindows1251();
 }
 
-/// Whitespace and comments outside the root, up to the next "<" or the end.
+/// Reads whitespace and comments outside the root, up to and including the next "<", or to the end.
 void PlainReader::readBetweenElements() {
   while (true) {
     if (m_at == m_end) return;
@@ -153,9 +154,9 @@ PlainStartTag PlainReader::readAnyStartTag() {
   return tag;
 }
 
-/// Reads a start tag that equals the last one but for its attribute values: the bytes between the values are compared,
-/// not parsed. False, with the position still before the tag, for any other start tag; the values of the last one are
-/// lost then.
+/// Reads a start tag that equals the last one except for its attribute values: the bytes between the values
+/// are compared, not parsed. False, with the position unchanged, for any other start tag; the values of the
+/// last one are overwritten then.
 bool PlainReader::readSibling() {
   const char* const first = m_at;
   const PlainStartTag& last = m_siblings.last();
@@ -218,7 +219,7 @@ void PlainReader::readValue(PlainAttribute& attribute) {
 
 const PlainAttribute* PlainReader::searchAttribute(const PlainStartTag& tag, const QString& name) const {
   const quint64 key = keyOf(name.constData(), static_cast<std::size_t>(name.size()));
-  for (std::size_t i = tag.attributeEnd; i > tag.firstAttribute; --i) {  // of duplicates the last one holds
+  for (std::size_t i = tag.attributeEnd; i > tag.firstAttribute; --i) {  // the last duplicate wins, as in Qt
     const PlainAttribute& attribute = m_attributes[i - 1];
     if (attribute.key == key && equals(attribute.name, name)) return &attribute;
   }

@@ -15,13 +15,15 @@
 
 namespace ztcad {
 
-/// Scans the bytes of a plain document once, front to back. Throws `NotPlain`.
+/// Scans the bytes of a plain document once, from start to end. Throws `NotPlain`.
 ///
-/// The buffer ends in ">", which stops every name and whitespace scan; bounds are checked only after ">" and inside values.
+/// The buffer ends in ">", which stops every name and whitespace scan; bounds are checked only after ">" and
+/// inside values.
 class PlainReader {
  public:
   PlainReader(std::string_view bytes, XmlBytes kind);
 
+  /// Reads the whole document and calls `visit` with the root.
   void readDocument(const std::function<void(const ElementView& root)>& visit);
 
   // The parts of an element. Each call leaves the position after what it has read.
@@ -30,6 +32,7 @@ class PlainReader {
   /// @return true, with the position after "<", for a child
   bool nextChild(std::string_view tag);
 
+  /// Reads the start tag whose "<" has been read.
   PlainStartTag readStartTag() {
     const char* const first = m_at;
     const bool isSibling = m_siblings.last().firstAttribute == m_attributeCount && readSibling();
@@ -51,6 +54,7 @@ class PlainReader {
       return searchAttribute(where, wanted);
     });
   }
+  /// Drops the attributes of an element that was read to its end.
   void forgetAttributes(const PlainStartTag& tag) { m_attributeCount = tag.firstAttribute; }
 
   QString valueOf(const PlainAttribute& attribute) {
@@ -63,7 +67,7 @@ class PlainReader {
 
   QString tagText(std::string_view tag) { return m_sharedTexts.get(tag); }
 
-  /// Bytes for a reader of numbers.
+  /// Bytes for a parser of numbers. The first call of a document sets the default locale to C.
   ElementText numbers(std::string_view bytes);
 
   void enter() { require(++m_depth <= maximalDepth); }
@@ -103,7 +107,7 @@ class PlainReader {
     return skipped;
   }
 
-  /// Skips the bytes from `begin` to `end` if they occur here again.
+  /// Skips the bytes from `begin` to `end` if the input continues with equal ones.
   bool skipSame(const char* begin, const char* end) {
     const std::string_view text(begin, static_cast<std::size_t>(end - begin));
     if (!startsWith(text)) return false;
@@ -117,7 +121,7 @@ class PlainReader {
   SharedTexts m_sharedTexts;
   SiblingCache m_siblings;
   std::vector<PlainAttribute> m_attributes;  // of all open elements, the innermost one last
-  std::size_t m_attributeCount = 0;          // those after it belong to the last sibling that was closed
+  std::size_t m_attributeCount = 0;  // entries from here on belong to the last element that was closed
   int m_depth = 0;
   bool m_hasNumbers = false;
 };

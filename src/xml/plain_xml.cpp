@@ -58,7 +58,7 @@ class PlainView final : public ElementView {
 
   PlainReader& m_reader;
   const PlainStartTag m_tag;
-  mutable bool m_isRead;  // children or text
+  mutable bool m_isRead;  // whether children or text were read
 };
 
 }  // namespace

@@ -24,16 +24,16 @@ struct PlainStartTag {
   bool isEmpty;
 };
 
-/// Remembers the last start tag and the attribute lookups that were made on it. Siblings in a long series differ in
-/// their values only, so the next start tag is compared with the last one instead of being parsed, and the same lookups
-/// give the same attributes without a search.
+/// Remembers the last start tag and the attribute lookups made on it. Siblings in a long series usually
+/// differ in their values only: the next start tag is then compared with the last one instead of being
+/// parsed, and the same lookups return the same attributes without a search.
 class SiblingCache {
  public:
   const PlainStartTag& last() const { return m_last; }
   /// The bytes of the last start tag, from its name to the closing ">".
   std::string_view lastBytes() const { return m_bytes; }
 
-  /// The tag just read equals the last one but for its values.
+  /// Takes the start tag just read, which equals the last one except for its values; keeps the lookups.
   void keepSibling(std::string_view bytes) {
     m_last.name = bytes.substr(0, m_last.name.size());
     m_bytes = bytes;
@@ -41,6 +41,7 @@ class SiblingCache {
     m_nextLookup = 0;
   }
 
+  /// Takes any other start tag; drops the lookups.
   void keep(const PlainStartTag& tag, std::string_view bytes) {
     m_last = tag;
     m_bytes = bytes;
@@ -49,8 +50,8 @@ class SiblingCache {
     m_nextLookup = 0;
   }
 
-  /// Returns the result of `search(tag, name)`, from the cache where elements are asked in the same order as their
-  /// siblings were.
+  /// Returns the result of `search(tag, name)`, from the cache if the lookups on the element come in the same
+  /// order as those on its siblings.
   template <typename Search>
   const PlainAttribute* find(const PlainStartTag& tag, const QString& name, Search&& search) {
     const bool isLast = tag.name.data() == m_last.name.data();
@@ -80,7 +81,7 @@ class SiblingCache {
   PlainStartTag m_last = {{}, none, none, false};
   std::string_view m_bytes;
   bool m_isSibling = false;
-  std::vector<Lookup> m_lookups;  // in the order in which the series is asked
+  std::vector<Lookup> m_lookups;  // in the order in which they are made on each sibling
   std::size_t m_nextLookup = 0;
 };
 

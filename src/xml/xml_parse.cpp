@@ -25,7 +25,7 @@ bool operator<(const Position& a, const Position& b) {
   return std::tie(a.line, a.column) < std::tie(b.line, b.column);
 }
 
-/// Where Qt's parser says that the character at `index` stands.
+/// The position that Qt's parser reports for the character at `index`.
 Position positionOf(const QString& text, int index) {
   const auto endsLine = [&](int at) {
     if (text.at(at) == QLatin1Char('\n')) return true;
@@ -40,12 +40,12 @@ Position positionOf(const QString& text, int index) {
   return position;
 }
 
-// -------------------------------------------------------------------------------- the text as the parser sees it
+// -------------------------------------------------------------------------------- decoding and inspection
 
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED
 
-/// Whether the text begins with a declaration that names windows-1251, looked for where Qt looks.
+/// Whether the text begins with a declaration of windows-1251, found as Qt finds it.
 bool declaresWindows1251(const QString& text) {
   const QRegularExpression declaration(QLatin1String(R"(^<\?xml[^>]*?encoding[^'">]*['"]([^'">]*))"));
   const QString name = declaration.match(text).captured(1);
@@ -53,16 +53,17 @@ bool declaresWindows1251(const QString& text) {
   return codec && codec->name() == "windows-1251";
 }
 
-/// Puts in U+0098 for the byte 98 hex of windows-1251. The code page leaves that byte open, and a Qt without ICU
-/// makes it a replacement character: what was saved would not be read back, and each system would read another text.
-void keepOpenByte(const QByteArray& bytes, QString& text) {
-  constexpr char open = '\x98';
-  if (text.size() != bytes.size() || !bytes.contains(open) || !declaresWindows1251(text)) return;
-  for (int at = bytes.indexOf(open); at >= 0; at = bytes.indexOf(open, at + 1))
-    text[at] = windows1251ToUnicode(static_cast<unsigned char>(open));
+/// Replaces what Qt made of the byte 98 hex in windows-1251 by U+0098. The code page leaves that byte
+/// undefined, and a Qt without ICU decodes it as a replacement character: a saved text would not be read
+/// back, and would differ between systems.
+void keepUndefinedByte(const QByteArray& bytes, QString& text) {
+  constexpr char undefined = '\x98';
+  if (text.size() != bytes.size() || !bytes.contains(undefined) || !declaresWindows1251(text)) return;
+  for (int at = bytes.indexOf(undefined); at >= 0; at = bytes.indexOf(undefined, at + 1))
+    text[at] = windows1251ToUnicode(static_cast<unsigned char>(undefined));
 }
 
-/// Decodes as Qt's parser does. A block that gives no characters ends the text, for the parser too.
+/// Decodes as Qt's parser does. A block without characters ends the text, as it does for the parser.
 QString decoded(const QByteArray& bytes) {
   QBuffer buffer;
   buffer.setData(bytes);
@@ -75,12 +76,12 @@ QString decoded(const QByteArray& bytes) {
     if (block.isEmpty()) break;
     text += block;
   }
-  keepOpenByte(bytes, text);
+  keepUndefinedByte(bytes, text);
   return text;
 }
 
-/// Reads a text as `QDomDocument::setContent` does, but builds nothing and looks how deep the elements are
-/// nested.
+/// Parses a text as `QDomDocument::setContent` does, without building a tree, and measures how deep elements
+/// are nested.
 class Inspector final : public QXmlDefaultHandler {
  public:
   explicit Inspector(const QString& text) {
@@ -101,7 +102,7 @@ class Inspector final : public QXmlDefaultHandler {
 
   bool wellFormed() const { return m_wellFormed; }
   bool tooDeep() const { return m_depth > maximalDepth; }
-  /// Where reading stopped; of a text that is not well-formed only.
+  /// Where parsing stopped; undefined for a well-formed text.
   Position stop() const { return m_stop; }
 
   bool startElement(const QString&, const QString&, const QString&, const QXmlAttributes&) override {
@@ -128,7 +129,7 @@ QT_WARNING_POP
 
 ParseOutcome refused(const QString& message, Position at) { return {false, message, at.line, at.column}; }
 
-/// The refusal of a text that Qt may not build a tree from; nothing when it may.
+/// The refusal of a text from which Qt must not build a tree; std::nullopt if it may.
 std::optional<ParseOutcome> refusal(const QString& text) {
   const auto obstacle = firstObstacle(text);
   if (!obstacle && isSurelyShallow(text)) return std::nullopt;  // saves a second parse of nearly every text
@@ -153,7 +154,7 @@ ParseOutcome parseXml(const QString& text, QDomDocument& tree) {
   ParseOutcome outcome;
   outcome.parsed = tree.setContent(text, &outcome.message, &outcome.line, &outcome.column);
   if (!text.contains(QLatin1String("&#"))) return outcome;
-  const auto whole = withLongReferencesRead(text);
+  const auto whole = withLongReferencesReplaced(text);
   if (whole && !refusal(*whole)) tree.setContent(*whole);
   return outcome;
 }

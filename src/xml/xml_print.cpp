@@ -7,6 +7,7 @@
 #include <QTextCodec>
 #include <QTextStream>
 
+#include "../text/append_character.h"
 #include "../text/windows1251.h"
 #include "xml_writer.h"
 
@@ -23,27 +24,11 @@ class StringOutput final : public ByteOutput {
   std::string& m_text;
 };
 
-void appendUtf8(char32_t character, std::string& out) {
-  const auto tail = [&](int shift) { return static_cast<char>(0x80 | ((character >> shift) & 0x3f)); };
-  if (character < 0x80) {
-    out += static_cast<char>(character);
-  } else if (character < 0x800) {
-    out += static_cast<char>(0xc0 | (character >> 6));
-    out += tail(0);
-  } else if (character < 0x10000) {
-    out += static_cast<char>(0xe0 | (character >> 12));
-    (out += tail(6)) += tail(0);
-  } else {
-    out += static_cast<char>(0xf0 | (character >> 18));
-    ((out += tail(12)) += tail(6)) += tail(0);
-  }
-}
-
 bool isXmlDeclaration(const QDomNode& node) {
   return node.isProcessingInstruction() && node.nodeName() == QLatin1String("xml");
 }
 
-/// The name of the encoding that the tree declares, as QDom finds it; empty without one.
+/// The encoding that the tree declares, found as QDom finds it; empty without one.
 QString declaredEncoding(const QDomDocument& tree) {
   if (!isXmlDeclaration(tree.firstChild())) return {};
   QRegExp encoding(QLatin1String("encoding\\s*=\\s*((\"([^\"]*)\")|('([^']*)'))"));
@@ -51,7 +36,7 @@ QString declaredEncoding(const QDomDocument& tree) {
   return encoding.cap(3).isEmpty() ? encoding.cap(5) : encoding.cap(3);
 }
 
-/// Writes UTF-8, but only characters that the named encoding knows; an unknown encoding knows all.
+/// Writes UTF-8, limited to the characters of the named encoding; an unknown encoding has all characters.
 class DeclaredEncoder final : public CharacterEncoder {
  public:
   explicit DeclaredEncoder(const QString& name)
@@ -59,27 +44,26 @@ class DeclaredEncoder final : public CharacterEncoder {
         m_codec(m_isWindows1251 ? nullptr : QTextCodec::codecForName(name.toLatin1())) {}
 
   bool append(char32_t character, std::string& out) const override {
-    if (!knows(character)) return false;
+    if (!has(character)) return false;
     appendUtf8(character, out);
     return true;
   }
   void appendBare(char32_t character, std::string& out) const override { appendUtf8(character, out); }
 
  private:
-  bool knows(char32_t character) const {
+  bool has(char32_t character) const {
     if (m_isWindows1251) return windows1251FromUnicode(character).has_value();
     if (!m_codec) return true;
-    if (!QChar::requiresSurrogates(character))
-      return m_codec->canEncode(QChar(static_cast<ushort>(character)));
-    const QChar pair[] = {QChar(QChar::highSurrogate(character)), QChar(QChar::lowSurrogate(character))};
-    return m_codec->canEncode(QString(pair, 2));
+    QString text;
+    appendUtf16(character, text);
+    return m_codec->canEncode(text);
   }
 
   const bool m_isWindows1251;
-  const QTextCodec* const m_codec;  // owned by Qt; null: every character is known
+  const QTextCodec* const m_codec;  // owned by Qt; null: all characters exist
 };
 
-/// The text that Qt writes for a node itself.
+/// The text that Qt writes for one node.
 QString textByQt(const QDomNode& node) {
   QString text;
   QTextStream stream(&text);
@@ -88,9 +72,8 @@ QString textByQt(const QDomNode& node) {
   return text;
 }
 
-/// Cuts the text behind each `[` and `>` that stands outside quotes. What is left behind the last one is
-/// dropped.
-QStringList cutBehindBrackets(const QString& text) {
+/// Splits the text after each `[` and `>` outside quotes. The rest after the last one is dropped.
+QStringList splitAfterBrackets(const QString& text) {
   QStringList pieces;
   QChar quote;
   int start = 0;
@@ -108,15 +91,15 @@ QStringList cutBehindBrackets(const QString& text) {
   return pieces;
 }
 
-/// Qt writes the notations in no order; between the opening and the end they stand in that of their names.
+/// Sorts the notations, which Qt writes in unspecified order: all pieces but the first and the last.
 void printDocumentType(const QDomDocumentType& type, XmlWriter& writer) {
   if (type.name().isEmpty()) return;
-  QStringList pieces = cutBehindBrackets(textByQt(type));
+  QStringList pieces = splitAfterBrackets(textByQt(type));
   if (pieces.size() > 2) std::sort(pieces.begin() + 1, pieces.end() - 1);
   writer.documentType(pieces.join(QString()));
 }
 
-/// The names of an element's attributes, taken from the text that Qt writes for its start tag.
+/// Extracts the names of an element's attributes from the text that Qt writes for its start tag.
 QStringList namesInStartTag(const QDomElement& element) {
   const QString tag = textByQt(element.cloneNode(false));
   QStringList names;
@@ -125,12 +108,12 @@ QStringList namesInStartTag(const QDomElement& element) {
     names += tag.mid(at + 1, nameEnd - at - 1);
     at = tag.indexOf(QLatin1Char('"'), nameEnd + 2) + 1;
   }
-  names.sort();  // the writer puts each in its place, which is cheapest at the end
+  names.sort();  // the writer inserts each in order, which is cheapest at the end
   return names;
 }
 
-/// The names of an element's attributes. `QDomNamedNodeMap::item` searches from the start each time, five
-/// minutes for eighty thousand, so it serves the usual element only.
+/// The names of an element's attributes. `QDomNamedNodeMap::item` searches from the start each time (five
+/// minutes for eighty thousand attributes), so it is used for few attributes only.
 QStringList attributeNames(const QDomElement& element) {
   constexpr int few = 100;
   const QDomNamedNodeMap attributes = element.attributes();
@@ -147,7 +130,7 @@ void printStartTag(const QDomElement& element, XmlWriter& writer) {
     writer.attribute(name, element.attribute(name));
 }
 
-/// Writes the node itself; of an element the start only.
+/// Writes one node without its children; of an element the start tag only.
 void printNode(const QDomNode& node, XmlWriter& writer) {
   switch (node.nodeType()) {
     case QDomNode::ElementNode:
@@ -169,12 +152,12 @@ void printNode(const QDomNode& node, XmlWriter& writer) {
       writer.processingInstruction(node.nodeName(), node.nodeValue());
       break;
     default:
-      break;  // no other kind of node stands in a tree
+      break;  // a parsed tree has no other kind of node
   }
 }
 
-/// Writes a node of the top level with all that is inside it. No recursion: how deep a tree is does not
-/// matter.
+/// Writes a top-level node with all its descendants. Not recursive, so the depth of the tree is not limited
+/// by the stack.
 void printSubtree(const QDomNode& top, XmlWriter& writer) {
   QDomNode node = top;
   while (true) {
@@ -201,7 +184,7 @@ std::string printXml(const QDomDocument& tree, int indent) {
   const DeclaredEncoder encoder(declaredEncoding(tree));
   XmlWriter writer(output, encoder, indent);
 
-  bool typeIsDue = true;  // it stands behind the XML declaration and before all else
+  bool typeIsDue = true;  // the document type comes after the XML declaration and before all else
   for (QDomNode node = tree.firstChild(); !node.isNull(); node = node.nextSibling()) {
     if (typeIsDue && !isXmlDeclaration(node)) {
       printDocumentType(tree.doctype(), writer);

@@ -1,13 +1,14 @@
 #include "xml_scan.h"
 
+#include "../text/append_character.h"
 #include "xml_parse.h"
 
 namespace ztcad {
 
 namespace {
 
-/// Behind the next `closing`, the end of the text without one.
-int behind(QLatin1String closing, const QString& text, int from) {
+/// Index after the next `closing`; the end of the text without one.
+int indexAfter(QLatin1String closing, const QString& text, int from) {
   const int found = text.indexOf(closing, from);
   return found < 0 ? text.size() : found + closing.size();
 }
@@ -16,16 +17,17 @@ bool startsAt(const QString& text, int at, QLatin1String word) {
   return text.midRef(at, word.size()) == word;
 }
 
-/// The end of the comment, CDATA section or processing instruction that starts at `at`; `at` when none does.
-int behindOpaque(const QString& text, int at) {
-  if (startsAt(text, at, QLatin1String("<!--"))) return behind(QLatin1String("-->"), text, at + 4);
-  if (startsAt(text, at, QLatin1String("<![CDATA["))) return behind(QLatin1String("]]>"), text, at + 9);
-  if (startsAt(text, at, QLatin1String("<?"))) return behind(QLatin1String("?>"), text, at + 2);
+/// Index after the comment, CDATA section or processing instruction that starts at `at`; `at` if none starts
+/// there.
+int endOfOpaque(const QString& text, int at) {
+  if (startsAt(text, at, QLatin1String("<!--"))) return indexAfter(QLatin1String("-->"), text, at + 4);
+  if (startsAt(text, at, QLatin1String("<![CDATA["))) return indexAfter(QLatin1String("]]>"), text, at + 9);
+  if (startsAt(text, at, QLatin1String("<?"))) return indexAfter(QLatin1String("?>"), text, at + 2);
   return at;
 }
 
-/// Walks through a document type declaration. What is ill-formed in it may be misunderstood from there on,
-/// which does no harm: the parser stops there.
+/// Scans a document type declaration. After an error in it the result is meaningless, which does no harm: the
+/// parser stops at the error.
 class DocumentTypeScan {
  public:
   /// @param start index of the `<!DOCTYPE`
@@ -34,13 +36,13 @@ class DocumentTypeScan {
       step();
   }
 
-  /// Index behind the declaration.
+  /// Index after the declaration.
   int end() const { return m_at; }
   const std::optional<Obstacle>& obstacle() const { return m_obstacle; }
 
  private:
   void step() {
-    const int next = behindOpaque(m_text, m_at);
+    const int next = endOfOpaque(m_text, m_at);
     if (next == m_at) {
       takeCharacter(m_text.at(m_at).unicode());
     } else {
@@ -52,10 +54,10 @@ class DocumentTypeScan {
     int next = m_at + 1;
     switch (character) {
       case '"':
-        next = behind(QLatin1String("\""), m_text, next);
+        next = indexAfter(QLatin1String("\""), m_text, next);
         break;
       case '\'':
-        next = behind(QLatin1String("'"), m_text, next);
+        next = indexAfter(QLatin1String("'"), m_text, next);
         break;
       case '<':
         if (startsAt(m_text, m_at, QLatin1String("<!ENTITY"))) note("entity declaration");
@@ -67,7 +69,7 @@ class DocumentTypeScan {
         m_isInside = false;
         break;
       case '(':
-        // the parser calls itself for each
+        // the parser recurses for each
         if (++m_openParentheses > maximalDepth) note("parentheses nested too deep");
         break;
       case ')':
@@ -99,15 +101,15 @@ class DocumentTypeScan {
 int findDocumentType(const QString& text, int from) {
   int at = text.indexOf(QLatin1Char('<'), from);
   while (at >= 0) {
-    const int next = behindOpaque(text, at);
+    const int next = endOfOpaque(text, at);
     if (next == at) return startsAt(text, at, QLatin1String("<!DOCTYPE")) ? at : -1;
     at = text.indexOf(QLatin1Char('<'), next);
   }
   return -1;
 }
 
-/// Index behind the tag that starts at `at`.
-int behindTag(const QString& text, int at) {
+/// Index after the tag that starts at `at`.
+int endOfTag(const QString& text, int at) {
   while (++at < text.size()) {
     const QChar here = text.at(at);
     if (here == QLatin1Char('>')) return at + 1;
@@ -119,7 +121,7 @@ int behindTag(const QString& text, int at) {
 
 struct Reference {
   char32_t character;
-  int end;  // index behind it
+  int end;  // index after it
 };
 
 int digitValue(QChar digit, int base) {
@@ -145,11 +147,11 @@ std::optional<Reference> longReference(const QString& text, int at) {
   return Reference{character, digit + 1};
 }
 
-/// Index behind the part that starts at the `<` at `at` and in which no references are read; behind the `<`
-/// alone when a tag starts there.
-int behindMarkup(const QString& text, int at) {
+/// Index after the markup that starts with the `<` at `at` and contains no references; after the `<` itself
+/// if a tag starts there.
+int endOfMarkup(const QString& text, int at) {
   if (startsAt(text, at, QLatin1String("<!DOCTYPE"))) return DocumentTypeScan(text, at).end();
-  const int next = behindOpaque(text, at);
+  const int next = endOfOpaque(text, at);
   return next == at ? at + 1 : next;
 }
 
@@ -174,7 +176,7 @@ bool isSurelyShallow(const QString& text) {
   while (at >= 0) {
     if (startsAt(text, at, QLatin1String("<!"))) return false;
     const bool isInstruction = startsAt(text, at, QLatin1String("<?"));
-    const int end = isInstruction ? behindOpaque(text, at) : behindTag(text, at);
+    const int end = isInstruction ? endOfOpaque(text, at) : endOfTag(text, at);
     if (startsAt(text, at, QLatin1String("</"))) {
       --depth;
     } else if (!isInstruction) {
@@ -186,7 +188,7 @@ bool isSurelyShallow(const QString& text) {
   return true;
 }
 
-std::optional<QString> withLongReferencesRead(const QString& text) {
+std::optional<QString> withLongReferencesReplaced(const QString& text) {
   QString result;
   int copied = 0;
   for (int at = 0; at < text.size();) {
@@ -194,11 +196,10 @@ std::optional<QString> withLongReferencesRead(const QString& text) {
     const auto reference = here == QLatin1Char('&') ? longReference(text, at) : std::nullopt;
     if (reference) {
       result += text.midRef(copied, at - copied);
-      result += QChar(QChar::highSurrogate(reference->character));
-      result += QChar(QChar::lowSurrogate(reference->character));
+      appendUtf16(reference->character, result);
       copied = at = reference->end;
     } else {
-      at = here == QLatin1Char('<') ? behindMarkup(text, at) : at + 1;
+      at = here == QLatin1Char('<') ? endOfMarkup(text, at) : at + 1;
     }
   }
   if (copied == 0) return std::nullopt;

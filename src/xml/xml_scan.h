@@ -6,10 +6,10 @@
 
 namespace ztcad {
 
-/// Looks at XML text before a parser does. Nothing here decides whether a text is well-formed: each function
-/// holds good up to the first fault of the text, and the parser goes no further.
+/// Scans of XML text before it is parsed. They do not check whether a text is well-formed: each result is
+/// valid up to the first error in the text, and the parser goes no further.
 
-/// A place that refuses the text.
+/// A position that makes the text refused.
 struct Obstacle {
   int index;
   QLatin1String message;
@@ -18,12 +18,12 @@ struct Obstacle {
 /// The first NUL, entity declaration or parenthesis nested too deep in a document type declaration.
 std::optional<Obstacle> firstObstacle(const QString& text);
 
-/// Whether no element is nested deeper than `maximalDepth`. False may also mean that this quick look cannot
-/// tell: it gives up at comments, CDATA sections and document type declarations.
+/// True only if no element is nested deeper than `maximalDepth`. False may also mean unknown: the scan gives
+/// up at comments, CDATA sections and document type declarations.
 bool isSurelyShallow(const QString& text);
 
-/// The text with the characters themselves in place of numeric references beyond U+FFFF; nothing when it has
+/// The text with its numeric references beyond U+FFFF replaced by their characters; std::nullopt if it has
 /// none.
-std::optional<QString> withLongReferencesRead(const QString& text);
+std::optional<QString> withLongReferencesReplaced(const QString& text);
 
 }  // namespace ztcad

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t pieceSize = 65536;
 
-/// The character that begins at `at` and how many units it takes; half a surrogate pair is given as it is.
+/// A character and its number of UTF-16 units. An unpaired surrogate counts as a character.
 struct Decoded {
   char32_t character;
   int units;
@@ -25,10 +25,10 @@ Decoded decode(const QString& text, int at) {
   return {first.unicode(), 1};
 }
 
-/// What every parser takes for the end of the text when it stands there as it is.
+/// Whether every parser takes the unescaped character for the end of the text.
 bool endsParsing(char32_t character) { return character == 0 || character == 0xfffe || character == 0xffff; }
 
-/// Whether the `>` at `at` stands behind two brackets: text may not hold the end of a CDATA section.
+/// Whether the `>` at `at` follows two brackets: text must not contain the end of a CDATA section.
 bool closesCdata(const QString& text, int at) {
   return at >= 2 && text.at(at - 1) == QLatin1Char(']') && text.at(at - 2) == QLatin1Char(']');
 }
@@ -52,7 +52,8 @@ struct XmlWriter::Specials {
       is[static_cast<unsigned char>(character)] = true;
   }
 
-  /// How many units from `units` on stand for themselves; at most one piece, so that the buffer stays small.
+  /// Number of units at the start of `units` that need no escaping; at most one piece, to keep the buffer
+  /// small.
   int plainRun(const ushort* units, int count) const {
     const int limit = std::min(count, static_cast<int>(pieceSize));
     int run = 0;
@@ -62,7 +63,7 @@ struct XmlWriter::Specials {
   }
 };
 
-// a zero is part of each: see endsParsing
+// both sets contain NUL: see endsParsing
 constexpr XmlWriter::Specials XmlWriter::textSpecials{std::string_view("<&>\r\0", 5)};
 constexpr XmlWriter::Specials XmlWriter::valueSpecials{std::string_view("<&>\r\0\"\t\n", 8)};
 constexpr XmlWriter::Specials XmlWriter::noSpecials{std::string_view()};
@@ -85,7 +86,7 @@ XmlWriter::XmlWriter(ByteOutput& output, const CharacterEncoder& encoder, int in
 void XmlWriter::startElement(const QString& tag) {
   beginLine();
   m_buffer += '<';
-  writeBare(tag);
+  writeUnescaped(tag);
   m_openTags.push_back(tag);
   m_startTagIsOpen = true;
 }
@@ -109,11 +110,11 @@ void XmlWriter::endElement() {
   } else {
     beginLine();
     m_buffer += "</";
-    writeBare(tag);
+    writeUnescaped(tag);
     m_buffer += '>';
   }
   m_lineEndIsDue = true;
-  handOnWhenFull();
+  flushIfFull();
 }
 
 void XmlWriter::text(const QString& text) {
@@ -126,21 +127,21 @@ void XmlWriter::plainText(std::string_view ascii) {
   beginText();
   for (; !ascii.empty(); ascii.remove_prefix(std::min(ascii.size(), pieceSize))) {
     m_buffer += ascii.substr(0, pieceSize);
-    handOnWhenFull();
+    flushIfFull();
   }
 }
 
 void XmlWriter::cdata(const QString& text) {
   beginText();
   m_buffer += "<![CDATA[";
-  writeBare(text);
+  writeUnescaped(text);
   m_buffer += "]]>";
 }
 
 void XmlWriter::comment(const QString& text) {
   beginLine();
   m_buffer += "<!--";
-  writeBare(text);
+  writeUnescaped(text);
   if (text.endsWith(QLatin1Char('-'))) m_buffer += ' ';  // "--->" would not end the comment
   m_buffer += "-->";
   m_lineEndIsDue = true;
@@ -149,22 +150,22 @@ void XmlWriter::comment(const QString& text) {
 void XmlWriter::entityReference(const QString& name) {
   beginInLine();
   m_buffer += '&';
-  writeBare(name);
+  writeUnescaped(name);
   m_buffer += ';';
 }
 
 void XmlWriter::processingInstruction(const QString& target, const QString& data) {
   beginInLine();
   m_buffer += "<?";
-  writeBare(target);
+  writeUnescaped(target);
   m_buffer += ' ';
-  writeBare(data);
+  writeUnescaped(data);
   m_buffer += "?>\n";
 }
 
 void XmlWriter::documentType(const QString& declaration) {
   beginInLine();
-  writeBare(declaration);
+  writeUnescaped(declaration);
   m_buffer += '\n';
 }
 
@@ -196,7 +197,7 @@ void XmlWriter::beginText() {
 void XmlWriter::closeStartTag(std::string_view closing) {
   for (const auto& [name, value] : m_attributes) {
     m_buffer += ' ';
-    writeBare(name);
+    writeUnescaped(name);
     m_buffer += "=\"";
     writeEscaped(value, valueSpecials);
     m_buffer += '"';
@@ -209,15 +210,15 @@ void XmlWriter::closeStartTag(std::string_view closing) {
 
 void XmlWriter::writeIndent() { m_buffer.append(m_openTags.size() * m_indent, ' '); }
 
-void XmlWriter::writeBare(const QString& text) {
+void XmlWriter::writeUnescaped(const QString& text) {
   for (int at = 0; at < text.size();) {
     at += writePlainRun(text, at, noSpecials);
-    if (at < text.size() && text.at(at).unicode() > 127) at += writeBareCharacter(text, at);
-    handOnWhenFull();
+    if (at < text.size() && text.at(at).unicode() > 127) at += writeUnescapedCharacter(text, at);
+    flushIfFull();
   }
 }
 
-int XmlWriter::writeBareCharacter(const QString& text, int at) {
+int XmlWriter::writeUnescapedCharacter(const QString& text, int at) {
   const Decoded next = decode(text, at);
   if (QChar::isSurrogate(next.character)) {
     m_buffer += '?';
@@ -231,11 +232,11 @@ void XmlWriter::writeEscaped(const QString& text, const Specials& specials) {
   for (int at = 0; at < text.size();) {
     const int run = writePlainRun(text, at, specials);
     at += run > 0 ? run : writeSpecial(text, at);
-    handOnWhenFull();
+    flushIfFull();
   }
 }
 
-/// Writes what stands for itself from `at` on, at most one piece of it; returns how many units that were.
+/// Writes the units from `at` on that need no escaping, at most one piece; returns their number.
 int XmlWriter::writePlainRun(const QString& text, int at, const Specials& specials) {
   const ushort* const units = text.utf16() + at;
   const int run = specials.plainRun(units, text.size() - at);
@@ -243,7 +244,7 @@ int XmlWriter::writePlainRun(const QString& text, int at, const Specials& specia
   return run;
 }
 
-/// Writes the character at `at`, which may not stand as it is; returns how many units it takes.
+/// Writes the character at `at`, which may need escaping; returns its number of units.
 int XmlWriter::writeSpecial(const QString& text, int at) {
   const Decoded next = decode(text, at);
   switch (next.character) {
@@ -276,7 +277,7 @@ void XmlWriter::writeReference(char32_t character) {
   m_buffer += ';';
 }
 
-void XmlWriter::handOnWhenFull() {
+void XmlWriter::flushIfFull() {
   if (m_buffer.size() < pieceSize) return;
   m_output.write(m_buffer);
   m_buffer.clear();

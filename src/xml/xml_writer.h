@@ -9,22 +9,23 @@
 
 namespace ztcad {
 
-/// Where finished bytes go. `write` throws when it cannot take them.
+/// Receives the finished bytes. `write` throws if it fails.
 class ByteOutput {
  public:
   virtual ~ByteOutput() = default;
   virtual void write(std::string_view bytes) = 0;
 };
 
-/// Which characters a written text may hold as they are, and their bytes. Codes below 128 are ASCII in all of
-/// them, and an encoder is not asked for them.
+/// The character encoding of a written text. Codes below 128 are ASCII in every encoding and never passed to
+/// an encoder.
 class CharacterEncoder {
  public:
   virtual ~CharacterEncoder() = default;
-  /// Appends the bytes of `character` (never a surrogate); false, and nothing appended, when it has none.
+  /// Appends the bytes of `character` (never a surrogate). False, with nothing appended, if the encoding
+  /// lacks it.
   virtual bool append(char32_t character, std::string& out) const = 0;
-  /// The same where no numeric reference can stand: in names, comments, CDATA sections and processing
-  /// instructions.
+  /// The same where numeric references are not allowed: in names, comments, CDATA sections and processing
+  /// instructions. By default a missing character becomes a question mark.
   virtual void appendBare(char32_t character, std::string& out) const;
 };
 
@@ -34,21 +35,23 @@ class Windows1251Encoder final : public CharacterEncoder {
   bool append(char32_t character, std::string& out) const override;
 };
 
-/// Writes XML piece by piece, byte for byte as `QDomDocument::save` does, but for three things that it does
-/// better: attributes stand in the order of their names, so that the same document always gives the same
-/// bytes; a character that the encoding lacks is one numeric reference, also beyond U+FFFF, and so is half a
-/// surrogate pair; U+0000, U+FFFE and U+FFFF, at which parsers stop, are numeric references in every
-/// encoding.
+/// Writes XML piece by piece, byte for byte as `QDomDocument::save` does, with three improvements:
 ///
-/// Layout: each element on a line of its own, indented by its depth, except where text is beside it.
+/// - attributes are written in the order of their names, so the same document always gives the same bytes
+/// - a character that the encoding lacks becomes one numeric reference, also beyond U+FFFF; so does an
+///   unpaired surrogate
+/// - U+0000, U+FFFE and U+FFFF, at which parsers stop, become numeric references in every encoding
 ///
-/// Nothing is checked: the calls have to make a well-formed document, names are written as they are. When the
-/// output throws, the writer must be dropped.
+/// Layout: each element on its own line, indented by its depth, except next to text.
+///
+/// Nothing is checked: the calls must form a well-formed document, and names are written without escaping. If
+/// the output throws, the writer must be discarded.
 class XmlWriter {
  public:
-  /// Nothing is owned. Bytes reach `output` in pieces of about 64 KB; the last ones when `finish` is called.
+  /// Owns neither `output` nor `encoder`. Bytes reach `output` in pieces of about 64 KB, the last ones by
+  /// `finish`.
   ///
-  /// @param indent blanks per level, not negative
+  /// @param indent spaces per level, not negative
   XmlWriter(ByteOutput& output, const CharacterEncoder& encoder, int indent);
 
   void startElement(const QString& tag);
@@ -56,23 +59,23 @@ class XmlWriter {
   void attribute(const QString& name, const QString& value);
   void endElement();
 
-  /// A text node, inside an element. An empty one is a node too: it keeps its neighbours on its line.
+  /// A text node inside an element. An empty one is a node too: it keeps its neighbours on its line.
   void text(const QString& text);
-  /// Text that needs no escaping (no `<`, `&`, `>`, nothing above 127). Pieces that follow each other are one
-  /// text node; no text node comes from an empty one.
+  /// Text that needs no escaping (no `<`, `&`, `>`, nothing above 127). Consecutive pieces form one text
+  /// node; an empty piece is no node.
   void plainText(std::string_view ascii);
   void cdata(const QString& text);
   void comment(const QString& text);
   void entityReference(const QString& name);
   void processingInstruction(const QString& target, const QString& data);
-  /// A document type declaration, given as it is to be written, without the line end.
+  /// A complete document type declaration without its line end; written unchanged.
   void documentType(const QString& declaration);
 
-  /// Ends the last line and hands on all bytes. Nothing may be written afterwards.
+  /// Ends the last line and passes the remaining bytes to the output. Must be the last call.
   void finish();
 
  private:
-  /// The ASCII characters that do not stand for themselves.
+  /// A set of ASCII characters that must be escaped.
   struct Specials;
   static const Specials textSpecials;
   static const Specials valueSpecials;
@@ -83,13 +86,13 @@ class XmlWriter {
   void beginText();
   void closeStartTag(std::string_view closing);
   void writeIndent();
-  void writeBare(const QString& text);
-  int writeBareCharacter(const QString& text, int at);
+  void writeUnescaped(const QString& text);
+  int writeUnescapedCharacter(const QString& text, int at);
   void writeEscaped(const QString& text, const Specials& specials);
   int writePlainRun(const QString& text, int at, const Specials& specials);
   int writeSpecial(const QString& text, int at);
   void writeReference(char32_t character);
-  void handOnWhenFull();
+  void flushIfFull();
 
   ByteOutput& m_output;
   const CharacterEncoder& m_encoder;

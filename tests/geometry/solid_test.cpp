@@ -69,6 +69,15 @@ TYPED_TEST(MassInertiaOfSolid, ARecordOfFewerThanTenValuesIsRefused) {
   }
 }
 
+TYPED_TEST(MassInertiaOfSolid, IsClearedByNullopt) {
+  TypeParam solid;
+  solid.setMip(ztCAD_MIP(oneToTen));
+  solid.setMip(std::nullopt);
+  EXPECT_FALSE(solid.hasMIP());
+  EXPECT_FALSE(solid.mip().has_value());
+  EXPECT_EQ(written(solid).find("MIP"), std::string::npos);
+}
+
 TYPED_TEST(MassInertiaOfSolid, IsReadFromTheAttribute) {
   TypeParam solid;
   EXPECT_TRUE(read(solid, this->xml("MIP='MIP,1,2,3,4,5,6,7,8,9,10'")));

@@ -46,10 +46,10 @@ std::string debugText(const std::vector<double>& numbers) {
 TEST(TripleText, AppendsThreeNumbersAndASemicolon) {
   const double reals[] = {1.5, 0, -2};
   const std::uint32_t indices[] = {0, 1, std::numeric_limits<std::uint32_t>::max()};
-  std::string out = "before ";
+  QString out("before ");
   ztcad::appendTriple(out, reals);
   ztcad::appendTriple(out, indices);
-  EXPECT_EQ(out, "before 1.5, 0, -2;0, 1, 4294967295;");
+  EXPECT_EQ(out.toStdString(), "before 1.5, 0, -2;0, 1, 4294967295;");
 }
 
 TEST(TripleText, StorageTextOfAnEmptyListIsALineFeed) {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "node_text.h"
+#include "property/base_parts.h"
 #include "xml/dom_backend.h"
 
 namespace {

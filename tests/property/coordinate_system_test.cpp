@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "node_text.h"
+#include "property/equal_systems.h"
 #include "xml/dom_backend.h"
 
 namespace {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "node_text.h"
+#include "property/apply_record.h"
 #include "property/base.h"
 
 namespace {

@@ -52,6 +52,9 @@ TEST(Detail, RefusesAMassRecordThatIsNotComplete) {
   made.setMip(mipRecord());
   made.setMip(ztCAD_MIP({1, 2, 3}));
   EXPECT_EQ(made.mip()->values(), mipRecord().values());
+  made.setMip(std::nullopt);
+  EXPECT_FALSE(made.hasMIP());
+  EXPECT_FALSE(made.mip().has_value());
 }
 
 TEST(Detail, TextIsElementNameAndPropertyBlock) {

@@ -292,6 +292,24 @@ TEST(LogWriter, OwnsItsStream) {
   EXPECT_EQ(destroyed, 1);
 }
 
+TEST(AssertionLogWriter, MayReport) {
+  class Reporting : public ztLogWriter {
+   public:
+    using ztLogWriter::ztLogWriter;
+    std::string& accept(const std::string& message) override {
+      if (message.find("outer") != std::string::npos) ztBaseAsserter::instance().report("inner", "f", 2);
+      return ztLogWriter::accept(message);
+    }
+  };
+  auto* const stream = new FlushedStream;
+  Reporting writer{std::unique_ptr<std::ostream>(stream)};
+  ztBaseAsserter::setWriter(&writer);
+  ztBaseAsserter::instance().report("outer", "f", 1);
+  EXPECT_EQ(stream->buffer.flushed,
+            "Assert occurred in FILE: f; LINE: 2; EXPRESSION: inner.\n"
+            "Assert occurred in FILE: f; LINE: 1; EXPRESSION: outer.\n");
+}
+
 TEST_F(AssertionLog, PendingLinesOfTheHostAreWrittenBeforeTheReport) {
   m_writer.accept("host\n");
   m_reporter.report("e", "f", 1);

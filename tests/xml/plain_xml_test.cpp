@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "number/number_text.h"
+#include "number/number_list.h"
 #include "xml/dom_backend.h"
 #include "xml/xml_parse.h"
 

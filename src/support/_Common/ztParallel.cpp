@@ -10,19 +10,19 @@
 
 namespace {
 
-ztParallel processSettings;  // constant-initialised: good before any load step
+ztParallel processSettings;  // constant-initialised: valid before any load step
 
 std::uint32_t atLeastOne(int count) { return static_cast<std::uint32_t>(std::max(count, 1)); }
 
-// OpenMP leaves open what a count below 1 does; hosts can write any count into the record.
+// A count below 1 is undefined in OpenMP; hosts can write any count into the record.
 int acceptedByOpenMp(std::uint32_t threads) {
   constexpr std::uint32_t most = std::numeric_limits<int>::max();
   return static_cast<int>(std::clamp(threads, 1U, most));
 }
 
-void switchNestingOff() {
+void disableNesting() {
 #if _OPENMP >= 201811
-  // omp_set_nested is deprecated from OpenMP 5.0 on, and LLVM's runtime tells users so on their terminal
+  // omp_set_nested is deprecated since OpenMP 5.0, and LLVM's runtime prints a warning about it
   if (omp_get_max_active_levels() > 1) omp_set_max_active_levels(1);
 #else
   omp_set_nested(0);
@@ -31,10 +31,11 @@ void switchNestingOff() {
 
 void configureOpenMp(std::uint32_t threads) {
   omp_set_num_threads(acceptedByOpenMp(threads));
-  switchNestingOff();
+  disableNesting();
 }
 
-// Where the check stood when the text of its message was fixed: those who search logs know it by these.
+// File and line are part of the fixed message text, by which logs are searched; they are not the position of
+// this check.
 void checkThreadCount(std::uint32_t threadsInRegion) {
   const std::uint32_t expected = omp_in_parallel() ? threadsInRegion : 1;
   if (static_cast<std::uint32_t>(omp_get_num_threads()) == expected) return;
