@@ -4,7 +4,7 @@
 #include "api/failing_memory.h"
 #include "api/host.h"
 
-// Whole documents of every kind while memory runs out: every single piece that a call asks for is refused in turn.
+// Loading, updating and saving whole documents when memory runs out: every allocation of a call fails in turn.
 
 namespace {
 
@@ -12,7 +12,7 @@ using Mode = FailingMemory::Mode;
 
 std::string golden(const std::string& name) { return bytesOf(ZTCAD_TEST_GOLDEN_FOLDER "/" + name + ".xml"); }
 
-/// A solid whose lists grow in several steps.
+/// A solid whose lists reallocate several times while they are read.
 std::string longLists() {
   std::string vertices;
   std::string facets;
@@ -24,21 +24,21 @@ std::string longLists() {
          "</faces></solid></GMD>";
 }
 
-struct Whole {
+struct Input {
   const char* name;
   std::string xml;
 };
 
-void PrintTo(const Whole& whole, std::ostream* out) { *out << whole.name; }
+void PrintTo(const Input& input, std::ostream* out) { *out << input.name; }
 
-class WholeDocuments : public testing::TestWithParam<Whole> {
+class WholeDocuments : public testing::TestWithParam<Input> {
  protected:
   const TemporaryFiles files;
   const std::string file = files.put("document.xml", GetParam().xml);
   const std::string expected = savedBytes(loadFile(file).document.get());
 
-  /// Makes `call` with every piece refused once and with every piece refused for good. `call` is told whether one was, and has
-  /// to check the outcome.
+  /// Repeats `call` until none of its allocations fails: each allocation in turn fails, first alone and then with all that
+  /// follow it. `check` receives whether an allocation failed and checks the outcome.
   template <typename Prepare, typename Call, typename Check>
   void refuseEach(Prepare&& prepare, Call&& call, Check&& check) {
     for (const Mode mode : {Mode::Once, Mode::ForGood}) {
@@ -51,13 +51,13 @@ class WholeDocuments : public testing::TestWithParam<Whole> {
           refused = memory.hasRefused();
         }
         check(refused);
-        ASSERT_FALSE(HasFailure()) << "with the refusal of the piece after " << granted << " others";
+        ASSERT_FALSE(HasFailure()) << "failing allocation after " << granted << " granted ones";
       }
     }
   }
 };
 
-TEST_P(WholeDocuments, LoadWholeOrNotAtAll) {
+TEST_P(WholeDocuments, LoadCompletelyOrNotAtAll) {
   Loaded loaded;
   refuseEach([&] { loaded = Loaded(); },
              [&] { loaded.document.reset(crtGMDDocumentFromFile(file, loaded.code, loaded.fault)); },
@@ -67,7 +67,7 @@ TEST_P(WholeDocuments, LoadWholeOrNotAtAll) {
              });
 }
 
-TEST_P(WholeDocuments, UpdateWholeOrNotAtAll) {
+TEST_P(WholeDocuments, UpdateCompletelyOrNotAtAll) {
   Document document;
   std::int32_t code = -1;
   bool fault = true;
@@ -88,7 +88,7 @@ TEST_P(WholeDocuments, UpdateWholeOrNotAtAll) {
       });
 }
 
-TEST_P(WholeDocuments, AreSavedWholeOrNotAtAll) {
+TEST_P(WholeDocuments, AreSavedCompletelyOrNotAtAll) {
   const Loaded loaded = loadFile(file);
   const std::string target = files.path("saved.xml");
   refuseEach([&] { putBytes(target, "earlier"); }, [&] { SaveGMDDocument(loaded.document.get(), target); },
@@ -96,13 +96,13 @@ TEST_P(WholeDocuments, AreSavedWholeOrNotAtAll) {
   EXPECT_EQ(files.names(), (Names{"document.xml", "saved.xml"}));
 }
 
-// An instruction takes a document to Qt's parser and its tree.
+// A processing instruction is not plain XML, so the document is read through Qt's parser and a DOM tree.
 INSTANTIATE_TEST_SUITE_P(Golden, WholeDocuments,
-                         testing::Values(Whole{"EveryKind", golden("P_every_kind")},
-                                         Whole{"EveryKindThroughATree", golden("P_every_kind") + "<?end?>"},
-                                         Whole{"Structures", golden("P_structures_of_every_kind")},
-                                         Whole{"LongLists", longLists()},
-                                         Whole{"LongListsThroughATree", longLists() + "<?end?>"}),
+                         testing::Values(Input{"EveryKind", golden("P_every_kind")},
+                                         Input{"EveryKindThroughDom", golden("P_every_kind") + "<?end?>"},
+                                         Input{"Structures", golden("P_structures_of_every_kind")},
+                                         Input{"LongLists", longLists()},
+                                         Input{"LongListsThroughDom", longLists() + "<?end?>"}),
                          [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
