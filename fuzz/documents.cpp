@@ -44,8 +44,8 @@ std::string saved(ztCAD_GMDDocument* document) {
 }
 
 namespace {
-// Each load and each save runs name unification once, and one pass may leave a duplicate name. The copy has had one pass
-// more when it is saved, so the document is saved two more times before both are compared.
+// Each load and each save runs name unification once, and one pass may leave a duplicate name. The copy has
+// had one pass more when it is saved, so the document is saved two more times before both are compared.
 void requireStable(ztCAD_GMDDocument* document) {
   const std::string first = saved(document);
   const std::string second = saved(document);
@@ -63,9 +63,9 @@ void requireStable(ztCAD_GMDDocument* document) {
 }
 }  // namespace
 
-// A missing value is saved as a default (a sphere without a radius is saved with radius 0) and is present after loading.
-// Elements nested in a template are written as templates, and templates are ignored there when read. The first two copies
-// may therefore differ.
+// A missing value is saved as a default (a sphere without a radius is saved with radius 0) and is present
+// after loading. Elements nested in a template are written as templates, and templates are ignored there when
+// read. The first two copies may therefore differ.
 void requireRoundTrip(ztCAD_GMDDocument* document) {
   const Loaded copy = load(saved(document));
   require(copy.code != 110, "a saved document is well-formed");

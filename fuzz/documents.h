@@ -30,8 +30,8 @@ Loaded load(std::string_view bytes);
 /// The bytes that saving the document writes.
 std::string saved(ztCAD_GMDDocument* document);
 
-/// Requires that the document saves, that the saved file loads, that further saves produce the same bytes, and that the
-/// result of the check is stable. Renames duplicates, as saving does.
+/// Requires that the document saves, that the saved file loads, that further saves produce the same bytes,
+/// and that the result of the check is stable. Renames duplicates, as saving does.
 void requireRoundTrip(ztCAD_GMDDocument* document);
 
 }  // namespace fuzzing

@@ -15,7 +15,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace fuzzing {
 
-/// Aborts if a guarantee of the library does not hold; the fuzzer then stores the input. `what` states the guarantee.
+/// Aborts if a guarantee of the library does not hold; the fuzzer then stores the input. `what` states the
+/// guarantee.
 inline void require(bool condition, const char* what) {
   if (condition) return;
   std::fprintf(stderr, "violated: %s\n", what);

@@ -1,6 +1,7 @@
-// A host that calls the exported functions in arbitrary order: each byte selects a call or an argument. Everything that
-// the interface permits may occur: null in place of an object, the same object twice, a document that was deleted.
-// No call takes two choices among its arguments, because their order of evaluation is unspecified.
+// A host that calls the exported functions in arbitrary order: each byte selects a call or an argument.
+// Everything that the interface permits may occur: null in place of an object, the same object twice, a
+// document that was deleted. No call takes two choices among its arguments, because their order of evaluation
+// is unspecified.
 
 #include <algorithm>
 #include <set>
@@ -18,10 +19,12 @@ namespace {
 using fuzzing::Choices;
 using fuzzing::require;
 
-// Limit for the structures reached from one structure, counted once per path: a shared structure is written once per path.
+// Limit for the structures reached from one structure, counted once per path: a shared structure is written
+// once per path.
 constexpr std::size_t enough = 60;
 
-/// Number of structures reached from this one, itself included, counted once per path; stops counting at `enough`.
+/// Number of structures reached from this one, itself included, counted once per path; stops counting at
+/// `enough`.
 std::size_t countFrom(const ztCAD_commonStructure& structure) {
   std::size_t count = 1;
   for (const ztCAD_commonStructure* nested : structure.structures()) {
@@ -31,7 +34,8 @@ std::size_t countFrom(const ztCAD_commonStructure& structure) {
   return count;
 }
 
-/// Whether each structure below this one is reached by one path only. `visited` collects the structures reached.
+/// Whether each structure below this one is reached by one path only. `visited` collects the structures
+/// reached.
 bool isTree(const ztCAD_commonStructure& structure, std::set<const ztCAD_commonStructure*>& visited) {
   const auto& nested = structure.structures();
   return visited.insert(&structure).second &&
@@ -487,8 +491,8 @@ class Host {
     return count < 5 * enough;
   }
 
-  /// Checks the round trip of a document without shared structures: a structure held twice has one name, but becomes two
-  /// structures when read back.
+  /// Checks the round trip of a document without shared structures: a structure held twice has one name, but
+  /// becomes two structures when read back.
   static void checkRoundTrip(ztCAD_GMDDocument* document) {
     if (!isSmall(document)) return;
     std::set<const ztCAD_commonStructure*> visited;

@@ -35,7 +35,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   require(!corrected.empty(), "a corrected name is never empty");
   require(differs == (corrected != name), "the result reports whether the name was changed");
 
-  // a correction may leave windows-1251 bytes that happen to be valid UTF-8 and then stand for other characters
+  // a correction may leave windows-1251 bytes that happen to be valid UTF-8 and then stand for other
+  // characters
   if (ztcad::isUtf8(name.empty() ? fallback : name)) {
     std::string same = corrected;
     require(!doCorrectName(same, same, "other") && same == corrected, "a corrected name is correct");

@@ -1,5 +1,5 @@
-// Arbitrary bytes as lists of numbers: reading bytes must yield the same as reading characters, and the numbers must
-// survive writing and reading back.
+// Arbitrary bytes as lists of numbers: reading bytes must yield the same as reading characters, and the
+// numbers must survive writing and reading back.
 
 #include <cstdint>
 #include <QString>
@@ -31,7 +31,8 @@ std::string textOf(const std::vector<Number>& numbers) {
   return text;
 }
 
-/// Calls `read` with the bytes at the end of their memory, and with the same bytes followed by markup, as in a document.
+/// Calls `read` with the bytes at the end of their memory, and with the same bytes followed by markup, as in
+/// a document.
 template <typename Read>
 void readAtEndAndInside(std::string_view bytes, Read read) {
   const Latin1Decoder decoder;

@@ -1,5 +1,5 @@
-// The plain XML reader against the tree that QtXml builds from the same bytes: what it accepts must be well-formed, and both
-// must yield the same elements, attributes and texts.
+// The plain XML reader against the tree that QtXml builds from the same bytes: what it accepts must be
+// well-formed, and both must yield the same elements, attributes and texts.
 
 #include "differential/plain_xml_comparison.h"
 #include "fuzzing.h"

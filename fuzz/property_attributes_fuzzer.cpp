@@ -1,5 +1,6 @@
-// Arbitrary attributes of an element, one per line ("name=value"). Each class reads them, is written, read back and written
-// again. The first write may add defaults for missing attributes; later ones must not change anything.
+// Arbitrary attributes of an element, one per line ("name=value"). Each class reads them, is written, read
+// back and written again. The first write may add defaults for missing attributes; later ones must not change
+// anything.
 
 #include <algorithm>
 #include <QDomDocument>
@@ -47,8 +48,8 @@ QString textOf(const QDomElement& element) {
   return text;
 }
 
-/// Reads an object of the class from `source` and writes it into `holder`. Returns the element written: the object's own,
-/// or the holder's for a class without an element of its own.
+/// Reads an object of the class from `source` and writes it into `holder`. Returns the element written: the
+/// object's own, or the holder's for a class without an element of its own.
 template <typename Class>
 QDomElement readAndWrite(const QDomElement& source, Holder& holder) {
   Class object;

@@ -1,4 +1,5 @@
-// Loads arbitrary text as a document. A failed parse also yields a document, which must save and load like any other.
+// Loads arbitrary text as a document. A failed parse also yields a document, which must save and load like
+// any other.
 
 #include "documents.h"
 #include "fuzzing.h"

@@ -5,8 +5,9 @@
 #include <string>
 #include <vector>
 
-/// Captures Qt's debug output for a scope instead of printing it, as UTF-8. Messages of other types are captured with a
-/// leading "?", so an unexpected warning fails the comparison. Only one instance may exist at a time.
+/// Captures Qt's debug output for a scope instead of printing it, as UTF-8. Messages of other types are
+/// captured with a leading "?", so an unexpected warning fails the comparison. Only one instance may exist at
+/// a time.
 class CapturedDebugOutput {
  public:
   CapturedDebugOutput() {

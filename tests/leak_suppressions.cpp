@@ -1,5 +1,5 @@
-// Linked into every test program: passes the list of intended leaks to the leak sanitizer, if the build has one. It also
-// works when a test program is started without ctest.
+// Linked into every test program: passes the list of intended leaks to the leak sanitizer, if the build has
+// one. It also works when a test program is started without ctest.
 
 extern "C" const char* __lsan_default_options();
 

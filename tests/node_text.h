@@ -10,7 +10,8 @@
 
 #include "xml/dom_backend.h"
 
-/// Converts elements and property classes to and from XML text, which keeps most tests to two lines. All texts are UTF-8.
+/// Converts elements and property classes to and from XML text, which keeps most tests to two lines. All
+/// texts are UTF-8.
 
 inline QString fromUtf8(const std::string& text) {
   return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
@@ -74,8 +75,8 @@ bool readFrom(T& node, const QDomElement& element, bool& fault, long) {
 
 }  // namespace node_text
 
-/// What the object writes: its own element, or for a property class the element <e> with the attributes it set.
-/// Attributes are sorted by name.
+/// What the object writes: its own element, or for a property class the element <e> with the attributes it
+/// set. Attributes are sorted by name.
 template <typename T>
 std::string written(const T& object) {
   QDomDocument document;

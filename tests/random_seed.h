@@ -5,8 +5,8 @@
 #include <iostream>
 #include <random>
 
-/// Seed of a random test: ZTCAD_TEST_SEED if set, otherwise a fresh one. It is printed so that a failing run can be
-/// repeated.
+/// Seed of a random test: ZTCAD_TEST_SEED if set, otherwise a fresh one. It is printed so that a failing run
+/// can be repeated.
 inline std::uint64_t randomSeed() {
   const char* given = std::getenv("ZTCAD_TEST_SEED");
   const std::uint64_t seed = given ? std::strtoull(given, nullptr, 10) : std::random_device{}();

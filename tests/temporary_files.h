@@ -18,8 +18,8 @@ inline std::string bytesOf(const std::string& fileName) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// The bytes of a file written in text mode, with LF line ends. On systems whose text files use CR LF, a line without CR
-/// is an error.
+/// The bytes of a file written in text mode, with LF line ends. On systems whose text files use CR LF, a line
+/// without CR is an error.
 inline std::string textBytesOf(const std::string& fileName) {
 #if defined(_WIN32)
   std::string text;

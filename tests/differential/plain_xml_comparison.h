@@ -12,8 +12,9 @@
 
 /// The content of an element view and of its descendants as text, for comparing two backends.
 ///
-/// A plain view can be read only once, and does not know in advance whether an element contains children or text. `guide`,
-/// the same element of a DOM tree, decides which of them is read and which attributes are queried.
+/// A plain view can be read only once, and does not know in advance whether an element contains children or
+/// text. `guide`, the same element of a DOM tree, decides which of them is read and which attributes are
+/// queried.
 class ViewContent {
  public:
   ViewContent(const ztcad::ElementView& view, const QDomElement& guide) { append(view, guide); }
@@ -75,8 +76,8 @@ struct PlainXmlComparison {
   QStringList differences;  ///< empty if the two agree
 };
 
-/// The plain reader may refuse any bytes. What it accepts must parse into a tree, and both must yield the same elements,
-/// attributes and texts.
+/// The plain reader may refuse any bytes. What it accepts must parse into a tree, and both must yield the
+/// same elements, attributes and texts.
 inline PlainXmlComparison compareWithTree(std::string_view bytes) {
   using ztcad::ElementView;
   PlainXmlComparison result;

@@ -5,8 +5,8 @@
 
 #include "api/host.h"
 
-// The page that describes the format for authors of documents: every example on it loads with the result code stated
-// above it.
+// The page that describes the format for authors of documents: every example on it loads with the result code
+// stated above it.
 
 namespace {
 

@@ -7,8 +7,9 @@
 
 #include "api/host.h"
 
-// Whole documents. Each P_*.xml in this folder must load with code 0, and saving it must produce exactly the bytes of
-// its P_*.saved.xml. Each N_<code>_*.xml must fail with the code in its name. A file added to the folder becomes a test.
+// Whole documents. Each P_*.xml in this folder must load with code 0, and saving it must produce exactly the
+// bytes of its P_*.saved.xml. Each N_<code>_*.xml must fail with the code in its name. A file added to the
+// folder becomes a test.
 //
 // After an intended change of the saved bytes, rewrite the *.saved.xml files with
 //

@@ -4,7 +4,8 @@
 #include "api/failing_memory.h"
 #include "api/host.h"
 
-// Loading, updating and saving whole documents when memory runs out: every allocation of a call fails in turn.
+// Loading, updating and saving whole documents when memory runs out: every allocation of a call fails in
+// turn.
 
 namespace {
 
@@ -37,20 +38,20 @@ class WholeDocuments : public testing::TestWithParam<Input> {
   const std::string file = files.put("document.xml", GetParam().xml);
   const std::string expected = savedBytes(loadFile(file).document.get());
 
-  /// Repeats `call` until none of its allocations fails: each allocation in turn fails, first alone and then with all that
-  /// follow it. `check` receives whether an allocation failed and checks the outcome.
+  /// Repeats `call` until none of its allocations fails: each allocation in turn fails, first alone and then
+  /// with all that follow it. `check` receives whether an allocation failed and checks the outcome.
   template <typename Prepare, typename Call, typename Check>
-  void refuseEach(Prepare&& prepare, Call&& call, Check&& check) {
-    for (const Mode mode : {Mode::Once, Mode::ForGood}) {
-      bool refused = true;
-      for (long granted = 0; refused; ++granted) {
+  void failEach(Prepare&& prepare, Call&& call, Check&& check) {
+    for (const Mode mode : {Mode::Once, Mode::Permanently}) {
+      bool failed = true;
+      for (long granted = 0; failed; ++granted) {
         prepare();
         {
           const FailingMemory memory(granted, mode);
           call();
-          refused = memory.hasRefused();
+          failed = memory.hasFailed();
         }
-        check(refused);
+        check(failed);
         ASSERT_FALSE(HasFailure()) << "failing allocation after " << granted << " granted ones";
       }
     }
@@ -59,27 +60,27 @@ class WholeDocuments : public testing::TestWithParam<Input> {
 
 TEST_P(WholeDocuments, LoadCompletelyOrNotAtAll) {
   Loaded loaded;
-  refuseEach([&] { loaded = Loaded(); },
-             [&] { loaded.document.reset(crtGMDDocumentFromFile(file, loaded.code, loaded.fault)); },
-             [&](bool refused) {
-               EXPECT_EQ(loaded.code, refused ? 110 : 0);
-               EXPECT_TRUE(refused || savedBytes(loaded.document.get()) == expected);
-             });
+  failEach([&] { loaded = Loaded(); },
+           [&] { loaded.document.reset(crtGMDDocumentFromFile(file, loaded.code, loaded.fault)); },
+           [&](bool failed) {
+             EXPECT_EQ(loaded.code, failed ? 110 : 0);
+             EXPECT_TRUE(failed || savedBytes(loaded.document.get()) == expected);
+           });
 }
 
 TEST_P(WholeDocuments, UpdateCompletelyOrNotAtAll) {
   Document document;
   std::int32_t code = -1;
   bool fault = true;
-  refuseEach(
+  failEach(
       [&] {
         document = newDocument();
         addPointToDoc(pointNamed("old"), document.get());
       },
       [&] { UpdateGMDDoc(document.get(), file, code, fault); },
-      [&](bool refused) {
-        EXPECT_EQ(code, refused ? 110 : 0);
-        if (refused) {
+      [&](bool failed) {
+        EXPECT_EQ(code, failed ? 110 : 0);
+        if (failed) {
           EXPECT_EQ(namesIn(ztCAD_getPoints(document.get())), Names{"old"});
           EXPECT_TRUE(ztCAD_getStructures(document.get())->empty());
         } else {
@@ -91,8 +92,8 @@ TEST_P(WholeDocuments, UpdateCompletelyOrNotAtAll) {
 TEST_P(WholeDocuments, AreSavedCompletelyOrNotAtAll) {
   const Loaded loaded = loadFile(file);
   const std::string target = files.path("saved.xml");
-  refuseEach([&] { putBytes(target, "earlier"); }, [&] { SaveGMDDocument(loaded.document.get(), target); },
-             [&](bool refused) { EXPECT_EQ(bytesOf(target), refused ? "earlier" : expected); });
+  failEach([&] { putBytes(target, "earlier"); }, [&] { SaveGMDDocument(loaded.document.get(), target); },
+           [&](bool failed) { EXPECT_EQ(bytesOf(target), failed ? "earlier" : expected); });
   EXPECT_EQ(files.names(), (Names{"document.xml", "saved.xml"}));
 }
 

@@ -9,7 +9,8 @@
 
 #include "api/host.h"
 
-// Documents of real parts. They are too large for this folder; where theirs is absent, these tests are skipped.
+// Documents of real parts. They are too large for this folder; where theirs is absent, these tests are
+// skipped.
 
 namespace {
 
@@ -83,7 +84,8 @@ QString pathTo(const QDomElement& element) {
          element.attribute("name") + ']';
 }
 
-/// Whether two tokens are equal; numbers are compared with the six digits that a file stores, and "-0" equals "0".
+/// Whether two tokens are equal; numbers are compared with the six digits that a file stores, and "-0" equals
+/// "0".
 bool isSameToken(const QString& before, const QString& after) {
   if (before == after) return true;
   bool isNumber = false;
@@ -105,14 +107,15 @@ void expectSameText(const QString& before, const QString& after, const QString& 
         << where.toStdString() << ": " << old[i].toStdString() << " became " << now[i].toStdString();
 }
 
-/// Attributes that a save may drop: the header's producer is written but not read, because it names the program that
-/// wrote the file, and the next writer is another program.
+/// Attributes that a save may drop: the header's producer is written but not read, because it names the
+/// program that wrote the file, and the next writer is another program.
 bool mayBeDropped(const QString& tag, const QString& attribute) {
   return tag == "header" && attribute.startsWith("producer");
 }
 
-/// Attributes that a save adds. None is expected: these documents already have "color", "comment" and "inform", which are
-/// always written, their structures have "LCS", and their points, solids and mass-inertia elements have "method".
+/// Attributes that a save adds. None is expected: these documents already have "color", "comment" and
+/// "inform", which are always written, their structures have "LCS", and their points, solids and mass-inertia
+/// elements have "method".
 QStringList added(const QDomElement& before, const QDomElement& after) {
   QStringList names;
   const QDomNamedNodeMap attributes = after.attributes();
@@ -136,8 +139,8 @@ void expectSameAttributes(const QDomElement& before, const QDomElement& after) {
   EXPECT_EQ(added(before, after), QStringList()) << where.toStdString();
 }
 
-/// Children of an element, one list per kind: a saved file orders the kinds in its own way and keeps the order within each
-/// kind.
+/// Children of an element, one list per kind: a saved file orders the kinds in its own way and keeps the
+/// order within each kind.
 QMap<QString, QList<QDomElement>> childrenByKind(const QDomElement& element) {
   QMap<QString, QList<QDomElement>> kinds;
   for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement())

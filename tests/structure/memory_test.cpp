@@ -82,22 +82,22 @@ class StructureMemory : public testing::TestWithParam<Row> {
     }
   }
 
-  static bool isRefused(Scene& scene, long granted) {
+  static bool hasFailedWith(Scene& scene, long granted) {
     const FailingMemory memory(granted, FailingMemory::Mode::Once);
     try {
       GetParam().act(scene);
     } catch (const std::bad_alloc&) {
     }
-    return memory.hasRefused();
+    return memory.hasFailed();
   }
 };
 
 TEST_P(StructureMemory, ThatRunsOutLeavesNothingDangling) {
   for (const bool nestedFirst : {true, false}) {
     long granted = 0;
-    for (bool refused = true; refused; ++granted) {
+    for (bool failed = true; failed; ++granted) {
       Scene scene;
-      refused = isRefused(scene, granted);
+      failed = hasFailedWith(scene, granted);
       takeDown(scene, nestedFirst);
     }
     EXPECT_GT(granted, 3);
@@ -106,11 +106,11 @@ TEST_P(StructureMemory, ThatRunsOutLeavesNothingDangling) {
 
 TEST_P(StructureMemory, ThatRunsOutLeavesTheHolderAsItWas) {
   long granted = 0;
-  for (bool refused = true; refused; ++granted) {
+  for (bool failed = true; failed; ++granted) {
     Scene scene;
     const std::string before = written(scene.holder);
-    refused = isRefused(scene, granted);
-    EXPECT_TRUE(!refused || written(scene.holder) == before) << granted;
+    failed = hasFailedWith(scene, granted);
+    EXPECT_TRUE(!failed || written(scene.holder) == before) << granted;
     ztcad::clearReadStructures();
   }
 }

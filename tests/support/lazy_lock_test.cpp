@@ -16,8 +16,8 @@ namespace {
 using ztcad::AppendGuard;
 using ztcad::LazyLock;
 
-// The OpenMP lock inside a LazyLock: omp_test_lock reports whether it is held without waiting, so no test depends on how
-// long another thread takes. An explicit instantiation may name a private member.
+// The OpenMP lock inside a LazyLock: omp_test_lock reports whether it is held without waiting, so no test
+// depends on how long another thread takes. An explicit instantiation may name a private member.
 omp_lock_t& ompLockOf(LazyLock& lock);
 template <auto Member>
 struct OmpLockAccess {
@@ -43,7 +43,8 @@ class Lock : public testing::Test {
     ztcad::parallelSettings() = ztParallel{1, count, count};
   }
 
-  /// Whether an initialised lock is held; asked in another thread, as a thread must not test a lock that it holds.
+  /// Whether an initialised lock is held; asked in another thread, as a thread must not test a lock that it
+  /// holds.
   static bool isHeld(LazyLock& lock) {
     bool held = true;
     std::thread([&] {
@@ -161,7 +162,7 @@ class StartingLine {
 
 TEST_F(Lock, ConcurrentFirstCallsInitialiseOneLock) {
   // the window in which the lock could be initialised twice is short, hence many rounds
-  constexpr int rounds = 20000;
+  constexpr int rounds = 5000;
   int collisions = 0;
   int team = 0;
   for (int round = 0; round < rounds; ++round) {
