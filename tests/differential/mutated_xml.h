@@ -59,7 +59,8 @@ inline const char* const xmlFragments[] = {"<",
                                            "-",
                                            "--"};
 
-/// Makes one random change: truncates, repeats or removes a piece, inserts or replaces with a fragment, or sets a byte.
+/// Makes one random change: truncates, repeats or removes a piece, inserts or replaces with a fragment, or
+/// sets a byte.
 inline void mutate(QByteArray& bytes, Dice& dice) {
   const int at = dice.roll(bytes.size() + 1);
   const int length = dice.roll(std::min(bytes.size() - at, 30) + 1);
