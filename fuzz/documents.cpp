@@ -13,9 +13,9 @@ const TemporaryFiles& files() {
 }
 
 bool passes(ztCAD_GMDDocument* document) {
-  const bool answer = checkGMDDocument(document);
-  require(checkGMDDocument(document) == answer, "the check answers the same twice");
-  return answer;
+  const bool passed = checkGMDDocument(document);
+  require(checkGMDDocument(document) == passed, "a repeated check returns the same result");
+  return passed;
 }
 
 }  // namespace
@@ -26,11 +26,12 @@ Loaded load(std::string_view bytes) {
   Loaded loaded;
   bool fault = true;
   loaded.document.reset(crtGMDDocumentFromFile(fileWith(bytes), loaded.code, fault));
-  require(loaded.document != nullptr, "there is a document, whatever was loaded");
+  require(loaded.document != nullptr, "loading returns a document for any file");
   require(loaded.code == 0 || loaded.code == 110 || loaded.code == 120,
-          "the code is one of a file that opens");
-  require(loaded.code != 110 || !fault, "there is no fault where nothing was read");
-  if (loaded.code == 0) require(passes(loaded.document.get()), "what loads with code 0 passes the check");
+          "the result code is one of those for a file that opens");
+  require(loaded.code != 110 || !fault, "no fault is reported if nothing was read");
+  if (loaded.code == 0)
+    require(passes(loaded.document.get()), "a document loaded with code 0 passes the check");
   return loaded;
 }
 
@@ -43,30 +44,31 @@ std::string saved(ztCAD_GMDDocument* document) {
 }
 
 namespace {
-// Each load and each save makes names unique once, and one pass may leave a name twice: the copy is one pass ahead when it
-// is saved, so the document is saved twice more before both are compared.
+// Each load and each save runs name unification once, and one pass may leave a duplicate name. The copy has
+// had one pass more when it is saved, so the document is saved two more times before both are compared.
 void requireStable(ztCAD_GMDDocument* document) {
   const std::string first = saved(document);
   const std::string second = saved(document);
   const std::string third = saved(document);
-  require(second != first || third == second, "names that are unique stay");
+  require(second != first || third == second, "unique names do not change");
 
   const Loaded copy = load(first);
-  require(copy.code != 110, "what was saved is well-formed");
-  require(saved(copy.document.get()) == third, "what was saved loads to the same bytes");
+  require(copy.code != 110, "a saved document is well-formed");
+  require(saved(copy.document.get()) == third, "a loaded copy saves to the same bytes");
 
   const Loaded last = load(third);
-  require(saved(copy.document.get()) == saved(last.document.get()), "and so on");
-  require(passes(copy.document.get()) == passes(last.document.get()), "the check answers the same for both");
+  require(saved(copy.document.get()) == saved(last.document.get()), "a second copy saves to the same bytes");
+  require(passes(copy.document.get()) == passes(last.document.get()),
+          "the check returns the same for both copies");
 }
 }  // namespace
 
-// What an element lacks, its text says in some way or other (a sphere without a radius has the radius 0), and with that it
-// is read back. What is nested in a template is written as a template, and there no template is read. So the first two
-// copies may differ.
+// A missing value is saved as a default (a sphere without a radius is saved with radius 0) and is present
+// after loading. Elements nested in a template are written as templates, and templates are ignored there when
+// read. The first two copies may therefore differ.
 void requireRoundTrip(ztCAD_GMDDocument* document) {
   const Loaded copy = load(saved(document));
-  require(copy.code != 110, "what was saved is well-formed");
+  require(copy.code != 110, "a saved document is well-formed");
   const Loaded settled = load(saved(copy.document.get()));
   requireStable(settled.document.get());
 }

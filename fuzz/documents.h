@@ -7,31 +7,31 @@
 
 #include "ztCAD.h"
 
-// Documents as a host handles them, and what is promised of each.
+// Documents as a host handles them, and the guarantees that hold for each.
 
 namespace fuzzing {
 
-struct DocumentEnd {
+struct DocumentDeleter {
   void operator()(ztCAD_GMDDocument* document) const { DeleteGMDDoc(document); }
 };
-using Document = std::unique_ptr<ztCAD_GMDDocument, DocumentEnd>;
+using Document = std::unique_ptr<ztCAD_GMDDocument, DocumentDeleter>;
 
 struct Loaded {
   Document document;
   std::int32_t code = -1;
 };
 
-/// The name of a file with these bytes; the next call puts others into it.
+/// Path of a file with these bytes; the next call overwrites it.
 std::string fileWith(std::string_view bytes);
 
-/// Loads these bytes as a file. The outputs make sense.
+/// Loads these bytes as a file and checks the outputs for consistency.
 Loaded load(std::string_view bytes);
 
-/// The bytes that a save writes.
+/// The bytes that saving the document writes.
 std::string saved(ztCAD_GMDDocument* document);
 
-/// What loads saves, what was saved loads, from then on to the same bytes, and the check's answer is stable. Renames
-/// duplicates, as saving does.
+/// Requires that the document saves, that the saved file loads, that further saves produce the same bytes,
+/// and that the result of the check is stable. Renames duplicates, as saving does.
 void requireRoundTrip(ztCAD_GMDDocument* document);
 
 }  // namespace fuzzing

@@ -1,6 +1,7 @@
-// A host that calls the exported functions in any order: each byte is a call or a choice of what it is given. Everything
-// that the rules allow may come: nothing at all in an object's place, the same object twice, a document that is gone.
-// No call has two choices among its arguments: compilers differ in which they make first.
+// A host that calls the exported functions in arbitrary order: each byte selects a call or an argument.
+// Everything that the interface permits may occur: null in place of an object, the same object twice, a
+// document that was deleted. No call takes two choices among its arguments, because their order of evaluation
+// is unspecified.
 
 #include <algorithm>
 #include <set>
@@ -18,10 +19,12 @@ namespace {
 using fuzzing::Choices;
 using fuzzing::require;
 
-constexpr std::size_t enough =
-    60;  // structures on all ways through one: what is shared is written on each of them
+// Limit for the structures reached from one structure, counted once per path: a shared structure is written
+// once per path.
+constexpr std::size_t enough = 60;
 
-/// Structures in this one, itself included, on every way; stops counting when there are enough.
+/// Number of structures reached from this one, itself included, counted once per path; stops counting at
+/// `enough`.
 std::size_t countFrom(const ztCAD_commonStructure& structure) {
   std::size_t count = 1;
   for (const ztCAD_commonStructure* nested : structure.structures()) {
@@ -31,11 +34,13 @@ std::size_t countFrom(const ztCAD_commonStructure& structure) {
   return count;
 }
 
-/// Whether every structure below this one is met on one way only; those met are noted.
-bool isTree(const ztCAD_commonStructure& structure, std::set<const ztCAD_commonStructure*>& met) {
+/// Whether each structure below this one is reached by one path only. `visited` collects the structures
+/// reached.
+bool isTree(const ztCAD_commonStructure& structure, std::set<const ztCAD_commonStructure*>& visited) {
   const auto& nested = structure.structures();
-  return met.insert(&structure).second &&
-         std::all_of(nested.begin(), nested.end(), [&met](const auto* inner) { return isTree(*inner, met); });
+  return visited.insert(&structure).second &&
+         std::all_of(nested.begin(), nested.end(),
+                     [&visited](const auto* inner) { return isTree(*inner, visited); });
 }
 
 class Host {
@@ -48,14 +53,14 @@ class Host {
     for (ztCAD_GMDDocument* document : all<ztCAD_GMDDocument>())
       DeleteGMDDoc(document);
     ztcad::clearReadStructures();
-    ztcad::releaseCreatedObjects();  // else the process would keep what every input creates
+    ztcad::releaseCreatedObjects();  // otherwise the process would keep the objects of every input
   }
 
   void run() {
-    for (int calls = 0; m_choices.areLeft() && calls < 200; ++calls)
+    for (int calls = 0; m_choices.hasMore() && calls < 200; ++calls)
       call();
     for (ztCAD_GMDDocument* document : all<ztCAD_GMDDocument>())
-      judge(document);
+      checkRoundTrip(document);
   }
 
  private:
@@ -67,7 +72,7 @@ class Host {
     return std::get<Pool<Class>>(m_pools);
   }
 
-  /// One that the host has, or null.
+  /// An object of the class that the host holds, or null.
   template <typename Class>
   Class* any() {
     auto& pool = all<Class>();
@@ -221,7 +226,7 @@ class Host {
         break;
       default:
         keep(crtDetailRef(named, lcs, nullptr, isFree));
-        break;  // no function makes a template of a detail
+        break;  // no function creates a template detail
     }
   }
 
@@ -251,9 +256,9 @@ class Host {
     }
   }
 
-  // ---------------------------------------------------------------------------------------------- putting together
+  // ---------------------------------------------------------------------------------------------- insertion and removal
 
-  /// Adds, and sees whether what was told is so.
+  /// Adds an element and checks the result against the container.
   template <typename Element, typename Container>
   void add(bool (*function)(const Element*, ztCAD_GMDDocument*),
            ztCAD_Cont<Container>* (*get)(ztCAD_GMDDocument*)) {
@@ -261,8 +266,9 @@ class Host {
     const Element* const element = any<Element>();
     const std::size_t before = document ? get(document)->size() : 0;
     const bool refused = function(element, document);
-    require(refused == (!element || !document), "only nothing, or nowhere, is not added");
-    if (document) require(get(document)->size() == before + (refused ? 0 : 1), "one is more what was added");
+    require(refused == (!element || !document), "adding fails only for a null argument");
+    if (document)
+      require(get(document)->size() == before + (refused ? 0 : 1), "adding grows the container by one");
   }
 
   void addToDocument() {
@@ -371,7 +377,7 @@ class Host {
   void nest(ztCAD_commonStructure* outer) {
     ztCAD_commonStructure* const inner = anyStructure();
     if (inner && outer && (countFrom(*inner) >= enough || countFrom(*outer) >= enough)) return;
-    require(addStructureToStructure(inner, outer) || inner != outer, "nothing is added to itself");
+    require(addStructureToStructure(inner, outer) || inner != outer, "a structure is not added to itself");
   }
 
   template <typename Element>
@@ -379,12 +385,12 @@ class Host {
               ztCAD_Cont<Element>* (*get)(ztCAD_GMDDocument*)) {
     auto* const document = any<ztCAD_GMDDocument>();
     if (!document || get(document)->empty()) {
-      require(!function(any<Element>(), document), "what is not there is not removed");
+      require(!function(any<Element>(), document), "an absent element is not removed");
       return;
     }
     const std::size_t before = get(document)->size();
-    require(function(&get(document)->front(), document), "what is there is removed");
-    require(get(document)->size() == before - 1, "one is less what was removed");
+    require(function(&get(document)->front(), document), "a contained element is removed");
+    require(get(document)->size() == before - 1, "removing shrinks the container by one");
   }
 
   void removeFromDocument() {
@@ -416,8 +422,8 @@ class Host {
   // ---------------------------------------------------------------------------------------------- documents
 
   void createDocument() {
-    constexpr std::size_t most = 4;
-    if (all<ztCAD_GMDDocument>().size() == most) return deleteDocument();
+    constexpr std::size_t maxDocuments = 4;
+    if (all<ztCAD_GMDDocument>().size() == maxDocuments) return deleteDocument();
     bool parsed = false;
     std::string message;
     int line = 0;
@@ -438,16 +444,16 @@ class Host {
     auto& documents = all<ztCAD_GMDDocument>();
     auto* const document = any<ztCAD_GMDDocument>();
     DeleteGMDDoc(document);
-    if (document) m_gone.push_back(document);
+    if (document) m_deleted.push_back(document);
     documents.erase(std::remove(documents.begin(), documents.end(), document), documents.end());
   }
 
-  void deleteOnceMore() {
-    if (m_gone.empty()) return;
-    ztCAD_GMDDocument* const gone = m_gone[m_choices.below(m_gone.size())];
+  void deleteAgain() {
+    if (m_deleted.empty()) return;
+    ztCAD_GMDDocument* const deleted = m_deleted[m_choices.below(m_deleted.size())];
     const auto& documents = all<ztCAD_GMDDocument>();
-    // another document may have come to live at that address
-    if (std::find(documents.begin(), documents.end(), gone) == documents.end()) DeleteGMDDoc(gone);
+    // a newer document may have the same address
+    if (std::find(documents.begin(), documents.end(), deleted) == documents.end()) DeleteGMDDoc(deleted);
   }
 
   void updateOrClear() {
@@ -456,17 +462,17 @@ class Host {
     if (m_choices.oneIn(3)) return ClearGMDDoc();
     const std::string file = fuzzing::fileWith(nestedText());
     UpdateGMDDoc(any<ztCAD_GMDDocument>(), file, code, fault);
-    require(code == 0 || code == 110, "an update ends well, or there was no document");
+    require(code == 0 || code == 110, "an update succeeds or reports that there is no document");
   }
 
-  void look() {
+  void inspect() {
     auto* const document = any<ztCAD_GMDDocument>();
     if (!isSmall(document)) return;
     std::string text = "earlier";
     GMDDocumentToString(document, text, m_choices.oneIn(2));
-    require(text.empty() == !document, "a document has a text");
+    require(text.empty() == !document, "a document has a text, null has none");
     const bool passes = checkGMDDocument(document);
-    require(checkGMDDocument(document) == passes, "the check answers the same twice");
+    require(checkGMDDocument(document) == passes, "a repeated check returns the same result");
   }
 
   void save() {
@@ -474,7 +480,7 @@ class Host {
     if (document && isSmall(document)) fuzzing::saved(document);
   }
 
-  /// Whether the text of the document is not too long for a fuzzer.
+  /// Whether the document's text is short enough for a fuzzer.
   static bool isSmall(ztCAD_GMDDocument* document) {
     if (!document) return true;
     std::size_t count = 0;
@@ -485,15 +491,16 @@ class Host {
     return count < 5 * enough;
   }
 
-  /// A structure that is held twice is one with one name, and two when it is read back; else all documents come back.
-  static void judge(ztCAD_GMDDocument* document) {
+  /// Checks the round trip of a document without shared structures: a structure held twice has one name, but
+  /// becomes two structures when read back.
+  static void checkRoundTrip(ztCAD_GMDDocument* document) {
     if (!isSmall(document)) return;
-    std::set<const ztCAD_commonStructure*> met;
+    std::set<const ztCAD_commonStructure*> visited;
     bool isTreeOnly = true;
     for (const ztCAD_Structure& structure : *ztCAD_getStructures(document))
-      isTreeOnly = isTreeOnly && isTree(structure, met);
+      isTreeOnly = isTreeOnly && isTree(structure, visited);
     for (const ztCAD_TmplStructure& structure : *ztCAD_getTmplStructures(document))
-      isTreeOnly = isTreeOnly && isTree(structure, met);
+      isTreeOnly = isTreeOnly && isTree(structure, visited);
     if (isTreeOnly) fuzzing::requireRoundTrip(document);
   }
 
@@ -512,9 +519,9 @@ class Host {
                                      &Host::removeFromDocument,
                                      &Host::createDocument,
                                      &Host::deleteDocument,
-                                     &Host::deleteOnceMore,
+                                     &Host::deleteAgain,
                                      &Host::updateOrClear,
-                                     &Host::look,
+                                     &Host::inspect,
                                      &Host::save};
     (this->*calls[m_choices.below(std::size(calls))])();
   }
@@ -528,7 +535,7 @@ class Host {
              Pool<ztCAD_ElementMipRef>, Pool<ztCAD_Structure>, Pool<ztCAD_TmplStructure>,
              Pool<ztCAD_StructureRef>, Pool<ztCAD_DetailRef>>
       m_pools;
-  std::vector<ztCAD_GMDDocument*> m_gone;
+  std::vector<ztCAD_GMDDocument*> m_deleted;
 };
 
 }  // namespace

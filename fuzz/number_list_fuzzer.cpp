@@ -1,4 +1,5 @@
-// Any bytes as lists of numbers: read from bytes as from characters, and what was read is written and read back.
+// Arbitrary bytes as lists of numbers: reading bytes must yield the same as reading characters, and the
+// numbers must survive writing and reading back.
 
 #include <cstdint>
 #include <QString>
@@ -31,9 +32,10 @@ std::string textOf(const std::vector<Number>& numbers) {
   return text;
 }
 
-/// Reads bytes that end with their memory and the same bytes in a document.
+/// Calls `read` with the bytes at the end of their memory, and with the same bytes followed by markup, as in
+/// a document.
 template <typename Read>
-void inBothPlaces(std::string_view bytes, Read read) {
+void readAtEndAndInside(std::string_view bytes, Read read) {
   const Latin1Decoder decoder;
   read(ztcad::ElementText(bytes, decoder));
   const std::string memory = std::string(bytes) + "<12.5e3, 4>.5e6;7890123456789";
@@ -45,30 +47,31 @@ void readTriples(std::string_view bytes, const QString& characters) {
   std::vector<Number> fromCharacters;
   const bool whole = ztcad::parseTriples(QStringView(characters), fromCharacters);
   const std::string text = textOf(fromCharacters);
-  inBothPlaces(bytes, [&](const ztcad::ElementText& element) {
+  readAtEndAndInside(bytes, [&](const ztcad::ElementText& element) {
     std::vector<Number> fromBytes;
-    require(ztcad::parseTriples(element, fromBytes) == whole, "both ways answer the same");
-    // as text, for which one nan is like another
+    require(ztcad::parseTriples(element, fromBytes) == whole, "bytes and characters yield the same result");
+    // compared as text, in which all NaNs are equal
     require(fromBytes.size() == fromCharacters.size() && textOf(fromBytes) == text,
-            "both ways read the same");
+            "bytes and characters yield the same numbers");
   });
-  inBothPlaces(text, [&text](const ztcad::ElementText& element) {
+  readAtEndAndInside(text, [&text](const ztcad::ElementText& element) {
     std::vector<Number> back;
-    require(ztcad::parseTriples(element, back), "what was written is read");
-    require(textOf(back) == text, "and written again it is the same");
+    require(ztcad::parseTriples(element, back), "a written list can be read");
+    require(textOf(back) == text, "a list read back is written the same");
   });
 }
 
 void readShortList(std::string_view bytes, const QString& characters) {
-  constexpr int most = 3;
+  constexpr int capacity = 3;
   std::vector<double> list;
   const bool whole = ztcad::parseList(QStringView(characters), list);
-  if (!whole || list.size() > most) list.clear();
-  inBothPlaces(bytes, [&list](const ztcad::ElementText& element) {
-    double values[most] = {};
-    const int count = ztcad::parseShortList(element, values, most);
+  if (!whole || list.size() > capacity) list.clear();
+  readAtEndAndInside(bytes, [&list](const ztcad::ElementText& element) {
+    double values[capacity] = {};
+    const int count = ztcad::parseShortList(element, values, capacity);
     require(count == static_cast<int>(list.size()), "a short list has as many numbers as a list");
-    require(textOf(list) == textOf(std::vector<double>(values, values + count)), "and the same ones");
+    require(textOf(list) == textOf(std::vector<double>(values, values + count)),
+            "a short list has the same numbers as a list");
   });
 }
 

@@ -1,5 +1,6 @@
-// Any attributes on an element, one by line ("name=value"): each class reads them, writes itself, and what it wrote it reads
-// and writes again, from then on alike: what is missing may be written in some way or other and then is there.
+// Arbitrary attributes of an element, one per line ("name=value"). Each class reads them, is written, read
+// back and written again. The first write may add defaults for missing attributes; later ones must not change
+// anything.
 
 #include <algorithm>
 #include <QDomDocument>
@@ -14,7 +15,7 @@ namespace {
 
 using fuzzing::require;
 
-/// An element of a document of its own.
+/// An element with the document that owns it.
 struct Holder {
   QDomDocument document;
   QDomElement element = document.createElement(QLatin1String("holder"));
@@ -34,7 +35,7 @@ void setAttributes(std::string_view bytes, QDomElement& element) {
   }
 }
 
-/// Attributes in order, so that equal elements have equal texts.
+/// The element as text with its attributes sorted, so that equal elements have equal texts.
 QString textOf(const QDomElement& element) {
   QMap<QString, QString> attributes;
   for (int i = 0; i < element.attributes().count(); ++i)
@@ -47,8 +48,8 @@ QString textOf(const QDomElement& element) {
   return text;
 }
 
-/// Reads an object of the class from `source` and writes it into `holder`. Returns the element that it wrote: its own, or
-/// that of the holder where the class has none.
+/// Reads an object of the class from `source` and writes it into `holder`. Returns the element written: the
+/// object's own, or the holder's for a class without an element of its own.
 template <typename Class>
 QDomElement readAndWrite(const QDomElement& source, Holder& holder) {
   Class object;
@@ -66,19 +67,19 @@ QDomElement readAndWrite(const QDomElement& source, Holder& holder) {
 }
 
 template <typename Class>
-void comeBack(const QDomElement& source) {
+void checkRoundTrip(const QDomElement& source) {
   Holder first;
   Holder second;
   Holder third;
   const QDomElement completed = readAndWrite<Class>(source, first);
   const QDomElement written = readAndWrite<Class>(completed, second);
   const QDomElement writtenAgain = readAndWrite<Class>(written, third);
-  require(textOf(written) == textOf(writtenAgain), "what was written is read and written again alike");
+  require(textOf(written) == textOf(writtenAgain), "reading and writing again does not change an element");
 }
 
 template <typename... Classes>
-void allComeBack(const QDomElement& source) {
-  (comeBack<Classes>(source), ...);
+void checkRoundTrips(const QDomElement& source) {
+  (checkRoundTrip<Classes>(source), ...);
 }
 
 }  // namespace
@@ -86,11 +87,11 @@ void allComeBack(const QDomElement& source) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   Holder source;
   setAttributes(fuzzing::bytesOf(data, size), source.element);
-  allComeBack<ztCAD_gAttr, ztCAD_gMethod, ztCAD_gArche, ztCAD_Color, ztCAD_Visible, ztCAD_gShowable,
-              ztCAD_LCS, ztCAD_cmnProperty, ztCAD_MIP, ztCAD_HeaderNode>(source.element);
-  allComeBack<ztCAD_Point, ztCAD_TmplPoint, ztCAD_Line, ztCAD_Triangle, ztCAD_Sphere, ztCAD_ElementMIP,
-              ztCAD_Detail, ztCAD_Structure>(source.element);
-  allComeBack<ztCAD_PointRef, ztCAD_LineRef, ztCAD_TriangleRef, ztCAD_ElementMipRef, ztCAD_DetailRef,
-              ztCAD_StructureRef>(source.element);
+  checkRoundTrips<ztCAD_gAttr, ztCAD_gMethod, ztCAD_gArche, ztCAD_Color, ztCAD_Visible, ztCAD_gShowable,
+                  ztCAD_LCS, ztCAD_cmnProperty, ztCAD_MIP, ztCAD_HeaderNode>(source.element);
+  checkRoundTrips<ztCAD_Point, ztCAD_TmplPoint, ztCAD_Line, ztCAD_Triangle, ztCAD_Sphere, ztCAD_ElementMIP,
+                  ztCAD_Detail, ztCAD_Structure>(source.element);
+  checkRoundTrips<ztCAD_PointRef, ztCAD_LineRef, ztCAD_TriangleRef, ztCAD_ElementMipRef, ztCAD_DetailRef,
+                  ztCAD_StructureRef>(source.element);
   return 0;
 }

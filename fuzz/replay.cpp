@@ -1,4 +1,4 @@
-// Gives a fuzzer the inputs that were kept, without a fuzzing engine: every compiler builds it.
+// Runs a fuzzer on stored inputs without a fuzzing engine, so that any compiler can build it.
 //
 //   replay_<name> <file or folder>...
 
@@ -15,9 +15,9 @@ namespace {
 
 void replay(const std::filesystem::path& file) {
   std::ifstream stream(file, std::ios::binary);
-  fuzzing::require(stream.is_open(), ("opened " + file.string()).c_str());
+  fuzzing::require(stream.is_open(), ("can open " + file.string()).c_str());
   std::vector<char> bytes{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-  bytes.shrink_to_fit();  // a look beyond them shows
+  bytes.shrink_to_fit();  // lets a memory checker detect reads past the end
   LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
 }
 
@@ -34,7 +34,7 @@ int main(int count, char** arguments) {
     }
     for (const auto& entry : std::filesystem::directory_iterator(path)) {
       std::printf("%s\n", entry.path().string().c_str());
-      std::fflush(stdout);  // who ends here is the last one named
+      std::fflush(stdout);  // after a crash, the last line names the input
       replay(entry.path());
       ++replayed;
     }

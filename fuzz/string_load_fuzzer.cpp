@@ -1,4 +1,5 @@
-// Any text as a document: also what a failed parse leaves is read, and is a document like any other.
+// Loads arbitrary text as a document. A failed parse also yields a document, which must save and load like
+// any other.
 
 #include "documents.h"
 #include "fuzzing.h"
@@ -11,11 +12,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   int column = -1;
   const Document document(
       crtGMDDocumentFromStdString(std::string(bytesOf(data, size)), parsed, message, line, column));
-  require(document != nullptr, "there is a document, whatever was read");
+  require(document != nullptr, "loading returns a document for any text");
   if (parsed) {
-    require(message.empty() && line == 0 && column == 0, "a parse that succeeds tells of no fault");
+    require(message.empty() && line == 0 && column == 0,
+            "a successful parse leaves message and position empty");
   } else {
-    require(!message.empty() && line >= 0 && column >= 0, "a parse that fails tells why and where");
+    require(!message.empty() && line >= 0 && column >= 0, "a failed parse reports a message and a position");
   }
   std::string text;
   GMDDocumentToString(document.get(), text, false);

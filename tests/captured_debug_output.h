@@ -5,27 +5,28 @@
 #include <string>
 #include <vector>
 
-/// Keeps Qt's debug output of a scope instead of printing it, as UTF-8; messages of other kinds are marked by a
-/// leading "?", so that none goes by unseen. One at a time.
+/// Captures Qt's debug output for a scope instead of printing it, as UTF-8. Messages of other types are
+/// captured with a leading "?", so an unexpected warning fails the comparison. Only one instance may exist at
+/// a time.
 class CapturedDebugOutput {
  public:
   CapturedDebugOutput() {
-    kept().clear();
-    m_previous = qInstallMessageHandler(keep);
+    captured().clear();
+    m_previous = qInstallMessageHandler(capture);
   }
   ~CapturedDebugOutput() { qInstallMessageHandler(m_previous); }
   CapturedDebugOutput(const CapturedDebugOutput&) = delete;
   CapturedDebugOutput& operator=(const CapturedDebugOutput&) = delete;
 
-  const std::vector<std::string>& messages() const { return kept(); }
+  const std::vector<std::string>& messages() const { return captured(); }
 
  private:
-  static std::vector<std::string>& kept() {
+  static std::vector<std::string>& captured() {
     static std::vector<std::string> messages;
     return messages;
   }
-  static void keep(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
-    kept().push_back((type == QtDebugMsg ? "" : "?") + message.toStdString());
+  static void capture(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
+    captured().push_back((type == QtDebugMsg ? "" : "?") + message.toStdString());
   }
 
   QtMessageHandler m_previous = nullptr;

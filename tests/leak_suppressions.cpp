@@ -1,5 +1,5 @@
-// Part of every test program: tells the leak sanitizer, where there is one, which leaks are meant; also in a program
-// that is started without ctest.
+// Linked into every test program: passes the list of intended leaks to the leak sanitizer, if the build has
+// one. It also works when a test program is started without ctest.
 
 extern "C" const char* __lsan_default_options();
 

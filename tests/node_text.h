@@ -10,14 +10,14 @@
 
 #include "xml/dom_backend.h"
 
-/// Elements and property classes told as XML text, so that most tests are two lines. All texts are UTF-8.
+/// Converts elements and property classes to and from XML text, which keeps most tests to two lines. All
+/// texts are UTF-8.
 
 inline QString fromUtf8(const std::string& text) {
   return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
 }
 
-/// The root element of an XML text, with the document that keeps it alive. Text that does not parse fails the
-/// test.
+/// The root element of an XML text, with the document that owns it. Text that does not parse fails the test.
 struct ParsedXml {
   explicit ParsedXml(const std::string& xml) {
     QString message;
@@ -37,7 +37,7 @@ inline QString openingOf(const QDomElement& element) {
     const QDomAttr attribute = map.item(i).toAttr();
     attributes += ' ' + attribute.name() + "=\"" + attribute.value().toHtmlEscaped() + '"';
   }
-  attributes.sort();  // a tree keeps them in no order
+  attributes.sort();  // the order in a DOM tree is unspecified
   return '<' + element.tagName() + attributes.join(QString());
 }
 
@@ -51,7 +51,7 @@ inline QString textOf(const QDomNode& node) {
   return text + "</" + element.tagName() + '>';
 }
 
-// Vertex and facet lists are no nodes of their own: their owner lets them write and read an element.
+// Vertex and facet lists are not nodes: they have writeElement and readElement, which their owner calls.
 template <typename T>
 auto writeTo(const T& list, QDomElement& parent, QDomDocument& document, int)
     -> decltype(list.writeElement(std::declval<ztcad::ElementSink&>())) {
@@ -75,8 +75,8 @@ bool readFrom(T& node, const QDomElement& element, bool& fault, long) {
 
 }  // namespace node_text
 
-/// What the object writes: its own element, or for a property class the element <e> with its attributes on
-/// it. Attributes stand in the order of their names.
+/// What the object writes: its own element, or for a property class the element <e> with the attributes it
+/// set. Attributes are sorted by name.
 template <typename T>
 std::string written(const T& object) {
   QDomDocument document;
@@ -86,21 +86,21 @@ std::string written(const T& object) {
   return node_text::textOf(child.isNull() ? parent : child).toStdString();
 }
 
-/// Lets the object read itself from the element `xml`; its answer.
+/// Reads the object from the element `xml` and returns the result of the read.
 template <typename T>
 bool read(T& object, const std::string& xml) {
   bool fault = false;
   return node_text::readFrom(object, ParsedXml(xml).root, fault, 0);
 }
 
-/// The fault flag after the object read itself from the element `xml`, when it was `before` on entry.
+/// The fault flag after the object was read from the element `xml`; `before` is the flag's value on entry.
 template <typename T>
 bool faultAfterReading(T& object, const std::string& xml, bool before) {
   object.readXml(ParsedXml(xml).root, before);
   return before;
 }
 
-/// A new object that read itself from the element `xml`, whatever its answer was.
+/// A new object read from the element `xml`, whether or not the read succeeded.
 template <typename T>
 T readFrom(const std::string& xml) {
   T object;
@@ -108,13 +108,13 @@ T readFrom(const std::string& xml) {
   return object;
 }
 
-/// What a new object writes after it has read itself from the element `xml`.
+/// What a new object writes after it was read from the element `xml`.
 template <typename T>
 std::string roundTrip(const std::string& xml) {
   return written(readFrom<T>(xml));
 }
 
-/// The object's text behind what was there before: texts are appended.
+/// The text that toText appends. Checks that the earlier content of the output is kept.
 template <typename T>
 std::string text(const T& object, bool debugForm) {
   QString out("before ");
@@ -123,7 +123,7 @@ std::string text(const T& object, bool debugForm) {
   return out.mid(7).toStdString();
 }
 
-/// The storage text, in the tests of objects that have one form only: it must not depend on the form.
+/// The text of an object that has one form only; checks that the debug form equals the storage form.
 template <typename T>
 std::string onlyText(const T& object) {
   EXPECT_EQ(text(object, false), text(object, true));

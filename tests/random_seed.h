@@ -5,8 +5,8 @@
 #include <iostream>
 #include <random>
 
-/// Seed of a random test: ZTCAD_TEST_SEED where it is set, else a new one. It is printed, so that a run can
-/// be repeated.
+/// Seed of a random test: ZTCAD_TEST_SEED if set, otherwise a fresh one. It is printed so that a failing run
+/// can be repeated.
 inline std::uint64_t randomSeed() {
   const char* given = std::getenv("ZTCAD_TEST_SEED");
   const std::uint64_t seed = given ? std::strtoull(given, nullptr, 10) : std::random_device{}();
@@ -14,8 +14,8 @@ inline std::uint64_t randomSeed() {
   return seed;
 }
 
-/// How many inputs a random test throws: ZTCAD_TEST_ROUNDS where it is set, else as many as are usual.
-inline int randomRounds(int usual) {
+/// Number of inputs of a random test: ZTCAD_TEST_ROUNDS if set, otherwise `byDefault`.
+inline int randomRounds(int byDefault) {
   const char* given = std::getenv("ZTCAD_TEST_ROUNDS");
-  return given ? std::atoi(given) : usual;
+  return given ? std::atoi(given) : byDefault;
 }

@@ -10,16 +10,16 @@
 #include <string>
 #include <vector>
 
-// File names are UTF-8 throughout.
+// All file names are UTF-8.
 
-/// The bytes of a file, empty for one that does not open.
+/// The bytes of a file; empty if it cannot be opened.
 inline std::string bytesOf(const std::string& fileName) {
   std::ifstream file(std::filesystem::u8path(fileName), std::ios::binary);
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// The bytes of a file that was written as text, with LF for every line end: where the system's text files have CR LF,
-/// each line must have one.
+/// The bytes of a file written in text mode, with LF line ends. On systems whose text files use CR LF, a line
+/// without CR is an error.
 inline std::string textBytesOf(const std::string& fileName) {
 #if defined(_WIN32)
   std::string text;
@@ -36,14 +36,14 @@ inline std::string textBytesOf(const std::string& fileName) {
 #endif
 }
 
-/// Writes a file as a whole.
+/// Replaces the content of a file; throws if it cannot be written.
 inline void putBytes(const std::string& fileName, const std::string& bytes) {
   std::ofstream file(std::filesystem::u8path(fileName), std::ios::binary);
   if (!file.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush())
     throw std::runtime_error("cannot write " + fileName);
 }
 
-/// A folder for one test, removed with all that is in it.
+/// A temporary folder for one test, removed with its content.
 class TemporaryFiles {
  public:
   TemporaryFiles() {
@@ -51,7 +51,7 @@ class TemporaryFiles {
   }
 
   std::string folder() const { return m_folder.path().toStdString(); }
-  /// The path of a file in the folder, which need not exist.
+  /// The path of a file in the folder; the file need not exist.
   std::string path(const std::string& name) const { return folder() + '/' + name; }
 
   /// Writes a file into the folder and returns its path.
@@ -60,7 +60,7 @@ class TemporaryFiles {
     return path(name);
   }
 
-  /// Names of all that is in the folder, hidden files and dangling links included, in their order.
+  /// Sorted names of all entries of the folder, including hidden files and dangling links.
   std::vector<std::string> names() const {
     const QDir::Filters everything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
     std::vector<std::string> names;

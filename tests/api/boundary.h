@@ -2,16 +2,16 @@
 
 #include <vector>
 
-// Every exported function with null objects and nonsense, row by row.
+// One row per exported function: its results for null and invalid arguments.
 
 namespace boundary {
 
 struct Row {
-  const char* name;  ///< of the exported function
+  const char* name;  ///< name of the exported function
   void (*call)();
 };
 
-/// Nothing at all of each type.
+/// The null pointer of each type.
 template <typename T>
 constexpr T* null = nullptr;
 

@@ -9,7 +9,7 @@ namespace boundary {
 namespace {
 
 template <typename Element>
-void addsNothing(bool (*add)(const Element*, ztCAD_GMDDocument*)) {
+void expectNothingAdded(bool (*add)(const Element*, ztCAD_GMDDocument*)) {
   const Document document = newDocument();
   const std::string before = savedBytes(document.get());
   EXPECT_TRUE(add(nullptr, document.get()));
@@ -19,7 +19,7 @@ void addsNothing(bool (*add)(const Element*, ztCAD_GMDDocument*)) {
 }
 
 template <typename Element>
-void addsNothing(bool (*add)(const Element*, ztCAD_commonStructure*)) {
+void expectNothingAdded(bool (*add)(const Element*, ztCAD_commonStructure*)) {
   ztCAD_Structure* structure = make<ztCAD_Structure>("S");
   QString before;
   QString after;
@@ -31,9 +31,9 @@ void addsNothing(bool (*add)(const Element*, ztCAD_commonStructure*)) {
 }
 
 template <typename Element>
-void removesNothing(bool (*remove)(const Element*, ztCAD_GMDDocument*),
-                    bool (*add)(const Element*, ztCAD_GMDDocument*),
-                    ztCAD_Cont<Element>* (*get)(ztCAD_GMDDocument*)) {
+void expectNothingRemoved(bool (*remove)(const Element*, ztCAD_GMDDocument*),
+                          bool (*add)(const Element*, ztCAD_GMDDocument*),
+                          ztCAD_Cont<Element>* (*get)(ztCAD_GMDDocument*)) {
   const Document document = newDocument();
   add(make<Element>("A"), document.get());
   EXPECT_FALSE(remove(nullptr, document.get()));
@@ -45,7 +45,7 @@ void removesNothing(bool (*remove)(const Element*, ztCAD_GMDDocument*),
 }
 
 template <typename Container>
-void givesNull(Container* (*get)(ztCAD_GMDDocument*)) {
+void expectNullContainer(Container* (*get)(ztCAD_GMDDocument*)) {
   EXPECT_EQ(get(nullptr), null<Container>);
 }
 
@@ -53,33 +53,33 @@ void givesNull(Container* (*get)(ztCAD_GMDDocument*)) {
 
 std::vector<Row> contentRows() {
   return {
-      {"addPointRefToDoc", [] { addsNothing(addPointRefToDoc); }},
-      {"addPolylineToDoc", [] { addsNothing(addPolylineToDoc); }},
-      {"addTmplLineToDoc", [] { addsNothing(addTmplLineToDoc); }},
-      {"addLineRefToDoc", [] { addsNothing(addLineRefToDoc); }},
-      {"addSphereToDoc", [] { addsNothing(addSphereToDoc); }},
-      {"addTriangleToDoc", [] { addsNothing(addTriangleToDoc); }},
-      {"addTmplTriangleToDoc", [] { addsNothing(addTmplTriangleToDoc); }},
-      {"addTriangleRefToDoc", [] { addsNothing(addTriangleRefToDoc); }},
-      {"addMipElementToDoc", [] { addsNothing(addMipElementToDoc); }},
-      {"addTmplElementMipToDoc", [] { addsNothing(addTmplElementMipToDoc); }},
-      {"addElementMipRefToDoc", [] { addsNothing(addElementMipRefToDoc); }},
-      {"addStructureToDoc", [] { addsNothing(addStructureToDoc); }},
-      {"addTmplStructureToDoc", [] { addsNothing(addTmplStructureToDoc); }},
-      {"addStructureRefToDoc", [] { addsNothing(addStructureRefToDoc); }},
-      {"addDetailRefToDoc", [] { addsNothing(addDetailRefToDoc); }},
+      {"addPointRefToDoc", [] { expectNothingAdded(addPointRefToDoc); }},
+      {"addPolylineToDoc", [] { expectNothingAdded(addPolylineToDoc); }},
+      {"addTmplLineToDoc", [] { expectNothingAdded(addTmplLineToDoc); }},
+      {"addLineRefToDoc", [] { expectNothingAdded(addLineRefToDoc); }},
+      {"addSphereToDoc", [] { expectNothingAdded(addSphereToDoc); }},
+      {"addTriangleToDoc", [] { expectNothingAdded(addTriangleToDoc); }},
+      {"addTmplTriangleToDoc", [] { expectNothingAdded(addTmplTriangleToDoc); }},
+      {"addTriangleRefToDoc", [] { expectNothingAdded(addTriangleRefToDoc); }},
+      {"addMipElementToDoc", [] { expectNothingAdded(addMipElementToDoc); }},
+      {"addTmplElementMipToDoc", [] { expectNothingAdded(addTmplElementMipToDoc); }},
+      {"addElementMipRefToDoc", [] { expectNothingAdded(addElementMipRefToDoc); }},
+      {"addStructureToDoc", [] { expectNothingAdded(addStructureToDoc); }},
+      {"addTmplStructureToDoc", [] { expectNothingAdded(addTmplStructureToDoc); }},
+      {"addStructureRefToDoc", [] { expectNothingAdded(addStructureRefToDoc); }},
+      {"addDetailRefToDoc", [] { expectNothingAdded(addDetailRefToDoc); }},
 
-      {"addPointToStructure", [] { addsNothing(addPointToStructure); }},
-      {"addPolylineToStructure", [] { addsNothing(addPolylineToStructure); }},
-      {"addSphereToStructure", [] { addsNothing(addSphereToStructure); }},
-      {"addTriangleToStructure", [] { addsNothing(addTriangleToStructure); }},
-      {"addMipElementToStructure", [] { addsNothing(addMipElementToStructure); }},
-      {"addPointRefToStructure", [] { addsNothing(addPointRefToStructure); }},
-      {"addLineRefToStructure", [] { addsNothing(addLineRefToStructure); }},
-      {"addTriangleRefToStructure", [] { addsNothing(addTriangleRefToStructure); }},
-      {"addElementMipRefToStructure", [] { addsNothing(addElementMipRefToStructure); }},
-      {"addStructureRefToStructure", [] { addsNothing(addStructureRefToStructure); }},
-      {"addDetailRefToStructure", [] { addsNothing(addDetailRefToStructure); }},
+      {"addPointToStructure", [] { expectNothingAdded(addPointToStructure); }},
+      {"addPolylineToStructure", [] { expectNothingAdded(addPolylineToStructure); }},
+      {"addSphereToStructure", [] { expectNothingAdded(addSphereToStructure); }},
+      {"addTriangleToStructure", [] { expectNothingAdded(addTriangleToStructure); }},
+      {"addMipElementToStructure", [] { expectNothingAdded(addMipElementToStructure); }},
+      {"addPointRefToStructure", [] { expectNothingAdded(addPointRefToStructure); }},
+      {"addLineRefToStructure", [] { expectNothingAdded(addLineRefToStructure); }},
+      {"addTriangleRefToStructure", [] { expectNothingAdded(addTriangleRefToStructure); }},
+      {"addElementMipRefToStructure", [] { expectNothingAdded(addElementMipRefToStructure); }},
+      {"addStructureRefToStructure", [] { expectNothingAdded(addStructureRefToStructure); }},
+      {"addDetailRefToStructure", [] { expectNothingAdded(addDetailRefToStructure); }},
       {"addStructureToStructure",
        [] {
          ztCAD_Structure* structure = make<ztCAD_Structure>("S");
@@ -91,35 +91,35 @@ std::vector<Row> contentRows() {
        }},
 
       {"removePolylineFromDoc",
-       [] { removesNothing(removePolylineFromDoc, addPolylineToDoc, ztCAD_getLines); }},
+       [] { expectNothingRemoved(removePolylineFromDoc, addPolylineToDoc, ztCAD_getLines); }},
       {"removeTriangleFromDoc",
-       [] { removesNothing(removeTriangleFromDoc, addTriangleToDoc, ztCAD_getTriangles); }},
+       [] { expectNothingRemoved(removeTriangleFromDoc, addTriangleToDoc, ztCAD_getTriangles); }},
       {"removeRefTriangleFromDoc",
-       [] { removesNothing(removeRefTriangleFromDoc, addTriangleRefToDoc, ztCAD_getTrianglesRef); }},
+       [] { expectNothingRemoved(removeRefTriangleFromDoc, addTriangleRefToDoc, ztCAD_getTrianglesRef); }},
       {"removeLineRefFromDoc",
-       [] { removesNothing(removeLineRefFromDoc, addLineRefToDoc, ztCAD_getLinesRef); }},
+       [] { expectNothingRemoved(removeLineRefFromDoc, addLineRefToDoc, ztCAD_getLinesRef); }},
       {"removeMIPFromDoc",
-       [] { removesNothing(removeMIPFromDoc, addMipElementToDoc, ztCAD_getMipElements); }},
+       [] { expectNothingRemoved(removeMIPFromDoc, addMipElementToDoc, ztCAD_getMipElements); }},
       {"removeStructureFromDoc",
-       [] { removesNothing(removeStructureFromDoc, addStructureToDoc, ztCAD_getStructures); }},
+       [] { expectNothingRemoved(removeStructureFromDoc, addStructureToDoc, ztCAD_getStructures); }},
 
-      {"ztCAD_getStructures", [] { givesNull(ztCAD_getStructures); }},
-      {"ztCAD_getStructuresRef", [] { givesNull(ztCAD_getStructuresRef); }},
-      {"ztCAD_getTmplStructures", [] { givesNull(ztCAD_getTmplStructures); }},
-      {"ztCAD_getLines", [] { givesNull(ztCAD_getLines); }},
-      {"ztCAD_getSpheres", [] { givesNull(ztCAD_getSpheres); }},
-      {"ztCAD_getTriangles", [] { givesNull(ztCAD_getTriangles); }},
-      {"ztCAD_getMipElements", [] { givesNull(ztCAD_getMipElements); }},
-      {"ztCAD_getDetails", [] { givesNull(ztCAD_getDetails); }},
-      {"ztCAD_getDetailsRef", [] { givesNull(ztCAD_getDetailsRef); }},
-      {"ztCAD_getTmplDetails", [] { givesNull(ztCAD_getTmplDetails); }},
-      {"ztCAD_getPointsRef", [] { givesNull(ztCAD_getPointsRef); }},
-      {"ztCAD_getTmplLines", [] { givesNull(ztCAD_getTmplLines); }},
-      {"ztCAD_getLinesRef", [] { givesNull(ztCAD_getLinesRef); }},
-      {"ztCAD_getTmplElementMips", [] { givesNull(ztCAD_getTmplElementMips); }},
-      {"ztCAD_getElementMipsRef", [] { givesNull(ztCAD_getElementMipsRef); }},
-      {"ztCAD_getTmplTriangles", [] { givesNull(ztCAD_getTmplTriangles); }},
-      {"ztCAD_getTrianglesRef", [] { givesNull(ztCAD_getTrianglesRef); }},
+      {"ztCAD_getStructures", [] { expectNullContainer(ztCAD_getStructures); }},
+      {"ztCAD_getStructuresRef", [] { expectNullContainer(ztCAD_getStructuresRef); }},
+      {"ztCAD_getTmplStructures", [] { expectNullContainer(ztCAD_getTmplStructures); }},
+      {"ztCAD_getLines", [] { expectNullContainer(ztCAD_getLines); }},
+      {"ztCAD_getSpheres", [] { expectNullContainer(ztCAD_getSpheres); }},
+      {"ztCAD_getTriangles", [] { expectNullContainer(ztCAD_getTriangles); }},
+      {"ztCAD_getMipElements", [] { expectNullContainer(ztCAD_getMipElements); }},
+      {"ztCAD_getDetails", [] { expectNullContainer(ztCAD_getDetails); }},
+      {"ztCAD_getDetailsRef", [] { expectNullContainer(ztCAD_getDetailsRef); }},
+      {"ztCAD_getTmplDetails", [] { expectNullContainer(ztCAD_getTmplDetails); }},
+      {"ztCAD_getPointsRef", [] { expectNullContainer(ztCAD_getPointsRef); }},
+      {"ztCAD_getTmplLines", [] { expectNullContainer(ztCAD_getTmplLines); }},
+      {"ztCAD_getLinesRef", [] { expectNullContainer(ztCAD_getLinesRef); }},
+      {"ztCAD_getTmplElementMips", [] { expectNullContainer(ztCAD_getTmplElementMips); }},
+      {"ztCAD_getElementMipsRef", [] { expectNullContainer(ztCAD_getElementMipsRef); }},
+      {"ztCAD_getTmplTriangles", [] { expectNullContainer(ztCAD_getTmplTriangles); }},
+      {"ztCAD_getTrianglesRef", [] { expectNullContainer(ztCAD_getTrianglesRef); }},
   };
 }
 

@@ -7,9 +7,10 @@ namespace boundary {
 
 namespace {
 
-constexpr std::int32_t nonsense[] = {INT32_MIN, -1, ztCAD_ElementNone, 7, 99, INT32_MAX};
+constexpr std::int32_t invalidKinds[] = {INT32_MIN, -1, ztCAD_ElementNone, 7, 99, INT32_MAX};
 
-/// A holder of each kind with one point in it.
+// One owner of each type, with one point in it.
+
 ztCAD_GMDDocument* document() {
   static const Document kept = [] {
     Document made = newDocument();
@@ -32,7 +33,7 @@ ztCAD_Detail* detail() {
 template <typename Holder>
 void expectNoCount(std::int32_t (*count)(const Holder*, std::int32_t), const Holder* holder) {
   EXPECT_EQ(count(nullptr, ztCAD_ElementPoint), 0);
-  for (const std::int32_t kind : nonsense)
+  for (const std::int32_t kind : invalidKinds)
     EXPECT_EQ(count(holder, kind), 0) << kind;
   EXPECT_EQ(count(holder, ztCAD_ElementPoint), 1);
 }
@@ -40,7 +41,7 @@ void expectNoCount(std::int32_t (*count)(const Holder*, std::int32_t), const Hol
 template <typename Holder>
 void expectNoElement(ztCAD_Base* (*get)(Holder*, std::int32_t, std::int32_t), Holder* holder) {
   EXPECT_EQ(get(nullptr, ztCAD_ElementPoint, 0), null<ztCAD_Base>);
-  for (const std::int32_t kind : nonsense)
+  for (const std::int32_t kind : invalidKinds)
     EXPECT_EQ(get(holder, kind, 0), null<ztCAD_Base>) << kind;
   for (const std::int32_t index : {INT32_MIN, -1, 1, INT32_MAX})
     EXPECT_EQ(get(holder, ztCAD_ElementPoint, index), null<ztCAD_Base>) << index;
@@ -52,7 +53,7 @@ void expectNoList(std::int32_t (*list)(Holder*, std::int32_t, ztCAD_Base**, std:
   ztCAD_Base* const before = pointNamed("before");
   ztCAD_Base* elements[2] = {before, before};
   EXPECT_EQ(list(nullptr, ztCAD_ElementPoint, elements, 2), 0);
-  for (const std::int32_t kind : nonsense)
+  for (const std::int32_t kind : invalidKinds)
     EXPECT_EQ(list(holder, kind, elements, 2), 0) << kind;
   EXPECT_EQ(list(holder, ztCAD_ElementPoint, nullptr, 2), 1);
   EXPECT_EQ(list(holder, ztCAD_ElementPoint, elements, 0), 1);
@@ -68,7 +69,7 @@ void expectNotAdded(bool (*add)(const ztCAD_Base*, Holder*), Holder* holder, con
   EXPECT_TRUE(add(nullptr, holder));
   EXPECT_TRUE(add(pointNamed("A"), nullptr));
   EXPECT_TRUE(add(nullptr, nullptr));
-  EXPECT_TRUE(add(crtVertices(), holder)) << "named, but no element";
+  EXPECT_TRUE(add(crtVertices(), holder)) << "has a name, but is not an element";
   if (foreign) {
     EXPECT_TRUE(add(foreign, holder));
   }
@@ -77,7 +78,7 @@ void expectNotAdded(bool (*add)(const ztCAD_Base*, Holder*), Holder* holder, con
 template <typename Holder>
 void expectNotAppended(ztCAD_Base* (*append)(Holder*, std::int32_t), Holder* holder) {
   EXPECT_EQ(append(nullptr, ztCAD_ElementPoint), null<ztCAD_Base>);
-  for (const std::int32_t kind : nonsense)
+  for (const std::int32_t kind : invalidKinds)
     EXPECT_EQ(append(holder, kind), null<ztCAD_Base>) << kind;
 }
 
@@ -88,7 +89,7 @@ void expectNotRemoved(bool (*remove)(const ztCAD_Base*, Holder*, std::int32_t), 
   EXPECT_FALSE(remove(nullptr, holder, ztCAD_ElementPoint));
   EXPECT_FALSE(remove(element, nullptr, ztCAD_ElementPoint));
   EXPECT_FALSE(remove(element, holder, ztCAD_ElementSphere));
-  for (const std::int32_t kind : nonsense)
+  for (const std::int32_t kind : invalidKinds)
     EXPECT_FALSE(remove(element, holder, kind)) << kind;
   EXPECT_FALSE(remove(reinterpret_cast<const ztCAD_Base*>(std::uintptr_t{1}), holder, ztCAD_ElementPoint));
   EXPECT_EQ(get(holder, ztCAD_ElementPoint, 0), element);

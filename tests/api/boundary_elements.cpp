@@ -8,7 +8,7 @@ namespace boundary {
 
 namespace {
 
-/// Behind its name a creation function takes parts by pointer: without any one of them nothing is made.
+/// A creation function takes its parts by pointer after the name; if one is null, nothing is created.
 template <typename Element, typename Name, typename A, typename B>
 void expectBothPartsNeeded(Element* (*create)(Name, const A*, const B*, bool&), const A* a, const B* b) {
   for (const bool withFirst : {false, true})
@@ -30,7 +30,7 @@ void expectPartNeeded(Element* (*create)(Name, const Part*, bool&), const Part* 
   EXPECT_TRUE(nameIsFree);
 }
 
-/// A null name counts as an empty one.
+/// A null name is an empty name.
 template <typename Create, typename... Parts>
 void expectNullNameIsEmpty(Create create, const Parts*... parts) {
   bool nameIsFree = false;

@@ -12,8 +12,9 @@ namespace {
 using TextGetter = std::int64_t (*)(const ztCAD_Base*, char*, std::int64_t);
 using TextSetter = void (*)(ztCAD_Base*, const char*);
 
+/// A text getter handles null, missing texts and every buffer size.
 /// @param lacking an element that has no such text, or null
-void expectTextIsGivenWithCare(TextGetter get, const ztCAD_Base* having, const ztCAD_Base* lacking) {
+void checkTextGetter(TextGetter get, const ztCAD_Base* having, const ztCAD_Base* lacking) {
   char text[] = "earlier";
   EXPECT_EQ(get(nullptr, text, sizeof text), -1);
   EXPECT_STREQ(text, "");
@@ -26,7 +27,7 @@ void expectTextIsGivenWithCare(TextGetter get, const ztCAD_Base* having, const z
   EXPECT_EQ(get(having, text, INT64_MIN), length);
   EXPECT_EQ(text[0], 'e');
   EXPECT_EQ(get(having, text, length), length);
-  EXPECT_STREQ(text, "") << "it does not fit with its zero";
+  EXPECT_STREQ(text, "") << "no space for the terminator";
   std::string whole(length, '?');
   EXPECT_EQ(get(having, whole.data(), length + 1), length);
   EXPECT_EQ(whole.find('?'), std::string::npos);
@@ -36,7 +37,7 @@ void expectNullTextIsEmpty(TextSetter set, TextGetter get, ztCAD_Base* element) 
   set(nullptr, "a");
   set(nullptr, nullptr);
   set(element, "a\xFF");
-  EXPECT_EQ(get(element, nullptr, 0), 3) << "windows-1251 comes out as UTF-8";
+  EXPECT_EQ(get(element, nullptr, 0), 3) << "windows-1251 is returned as UTF-8";
   set(element, nullptr);
   EXPECT_EQ(get(element, nullptr, 0), 0);
 }
@@ -47,9 +48,10 @@ ztCAD_Base* solid() { return make<ztCAD_Triangle>("T"); }
 ztCAD_Base* structure() { return make<ztCAD_Structure>("G"); }
 ztCAD_Base* reference() { return make<ztCAD_PointRef>("R"); }
 
-/// A list, a document and nothing: what has an address, but no such field.
-void expectNoNumbers(std::int32_t (*get)(const ztCAD_Base*, double*, std::int32_t), const ztCAD_Base* having,
-                     const ztCAD_Base* lacking) {
+/// A getter of numbers handles null, elements without the field and every buffer size.
+/// @param lacking an element without the field
+void checkNumbersGetter(std::int32_t (*get)(const ztCAD_Base*, double*, std::int32_t),
+                        const ztCAD_Base* having, const ztCAD_Base* lacking) {
   double values[2] = {5, 5};
   EXPECT_EQ(get(nullptr, values, 2), -1);
   EXPECT_EQ(get(lacking, values, 2), -1);
@@ -67,30 +69,29 @@ void expectNoNumbers(std::int32_t (*get)(const ztCAD_Base*, double*, std::int32_
 std::vector<Row> fieldRows() {
   return {
       {"ztCAD_getKind", [] { EXPECT_EQ(ztCAD_getKind(nullptr), ztCAD_ElementNone); }},
-      {"ztCAD_getName", [] { expectTextIsGivenWithCare(ztCAD_getName, point(), nullptr); }},
+      {"ztCAD_getName", [] { checkTextGetter(ztCAD_getName, point(), nullptr); }},
       {"ztCAD_setName", [] { expectNullTextIsEmpty(ztCAD_setName, ztCAD_getName, point()); }},
       {"ztCAD_getComment",
        [] {
          ztCAD_Base* const element = point();
          ztCAD_setComment(element, "c");
-         expectTextIsGivenWithCare(ztCAD_getComment, element, nullptr);
+         checkTextGetter(ztCAD_getComment, element, nullptr);
        }},
       {"ztCAD_setComment", [] { expectNullTextIsEmpty(ztCAD_setComment, ztCAD_getComment, point()); }},
       {"ztCAD_getInform",
        [] {
          ztCAD_Base* const element = point();
          ztCAD_setInform(element, "i");
-         expectTextIsGivenWithCare(ztCAD_getInform, element, nullptr);
+         checkTextGetter(ztCAD_getInform, element, nullptr);
        }},
       {"ztCAD_setInform", [] { expectNullTextIsEmpty(ztCAD_setInform, ztCAD_getInform, point()); }},
-      {"ztCAD_getMethod", [] { expectTextIsGivenWithCare(ztCAD_getMethod, point(), structure()); }},
+      {"ztCAD_getMethod", [] { checkTextGetter(ztCAD_getMethod, point(), structure()); }},
       {"ztCAD_setMethod",
        [] {
          ztCAD_setMethod(structure(), "a");
          expectNullTextIsEmpty(ztCAD_setMethod, ztCAD_getMethod, point());
        }},
-      {"ztCAD_getTemplateName",
-       [] { expectTextIsGivenWithCare(ztCAD_getTemplateName, reference(), point()); }},
+      {"ztCAD_getTemplateName", [] { checkTextGetter(ztCAD_getTemplateName, reference(), point()); }},
       {"ztCAD_setTemplateName",
        [] {
          ztCAD_setTemplateName(point(), "a");
@@ -100,7 +101,7 @@ std::vector<Row> fieldRows() {
        [] {
          ztCAD_Base* const element = reference();
          ztCAD_setTemplateFile(element, "f");
-         expectTextIsGivenWithCare(ztCAD_getTemplateFile, element, point());
+         checkTextGetter(ztCAD_getTemplateFile, element, point());
        }},
       {"ztCAD_setTemplateFile",
        [] {
@@ -109,10 +110,10 @@ std::vector<Row> fieldRows() {
        }},
       {"ztCAD_getText",
        [] {
-         const TextGetter forPeople = [](const ztCAD_Base* element, char* text, std::int64_t size) {
+         const TextGetter debugForm = [](const ztCAD_Base* element, char* text, std::int64_t size) {
            return ztCAD_getText(element, true, text, size);
          };
-         expectTextIsGivenWithCare(forPeople, point(), crtVertices());
+         checkTextGetter(debugForm, point(), crtVertices());
          EXPECT_EQ(ztCAD_getText(point(), false, nullptr, 0), 8) << "0, 0, 0;";
        }},
       {"ztCAD_getColor",
@@ -146,7 +147,7 @@ std::vector<Row> fieldRows() {
          ztCAD_setVisible(element, INT32_MIN);
          EXPECT_EQ(ztCAD_getVisible(element), -1);
        }},
-      {"ztCAD_getLCS", [] { expectNoNumbers(ztCAD_getLCS, structure(), point()); }},
+      {"ztCAD_getLCS", [] { checkNumbersGetter(ztCAD_getLCS, structure(), point()); }},
       {"ztCAD_setLCS",
        [] {
          ztCAD_setLCS(nullptr, crtLCS(twelveValues));
@@ -209,7 +210,7 @@ std::vector<Row> fieldRows() {
          ztCAD_setVertices(element, nullptr);
          EXPECT_EQ(ztCAD_getVertexCount(ztCAD_getVertices(element)), 4);
          ztCAD_setVertices(element, ztCAD_getVertices(element));
-         EXPECT_EQ(ztCAD_getVertexCount(ztCAD_getVertices(element)), 4) << "its own list";
+         EXPECT_EQ(ztCAD_getVertexCount(ztCAD_getVertices(element)), 4) << "assigned from its own list";
        }},
       {"ztCAD_getFaces",
        [] {
@@ -224,7 +225,7 @@ std::vector<Row> fieldRows() {
          ztCAD_setFaces(element, nullptr);
          EXPECT_EQ(ztCAD_getFacetCount(ztCAD_getFaces(element)), 4);
        }},
-      {"ztCAD_getMIP", [] { expectNoNumbers(ztCAD_getMIP, make<ztCAD_ElementMIP>("M"), sphere()); }},
+      {"ztCAD_getMIP", [] { checkNumbersGetter(ztCAD_getMIP, make<ztCAD_ElementMIP>("M"), sphere()); }},
       {"ztCAD_getMIPIntegers",
        [] {
          std::int32_t first = 5;
@@ -248,7 +249,7 @@ std::vector<Row> fieldRows() {
          ztCAD_setMIP(mass, nullptr);
          EXPECT_EQ(ztCAD_getMIP(mass, nullptr, 0), -1);
        }},
-      {"ztCAD_getPlacement", [] { expectNoNumbers(ztCAD_getPlacement, reference(), structure()); }},
+      {"ztCAD_getPlacement", [] { checkNumbersGetter(ztCAD_getPlacement, reference(), structure()); }},
       {"ztCAD_setPlacement",
        [] {
          ztCAD_setPlacement(nullptr, crtLCS(twelveValues));

@@ -9,8 +9,8 @@
 #include "boundary.h"
 #include "host.h"
 
-// Every exported function with null objects and nonsense: nothing crashes, each gives its failure value, and each
-// output flag, code and text is written.
+// Every exported function with null and invalid arguments: nothing crashes, each returns its failure value,
+// and each output flag, code and text is written.
 
 namespace {
 
@@ -182,9 +182,9 @@ const Row rows[] = {
        DeleteGMDDoc(reinterpret_cast<ztCAD_GMDDocument*>(crtHeader()));
        DeleteGMDDoc(reinterpret_cast<ztCAD_GMDDocument*>(reinterpret_cast<char*>(living.get()) + 1));
        DeleteGMDDoc(reinterpret_cast<ztCAD_GMDDocument*>(std::uintptr_t{1}));
-       ztCAD_GMDDocument hosts("the host's own");
-       DeleteGMDDoc(&hosts);
-       EXPECT_EQ(hosts.header().inform(), QString("the host's own"));
+       ztCAD_GMDDocument foreign("created by the host");
+       DeleteGMDDoc(&foreign);
+       EXPECT_EQ(foreign.header().inform(), QString("created by the host"));
        EXPECT_EQ(living->header().inform(), QString("living"));
      }},
     {"checkGMDDocument", [] { EXPECT_FALSE(checkGMDDocument(nullptr)); }},
@@ -227,7 +227,7 @@ const Row rows[] = {
      [] {
        std::string line;
        ztCAD_setAssertionWriter(
-           [](const char* told, void* context) { *static_cast<std::string*>(context) = told; }, &line);
+           [](const char* written, void* context) { *static_cast<std::string*>(context) = written; }, &line);
        ztCAD_report(nullptr, nullptr, 0);
        ztCAD_setAssertionWriter(nullptr, nullptr);
        EXPECT_EQ(line, "Assert occurred in FILE: ; LINE: 0; EXPRESSION: .\n");
@@ -414,14 +414,14 @@ std::vector<Row> allRows() {
   return all;
 }
 
-TEST(Boundary, NullAndNonsenseGiveFailureValues) {
+TEST(Boundary, NullAndInvalidArgumentsYieldFailureValues) {
   for (const Row& row : allRows()) {
     SCOPED_TRACE(row.name);
     row.call();
   }
 }
 
-/// The functions that the headers of the boundary export, in alphabetical order, overloads once.
+/// Sorted names of the functions exported by the headers in src/api; overloads appear once.
 Names exportedFunctions() {
   const QRegularExpression function(R"(ZTCAD_API[^;(]*?(\w+)\()");
   Names names;
@@ -436,7 +436,7 @@ Names exportedFunctions() {
   return names;
 }
 
-TEST(Boundary, EveryExportedFunctionHasItsRow) {
+TEST(Boundary, EveryExportedFunctionHasARow) {
   Names tested;
   for (const Row& row : allRows())
     tested.push_back(row.name);

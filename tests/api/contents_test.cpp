@@ -5,124 +5,125 @@
 
 #include "samples.h"
 
-// Every door into documents and structures, kind by kind: copies go in, identity decides what goes out.
+// Adding elements of every kind to documents and structures, and removing them: adding copies the element,
+// removal identifies it by its address.
 
 namespace {
 
-template <typename Door>
-using ElementOf = typename std::decay_t<Door>::Element;
+template <typename Kind>
+using ElementOf = typename std::decay_t<Kind>::Element;
 
-TEST(DocumentContents, AddingStoresACopyAndAnswersFalse) {
-  forEachDocumentDoor([](const auto& door) {
-    SCOPED_TRACE(door.kind);
+TEST(DocumentContents, AddingStoresACopyAndReturnsFalse) {
+  forEachDocumentKind([](const auto& kind) {
+    SCOPED_TRACE(kind.name);
     const Document document = newDocument();
-    auto* element = make<ElementOf<decltype(door)>>("A");
-    EXPECT_FALSE(door.add(element, document.get()));
+    auto* element = make<ElementOf<decltype(kind)>>("A");
+    EXPECT_FALSE(kind.add(element, document.get()));
     element->setName("changed");
-    EXPECT_FALSE(door.add(element, document.get()));
-    EXPECT_EQ(namesIn(door.get(document.get())), (Names{"A", "changed"}));
+    EXPECT_FALSE(kind.add(element, document.get()));
+    EXPECT_EQ(namesIn(kind.get(document.get())), (Names{"A", "changed"}));
   });
 }
 
-TEST(DocumentContents, EachKindHasAContainerOfItsOwn) {
+TEST(DocumentContents, EachKindHasItsOwnContainer) {
   const Document document = newDocument();
   int kinds = 0;
-  forEachDocumentDoor([&](const auto& door) {
-    EXPECT_TRUE(door.get(document.get())->empty()) << door.kind;
-    door.add(make<ElementOf<decltype(door)>>(door.kind), document.get());
+  forEachDocumentKind([&](const auto& kind) {
+    EXPECT_TRUE(kind.get(document.get())->empty()) << kind.name;
+    kind.add(make<ElementOf<decltype(kind)>>(kind.name), document.get());
     ++kinds;
   });
   EXPECT_EQ(kinds, 17);
-  forEachDocumentDoor(
-      [&](const auto& door) { EXPECT_EQ(namesIn(door.get(document.get())), Names{door.kind}) << door.kind; });
+  forEachDocumentKind(
+      [&](const auto& kind) { EXPECT_EQ(namesIn(kind.get(document.get())), Names{kind.name}) << kind.name; });
   EXPECT_TRUE(ztCAD_getDetails(document.get())->empty());
   EXPECT_TRUE(ztCAD_getTmplDetails(document.get())->empty());
 }
 
-TEST(DocumentContents, GetterGivesTheContainerItself) {
+TEST(DocumentContents, GetterReturnsTheContainerItself) {
   const Document document = newDocument();
-  forEachDocumentDoor([&](const auto& door) {
-    door.get(document.get())->add(*make<ElementOf<decltype(door)>>("A"));
-    EXPECT_EQ(namesIn(door.get(document.get())), Names{"A"}) << door.kind;
-    EXPECT_EQ(door.get(document.get()), door.get(document.get())) << door.kind;
+  forEachDocumentKind([&](const auto& kind) {
+    kind.get(document.get())->add(*make<ElementOf<decltype(kind)>>("A"));
+    EXPECT_EQ(namesIn(kind.get(document.get())), Names{"A"}) << kind.name;
+    EXPECT_EQ(kind.get(document.get()), kind.get(document.get())) << kind.name;
   });
   EXPECT_EQ(ztCAD_getDetails(document.get()), &document->content().details);
   EXPECT_EQ(ztCAD_getTmplDetails(document.get()), &document->content().templateDetails);
 }
 
-TEST(DocumentContents, StoredElementMayBeAddedAgain) {
-  forEachDocumentDoor([](const auto& door) {
+TEST(DocumentContents, StoredElementCanBeAddedAgain) {
+  forEachDocumentKind([](const auto& kind) {
     const Document document = newDocument();
-    door.add(make<ElementOf<decltype(door)>>("A"), document.get());
-    EXPECT_FALSE(door.add(&door.get(document.get())->front(), document.get())) << door.kind;
-    EXPECT_EQ(namesIn(door.get(document.get())), (Names{"A", "A"})) << door.kind;
+    kind.add(make<ElementOf<decltype(kind)>>("A"), document.get());
+    EXPECT_FALSE(kind.add(&kind.get(document.get())->front(), document.get())) << kind.name;
+    EXPECT_EQ(namesIn(kind.get(document.get())), (Names{"A", "A"})) << kind.name;
   });
 }
 
-TEST(DocumentContents, PointerThatCreationReturnedRemovesNothing) {
-  forEachDocumentDoor([](const auto& door) {
-    if (!door.remove) return;
+TEST(DocumentContents, CreatedElementRemovesNothing) {
+  forEachDocumentKind([](const auto& kind) {
+    if (!kind.remove) return;
     const Document document = newDocument();
-    const auto* element = make<ElementOf<decltype(door)>>("A");
-    door.add(element, document.get());
-    EXPECT_FALSE(door.remove(element, document.get())) << door.kind;
-    EXPECT_EQ(namesIn(door.get(document.get())), Names{"A"}) << door.kind;
+    const auto* element = make<ElementOf<decltype(kind)>>("A");
+    kind.add(element, document.get());
+    EXPECT_FALSE(kind.remove(element, document.get())) << kind.name;
+    EXPECT_EQ(namesIn(kind.get(document.get())), Names{"A"}) << kind.name;
   });
 }
 
-TEST(DocumentContents, PointerFromTheContainerRemovesThatElementOnce) {
+TEST(DocumentContents, StoredElementIsRemovedOnce) {
   int kinds = 0;
-  forEachDocumentDoor([&](const auto& door) {
-    if (!door.remove) return;
+  forEachDocumentKind([&](const auto& kind) {
+    if (!kind.remove) return;
     ++kinds;
-    SCOPED_TRACE(door.kind);
+    SCOPED_TRACE(kind.name);
     const Document document = newDocument();
     const Document other = newDocument();
     for (const char* name : {"A", "B", "C"})
-      door.add(make<ElementOf<decltype(door)>>(name), document.get());
-    const auto* second = &*std::next(door.get(document.get())->begin());
-    EXPECT_FALSE(door.remove(second, other.get()));
-    EXPECT_TRUE(door.remove(second, document.get()));
-    EXPECT_EQ(namesIn(door.get(document.get())), (Names{"A", "C"}));
-    EXPECT_FALSE(door.remove(second, document.get()));
+      kind.add(make<ElementOf<decltype(kind)>>(name), document.get());
+    const auto* second = &*std::next(kind.get(document.get())->begin());
+    EXPECT_FALSE(kind.remove(second, other.get()));
+    EXPECT_TRUE(kind.remove(second, document.get()));
+    EXPECT_EQ(namesIn(kind.get(document.get())), (Names{"A", "C"}));
+    EXPECT_FALSE(kind.remove(second, document.get()));
   });
   EXPECT_EQ(kinds, 7);
 }
 
-TEST(DocumentContents, WhatIsBuiltPassesTheCheckAndIsSavedAndLoadsAgain) {
+TEST(DocumentContents, DocumentOfAllKindsPassesTheCheckAndLoadsAfterSaving) {
   const Document document = newDocument("all kinds");
-  forEachDocumentDoor(
-      [&](const auto& door) { door.add(make<ElementOf<decltype(door)>>(door.kind), document.get()); });
+  forEachDocumentKind(
+      [&](const auto& kind) { kind.add(make<ElementOf<decltype(kind)>>(kind.name), document.get()); });
   EXPECT_TRUE(checkGMDDocument(document.get()));
   const std::string bytes = savedBytes(document.get());
   const TemporaryFiles files;
   const Loaded loaded = loadFile(files.put("a.xml", bytes));
   EXPECT_EQ(loaded.code, 0);
   EXPECT_FALSE(loaded.fault);
-  forEachDocumentDoor([&](const auto& door) {
-    EXPECT_EQ(namesIn(door.get(loaded.document.get())), Names{door.kind}) << door.kind;
+  forEachDocumentKind([&](const auto& kind) {
+    EXPECT_EQ(namesIn(kind.get(loaded.document.get())), Names{kind.name}) << kind.name;
   });
 }
 
-TEST(StructureContents, AddingStoresACopyAndAnswersFalse) {
+TEST(StructureContents, AddingStoresACopyAndReturnsFalse) {
   int kinds = 0;
-  forEachStructureDoor([&](const auto& door) {
+  forEachStructureKind([&](const auto& kind) {
     ++kinds;
-    SCOPED_TRACE(door.kind);
+    SCOPED_TRACE(kind.name);
     for (ztCAD_commonStructure* structure :
          {static_cast<ztCAD_commonStructure*>(make<ztCAD_Structure>("S")),
           static_cast<ztCAD_commonStructure*>(make<ztCAD_TmplStructure>("S"))}) {
-      auto* element = make<ElementOf<decltype(door)>>("A");
-      EXPECT_FALSE(door.add(element, structure));
+      auto* element = make<ElementOf<decltype(kind)>>("A");
+      EXPECT_FALSE(kind.add(element, structure));
       element->setName("changed");
-      EXPECT_FALSE(door.add(element, structure));
-      EXPECT_EQ(namesIn(&(structure->content().*door.container)), (Names{"A", "changed"}));
+      EXPECT_FALSE(kind.add(element, structure));
+      EXPECT_EQ(namesIn(&(structure->content().*kind.container)), (Names{"A", "changed"}));
     }
   });
   EXPECT_EQ(kinds, 11);
 }
 
-TEST(StructureContents, StructureOfADocumentTakesElementsInPlace) {
+TEST(StructureContents, ElementsAreAddedToTheStructureInTheDocument) {
   const Document document = newDocument();
   auto* created = make<ztCAD_Structure>("S");
   addStructureToDoc(created, document.get());
@@ -133,12 +134,12 @@ TEST(StructureContents, StructureOfADocumentTakesElementsInPlace) {
   EXPECT_NE(savedBytes(document.get()).find("name=\"P\""), std::string::npos);
 }
 
-TEST(StructureContents, OneOfEveryKindIsSavedInTheOrderOfFilesAndLoadsAgain) {
+TEST(StructureContents, KindsAreSavedInFileOrderAndLoadAgain) {
   const Document document = newDocument();
   auto* structure = make<ztCAD_Structure>("S");
   addStructureToStructure(make<ztCAD_Structure>("nested"), structure);
-  forEachStructureDoor(
-      [&](const auto& door) { door.add(make<ElementOf<decltype(door)>>(door.kind), structure); });
+  forEachStructureKind(
+      [&](const auto& kind) { kind.add(make<ElementOf<decltype(kind)>>(kind.name), structure); });
   addStructureToDoc(structure, document.get());
   EXPECT_TRUE(checkGMDDocument(document.get()));
   const std::string bytes = savedBytes(document.get());
@@ -157,13 +158,13 @@ TEST(StructureContents, OneOfEveryKindIsSavedInTheOrderOfFilesAndLoadsAgain) {
   EXPECT_FALSE(loaded.fault);
   EXPECT_EQ(savedBytes(loaded.document.get()), savedBytes(loadFile(files.path("a.xml")).document.get()));
   const ztCAD_Structure& again = ztCAD_getStructures(loaded.document.get())->front();
-  forEachStructureDoor([&](const auto& door) {
-    EXPECT_EQ(namesIn(&(again.content().*door.container)), Names{door.kind}) << door.kind;
+  forEachStructureKind([&](const auto& kind) {
+    EXPECT_EQ(namesIn(&(again.content().*kind.container)), Names{kind.name}) << kind.name;
   });
 }
 
-TEST(StructureContents, TooDeepAnElementIsRefused) {
-  // the root, 254 structures, then one level is left: room for a point, not for a line with its list
+TEST(StructureContents, ElementsNestedTooDeepAreRefused) {
+  // the root and 254 structures leave one level: enough for a point, not for a line with its list
   auto* innermost = make<ztCAD_Structure>("innermost");
   ztCAD_Structure* outer = innermost;
   for (int i = 1; i < 254; ++i) {

@@ -6,21 +6,21 @@
 
 #include "samples.h"
 
-// Elements by count, index and kind, beside the containers that hold them.
+// Access to elements by kind and index, compared with the containers that hold them.
 
 namespace {
 
-/// What c/types.h says of pointers: the address of an element is that of its bases.
+/// The guarantee of c/types.h: an element and its base classes have the same address.
 template <typename Base, typename Element>
 void expectSameAddress(const Element* element) {
   ASSERT_NE(element, nullptr);
   EXPECT_EQ(static_cast<const void*>(static_cast<const Base*>(element)), static_cast<const void*>(element));
 }
 
-TEST(CountedContents, AnElementIsABaseAtTheSameAddress) {
-  forEachDocumentDoor([](auto door) {
-    using Element = typename decltype(door)::Element;
-    SCOPED_TRACE(door.kind);
+TEST(CountedContents, ElementsAndTheirBasesHaveTheSameAddress) {
+  forEachDocumentKind([](auto kind) {
+    using Element = typename decltype(kind)::Element;
+    SCOPED_TRACE(kind.name);
     expectSameAddress<ztCAD_Base>(make<Element>("A"));
   });
   const auto detail = std::make_unique<ztCAD_Detail>();
@@ -39,7 +39,7 @@ TEST(CountedContents, AnElementIsABaseAtTheSameAddress) {
   expectSameAddress<ztCAD_commonStructure>(make<ztCAD_TmplStructure>("A"));
 }
 
-TEST(CountedContents, KindsThatTheClassesHaveAreTheSameNumbers) {
+TEST(CountedContents, KindNumbersEqualThoseOfTheClasses) {
   EXPECT_EQ(int{ztCAD_ElementDetail}, int{ztCAD_KindDetail});
   EXPECT_EQ(int{ztCAD_ElementTmplDetail}, int{ztCAD_KindTmplDetail});
   EXPECT_EQ(int{ztCAD_ElementStructure}, int{ztCAD_KindStructure});
@@ -54,29 +54,29 @@ TEST(CountedContents, KindsThatTheClassesHaveAreTheSameNumbers) {
   EXPECT_EQ(int{ztCAD_ElementTmplTriangle}, int{ztCAD_KindTmplTriangle});
 }
 
-TEST(CountedContents, AddAndAppendGoWhereTheFunctionsOfEachKindGo) {
-  forEachDocumentDoor([](auto door) {
-    using Element = typename decltype(door)::Element;
-    SCOPED_TRACE(door.kind);
+TEST(CountedContents, AddAndAppendUseTheContainerOfTheKind) {
+  forEachDocumentKind([](auto kind) {
+    using Element = typename decltype(kind)::Element;
+    SCOPED_TRACE(kind.name);
     const Document document = newDocument();
     Element* const element = make<Element>("first");
-    const std::int32_t kind = ztCAD_getKind(element);
-    EXPECT_NE(kind, ztCAD_ElementNone);
+    const std::int32_t number = ztCAD_getKind(element);
+    EXPECT_NE(number, ztCAD_ElementNone);
     EXPECT_FALSE(ztCAD_addToDoc(element, document.get()));
-    EXPECT_FALSE(door.add(make<Element>("second"), document.get()));
-    ztCAD_Base* const appended = ztCAD_appendToDoc(document.get(), kind);
+    EXPECT_FALSE(kind.add(make<Element>("second"), document.get()));
+    ztCAD_Base* const appended = ztCAD_appendToDoc(document.get(), number);
     ASSERT_NE(appended, nullptr);
-    EXPECT_EQ(ztCAD_getKind(appended), kind);
+    EXPECT_EQ(ztCAD_getKind(appended), number);
 
-    ztCAD_Cont<Element>& container = *door.get(document.get());
+    ztCAD_Cont<Element>& container = *kind.get(document.get());
     ASSERT_EQ(container.size(), 3u);
-    EXPECT_EQ(ztCAD_countInDoc(document.get(), kind), 3);
+    EXPECT_EQ(ztCAD_countInDoc(document.get(), number), 3);
     EXPECT_EQ(static_cast<ztCAD_Base*>(&container.back()), appended);
-    EXPECT_EQ(ztCAD_getFromDoc(document.get(), kind, 0), &container.front());
-    EXPECT_NE(ztCAD_getFromDoc(document.get(), kind, 0), element) << "a copy";
+    EXPECT_EQ(ztCAD_getFromDoc(document.get(), number, 0), &container.front());
+    EXPECT_NE(ztCAD_getFromDoc(document.get(), number, 0), element) << "adding stores a copy";
     EXPECT_EQ(container.front().name(), QString("first"));
-    EXPECT_TRUE(ztCAD_removeFromDoc(appended, document.get(), kind));
-    EXPECT_FALSE(ztCAD_removeFromDoc(element, document.get(), kind));
+    EXPECT_TRUE(ztCAD_removeFromDoc(appended, document.get(), number));
+    EXPECT_FALSE(ztCAD_removeFromDoc(element, document.get(), number));
     EXPECT_EQ(container.size(), 2u);
   });
 }
@@ -98,8 +98,8 @@ TEST(CountedContents, IndexAndListFollowTheContainer) {
   EXPECT_EQ(index, count);
 }
 
-/// Structures in structures, as deep as a file may nest them with `levels` more below the innermost.
-ztCAD_Structure* innermostWithRoomFor(int levels) {
+/// The innermost of nested structures below which a file allows `levels` more levels.
+ztCAD_Structure* innermostWithLevelsLeft(int levels) {
   constexpr int deepest = 256;  // the root is the first level
   ztCAD_Structure* structure = make<ztCAD_Structure>("outermost");
   for (int level = 2; level < deepest - levels; ++level) {
@@ -110,22 +110,22 @@ ztCAD_Structure* innermostWithRoomFor(int levels) {
   return structure;
 }
 
-TEST(CountedContents, NothingIsAppendedWhereItWouldLieTooDeep) {
+TEST(CountedContents, ElementsNestedTooDeepAreNotAppended) {
   const std::int32_t levelsOf[][2] = {
       {ztCAD_ElementPoint, 1},     {ztCAD_ElementSphere, 1},   {ztCAD_ElementPointRef, 1},
       {ztCAD_ElementStructure, 1}, {ztCAD_ElementTriangle, 2}, {ztCAD_ElementLine, 2},
       {ztCAD_ElementDetail, 3},
   };
-  for (int room = 0; room <= 3; ++room) {
-    ztCAD_Structure* const structure = innermostWithRoomFor(room);
+  for (int left = 0; left <= 3; ++left) {
+    ztCAD_Structure* const structure = innermostWithLevelsLeft(left);
     ASSERT_NE(structure, nullptr);
     for (const auto& [kind, levels] : levelsOf)
-      EXPECT_EQ(ztCAD_appendToStructure(structure, kind) != nullptr, levels <= room)
-          << kind << " in " << room;
+      EXPECT_EQ(ztCAD_appendToStructure(structure, kind) != nullptr, levels <= left)
+          << "kind " << kind << ", levels left: " << left;
   }
 }
 
-TEST(CountedContents, AStructureIsAddedItselfToAStructure) {
+TEST(CountedContents, NestedStructuresAreAddedByPointer) {
   auto* const outer = make<ztCAD_Structure>("outer");
   auto* const inner = make<ztCAD_TmplStructure>("inner");
   EXPECT_FALSE(ztCAD_addToStructure(inner, outer));
@@ -134,7 +134,7 @@ TEST(CountedContents, AStructureIsAddedItselfToAStructure) {
   EXPECT_EQ(ztCAD_getKind(inner), ztCAD_ElementTmplStructure);
 }
 
-TEST(CountedContents, ANestedStructureIsLetGoOnceForEachTimeThatItIsHeld) {
+TEST(CountedContents, RemovingANestedStructureEndsOneOfItsNestings) {
   auto* const outer = make<ztCAD_Structure>("outer");
   auto* const inner = make<ztCAD_Structure>("inner");
   auto* const other = make<ztCAD_Structure>("other");
@@ -142,15 +142,15 @@ TEST(CountedContents, ANestedStructureIsLetGoOnceForEachTimeThatItIsHeld) {
     EXPECT_FALSE(ztCAD_addToStructure(nested, outer));
   EXPECT_TRUE(ztCAD_removeFromStructure(inner, outer, ztCAD_ElementStructure));
   EXPECT_EQ(ztCAD_countInStructure(outer, ztCAD_ElementStructure), 2);
-  EXPECT_TRUE(ztCAD_addToStructure(outer, inner)) << "it is held still, so the ring would close";
+  EXPECT_TRUE(ztCAD_addToStructure(outer, inner)) << "still nested once, so this would close a cycle";
   EXPECT_TRUE(ztCAD_removeFromStructure(inner, outer, ztCAD_ElementStructure));
   EXPECT_FALSE(ztCAD_removeFromStructure(inner, outer, ztCAD_ElementStructure));
   EXPECT_EQ(ztCAD_getFromStructure(outer, ztCAD_ElementStructure, 0), other);
-  EXPECT_FALSE(ztCAD_addToStructure(outer, inner)) << "nothing of the earlier tie is left";
+  EXPECT_FALSE(ztCAD_addToStructure(outer, inner)) << "no longer nested";
   EXPECT_EQ(inner->name(), QString("inner"));
 }
 
-TEST(CountedContents, ACloneHoldsCopiesOfAll) {
+TEST(CountedContents, ACloneHoldsCopiesOfAllContent) {
   auto* const outer = make<ztCAD_Structure>("outer");
   ztCAD_setName(ztCAD_appendToStructure(outer, ztCAD_ElementStructure), "A");
   ztCAD_setName(ztCAD_appendToStructure(outer, ztCAD_ElementPoint), "A");

@@ -6,18 +6,18 @@
 
 #include "samples.h"
 
-// What creation functions and setters make of their arguments. Points have tests of their own.
+// How creation functions and setters treat their arguments. Points are tested in points_test.cpp.
 
 namespace {
 
 using Reals = std::vector<double>;
 using Indices = std::vector<std::uint32_t>;
 
-/// The list of three reals each that the sample vertices are.
+/// Coordinates of tetrahedronVertices().
 const Reals corners = {0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1};
 
 template <typename Element>
-void takesAnyName(const char* kind) {
+void expectAnyNameIsAccepted(const char* kind) {
   struct Row {
     const char* name;
     std::string given;
@@ -27,7 +27,7 @@ void takesAnyName(const char* kind) {
       {"empty", "", ""},
       {"Cyrillic in UTF-8", "Ёж", "Ёж"},
       {"Cyrillic in windows-1251", "\xA8\xE6", "Ёж"},
-      {"digit in front", "1 a", "1 a"},
+      {"leading digit", "1 a", "1 a"},
       {"generated name", "A_$1", "A_$1"},
       {"placeholder", "%1", "%1"},
   };
@@ -35,14 +35,14 @@ void takesAnyName(const char* kind) {
     EXPECT_EQ(make<Element>(row.given)->name(), QString(row.kept)) << kind << ", " << row.name;
 }
 
-TEST(Elements, OfEveryKindTakeAnyName) {
-  forEachDocumentDoor([](const auto& door) {
-    using Element = typename std::decay_t<decltype(door)>::Element;
-    takesAnyName<Element>(door.kind);
+TEST(Elements, OfEveryKindAcceptAnyName) {
+  forEachDocumentKind([](const auto& kind) {
+    using Element = typename std::decay_t<decltype(kind)>::Element;
+    expectAnyNameIsAccepted<Element>(kind.name);
   });
 }
 
-TEST(Elements, WithZeroTerminatedNamesAreTheSame) {
+TEST(Elements, AcceptNullTerminatedNames) {
   bool nameIsFree = false;
   const ztCAD_TmplDetail detail;
   EXPECT_EQ(crtTriangle_nostl("Ёж", tetrahedronVertices(), tetrahedronFaces(), nameIsFree)->name(),
@@ -55,9 +55,9 @@ TEST(Elements, WithZeroTerminatedNamesAreTheSame) {
   EXPECT_EQ(crtDetailRef_nostl("Ёж", crtLCS(twelveValues), &detail, nameIsFree)->name(), QString("Ёж"));
 }
 
-/// Calls a creation function twice with the same name; the flag must be written true each time.
+/// Calls a creation function twice with the same name; the flag must be set to true each time.
 template <typename Create>
-void findsNameFreeTwice(const char* function, Create&& create) {
+void expectNameFreeTwice(const char* function, Create&& create) {
   for (int i = 0; i < 2; ++i) {
     bool nameIsFree = false;
     EXPECT_NE(create("same", nameIsFree), nullptr) << function;
@@ -65,41 +65,41 @@ void findsNameFreeTwice(const char* function, Create&& create) {
   }
 }
 
-TEST(Elements, NameIsReportedFreeAlsoForTheSecondOfOneName) {
+TEST(Elements, ADuplicateNameIsReportedAsFree) {
   const auto* vertices = tetrahedronVertices();
   const auto* faces = tetrahedronFaces();
   const auto* lcs = crtLCS(twelveValues);
   const ztCAD_TmplDetail detail;
   using Name = const char*;
-  findsNameFreeTwice("crtPolyline", [&](Name n, bool& f) { return crtPolyline(n, vertices, f); });
-  findsNameFreeTwice("crtTmplLine",
-                     [&](Name n, bool& f) { return crtTmplLine(n, make<ztCAD_Line>("s"), f); });
-  findsNameFreeTwice("crtSphere", [&](Name n, bool& f) { return crtSphere(n, coord(0, 0, 0), 1, f); });
-  findsNameFreeTwice("crtTriangle", [&](Name n, bool& f) { return crtTriangle(n, vertices, faces, f); });
-  findsNameFreeTwice("crtTmplTriangle",
-                     [&](Name n, bool& f) { return crtTmplTriangle(n, make<ztCAD_Triangle>("s"), f); });
-  findsNameFreeTwice("crtStructure", [&](Name n, bool& f) { return crtStructure(n, lcs, f); });
-  findsNameFreeTwice("crtTmplStructure",
-                     [&](Name n, bool& f) { return crtTmplStructure(n, make<ztCAD_Structure>("s"), f); });
-  findsNameFreeTwice("crtPointRef",
-                     [&](Name n, bool& f) { return crtPointRef(n, lcs, make<ztCAD_TmplPoint>("t"), f); });
-  findsNameFreeTwice("crtLineRef",
-                     [&](Name n, bool& f) { return crtLineRef(n, lcs, make<ztCAD_TmplLine>("t"), f); });
-  findsNameFreeTwice("crtTriangleRef", [&](Name n, bool& f) {
+  expectNameFreeTwice("crtPolyline", [&](Name n, bool& f) { return crtPolyline(n, vertices, f); });
+  expectNameFreeTwice("crtTmplLine",
+                      [&](Name n, bool& f) { return crtTmplLine(n, make<ztCAD_Line>("s"), f); });
+  expectNameFreeTwice("crtSphere", [&](Name n, bool& f) { return crtSphere(n, coord(0, 0, 0), 1, f); });
+  expectNameFreeTwice("crtTriangle", [&](Name n, bool& f) { return crtTriangle(n, vertices, faces, f); });
+  expectNameFreeTwice("crtTmplTriangle",
+                      [&](Name n, bool& f) { return crtTmplTriangle(n, make<ztCAD_Triangle>("s"), f); });
+  expectNameFreeTwice("crtStructure", [&](Name n, bool& f) { return crtStructure(n, lcs, f); });
+  expectNameFreeTwice("crtTmplStructure",
+                      [&](Name n, bool& f) { return crtTmplStructure(n, make<ztCAD_Structure>("s"), f); });
+  expectNameFreeTwice("crtPointRef",
+                      [&](Name n, bool& f) { return crtPointRef(n, lcs, make<ztCAD_TmplPoint>("t"), f); });
+  expectNameFreeTwice("crtLineRef",
+                      [&](Name n, bool& f) { return crtLineRef(n, lcs, make<ztCAD_TmplLine>("t"), f); });
+  expectNameFreeTwice("crtTriangleRef", [&](Name n, bool& f) {
     return crtTriangleRef(n, lcs, make<ztCAD_TmplTriangle>("t"), f);
   });
-  findsNameFreeTwice("crtElementMipRef", [&](Name n, bool& f) {
+  expectNameFreeTwice("crtElementMipRef", [&](Name n, bool& f) {
     return crtElementMipRef(n, lcs, make<ztCAD_TmplElementMIP>("t"), f);
   });
-  findsNameFreeTwice("crtStructureRef", [&](Name n, bool& f) {
+  expectNameFreeTwice("crtStructureRef", [&](Name n, bool& f) {
     return crtStructureRef(n, lcs, make<ztCAD_TmplStructure>("t"), f);
   });
-  findsNameFreeTwice("crtDetailRef", [&](Name n, bool& f) { return crtDetailRef(n, lcs, &detail, f); });
+  expectNameFreeTwice("crtDetailRef", [&](Name n, bool& f) { return crtDetailRef(n, lcs, &detail, f); });
 }
 
 // ------------------------------------------------------------------------------------------------------- geometry
 
-TEST(Lines, HoldACopyOfTheirVertices) {
+TEST(Lines, CopyTheirVertices) {
   ztCAD_Vertices* vertices = tetrahedronVertices();
   bool nameIsFree = false;
   const ztCAD_Line* line = crtPolyline("L", vertices, nameIsFree);
@@ -109,12 +109,12 @@ TEST(Lines, HoldACopyOfTheirVertices) {
   EXPECT_FALSE(line->readOk());
 }
 
-TEST(Lines, MayBeEmpty) {
+TEST(Lines, CanBeEmpty) {
   bool nameIsFree = false;
   EXPECT_TRUE(crtPolyline("L", crtVertices(), nameIsFree)->vertices().coordinates().empty());
 }
 
-TEST(Lines, TemplateTakesTheVerticesAlone) {
+TEST(Lines, TemplateCopiesOnlyTheVertices) {
   ztCAD_Line* source = make<ztCAD_Line>("source");
   source->property().attributes().setComment("c");
   bool nameIsFree = false;
@@ -127,7 +127,7 @@ TEST(Lines, TemplateTakesTheVerticesAlone) {
   EXPECT_EQ(source->name(), QString("source"));
 }
 
-TEST(Spheres, HoldCenterAndAnyRadius) {
+TEST(Spheres, KeepCenterAndAnyRadius) {
   for (const double radius : {4.0, 0.0, -1.0, 1e300, std::numeric_limits<double>::infinity()}) {
     bool nameIsFree = false;
     const ztCAD_Sphere* sphere = crtSphere("S", coord(1, 2, 3), radius, nameIsFree);
@@ -138,7 +138,7 @@ TEST(Spheres, HoldCenterAndAnyRadius) {
   }
 }
 
-TEST(Solids, HoldCopiesOfTheirLists) {
+TEST(Solids, CopyTheirLists) {
   ztCAD_Vertices* vertices = tetrahedronVertices();
   ztCAD_Faces* faces = tetrahedronFaces();
   bool nameIsFree = false;
@@ -151,7 +151,7 @@ TEST(Solids, HoldCopiesOfTheirLists) {
   EXPECT_FALSE(solid->hasMIP());
 }
 
-TEST(Solids, IndicesAreNotComparedWithTheVertices) {
+TEST(Solids, IndicesAreNotCheckedAgainstTheVertices) {
   const std::uint32_t huge = 4294967295u;
   ztCAD_Faces* faces = crtFaces();
   addFacet(crtFacet(&huge, &huge, &huge), faces);
@@ -160,7 +160,7 @@ TEST(Solids, IndicesAreNotComparedWithTheVertices) {
             (Indices{huge, huge, huge}));
 }
 
-TEST(Solids, TemplateTakesTheListsAlone) {
+TEST(Solids, TemplateCopiesOnlyTheLists) {
   ztCAD_Triangle* source = make<ztCAD_Triangle>("source");
   source->setMip(*crtMIP(tenValues));
   source->property().attributes().setComment("c");
@@ -187,7 +187,7 @@ TEST(MassInertia, RecordKeepsItsValues) {
   }
 }
 
-TEST(MassInertia, ElementAndTemplateHoldTheRecord) {
+TEST(MassInertia, ElementAndTemplateKeepTheRecord) {
   const auto* element = make<ztCAD_ElementMIP>("M");
   const auto* tmpl = make<ztCAD_TmplElementMIP>("M");
   ASSERT_TRUE(element->record() && tmpl->record());
@@ -196,7 +196,7 @@ TEST(MassInertia, ElementAndTemplateHoldTheRecord) {
   EXPECT_EQ(element->method().method(), QString("MIP"));
 }
 
-TEST(MassInertia, ElementOfAShortRecordHasNoneAndIsNotWritten) {
+TEST(MassInertia, AnIncompleteRecordIsIgnoredAndTheElementNotSaved) {
   const Document document = newDocument();
   const Reals nine(9, 1.0);
   EXPECT_FALSE(crtMipElement("M", crtMIP(nine))->hasMIP());
@@ -205,7 +205,7 @@ TEST(MassInertia, ElementOfAShortRecordHasNoneAndIsNotWritten) {
   EXPECT_EQ(savedBytes(document.get()).find("MIP"), std::string::npos);
 }
 
-TEST(MassInertia, OfASphereIsReplacedByCompleteRecordsOnly) {
+TEST(MassInertia, OfASphereIsReplacedOnlyByCompleteRecords) {
   auto* sphere = make<ztCAD_Sphere>("S");
   setMIP(crtMIP(Reals(9, 1.0)), sphere);
   EXPECT_FALSE(sphere->hasMIP());
@@ -221,7 +221,7 @@ TEST(MassInertia, OfASphereIsReplacedByCompleteRecordsOnly) {
 
 // --------------------------------------------------------------------------------------------- structures, references
 
-TEST(Structures, HoldTheirCoordinateSystem) {
+TEST(Structures, KeepTheirCoordinateSystem) {
   const auto* placed = make<ztCAD_Structure>("S");
   ASSERT_TRUE(placed->property().lcs());
   EXPECT_EQ(placed->property().lcs()->values(), twelveValues);
@@ -232,7 +232,7 @@ TEST(Structures, HoldTheirCoordinateSystem) {
   EXPECT_TRUE(unplaced->structures().empty());
 }
 
-TEST(Structures, TemplateTakesEverythingAndSharesWhatIsNested) {
+TEST(Structures, TemplateCopiesTheContentAndSharesNestedStructures) {
   auto* source = make<ztCAD_Structure>("source");
   auto* nested = make<ztCAD_Structure>("nested");
   source->property().attributes().setComment("c");
@@ -255,7 +255,7 @@ TEST(Structures, TemplateTakesEverythingAndSharesWhatIsNested) {
 }
 
 template <typename Reference>
-void namesItsTemplate(const Reals& placement) {
+void expectReferenceToItsTemplate(const Reals& placement) {
   const auto* reference = make<Reference>("R");
   EXPECT_EQ(reference->archetype().templateName(), QString("T"));
   EXPECT_EQ(reference->archetype().file(), QString(""));
@@ -264,15 +264,17 @@ void namesItsTemplate(const Reals& placement) {
   EXPECT_FALSE(reference->property().lcs());
 }
 
-TEST(References, NameTheirTemplateAndBecomeModelSystems) {
-  namesItsTemplate<ztCAD_PointRef>(twelveValues);
-  namesItsTemplate<ztCAD_LineRef>(twelveValues);
-  namesItsTemplate<ztCAD_TriangleRef>(twelveValues);
-  namesItsTemplate<ztCAD_ElementMipRef>(twelveValues);
-  namesItsTemplate<ztCAD_StructureRef>(twelveValues);
+TEST(References, NameTheirTemplateAndArePlacedInTheModelSystem) {
+  expectReferenceToItsTemplate<ztCAD_PointRef>(twelveValues);
+  expectReferenceToItsTemplate<ztCAD_LineRef>(twelveValues);
+  expectReferenceToItsTemplate<ztCAD_TriangleRef>(twelveValues);
+  expectReferenceToItsTemplate<ztCAD_ElementMipRef>(twelveValues);
+  expectReferenceToItsTemplate<ztCAD_StructureRef>(twelveValues);
 }
 
-TEST(References, NewDetailReferenceStartsAtTheDefaultPlacement) { namesItsTemplate<ztCAD_DetailRef>({}); }
+TEST(References, ANewDetailReferenceHasTheDefaultPlacement) {
+  expectReferenceToItsTemplate<ztCAD_DetailRef>({});
+}
 
 TEST(References, AreWrittenWithTheirPlacementAsMcs) {
   const Document document = newDocument();
@@ -303,7 +305,7 @@ CommonProperty fullRecord() {
 }
 
 template <typename Element>
-void takesProperties() {
+void expectPropertiesAreReplaced() {
   auto* element = make<Element>("A");
   setCommonProperty(fullRecord(), element);
   const ztCAD_cmnProperty& block = element->property();
@@ -321,20 +323,20 @@ void takesProperties() {
   EXPECT_EQ(block.attributes().inform(), QString(""));
   EXPECT_FALSE(block.showable().color().isSet());
   EXPECT_FALSE(block.showable().visible().isSet());
-  ASSERT_TRUE(block.lcs()) << "a record without a coordinate system leaves the one that is there";
+  ASSERT_TRUE(block.lcs()) << "a record without a coordinate system keeps the present one";
   EXPECT_EQ(block.lcs()->values(), Reals(12, 5.0));
 }
 
-TEST(Properties, OfEachKindAreReplacedAndTheNameStays) {
-  takesProperties<ztCAD_Point>();
-  takesProperties<ztCAD_Line>();
-  takesProperties<ztCAD_Sphere>();
-  takesProperties<ztCAD_Structure>();
-  takesProperties<ztCAD_TmplStructure>();
-  takesProperties<ztCAD_Triangle>();
+TEST(Properties, OfEachKindAreReplacedExceptForTheName) {
+  expectPropertiesAreReplaced<ztCAD_Point>();
+  expectPropertiesAreReplaced<ztCAD_Line>();
+  expectPropertiesAreReplaced<ztCAD_Sphere>();
+  expectPropertiesAreReplaced<ztCAD_Structure>();
+  expectPropertiesAreReplaced<ztCAD_TmplStructure>();
+  expectPropertiesAreReplaced<ztCAD_Triangle>();
 }
 
-TEST(Properties, OfMassInertiaElementsLeaveColourAndVisibility) {
+TEST(Properties, OfMassInertiaElementsKeepColourAndVisibility) {
   auto* element = make<ztCAD_ElementMIP>("M");
   element->property().showable().setColor(ztCAD_Color(1, 2, 3));
   element->property().showable().setVisible(ztCAD_Visible(true));
@@ -357,7 +359,7 @@ TEST(Properties, OfMassInertiaElementsLeaveColourAndVisibility) {
   EXPECT_EQ(element->record()->values(), tenValues);
 }
 
-TEST(CoordinateSystems, ArrayOfTwelveIsTheSameAsAVector) {
+TEST(CoordinateSystems, CanBeCreatedFromAnArray) {
   const ztCAD_LCS* fromArray = crtLCS_nostl(twelveValues.data());
   EXPECT_EQ(fromArray->values(), crtLCS(twelveValues)->values());
   EXPECT_TRUE(fromArray->isLocal());

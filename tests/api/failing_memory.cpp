@@ -11,10 +11,10 @@
 
 namespace {
 
-constexpr long never = -1;
-std::atomic<long> grantsLeft{never};  // 0: the next one is refused
-std::atomic<bool> refusesForGood{false};
-std::atomic<bool> refused{false};
+constexpr long unlimited = -1;
+std::atomic<long> grantsLeft{unlimited};  // 0: the next allocation fails
+std::atomic<bool> failsPermanently{false};
+std::atomic<bool> failed{false};
 
 std::atomic<const char*> watchedDocument{nullptr};
 std::atomic<const char*> watchedElement{nullptr};
@@ -24,19 +24,19 @@ bool isQt(const void* code) {
   return dladdr(code, &module) != 0 && module.dli_fname && std::strstr(module.dli_fname, "/libQt5");
 }
 
-bool isRefused(const void* caller) {
-  if (grantsLeft == never || isQt(caller)) return false;
+bool mustFail(const void* caller) {
+  if (grantsLeft == unlimited || isQt(caller)) return false;
   if (grantsLeft > 0) {
     --grantsLeft;
     return false;
   }
-  if (!refusesForGood) grantsLeft = never;
-  refused = true;
+  if (!failsPermanently) grantsLeft = unlimited;
+  failed = true;
   return true;
 }
 
 void* allocate(std::size_t size, const void* caller) noexcept {
-  return isRefused(caller) ? nullptr : std::malloc(size == 0 ? 1 : size);
+  return mustFail(caller) ? nullptr : std::malloc(size == 0 ? 1 : size);
 }
 
 void* allocateOrThrow(std::size_t size, const void* caller) {
@@ -45,32 +45,32 @@ void* allocateOrThrow(std::size_t size, const void* caller) {
   return memory;
 }
 
-void tellIfInside(const char* begin, const char* end, const char* watched, const char* text,
-                  std::size_t size) {
+void printIfInside(const char* begin, const char* end, const char* watched, const char* text,
+                   std::size_t size) {
   if (watched && begin <= watched && watched < end && write(STDERR_FILENO, text, size) < 0) std::abort();
 }
 
 void release(void* memory) noexcept {
   const auto* begin = static_cast<const char*>(memory);
   const char* end = begin + (memory ? malloc_usable_size(memory) : 0);
-  tellIfInside(begin, end, watchedDocument, "document released\n", 18);
-  tellIfInside(begin, end, watchedElement, "element released\n", 17);
+  printIfInside(begin, end, watchedDocument, "document released\n", 18);
+  printIfInside(begin, end, watchedElement, "element released\n", 17);
   std::free(memory);
 }
 
 }  // namespace
 
 FailingMemory::FailingMemory(long granted, Mode mode) {
-  refused = false;
-  refusesForGood = mode == Mode::ForGood;
+  failed = false;
+  failsPermanently = mode == Mode::Permanently;
   grantsLeft = granted;
 }
 
-FailingMemory::~FailingMemory() { grantsLeft = never; }
+FailingMemory::~FailingMemory() { grantsLeft = unlimited; }
 
-bool FailingMemory::hasRefused() const { return refused; }
+bool FailingMemory::hasFailed() const { return failed; }
 
-void tellWhenReleased(const void* document, const void* element) {
+void printWhenReleased(const void* document, const void* element) {
   watchedDocument = static_cast<const char*>(document);
   watchedElement = static_cast<const char*>(element);
 }

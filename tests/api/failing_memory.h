@@ -1,24 +1,25 @@
 #pragma once
 
-/// Memory that can be made to run out: this test program brings its own `operator new`, which the library uses too.
-/// What Qt's own code asks for is always given, because Qt does not survive every refusal.
+/// Makes allocations fail: the test program replaces `operator new`, which the library uses too. Allocations
+/// made by Qt's own code always succeed, because Qt does not survive every failure.
 class FailingMemory {
  public:
   enum class Mode {
-    Once,    ///< one piece of memory is refused, the next ones are given again
-    ForGood  ///< that piece and every later one are refused
+    Once,        ///< one allocation fails, later ones succeed again
+    Permanently  ///< that allocation and all later ones fail
   };
 
-  /// Refuses the piece that is asked for after `granted` others, while this object lives. One at a time.
+  /// While this object lives, the allocation after `granted` successful ones fails. Only one object may exist
+  /// at a time.
   FailingMemory(long granted, Mode mode);
   ~FailingMemory();
   FailingMemory(const FailingMemory&) = delete;
   FailingMemory& operator=(const FailingMemory&) = delete;
 
-  /// Whether anything was refused so far.
-  bool hasRefused() const;
+  /// Whether an allocation has failed since construction.
+  bool hasFailed() const;
 };
 
-/// Tells on the standard error stream when a block of memory that holds one of these addresses is given back; both may
-/// be null. For the end of the process, after which nobody can ask any more.
-void tellWhenReleased(const void* document, const void* element);
+/// Prints a line to standard error when a memory block that contains one of these addresses is freed; both
+/// may be null. Used for the end of the process, when nothing can be queried any more.
+void printWhenReleased(const void* document, const void* element);

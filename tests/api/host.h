@@ -8,17 +8,17 @@
 
 #include "temporary_files.h"
 
-// What the tests, as hosts of the library, have in common.
+// Shared by tests that use the library as a host does.
 
-struct DocumentEnd {
+struct DocumentDeleter {
   void operator()(ztCAD_GMDDocument* document) const { DeleteGMDDoc(document); }
 };
 /// A document that is deleted at the end of its scope.
-using Document = std::unique_ptr<ztCAD_GMDDocument, DocumentEnd>;
+using Document = std::unique_ptr<ztCAD_GMDDocument, DocumentDeleter>;
 
 inline Document newDocument(const std::string& inform = {}) { return Document(crtGMDDocument(inform)); }
 
-/// What loading answers.
+/// The document and the outputs of loading a file.
 struct Loaded {
   Document document;
   std::int32_t code = -1;
@@ -31,6 +31,7 @@ inline Loaded loadFile(const std::string& fileName) {
   return loaded;
 }
 
+/// The document and the outputs of loading a string.
 struct Parsed {
   Document document;
   bool parsed = false;

@@ -11,7 +11,7 @@
 #include "host.h"
 #include "random_seed.h"
 
-// A process that dies in the middle of a save, at any moment.
+// A process that is killed at an arbitrary moment of a save.
 
 namespace {
 
@@ -23,7 +23,7 @@ Document manyPoints(const std::string& name, int count) {
   return document;
 }
 
-/// Saves both in turns, without end.
+/// Saves both documents alternately, forever.
 [[noreturn]] void saveForever(ztCAD_GMDDocument* one, ztCAD_GMDDocument* other, const std::string& file) {
   while (true) {
     SaveGMDDocument(one, file);
@@ -38,14 +38,14 @@ class KilledSave : public testing::Test {
   const Document one = manyPoints("one", 3000);
   const Document other = manyPoints("other", 4000);
 
-  int microsecondsOfASave() const {
+  int saveDurationInMicroseconds() const {
     using namespace std::chrono;
     const auto before = steady_clock::now();
     SaveGMDDocument(one.get(), target);
     return 1 + static_cast<int>(duration_cast<microseconds>(steady_clock::now() - before).count());
   }
 
-  /// Starts a process that saves, and kills it after so many microseconds.
+  /// Starts a process that saves and kills it after the given time.
   void killAfter(useconds_t microseconds) const {
     const pid_t child = fork();
     ASSERT_GE(child, 0);
@@ -55,8 +55,8 @@ class KilledSave : public testing::Test {
     ASSERT_EQ(waitpid(child, nullptr, 0), child);
   }
 
-  /// Where the file system knows no files without a name, a killed save leaves its temporary file beside the target.
-  void removeRemains() const {
+  /// On a file system without unnamed files, a killed save leaves its temporary file next to the target.
+  void removeTemporaryFiles() const {
     for (const std::string& name : files.names()) {
       if (name == "document.xml") continue;
       EXPECT_EQ(name.rfind("document.xml.", 0), 0U) << name;
@@ -65,11 +65,11 @@ class KilledSave : public testing::Test {
   }
 };
 
-TEST_F(KilledSave, LeavesOneOfTheTwoDocumentsWhole) {
+TEST_F(KilledSave, LeavesTheOldOrTheNewDocumentComplete) {
   const std::string texts[] = {savedBytes(one.get()), savedBytes(other.get())};
   Dice dice(randomSeed());
   int changed = 0;
-  double wait = microsecondsOfASave();
+  double wait = saveDurationInMicroseconds();
   SaveGMDDocument(one.get(), target);
   for (int round = 0; round < 300; ++round) {
     killAfter(static_cast<useconds_t>(dice.roll(1 + static_cast<int>(2 * wait))));
@@ -78,20 +78,21 @@ TEST_F(KilledSave, LeavesOneOfTheTwoDocumentsWhole) {
         << "round " << round << ": " << found.size() << " bytes";
     const bool isChanged = found == texts[1];
     changed += isChanged ? 1 : 0;
-    // the kills come about the end of the first save, however busy the machine is and becomes
-    constexpr double longest = 2e6;
-    wait = std::min(longest, wait * (isChanged ? 0.9 : 1.1));
-    removeRemains();
+    // adjusts the wait so that the kills fall around the end of the first save, whatever the load of the
+    // machine
+    constexpr double longestWait = 2e6;
+    wait = std::min(longestWait, wait * (isChanged ? 0.9 : 1.1));
+    removeTemporaryFiles();
     if (isChanged) SaveGMDDocument(one.get(), target);
   }
   EXPECT_GT(changed, 10);
   EXPECT_LT(changed, 290);
 }
 
-TEST_F(KilledSave, IsMadeUpForByTheNext) {
+TEST_F(KilledSave, DoesNotHinderTheNextSave) {
   for (int round = 0; round < 20; ++round)
     killAfter(static_cast<useconds_t>(1000 * round));
-  SaveGMDDocument(one.get(), target);  // with what the others left beside it
+  SaveGMDDocument(one.get(), target);  // temporary files of the killed saves may exist
   EXPECT_EQ(bytesOf(target), savedBytes(one.get()));
 }
 

@@ -8,7 +8,7 @@
 
 #include "samples.h"
 
-// What a document may ask for, on a thread whose stack is small: a host's own threads may have no more.
+// Documents of extreme shape, processed on a thread with a small stack, as the threads of a host may have.
 
 namespace {
 
@@ -17,10 +17,10 @@ void* runWork(void* work) {
   return nullptr;
 }
 
-void onASmallStack(std::function<void()> work) {
+void runOnSmallStack(std::function<void()> work) {
   constexpr std::size_t mebibyte = 1048576;
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-  constexpr std::size_t stack = 8 * mebibyte;  // instrumented functions take several times as much
+  constexpr std::size_t stack = 8 * mebibyte;  // instrumented functions need several times as much
 #else
   constexpr std::size_t stack = mebibyte;
 #endif
@@ -44,7 +44,7 @@ std::string nestedStructures(int levels) {
   return "<GMD>" + repeated("<structure name='S'>", levels) + repeated("</structure>", levels) + "</GMD>";
 }
 
-/// A few declarations that make ten times as many characters of each other.
+/// Entity declarations each of which expands to ten times the length of the one before.
 std::string billionLaughs() {
   std::string text = "<!DOCTYPE GMD [<!ENTITY l0 'ha'>";
   for (int i = 1; i < 10; ++i)
@@ -70,7 +70,7 @@ class SmallStack : public testing::TestWithParam<Row> {};
 TEST_P(SmallStack, IsEnough) {
   const TemporaryFiles files;
   const std::string file = files.put("document.xml", GetParam().xml);
-  onASmallStack([&] {
+  runOnSmallStack([&] {
     const Loaded loaded = loadFile(file);
     EXPECT_EQ(loaded.code, GetParam().code);
     const Parsed parsed = parse(GetParam().xml);
@@ -82,28 +82,26 @@ TEST_P(SmallStack, IsEnough) {
   });
 }
 
-// An instruction takes a document to Qt's parser and its tree.
+// A processing instruction is not plain XML, so the document is read through Qt's parser and a DOM tree.
 INSTANTIATE_TEST_SUITE_P(
     Rows, SmallStack,
-    testing::Values(Row{"TheDeepestStructures", nestedStructures(255), 0},
-                    Row{"TheDeepestStructuresThroughATree", nestedStructures(255) + "<?end?>", 0},
-                    Row{"OneStructureTooDeep", nestedStructures(256), 110},
-                    Row{"OneStructureTooDeepThroughATree", nestedStructures(256) + "<?end?>", 110},
-                    Row{"TheDeepestUnknownElements",
-                        "<GMD>" + repeated("<x>", 255) + repeated("</x>", 255) + "</GMD>", 0},
-                    Row{"AMillionOpenTags", "<GMD>" + repeated("<x>", 1000000), 110},
-                    Row{"AMillionStructures", nestedStructures(1000000), 110},
-                    Row{"AMillionParentheses", "<!DOCTYPE GMD [<!ELEMENT GMD " + repeated("(", 1000000), 110},
-                    Row{"BillionLaughs", billionLaughs(), 110},
-                    Row{"QuadraticBlowUp", quadraticBlowUp(), 110},
-                    Row{"ExternalEntity",
-                        "<!DOCTYPE GMD [<!ENTITY e SYSTEM 'file:///etc/passwd'>]><GMD>&e;</GMD>", 110},
-                    Row{"AMillionAttributes",
-                        "<GMD><point name='P' center='1'" + repeated(" a='1'", 1000000) + "/></GMD>", 0}),
+    testing::Values(
+        Row{"DeepestStructures", nestedStructures(255), 0},
+        Row{"DeepestStructuresThroughDom", nestedStructures(255) + "<?end?>", 0},
+        Row{"OneStructureTooDeep", nestedStructures(256), 110},
+        Row{"OneStructureTooDeepThroughDom", nestedStructures(256) + "<?end?>", 110},
+        Row{"DeepestUnknownElements", "<GMD>" + repeated("<x>", 255) + repeated("</x>", 255) + "</GMD>", 0},
+        Row{"AMillionOpenTags", "<GMD>" + repeated("<x>", 1000000), 110},
+        Row{"AMillionStructures", nestedStructures(1000000), 110},
+        Row{"AMillionParentheses", "<!DOCTYPE GMD [<!ELEMENT GMD " + repeated("(", 1000000), 110},
+        Row{"BillionLaughs", billionLaughs(), 110}, Row{"QuadraticBlowUp", quadraticBlowUp(), 110},
+        Row{"ExternalEntity", "<!DOCTYPE GMD [<!ENTITY e SYSTEM 'file:///etc/passwd'>]><GMD>&e;</GMD>", 110},
+        Row{"AMillionAttributes",
+            "<GMD><point name='P' center='1'" + repeated(" a='1'", 1000000) + "/></GMD>", 0}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(Limits, StructuresNestedByFunctionsEndWhereAFileDoes) {
-  onASmallStack([] {
+TEST(Limits, FunctionsNestStructuresAsDeepAsAFile) {
+  runOnSmallStack([] {
     ztCAD_Structure* const outermost = make<ztCAD_Structure>("S");
     ztCAD_Structure* innermost = outermost;
     int levels = 1;
@@ -122,19 +120,20 @@ TEST(Limits, StructuresNestedByFunctionsEndWhereAFileDoes) {
   });
 }
 
-/// Memory that this process has touched at most, in bytes.
+/// Peak resident memory of this process in bytes.
 std::size_t peakMemory() {
   rusage usage = {};
   getrusage(RUSAGE_SELF, &usage);
   return static_cast<std::size_t>(usage.ru_maxrss) * 1024;
 }
 
-TEST(Limits, FilesTooLongForATextAreRefusedUnread) {
+TEST(Limits, FilesTooLongForAStringAreRefusedWithoutReading) {
   const TemporaryFiles files;
   constexpr off_t gibibyte = 1073741824;
   const std::string file = files.put("document.xml", "<GMD/>");
   for (const off_t size : {gibibyte, 3 * gibibyte, 5 * gibibyte}) {
-    if (truncate(file.c_str(), size) != 0) GTEST_SKIP() << "no file with a hole of that size here";
+    if (truncate(file.c_str(), size) != 0)
+      GTEST_SKIP() << "the file system does not support a sparse file of " << size << " bytes";
     const std::size_t before = peakMemory();
     const Loaded loaded = loadFile(file);
     EXPECT_EQ(loaded.code, 110) << size;

@@ -10,107 +10,107 @@
 #include <sanitizer/lsan_interface.h>
 #endif
 
-// What leaves the library when memory runs out: no exception, but the failure value of each function. Every single
-// piece of memory that a call asks for is refused in turn.
+// When memory runs out, each function returns its failure value and no exception leaves the library. Every
+// allocation of a call fails in turn.
 
 namespace {
 
-const std::string longName(100, 'n');  // too long to be held without memory of its own
+const std::string longName(100, 'n');  // too long for the small string optimisation
 
 struct Row {
   const char* name;
-  /// Prepares a call, makes it while `grant` pieces are given, and tells whether one was refused. With a refusal the
-  /// failure value is expected, else the success.
+  /// Prepares and makes a call in which the allocation after `granted` successful ones fails; returns whether
+  /// an allocation failed. Expects the failure value if so, otherwise success.
   bool (*call)(long granted, FailingMemory::Mode mode);
 };
 
 void PrintTo(const Row& row, std::ostream* out) { *out << row.name; }
 
-/// Makes `call` with memory running out; whether a piece was refused.
+/// Makes `call` with a failing allocation; returns whether an allocation failed.
 template <typename Call>
-bool refusedDuring(long granted, FailingMemory::Mode mode, Call&& call) {
+bool failsDuring(long granted, FailingMemory::Mode mode, Call&& call) {
   const FailingMemory memory(granted, mode);
   call();
-  return memory.hasRefused();
+  return memory.hasFailed();
 }
 
-/// A row for a function that creates something: null when memory is refused.
+/// A row for a creation function: returns null if an allocation fails.
 template <typename Create>
-bool creates(long granted, FailingMemory::Mode mode, Create&& create) {
+bool failsToCreate(long granted, FailingMemory::Mode mode, Create&& create) {
   const void* made = nullptr;
-  const bool refused = refusedDuring(granted, mode, [&] { made = create(); });
-  EXPECT_EQ(made == nullptr, refused);
-  return refused;
+  const bool failed = failsDuring(granted, mode, [&] { made = create(); });
+  EXPECT_EQ(made == nullptr, failed);
+  return failed;
 }
 
 const Row rows[] = {
     {"crtGMDDocument",
      [](long granted, FailingMemory::Mode mode) {
        Document document;
-       const bool refused = refusedDuring(granted, mode, [&] { document.reset(crtGMDDocument(longName)); });
-       EXPECT_EQ(document == nullptr, refused);
-       return refused;
+       const bool failed = failsDuring(granted, mode, [&] { document.reset(crtGMDDocument(longName)); });
+       EXPECT_EQ(document == nullptr, failed);
+       return failed;
      }},
     {"crtGMDDocument_nostl",
      [](long granted, FailingMemory::Mode mode) {
        Document document;
        const char* inform = longName.c_str();
-       const bool refused =
-           refusedDuring(granted, mode, [&] { document.reset(crtGMDDocument_nostl(inform)); });
-       EXPECT_EQ(document == nullptr, refused);
-       return refused;
+       const bool failed =
+           failsDuring(granted, mode, [&] { document.reset(crtGMDDocument_nostl(inform)); });
+       EXPECT_EQ(document == nullptr, failed);
+       return failed;
      }},
     {"crtHeader",
      [](long granted, FailingMemory::Mode mode) {
-       return creates(granted, mode, [] { return crtHeader(); });
+       return failsToCreate(granted, mode, [] { return crtHeader(); });
      }},
     {"crtGMDDocumentFromFile",
      [](long granted, FailingMemory::Mode mode) {
        const TemporaryFiles files;
        const std::string file = files.put("a.xml", "<GMD><header inform='i'/><point name='A'/></GMD>");
        Loaded loaded;
-       const bool refused = refusedDuring(granted, mode, [&] {
+       const bool failed = failsDuring(granted, mode, [&] {
          loaded.document.reset(crtGMDDocumentFromFile(file, loaded.code, loaded.fault));
        });
-       EXPECT_EQ(loaded.code, refused ? 110 : 0);
-       EXPECT_EQ(loaded.fault, !refused);
-       EXPECT_TRUE(refused || loaded.document);
-       EXPECT_TRUE(!refused || !loaded.document || ztCAD_getPoints(loaded.document.get())->empty());
-       return refused;
+       EXPECT_EQ(loaded.code, failed ? 110 : 0);
+       EXPECT_EQ(loaded.fault, !failed);
+       EXPECT_TRUE(failed || loaded.document);
+       EXPECT_TRUE(!failed || !loaded.document || ztCAD_getPoints(loaded.document.get())->empty());
+       return failed;
      }},
     {"crtGMDDocumentFromStdString",
      [](long granted, FailingMemory::Mode mode) {
        const std::string xml = "<GMD><header inform='i'/><point name='A'/></GMD>";
        Parsed parsed;
-       const bool refused = refusedDuring(granted, mode, [&] {
+       const bool failed = failsDuring(granted, mode, [&] {
          parsed.document.reset(
              crtGMDDocumentFromStdString(xml, parsed.parsed, parsed.message, parsed.line, parsed.column));
        });
-       EXPECT_EQ(parsed.parsed, !refused);
+       EXPECT_EQ(parsed.parsed, !failed);
        EXPECT_EQ(parsed.message, "");
        EXPECT_EQ(parsed.line, 0);
        EXPECT_EQ(parsed.column, 0);
-       EXPECT_TRUE(refused || parsed.document);
-       return refused;
+       EXPECT_TRUE(failed || parsed.document);
+       return failed;
      }},
     {"GMDDocumentToString, text",
      [](long granted, FailingMemory::Mode mode) {
        const Document document = newDocument();
        addPointToDoc(pointNamed("A"), document.get());
        std::string text = "earlier";
-       const bool refused =
-           refusedDuring(granted, mode, [&] { GMDDocumentToString(document.get(), text, true); });
-       EXPECT_EQ(text.empty(), refused);
-       return refused;
+       const bool failed =
+           failsDuring(granted, mode, [&] { GMDDocumentToString(document.get(), text, true); });
+       EXPECT_EQ(text.empty(), failed);
+       return failed;
      }},
     {"GMDDocumentToString, XML",
      [](long granted, FailingMemory::Mode mode) {
        const Parsed parsed = parse("<GMD><point name='A' center='1'/></GMD>");
        std::string text = "earlier";
-       const bool refused =
-           refusedDuring(granted, mode, [&] { GMDDocumentToString(parsed.document.get(), text, false); });
-       EXPECT_EQ(text.empty(), refused);
-       return refused;
+       const bool failed =
+           failsDuring(granted, mode, [&] { GMDDocumentToString(parsed.document.get(), text, false); });
+       EXPECT_EQ(text.empty(), failed);
+       return failed;
      }},
     {"SaveGMDDocument",
      [](long granted, FailingMemory::Mode mode) {
@@ -118,21 +118,21 @@ const Row rows[] = {
        const std::string file = files.put("a.xml", "earlier");
        const Document document = newDocument();
        addPointToDoc(pointNamed("A"), document.get());
-       const bool refused = refusedDuring(granted, mode, [&] { SaveGMDDocument(document.get(), file); });
-       EXPECT_EQ(bytesOf(file) == "earlier", refused);
+       const bool failed = failsDuring(granted, mode, [&] { SaveGMDDocument(document.get(), file); });
+       EXPECT_EQ(bytesOf(file) == "earlier", failed);
        EXPECT_EQ(files.names(), Names{"a.xml"});
-       return refused;
+       return failed;
      }},
     {"SaveGMDDocument_nostl",
      [](long granted, FailingMemory::Mode mode) {
        const TemporaryFiles files;
        const std::string file = files.put("a.xml", "earlier");
        const Document document = newDocument();
-       const bool refused =
-           refusedDuring(granted, mode, [&] { SaveGMDDocument_nostl(document.get(), file.c_str()); });
-       EXPECT_EQ(bytesOf(file) == "earlier", refused);
+       const bool failed =
+           failsDuring(granted, mode, [&] { SaveGMDDocument_nostl(document.get(), file.c_str()); });
+       EXPECT_EQ(bytesOf(file) == "earlier", failed);
        EXPECT_EQ(files.names(), Names{"a.xml"});
-       return refused;
+       return failed;
      }},
     {"UpdateGMDDoc",
      [](long granted, FailingMemory::Mode mode) {
@@ -142,12 +142,12 @@ const Row rows[] = {
        addPointToDoc(pointNamed("old"), document.get());
        std::int32_t code = -1;
        bool fault = true;
-       const bool refused =
-           refusedDuring(granted, mode, [&] { UpdateGMDDoc(document.get(), file, code, fault); });
-       EXPECT_EQ(code, refused ? 110 : 0);
-       EXPECT_EQ(fault, !refused);
-       EXPECT_EQ(namesIn(ztCAD_getPoints(document.get())), refused ? Names{"old"} : (Names{"new", "new_$1"}));
-       return refused;
+       const bool failed =
+           failsDuring(granted, mode, [&] { UpdateGMDDoc(document.get(), file, code, fault); });
+       EXPECT_EQ(code, failed ? 110 : 0);
+       EXPECT_EQ(fault, !failed);
+       EXPECT_EQ(namesIn(ztCAD_getPoints(document.get())), failed ? Names{"old"} : (Names{"new", "new_$1"}));
+       return failed;
      }},
     {"doCorrectName",
      [](long granted, FailingMemory::Mode mode) {
@@ -155,204 +155,204 @@ const Row rows[] = {
        bool differs = false;
        const std::string name = "1" + longName;
        std::string fallback;
-       const bool refused = refusedDuring(
+       const bool failed = failsDuring(
            granted, mode, [&] { differs = doCorrectName(name, corrected, std::move(fallback)); });
-       EXPECT_EQ(differs, !refused);
-       EXPECT_EQ(corrected, refused ? "" : "_1" + longName);
-       return refused;
+       EXPECT_EQ(differs, !failed);
+       EXPECT_EQ(corrected, failed ? "" : "_1" + longName);
+       return failed;
      }},
     {"doCorrectName_nostl",
      [](long granted, FailingMemory::Mode mode) {
        char corrected[128] = "earlier";
        bool differs = false;
        const std::string name = "1" + longName;
-       const bool refused =
-           refusedDuring(granted, mode, [&] { differs = doCorrectName_nostl(name.c_str(), corrected, ""); });
-       EXPECT_EQ(differs, !refused);
-       EXPECT_EQ(corrected, refused ? "" : "_1" + longName);
-       return refused;
+       const bool failed =
+           failsDuring(granted, mode, [&] { differs = doCorrectName_nostl(name.c_str(), corrected, ""); });
+       EXPECT_EQ(differs, !failed);
+       EXPECT_EQ(corrected, failed ? "" : "_1" + longName);
+       return failed;
      }},
     {"crtPoint",
      [](long granted, FailingMemory::Mode mode) {
        const ztCAD_Coord* center = coord(0, 0, 0);
        bool nameIsFree = false;
-       const bool refused = creates(granted, mode, [&] { return crtPoint(longName, center, nameIsFree); });
+       const bool failed = failsToCreate(granted, mode, [&] { return crtPoint(longName, center, nameIsFree); });
        EXPECT_TRUE(nameIsFree);
-       return refused;
+       return failed;
      }},
     {"crtPoint_nostl",
      [](long granted, FailingMemory::Mode mode) {
        const ztCAD_Coord* center = coord(0, 0, 0);
        bool nameIsFree = false;
-       const bool refused =
-           creates(granted, mode, [&] { return crtPoint_nostl(longName.c_str(), center, nameIsFree); });
+       const bool failed =
+           failsToCreate(granted, mode, [&] { return crtPoint_nostl(longName.c_str(), center, nameIsFree); });
        EXPECT_TRUE(nameIsFree);
-       return refused;
+       return failed;
      }},
     {"crtTmplPoint",
      [](long granted, FailingMemory::Mode mode) {
        const ztCAD_Point* source = pointNamed("A");
        bool nameIsFree = false;
-       const bool refused =
-           creates(granted, mode, [&] { return crtTmplPoint(longName, source, nameIsFree); });
+       const bool failed =
+           failsToCreate(granted, mode, [&] { return crtTmplPoint(longName, source, nameIsFree); });
        EXPECT_TRUE(nameIsFree);
-       return refused;
+       return failed;
      }},
     {"addPointToDoc",
      [](long granted, FailingMemory::Mode mode) {
        const Document document = newDocument();
        const ztCAD_Point* point = pointNamed("A");
        bool notAdded = false;
-       const bool refused =
-           refusedDuring(granted, mode, [&] { notAdded = addPointToDoc(point, document.get()); });
-       EXPECT_EQ(notAdded, refused);
-       EXPECT_EQ(ztCAD_getPoints(document.get())->empty(), refused);
-       return refused;
+       const bool failed =
+           failsDuring(granted, mode, [&] { notAdded = addPointToDoc(point, document.get()); });
+       EXPECT_EQ(notAdded, failed);
+       EXPECT_EQ(ztCAD_getPoints(document.get())->empty(), failed);
+       return failed;
      }},
     {"addTmplPointToDoc",
      [](long granted, FailingMemory::Mode mode) {
        const Document document = newDocument();
        const ztCAD_TmplPoint* point = templatePointNamed("A");
        bool notAdded = false;
-       const bool refused =
-           refusedDuring(granted, mode, [&] { notAdded = addTmplPointToDoc(point, document.get()); });
-       EXPECT_EQ(notAdded, refused);
-       EXPECT_EQ(ztCAD_getTmplPoints(document.get())->empty(), refused);
-       return refused;
+       const bool failed =
+           failsDuring(granted, mode, [&] { notAdded = addTmplPointToDoc(point, document.get()); });
+       EXPECT_EQ(notAdded, failed);
+       EXPECT_EQ(ztCAD_getTmplPoints(document.get())->empty(), failed);
+       return failed;
      }},
     {"setCommonProperty",
      [](long granted, FailingMemory::Mode mode) {
        ztCAD_Point* point = pointNamed("A");
        CommonProperty record;
        record.lcs = ztCAD_LCS(true, std::vector<double>(12, 1));
-       const bool refused = refusedDuring(granted, mode, [&] { setCommonProperty(record, point); });
-       EXPECT_EQ(point->property().hasLCS(), !refused);
+       const bool failed = failsDuring(granted, mode, [&] { setCommonProperty(record, point); });
+       EXPECT_EQ(point->property().hasLCS(), !failed);
        EXPECT_EQ(point->name(), QString("A"));
-       return refused;
+       return failed;
      }},
     {"crtVertices",
      [](long granted, FailingMemory::Mode mode) {
-       return creates(granted, mode, [] { return crtVertices(); });
+       return failsToCreate(granted, mode, [] { return crtVertices(); });
      }},
     {"crtFaces", [](long granted,
-                    FailingMemory::Mode mode) { return creates(granted, mode, [] { return crtFaces(); }); }},
+                    FailingMemory::Mode mode) { return failsToCreate(granted, mode, [] { return crtFaces(); }); }},
     {"crtCoord",
      [](long granted, FailingMemory::Mode mode) {
-       return creates(granted, mode, [] { return coord(1, 2, 3); });
+       return failsToCreate(granted, mode, [] { return coord(1, 2, 3); });
      }},
     {"crtVertex",
      [](long granted, FailingMemory::Mode mode) {
        const double one = 1;
-       return creates(granted, mode, [&] { return crtVertex(&one, &one, &one); });
+       return failsToCreate(granted, mode, [&] { return crtVertex(&one, &one, &one); });
      }},
     {"crtVertexByCoord",
      [](long granted, FailingMemory::Mode mode) {
        const ztCAD_Coord* place = coord(1, 2, 3);
-       return creates(granted, mode, [&] { return crtVertexByCoord(place); });
+       return failsToCreate(granted, mode, [&] { return crtVertexByCoord(place); });
      }},
     {"crtVertexByPoint",
      [](long granted, FailingMemory::Mode mode) {
        const ztCAD_Point* point = pointNamed("A");
-       return creates(granted, mode, [&] { return crtVertexByPoint(point); });
+       return failsToCreate(granted, mode, [&] { return crtVertexByPoint(point); });
      }},
     {"crtFacet",
      [](long granted, FailingMemory::Mode mode) {
        const std::uint32_t one = 1;
-       return creates(granted, mode, [&] { return crtFacet(&one, &one, &one); });
+       return failsToCreate(granted, mode, [&] { return crtFacet(&one, &one, &one); });
      }},
     {"crtColor",
      [](long granted, FailingMemory::Mode mode) {
        const std::uint32_t one = 1;
-       return creates(granted, mode, [&] { return crtColor(&one, &one, &one); });
+       return failsToCreate(granted, mode, [&] { return crtColor(&one, &one, &one); });
      }},
     {"crtLCS",
      [](long granted, FailingMemory::Mode mode) {
        const std::vector<double> values(12, 1);
-       return creates(granted, mode, [&] { return crtLCS(values); });
+       return failsToCreate(granted, mode, [&] { return crtLCS(values); });
      }},
     {"crtLCS_nostl",
      [](long granted, FailingMemory::Mode mode) {
        const std::vector<double> values(12, 1);
-       return creates(granted, mode, [&] { return crtLCS_nostl(values.data()); });
+       return failsToCreate(granted, mode, [&] { return crtLCS_nostl(values.data()); });
      }},
     {"addVertexN",
      [](long granted, FailingMemory::Mode mode) {
        ztCAD_Vertices* vertices = crtVertices();
        ztCAD_Vertex* vertex = crtVertexByCoord(coord(1, 2, 3));
        const std::list<ztCAD_Vertex*> added = {vertex, vertex};
-       const bool refused = refusedDuring(granted, mode, [&] { addVertexN(added, vertices); });
-       EXPECT_EQ(vertices->coordinates().size() == 6, !refused);
+       const bool failed = failsDuring(granted, mode, [&] { addVertexN(added, vertices); });
+       EXPECT_EQ(vertices->coordinates().size() == 6, !failed);
        EXPECT_EQ(vertices->coordinates().size() % 3, 0u);
-       return refused;
+       return failed;
      }},
     {"addVertexXYZ_nostl",
      [](long granted, FailingMemory::Mode mode) {
        ztCAD_Vertices* const vertices = crtVertices();
        const double xyz[] = {1, 2, 3, 4, 5, 6};
        addVertexXYZ_nostl(xyz, 1, vertices);
-       const bool refused = refusedDuring(granted, mode, [&] { addVertexXYZ_nostl(xyz, 2, vertices); });
-       EXPECT_EQ(ztCAD_getVertexCount(vertices), refused ? 1 : 3);
-       return refused;
+       const bool failed = failsDuring(granted, mode, [&] { addVertexXYZ_nostl(xyz, 2, vertices); });
+       EXPECT_EQ(ztCAD_getVertexCount(vertices), failed ? 1 : 3);
+       return failed;
      }},
     {"addFacetIJK_nostl",
      [](long granted, FailingMemory::Mode mode) {
        ztCAD_Faces* const faces = crtFaces();
        const std::uint32_t ijk[] = {1, 2, 3};
        addFacetIJK_nostl(ijk, 1, faces);
-       const bool refused =
-           refusedDuring(granted, mode, [&] { addFacetIJK_nostl(ztCAD_getFacetData(faces), 1, faces); });
-       EXPECT_EQ(ztCAD_getFacetCount(faces), refused ? 1 : 2);
-       return refused;
+       const bool failed =
+           failsDuring(granted, mode, [&] { addFacetIJK_nostl(ztCAD_getFacetData(faces), 1, faces); });
+       EXPECT_EQ(ztCAD_getFacetCount(faces), failed ? 1 : 2);
+       return failed;
      }},
     {"ztCAD_getName",
      [](long granted, FailingMemory::Mode mode) {
        const ztCAD_Base* const point = pointNamed(longName);
        char text[200] = "earlier";
        std::int64_t length = 0;
-       const bool refused =
-           refusedDuring(granted, mode, [&] { length = ztCAD_getName(point, text, sizeof text); });
-       EXPECT_EQ(length, refused ? -1 : 100);
-       EXPECT_EQ(text, refused ? std::string() : longName);
-       return refused;
+       const bool failed =
+           failsDuring(granted, mode, [&] { length = ztCAD_getName(point, text, sizeof text); });
+       EXPECT_EQ(length, failed ? -1 : 100);
+       EXPECT_EQ(text, failed ? std::string() : longName);
+       return failed;
      }},
     {"GMDDocumentToString_nostl",
      [](long granted, FailingMemory::Mode mode) {
        const Document document = newDocument("i");
        char text[200] = "earlier";
        std::int64_t length = 0;
-       const bool refused = refusedDuring(
+       const bool failed = failsDuring(
            granted, mode, [&] { length = GMDDocumentToString_nostl(document.get(), true, text, sizeof text); });
-       EXPECT_EQ(length == -1, refused);
-       EXPECT_EQ(*text == '\0', refused);
-       return refused;
+       EXPECT_EQ(length == -1, failed);
+       EXPECT_EQ(*text == '\0', failed);
+       return failed;
      }},
     {"ztCAD_appendToDoc",
      [](long granted, FailingMemory::Mode mode) {
        const Document document = newDocument();
-       const bool refused =
-           creates(granted, mode, [&] { return ztCAD_appendToDoc(document.get(), ztCAD_ElementDetail); });
-       EXPECT_EQ(ztCAD_countInDoc(document.get(), ztCAD_ElementDetail), refused ? 0 : 1);
-       return refused;
+       const bool failed =
+           failsToCreate(granted, mode, [&] { return ztCAD_appendToDoc(document.get(), ztCAD_ElementDetail); });
+       EXPECT_EQ(ztCAD_countInDoc(document.get(), ztCAD_ElementDetail), failed ? 0 : 1);
+       return failed;
      }},
     {"ztCAD_appendToStructure",
      [](long granted, FailingMemory::Mode mode) {
        bool nameIsFree = false;
        ztCAD_Structure* const outer = crtStructure("S", crtLCS({}), nameIsFree);
-       const bool refused =
-           creates(granted, mode, [&] { return ztCAD_appendToStructure(outer, ztCAD_ElementStructure); });
-       EXPECT_EQ(ztCAD_countInStructure(outer, ztCAD_ElementStructure), refused ? 0 : 1);
-       return refused;
+       const bool failed =
+           failsToCreate(granted, mode, [&] { return ztCAD_appendToStructure(outer, ztCAD_ElementStructure); });
+       EXPECT_EQ(ztCAD_countInStructure(outer, ztCAD_ElementStructure), failed ? 0 : 1);
+       return failed;
      }},
     {"ztCAD_addToDoc",
      [](long granted, FailingMemory::Mode mode) {
        const Document document = newDocument();
        const ztCAD_Base* const point = pointNamed("A");
        bool notAdded = false;
-       const bool refused =
-           refusedDuring(granted, mode, [&] { notAdded = ztCAD_addToDoc(point, document.get()); });
-       EXPECT_EQ(notAdded, refused);
-       EXPECT_EQ(ztCAD_countInDoc(document.get(), ztCAD_ElementPoint), refused ? 0 : 1);
-       return refused;
+       const bool failed =
+           failsDuring(granted, mode, [&] { notAdded = ztCAD_addToDoc(point, document.get()); });
+       EXPECT_EQ(notAdded, failed);
+       EXPECT_EQ(ztCAD_countInDoc(document.get(), ztCAD_ElementPoint), failed ? 0 : 1);
+       return failed;
      }},
     {"crtGMDDocumentFromFile_nostl",
      [](long granted, FailingMemory::Mode mode) {
@@ -361,37 +361,37 @@ const Row rows[] = {
        Document document;
        std::int32_t code = -1;
        bool fault = true;
-       const bool refused = refusedDuring(granted, mode, [&] {
+       const bool failed = failsDuring(granted, mode, [&] {
          document.reset(crtGMDDocumentFromFile_nostl(file.c_str(), code, fault));
        });
-       EXPECT_EQ(code, refused ? 110 : 0);
+       EXPECT_EQ(code, failed ? 110 : 0);
        EXPECT_FALSE(fault);
-       return refused;
+       return failed;
      }},
     {"addFacetN_nostl",
      [](long granted, FailingMemory::Mode mode) {
        ztCAD_Faces* faces = crtFaces();
        const std::uint32_t one = 1;
        const ztCAD_Facet* const added[] = {crtFacet(&one, &one, &one), crtFacet(&one, &one, &one)};
-       const bool refused = refusedDuring(granted, mode, [&] { addFacetN_nostl(added, 2, faces); });
-       EXPECT_EQ(faces->indices().size() == 6, !refused);
+       const bool failed = failsDuring(granted, mode, [&] { addFacetN_nostl(added, 2, faces); });
+       EXPECT_EQ(faces->indices().size() == 6, !failed);
        EXPECT_EQ(faces->indices().size() % 3, 0u);
-       return refused;
+       return failed;
      }},
 };
 
 class RunningOutOfMemory : public testing::TestWithParam<Row> {};
 
-TEST_P(RunningOutOfMemory, GivesTheFailureValueWhicheverPieceIsRefused) {
+TEST_P(RunningOutOfMemory, YieldsTheFailureValueWhicheverAllocationFails) {
   constexpr long enough = 100000;
-  for (const auto mode : {FailingMemory::Mode::Once, FailingMemory::Mode::ForGood}) {
+  for (const auto mode : {FailingMemory::Mode::Once, FailingMemory::Mode::Permanently}) {
     long granted = 0;
     while (granted < enough && GetParam().call(granted, mode)) {
-      ASSERT_FALSE(HasFailure()) << "with the refusal of the piece after " << granted << " others";
+      ASSERT_FALSE(HasFailure()) << "failing allocation after " << granted << " granted ones";
       ++granted;
     }
     EXPECT_LT(granted, enough);
-    EXPECT_GT(granted, 0) << "the call asks for no memory: this row tests nothing";
+    EXPECT_GT(granted, 0) << "the call allocates nothing, so this row tests nothing";
   }
 }
 
@@ -406,58 +406,58 @@ INSTANTIATE_TEST_SUITE_P(Calls, RunningOutOfMemory, testing::ValuesIn(rows), row
 
 // ------------------------------------------------------------------------------------------- end of the process
 
-/// What is lost by design in the scope of this object is no leak.
-struct LossesAreMeant {
+/// Allocations in the scope of this object leak by design and are not reported.
+struct IntendedLeaks {
 #if defined(__SANITIZE_ADDRESS__)
-  LossesAreMeant() { __lsan_disable(); }
-  ~LossesAreMeant() { __lsan_enable(); }
+  IntendedLeaks() { __lsan_disable(); }
+  ~IntendedLeaks() { __lsan_enable(); }
 #endif
 };
 
 ztCAD_GMDDocument* documentWithAPoint() {
-  [[maybe_unused]] const LossesAreMeant losses;
+  [[maybe_unused]] const IntendedLeaks leaks;
   ztCAD_GMDDocument* document = crtGMDDocument("");
   addPointToDoc(pointNamed("A"), document);
   return document;
 }
 
-TEST(EndOfTheProcess, DocumentThatWasNotDeletedIsReleasedWithoutWhatItOwns) {
+TEST(EndOfTheProcess, FreesAnUndeletedDocumentWithoutItsElements) {
   EXPECT_EXIT(
       {
         ztCAD_GMDDocument* document = documentWithAPoint();
-        tellWhenReleased(document, &ztCAD_getPoints(document)->front());
+        printWhenReleased(document, &ztCAD_getPoints(document)->front());
         std::exit(0);
       },
       testing::ExitedWithCode(0), "^document released\n$");
 }
 
-TEST(EndOfTheProcess, DocumentThatWasDeletedIsNotReleasedAgain) {
+TEST(EndOfTheProcess, DoesNotFreeADeletedDocumentAgain) {
   EXPECT_EXIT(
       {
         ztCAD_GMDDocument* document = documentWithAPoint();
         DeleteGMDDoc(document);
-        tellWhenReleased(document, document);
+        printWhenReleased(document, document);
         std::exit(0);
       },
       testing::ExitedWithCode(0), "^$");
 }
 
-TEST(EndOfTheProcess, DeletingReleasesTheElementsAndTheDocument) {
+TEST(DeletingADocument, FreesItsElementsAndTheDocument) {
   EXPECT_EXIT(
       {
         ztCAD_GMDDocument* document = documentWithAPoint();
-        tellWhenReleased(document, &ztCAD_getPoints(document)->front());
+        printWhenReleased(document, &ztCAD_getPoints(document)->front());
         DeleteGMDDoc(document);
-        tellWhenReleased(nullptr, nullptr);
+        printWhenReleased(nullptr, nullptr);
         std::exit(0);
       },
       testing::ExitedWithCode(0), "^element released\ndocument released\n$");
 }
 
-TEST(EndOfTheProcess, CreatedElementsAndRecordsAreReleased) {
+TEST(EndOfTheProcess, FreesCreatedElementsAndRecords) {
   EXPECT_EXIT(
       {
-        tellWhenReleased(coord(1, 2, 3), pointNamed("A"));
+        printWhenReleased(coord(1, 2, 3), pointNamed("A"));
         std::exit(0);
       },
       testing::ExitedWithCode(0), "^document released\nelement released\n$");

@@ -16,14 +16,14 @@ struct Row {
   bool differs;
 };
 
-// The rules themselves are tested where the correction is made; here it is what passes the boundary.
+// The rules are tested in core/name_correction_test.cpp; these rows test what crosses the library boundary.
 const Row rows[] = {
     {"empty with empty fallback", "", "", "_", true},
-    {"empty takes the fallback", "", "part", "part", true},
-    {"empty takes the fallback, corrected too", "", "1 a", "_1_a", true},
+    {"empty is replaced by the fallback", "", "part", "part", true},
+    {"empty is replaced by the corrected fallback", "", "1 a", "_1_a", true},
     {"fallback unused", "a", "b", "a", false},
     {"valid", "Part12", "", "Part12", false},
-    {"two digits, blank, two letters", "12 ab", "", "_12_ab", true},
+    {"two digits, space, two letters", "12 ab", "", "_12_ab", true},
     {"two underscores between letters", "ab__cd", "", "ab_cd", true},
     {"minus, underscore, minus between letters", "ab-_-cd", "", "ab_cd", true},
     {"one digit", "7", "", "_7", true},
@@ -35,7 +35,7 @@ const Row rows[] = {
     {"emoji", "a😀b", "", "a_b", true},
 };
 
-TEST(CorrectingNames, GivesTheCorrectedNameAndWhetherItDiffers) {
+TEST(CorrectingNames, ReturnsTheCorrectedNameAndWhetherItDiffers) {
   for (const Row& row : rows) {
     std::string corrected = "earlier";
     EXPECT_EQ(doCorrectName(row.text, corrected, row.fallback), row.differs) << row.name;
@@ -43,7 +43,7 @@ TEST(CorrectingNames, GivesTheCorrectedNameAndWhetherItDiffers) {
   }
 }
 
-TEST(CorrectingNames, OutputMayBeTheName) {
+TEST(CorrectingNames, OutputCanBeTheName) {
   for (const Row& row : rows) {
     std::string both = row.text;
     EXPECT_EQ(doCorrectName(both, both, row.fallback), row.differs) << row.name;
@@ -51,17 +51,17 @@ TEST(CorrectingNames, OutputMayBeTheName) {
   }
 }
 
-TEST(CorrectingNames, OutputAndNameMayBeTheFallbackToo) {
+TEST(CorrectingNames, OutputNameAndFallbackCanBeOneString) {
   std::string all = "1 a";
   EXPECT_TRUE(doCorrectName(all, all, all));
   EXPECT_EQ(all, "_1_a");
 }
 
-TEST(CorrectingNames, ZeroTerminatedNameStaysWithinItsBuffer) {
+TEST(CorrectingNames, NullTerminatedNameStaysWithinItsBuffer) {
   constexpr char untouched = '\x7f';
   for (const Row& row : rows) {
     const std::size_t size = std::max({std::strlen(row.text), std::strlen(row.fallback), std::size_t{1}}) + 2;
-    std::vector<char> buffer(size, untouched);  // the address sanitizer watches its end
+    std::vector<char> buffer(size, untouched);  // the address sanitizer detects writes past its end
     EXPECT_EQ(doCorrectName_nostl(row.text, buffer.data(), row.fallback), row.differs) << row.name;
     EXPECT_STREQ(buffer.data(), row.corrected) << row.name;
     std::vector<char> larger(size + 8, untouched);
@@ -70,7 +70,7 @@ TEST(CorrectingNames, ZeroTerminatedNameStaysWithinItsBuffer) {
   }
 }
 
-TEST(CorrectingNames, BufferMayHoldTheNameOrTheFallback) {
+TEST(CorrectingNames, BufferCanBeTheNameOrTheFallback) {
   char name[16] = "12 ab";
   EXPECT_TRUE(doCorrectName_nostl(name, name, ""));
   EXPECT_STREQ(name, "_12_ab");
@@ -82,7 +82,7 @@ TEST(CorrectingNames, BufferMayHoldTheNameOrTheFallback) {
   EXPECT_STREQ(all, "a_b");
 }
 
-TEST(CorrectingNames, NullCountsAsEmpty) {
+TEST(CorrectingNames, NullIsAnEmptyName) {
   char buffer[8] = "earlier";
   EXPECT_TRUE(doCorrectName_nostl(nullptr, buffer, nullptr));
   EXPECT_STREQ(buffer, "_");
@@ -93,14 +93,14 @@ TEST(CorrectingNames, NullCountsAsEmpty) {
   EXPECT_FALSE(doCorrectName_nostl("1", nullptr, "part"));
 }
 
-TEST(CorrectingNames, HugeNameIsCorrectedWhole) {
+TEST(CorrectingNames, AHugeNameIsCorrectedCompletely) {
   const std::string name(1000000, '-');
   std::string corrected;
   EXPECT_TRUE(doCorrectName("a" + name + "b", corrected, ""));
   EXPECT_EQ(corrected, "a_b");
 }
 
-TEST(CorrectingNames, NulInsideANameIsNoEnd) {
+TEST(CorrectingNames, ANulDoesNotEndAString) {
   std::string corrected;
   EXPECT_TRUE(doCorrectName(std::string("a\0b", 3), corrected, ""));
   EXPECT_EQ(corrected, "a_b");

@@ -39,7 +39,7 @@ TEST_F(Points, AreCreatedWithNameCenterAndMethod) {
   EXPECT_EQ(positionOf(point), (Position{1, 2.5, -3}));
 }
 
-TEST_F(Points, TakeAnyName) {
+TEST_F(Points, AcceptAnyName) {
   struct Row {
     const char* name;
     std::string given;
@@ -47,11 +47,11 @@ TEST_F(Points, TakeAnyName) {
   };
   const Row rows[] = {
       {"empty", "", ""},
-      {"blank", " ", " "},
+      {"space", " ", " "},
       {"Cyrillic in UTF-8", "Ёж", "Ёж"},
       {"Cyrillic in windows-1251", "\xA8\xE6", "Ёж"},
       {"emoji", "😀", "😀"},
-      {"digit in front", "1 a", "1 a"},
+      {"leading digit", "1 a", "1 a"},
       {"generated name", "A_$1", "A_$1"},
   };
   for (const Row& row : rows) {
@@ -78,7 +78,7 @@ TEST_F(Points, NameIsReportedFreeEveryTime) {
   }
 }
 
-TEST_F(Points, CoordinateServesForSeveralPoints) {
+TEST_F(Points, CopyTheirCoordinate) {
   ztCAD_Coord* shared = coord(1, 2, 3);
   bool nameIsFree = false;
   const ztCAD_Point* first = crtPoint("A", shared, nameIsFree);
@@ -88,13 +88,13 @@ TEST_F(Points, CoordinateServesForSeveralPoints) {
   EXPECT_EQ(positionOf(second), (Position{4, 5, 6}));
 }
 
-TEST_F(Points, OutputsOfThePositionMayBeOneVariable) {
+TEST_F(Points, OutputsOfThePositionCanBeOneVariable) {
   double z = 0;
   getPointCoord(pointAt("P", coord(1, 2, 3)), z, z, z);
   EXPECT_EQ(z, 3);
 }
 
-TEST_F(Points, AddingStoresACopyAndAnswersFalse) {
+TEST_F(Points, AddingStoresACopyAndReturnsFalse) {
   ztCAD_Point* point = pointNamed("A");
   EXPECT_FALSE(addPointToDoc(point, document.get()));
   point->setName("changed");
@@ -102,20 +102,20 @@ TEST_F(Points, AddingStoresACopyAndAnswersFalse) {
   EXPECT_EQ(namesIn(points), (Names{"A", "changed"}));
 }
 
-TEST_F(Points, StoredPointMayBeAddedAgain) {
+TEST_F(Points, AStoredPointCanBeAddedAgain) {
   addPointToDoc(pointNamed("A"), document.get());
   EXPECT_FALSE(addPointToDoc(&points->front(), document.get()));
   EXPECT_EQ(namesIn(points), (Names{"A", "A"}));
 }
 
-TEST_F(Points, PointerThatCreationReturnedRemovesNothing) {
+TEST_F(Points, ACreatedPointRemovesNothing) {
   const ztCAD_Point* point = pointNamed("A");
   addPointToDoc(point, document.get());
   EXPECT_FALSE(removePointFromDoc(point, document.get()));
   EXPECT_EQ(namesIn(points), Names{"A"});
 }
 
-TEST_F(Points, PointerFromTheContainerRemoves) {
+TEST_F(Points, AStoredPointIsRemovedOnce) {
   for (const char* name : {"A", "B", "C"})
     addPointToDoc(pointNamed(name), document.get());
   const ztCAD_Point* second = &*std::next(points->begin());
@@ -132,14 +132,14 @@ TEST_F(Points, NothingIsRemovedFromAnEmptyOrAnotherDocument) {
   EXPECT_TRUE(removePointFromDoc(stored, other.get()));
 }
 
-TEST_F(Points, GetterGivesTheContainerItself) {
+TEST_F(Points, GetterReturnsTheContainerItself) {
   points->add(*pointNamed("A"));
   EXPECT_EQ(namesIn(ztCAD_getPoints(document.get())), Names{"A"});
   EXPECT_EQ(ztCAD_getPoints(document.get()), points);
   EXPECT_EQ(ztCAD_getTmplPoints(document.get()), templatePoints);
 }
 
-TEST_F(Points, TemplateKeepsCenterAndPropertiesOfItsSource) {
+TEST_F(Points, TemplateCopiesCenterAndPropertiesOfItsSource) {
   ztCAD_Point* source = pointAt("source", coord(1, 2, 3));
   CommonProperty record;
   record.comment = "c";
@@ -165,7 +165,7 @@ TEST_F(Points, TemplateKeepsCenterAndPropertiesOfItsSource) {
   EXPECT_EQ(namesIn(templatePoints), Names{"made"});
 }
 
-TEST_F(Points, PropertiesAreReplacedAndTheNameStays) {
+TEST_F(Points, PropertiesAreReplacedExceptForTheName) {
   ztCAD_Point* point = pointNamed("P");
   CommonProperty record;
   record.comment = "Ёж";
@@ -187,10 +187,10 @@ TEST_F(Points, PropertiesAreReplacedAndTheNameStays) {
   EXPECT_EQ(point->property().attributes().comment(), QString(""));
   EXPECT_FALSE(point->property().showable().color().isSet());
   EXPECT_FALSE(point->property().showable().visible().isSet());
-  EXPECT_TRUE(point->property().lcs()) << "a record without a coordinate system leaves the one that is there";
+  EXPECT_TRUE(point->property().lcs()) << "a record without a coordinate system keeps the present one";
 }
 
-TEST_F(Points, WhatIsBuiltIsSavedAndLoadsAgain) {
+TEST_F(Points, SavedPointsLoadAgain) {
   ztCAD_Point* point = pointAt("Ёж", coord(1.5, -2, 1e-7));
   CommonProperty record;
   record.comment = "零 <&>";
@@ -213,7 +213,7 @@ TEST_F(Points, WhatIsBuiltIsSavedAndLoadsAgain) {
   EXPECT_EQ(savedBytes(loaded.document.get()), bytes);
 }
 
-TEST_F(Points, PointWithoutCoordinatesStopsTheProgramByItsName) {
+TEST_F(Points, PositionOfAPointWithoutCoordinatesIsAFatalErrorNamingThePoint) {
   const ztCAD_Coord none;
   const ztCAD_Point* point = pointAt("Без координат %s", &none);
   double value = 0;

@@ -8,8 +8,8 @@
 #include "host.h"
 #include "random_seed.h"
 
-// A host that does everything with structures in any order, through the exported functions alone. After each step
-// everything that it can still reach is walked through: under the sanitizers a pointer to nothing would show.
+// A host that operates on structures in random order, using exported functions only. After each step
+// everything reachable is traversed, so that a sanitizer detects a dangling pointer.
 
 namespace {
 
@@ -19,7 +19,8 @@ const std::string nestedXml = R"(<GMD>
   <template_structure name="t"><structure name="n"><point name="q" center="1, 2, 3;"/></structure></template_structure>
 </GMD>)";
 
-/// Structures in this one, itself included, counted as often as they are held; stops counting at the limit.
+/// Number of structures reached from this one, itself included, counted once per path; stops counting at the
+/// limit.
 std::size_t countFrom(const ztCAD_commonStructure& structure, std::size_t limit) {
   std::size_t count = 1;
   for (const ztCAD_commonStructure* nested : structure.structures()) {
@@ -54,10 +55,10 @@ class Host {
                                      &Host::deleteDocument,
                                      &Host::saveAndLoad};
     (this->*steps[roll(std::size(steps))])();
-    walk();
+    traverse();
   }
 
-  std::size_t walked() const { return m_walked; }
+  std::size_t traversed() const { return m_traversed; }
   std::size_t saved() const { return m_saved; }
 
  private:
@@ -71,7 +72,8 @@ class Host {
     return m_documents[roll(m_documents.size())].get();
   }
 
-  /// Everything that the host may use now: what it created, and what is in its documents, nested ones included.
+  /// All structures that the host may use: those it created and those in its documents, with the structures
+  /// nested in them.
   std::vector<ztCAD_commonStructure*> reachable() const {
     std::vector<ztCAD_commonStructure*> all(m_created);
     for (const Document& one : m_documents) {
@@ -102,7 +104,7 @@ class Host {
   void nest() {
     ztCAD_commonStructure* const inner = any();
     ztCAD_commonStructure* const outer = any();
-    constexpr std::size_t enough = 40;  // what is held on many ways is written on each of them
+    constexpr std::size_t enough = 40;  // a structure is written once for each path to it
     if (countFrom(*inner, enough) >= enough || countFrom(*outer, enough) >= enough) return;
     const bool refused = addStructureToStructure(inner, outer);
     EXPECT_TRUE(refused || inner != outer);
@@ -146,39 +148,39 @@ class Host {
       size += countFrom(structure, 1000);
     if (size >= 1000) return;
     SaveGMDDocument(one, m_files.path("saved.xml"));
-    const Loaded loaded = loadFile(m_files.path("saved.xml"));  // its end clears what was made by reading
+    const Loaded loaded = loadFile(m_files.path("saved.xml"));  // deleting it clears the structures read
     EXPECT_TRUE(loaded.code == 0 || loaded.code == 120) << loaded.code;
     ++m_saved;
   }
 
-  void walk() {
+  void traverse() {
     for (const ztCAD_commonStructure* structure : reachable())
-      m_walked += static_cast<std::size_t>(structure->name().size()) + countFrom(*structure, 100) +
-                  structure->content().points.size();
+      m_traversed += static_cast<std::size_t>(structure->name().size()) + countFrom(*structure, 100) +
+                     structure->content().points.size();
   }
 
   std::mt19937_64 m_random;
   TemporaryFiles m_files;
   std::string m_file;
-  std::vector<ztCAD_commonStructure*> m_created;  // the library's, until it is unloaded
+  std::vector<ztCAD_commonStructure*> m_created;  // owned by the library
   std::vector<Document> m_documents;
-  std::size_t m_walked = 0;
+  std::size_t m_traversed = 0;
   std::size_t m_saved = 0;
 };
 
 }  // namespace
 
-TEST(RandomHost, LeavesNoPointerToWhatIsGone) {
+TEST(RandomHost, LeavesNoDanglingPointer) {
   const std::uint64_t seed = randomSeed();
-  std::size_t walked = 0;
+  std::size_t traversed = 0;
   std::size_t saved = 0;
   for (std::uint64_t round = 0; round < 150; ++round) {
     Host host(seed + round);
     for (int step = 0; step < 150; ++step)
       host.step();
-    walked += host.walked();
+    traversed += host.traversed();
     saved += host.saved();
   }
-  EXPECT_GT(walked, 100000U);
+  EXPECT_GT(traversed, 100000U);
   EXPECT_GT(saved, 400U);
 }

@@ -15,7 +15,7 @@ ztCAD_Facet* facet(std::uint32_t i1, std::uint32_t i2, std::uint32_t i3) { retur
 using Reals = std::vector<double>;
 using Indices = std::vector<std::uint32_t>;
 
-TEST(Records, CoordinateHoldsWhatItIsGiven) {
+TEST(Records, CoordinateKeepsAnyNumbers) {
   const double rows[][3] = {
       {0, 0, 0},
       {1, 2, 3},
@@ -32,14 +32,14 @@ TEST(Records, CoordinateHoldsWhatItIsGiven) {
   EXPECT_TRUE(std::isnan(crtCoord(&nan, &nan, &nan)->x()));
 }
 
-TEST(Records, NumbersByPointerMayBeOneVariable) {
+TEST(Records, PointersToNumbersCanBeEqual) {
   const double x = 7;
   EXPECT_EQ(crtCoord(&x, &x, &x)->z(), 7);
   const std::uint32_t i = 8;
   EXPECT_EQ(crtFacet(&i, &i, &i)->I3(), 8u);
 }
 
-TEST(Records, VertexComesFromNumbersACoordinateOrAPoint) {
+TEST(Records, VertexIsCreatedFromNumbersACoordinateOrAPoint) {
   const ztCAD_Coord* place = coord(1, 2, 3);
   for (const ztCAD_Vertex* made :
        {vertex(1, 2, 3), crtVertexByCoord(place), crtVertexByPoint(pointAt("P", place))}) {
@@ -58,7 +58,7 @@ TEST(Records, VertexOfAPointWithoutCoordinatesHasNoValue) {
   EXPECT_FALSE(crtVertexByCoord(&none)->coord().isValid());
 }
 
-TEST(Records, FacetHoldsItsIndices) {
+TEST(Records, FacetKeepsItsIndices) {
   const ztCAD_Facet* made = facet(0, 7, UINT32_MAX);
   EXPECT_EQ(made->I1(), 0u);
   EXPECT_EQ(made->I2(), 7u);
@@ -90,13 +90,13 @@ TEST(Records, CoordinateSystemIsLocalAndKeepsItsValues) {
 
 // ----------------------------------------------------------------------------------------------------------- lists
 
-TEST(Lists, AreEmptyAtFirst) {
+TEST(Lists, AreCreatedEmpty) {
   EXPECT_TRUE(crtVertices()->coordinates().empty());
   EXPECT_TRUE(crtFaces()->indices().empty());
   EXPECT_NE(crtVertices(), crtVertices());
 }
 
-TEST(Lists, VerticesAreAppendedOneByOneFromAListAndFromAnArray) {
+TEST(Lists, VerticesAreAppendedSinglyFromAListAndFromAnArray) {
   ztCAD_Vertices* vertices = crtVertices();
   addVertex(vertex(1, 2, 3), vertices);
   addVertexN({vertex(4, 5, 6), vertex(7, 8, 9)}, vertices);
@@ -105,7 +105,7 @@ TEST(Lists, VerticesAreAppendedOneByOneFromAListAndFromAnArray) {
   EXPECT_EQ(vertices->coordinates(), (Reals{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15}));
 }
 
-TEST(Lists, FacetsAreAppendedOneByOneFromAListAndFromAnArray) {
+TEST(Lists, FacetsAreAppendedSinglyFromAListAndFromAnArray) {
   ztCAD_Faces* faces = crtFaces();
   addFacet(facet(0, 1, 2), faces);
   addFacetN({facet(2, 1, 0), facet(5, 5, 5)}, faces);
@@ -114,7 +114,7 @@ TEST(Lists, FacetsAreAppendedOneByOneFromAListAndFromAnArray) {
   EXPECT_EQ(faces->indices(), (Indices{0, 1, 2, 2, 1, 0, 5, 5, 5, 6, 7, 8}));
 }
 
-TEST(Lists, NullEntriesArePassedOver) {
+TEST(Lists, NullEntriesAreIgnored) {
   ztCAD_Vertices* vertices = crtVertices();
   addVertexN({nullptr, vertex(1, 2, 3), nullptr}, vertices);
   const ztCAD_Vertex* const vertexArray[] = {nullptr, vertex(4, 5, 6), nullptr};
@@ -128,7 +128,7 @@ TEST(Lists, NullEntriesArePassedOver) {
   EXPECT_EQ(faces->indices(), (Indices{1, 2, 3, 4, 5, 6}));
 }
 
-TEST(Lists, VertexWithoutAValueCountsAsZeroes) {
+TEST(Lists, AVertexWithoutAValueIsAppendedAsZeros) {
   const ztCAD_Coord none;
   ztCAD_Vertices* vertices = crtVertices();
   addVertex(vertex(1, 2, 3), vertices);
@@ -137,7 +137,7 @@ TEST(Lists, VertexWithoutAValueCountsAsZeroes) {
   EXPECT_EQ(vertices->coordinates(), (Reals{1, 2, 3, 0, 0, 0, 4, 5, 6}));
 }
 
-TEST(Lists, OneVertexMayBeAddedAgainAndAgain) {
+TEST(Lists, AVertexCanBeAppendedRepeatedly) {
   ztCAD_Vertex* same = vertex(1, 2, 3);
   ztCAD_Vertices* vertices = crtVertices();
   addVertexN({same, same}, vertices);
@@ -147,7 +147,7 @@ TEST(Lists, OneVertexMayBeAddedAgainAndAgain) {
 
 // ------------------------------------------------------------------------------------------------------- comparison
 
-TEST(ComparingCoordinateSystems, HoldsWithinTheToleranceAlone) {
+TEST(ComparingCoordinateSystems, EqualOnlyWithinTheTolerance) {
   struct Row {
     const char* name;
     Reals a;
@@ -158,16 +158,16 @@ TEST(ComparingCoordinateSystems, HoldsWithinTheToleranceAlone) {
   const Row rows[] = {
       {"both empty", {}, {}, true},
       {"one empty", {}, {0}, false},
-      {"other length", {1, 2}, {1}, false},
+      {"different lengths", {1, 2}, {1}, false},
       {"equal", {1, 2, 3}, {1, 2, 3}, true},
       {"within", {5e-09}, {0}, true},
-      {"within, the other way", {0}, {5e-09}, true},
-      {"just the tolerance", {1e-08}, {0}, false},
-      {"just the tolerance, the other way", {0}, {1e-08}, false},
+      {"within, swapped", {0}, {5e-09}, true},
+      {"exactly the tolerance", {1e-08}, {0}, false},
+      {"exactly the tolerance, swapped", {0}, {1e-08}, false},
       {"beyond", {2e-08}, {0}, false},
       {"beyond in the last value", {1, 2, 3}, {1, 2, 3.1}, false},
-      {"order counts", {1, 2}, {2, 1}, false},
-      {"signed zeroes", {0.0}, {-0.0}, true},
+      {"different order", {1, 2}, {2, 1}, false},
+      {"signed zeros", {0.0}, {-0.0}, true},
       {"infinities", {inf}, {inf}, false},
       {"not a number", {std::nan("")}, {std::nan("")}, false},
   };
@@ -175,7 +175,7 @@ TEST(ComparingCoordinateSystems, HoldsWithinTheToleranceAlone) {
     EXPECT_EQ(isEqual(crtLCS(row.a), crtLCS(row.b)), row.equal) << row.name;
 }
 
-TEST(ComparingCoordinateSystems, DoesNotAskWhetherTheyAreLocal) {
+TEST(ComparingCoordinateSystems, IgnoresWhetherTheyAreLocal) {
   ztCAD_LCS* local = crtLCS({1, 2, 3});
   ztCAD_LCS* model = crtLCS({1, 2, 3});
   model->setIsLocal(false);
@@ -185,9 +185,9 @@ TEST(ComparingCoordinateSystems, DoesNotAskWhetherTheyAreLocal) {
 
 // ---------------------------------------------------------------------------------------------------------- library
 
-TEST(Library, TellsItsVersion) { EXPECT_STREQ(ztCADVersion(), ZTCAD_TEST_VERSION); }
+TEST(Library, ReportsItsVersion) { EXPECT_STREQ(ztCADVersion(), ZTCAD_TEST_VERSION); }
 
-TEST(Library, ParallelSettingsAreOneRecordOfOneThread) {
+TEST(Library, ParallelSettingsAreSharedAndStartWithOneThread) {
   ztParallel* settings = getParallel_Morvik();
   ASSERT_NE(settings, nullptr);
   EXPECT_EQ(getParallel_Morvik(), settings);

@@ -5,7 +5,7 @@
 
 #include "host.h"
 
-// One element of each kind, made as a host makes it, and the doors through which it comes into documents and
+// One element of each kind, created as a host creates it, and the functions that add it to documents and
 // structures.
 
 inline const std::vector<double> twelveValues = {1, 2, 3, 1, 0, 0, 0, 1, 0, 0, 0, 1};
@@ -111,76 +111,76 @@ inline ztCAD_StructureRef* make(const std::string& name) {
 }
 template <>
 inline ztCAD_DetailRef* make(const std::string& name) {
-  ztCAD_TmplDetail source;  // no function makes one; the reference keeps its name alone
+  ztCAD_TmplDetail source;  // no function creates one; the reference stores its name only
   source.setName("T");
   return makeReference(crtDetailRef, name, &source);
 }
 
-/// The doors of one kind into a document. No kind of removal exists for some.
-template <typename Kind>
-struct DocumentDoor {
-  using Element = Kind;
-  const char* kind;
+/// The functions of one kind for documents. `remove` is null for a kind without a removal function.
+template <typename Type>
+struct DocumentKind {
+  using Element = Type;
+  const char* name;
   bool (*add)(const Element*, ztCAD_GMDDocument*);
   ztCAD_Cont<Element>* (*get)(ztCAD_GMDDocument*);
   bool (*remove)(const Element*, ztCAD_GMDDocument*) = nullptr;
 };
 
 template <typename Visit>
-void forEachDocumentDoor(Visit&& visit) {
-  visit(DocumentDoor<ztCAD_Point>{"point", addPointToDoc, ztCAD_getPoints, removePointFromDoc});
-  visit(DocumentDoor<ztCAD_TmplPoint>{"template point", addTmplPointToDoc, ztCAD_getTmplPoints});
-  visit(DocumentDoor<ztCAD_PointRef>{"point reference", addPointRefToDoc, ztCAD_getPointsRef});
-  visit(DocumentDoor<ztCAD_Line>{"line", addPolylineToDoc, ztCAD_getLines, removePolylineFromDoc});
-  visit(DocumentDoor<ztCAD_TmplLine>{"template line", addTmplLineToDoc, ztCAD_getTmplLines});
-  visit(DocumentDoor<ztCAD_LineRef>{"line reference", addLineRefToDoc, ztCAD_getLinesRef,
+void forEachDocumentKind(Visit&& visit) {
+  visit(DocumentKind<ztCAD_Point>{"point", addPointToDoc, ztCAD_getPoints, removePointFromDoc});
+  visit(DocumentKind<ztCAD_TmplPoint>{"template point", addTmplPointToDoc, ztCAD_getTmplPoints});
+  visit(DocumentKind<ztCAD_PointRef>{"point reference", addPointRefToDoc, ztCAD_getPointsRef});
+  visit(DocumentKind<ztCAD_Line>{"line", addPolylineToDoc, ztCAD_getLines, removePolylineFromDoc});
+  visit(DocumentKind<ztCAD_TmplLine>{"template line", addTmplLineToDoc, ztCAD_getTmplLines});
+  visit(DocumentKind<ztCAD_LineRef>{"line reference", addLineRefToDoc, ztCAD_getLinesRef,
                                     removeLineRefFromDoc});
-  visit(DocumentDoor<ztCAD_Sphere>{"sphere", addSphereToDoc, ztCAD_getSpheres});
-  visit(DocumentDoor<ztCAD_Triangle>{"solid", addTriangleToDoc, ztCAD_getTriangles, removeTriangleFromDoc});
-  visit(DocumentDoor<ztCAD_TmplTriangle>{"template solid", addTmplTriangleToDoc, ztCAD_getTmplTriangles});
-  visit(DocumentDoor<ztCAD_TriangleRef>{"solid reference", addTriangleRefToDoc, ztCAD_getTrianglesRef,
+  visit(DocumentKind<ztCAD_Sphere>{"sphere", addSphereToDoc, ztCAD_getSpheres});
+  visit(DocumentKind<ztCAD_Triangle>{"solid", addTriangleToDoc, ztCAD_getTriangles, removeTriangleFromDoc});
+  visit(DocumentKind<ztCAD_TmplTriangle>{"template solid", addTmplTriangleToDoc, ztCAD_getTmplTriangles});
+  visit(DocumentKind<ztCAD_TriangleRef>{"solid reference", addTriangleRefToDoc, ztCAD_getTrianglesRef,
                                         removeRefTriangleFromDoc});
-  visit(DocumentDoor<ztCAD_ElementMIP>{"mass-inertia element", addMipElementToDoc, ztCAD_getMipElements,
+  visit(DocumentKind<ztCAD_ElementMIP>{"mass-inertia element", addMipElementToDoc, ztCAD_getMipElements,
                                        removeMIPFromDoc});
-  visit(DocumentDoor<ztCAD_TmplElementMIP>{"template mass-inertia element", addTmplElementMipToDoc,
+  visit(DocumentKind<ztCAD_TmplElementMIP>{"template mass-inertia element", addTmplElementMipToDoc,
                                            ztCAD_getTmplElementMips});
-  visit(DocumentDoor<ztCAD_ElementMipRef>{"mass-inertia reference", addElementMipRefToDoc,
+  visit(DocumentKind<ztCAD_ElementMipRef>{"mass-inertia reference", addElementMipRefToDoc,
                                           ztCAD_getElementMipsRef});
-  visit(DocumentDoor<ztCAD_Structure>{"structure", addStructureToDoc, ztCAD_getStructures,
+  visit(DocumentKind<ztCAD_Structure>{"structure", addStructureToDoc, ztCAD_getStructures,
                                       removeStructureFromDoc});
-  visit(DocumentDoor<ztCAD_TmplStructure>{"template structure", addTmplStructureToDoc,
+  visit(DocumentKind<ztCAD_TmplStructure>{"template structure", addTmplStructureToDoc,
                                           ztCAD_getTmplStructures});
   visit(
-      DocumentDoor<ztCAD_StructureRef>{"structure reference", addStructureRefToDoc, ztCAD_getStructuresRef});
-  visit(DocumentDoor<ztCAD_DetailRef>{"detail reference", addDetailRefToDoc, ztCAD_getDetailsRef});
+      DocumentKind<ztCAD_StructureRef>{"structure reference", addStructureRefToDoc, ztCAD_getStructuresRef});
+  visit(DocumentKind<ztCAD_DetailRef>{"detail reference", addDetailRefToDoc, ztCAD_getDetailsRef});
 }
 
-/// The door of one kind into a structure.
-template <typename Kind>
-struct StructureDoor {
-  using Element = Kind;
-  const char* kind;
+/// The functions of one kind for structures.
+template <typename Type>
+struct StructureKind {
+  using Element = Type;
+  const char* name;
   bool (*add)(const Element*, ztCAD_commonStructure*);
   ztCAD_Cont<Element> ztCAD_StructureContent::*container;
 };
 
 template <typename Visit>
-void forEachStructureDoor(Visit&& visit) {
+void forEachStructureKind(Visit&& visit) {
   using Content = ztCAD_StructureContent;
-  visit(StructureDoor<ztCAD_Point>{"point", addPointToStructure, &Content::points});
-  visit(StructureDoor<ztCAD_Line>{"line", addPolylineToStructure, &Content::lines});
-  visit(StructureDoor<ztCAD_Sphere>{"sphere", addSphereToStructure, &Content::spheres});
-  visit(StructureDoor<ztCAD_Triangle>{"solid", addTriangleToStructure, &Content::triangles});
-  visit(StructureDoor<ztCAD_ElementMIP>{"mass-inertia element", addMipElementToStructure,
+  visit(StructureKind<ztCAD_Point>{"point", addPointToStructure, &Content::points});
+  visit(StructureKind<ztCAD_Line>{"line", addPolylineToStructure, &Content::lines});
+  visit(StructureKind<ztCAD_Sphere>{"sphere", addSphereToStructure, &Content::spheres});
+  visit(StructureKind<ztCAD_Triangle>{"solid", addTriangleToStructure, &Content::triangles});
+  visit(StructureKind<ztCAD_ElementMIP>{"mass-inertia element", addMipElementToStructure,
                                         &Content::mipElements});
-  visit(StructureDoor<ztCAD_PointRef>{"point reference", addPointRefToStructure, &Content::pointReferences});
-  visit(StructureDoor<ztCAD_LineRef>{"line reference", addLineRefToStructure, &Content::lineReferences});
-  visit(StructureDoor<ztCAD_TriangleRef>{"solid reference", addTriangleRefToStructure,
+  visit(StructureKind<ztCAD_PointRef>{"point reference", addPointRefToStructure, &Content::pointReferences});
+  visit(StructureKind<ztCAD_LineRef>{"line reference", addLineRefToStructure, &Content::lineReferences});
+  visit(StructureKind<ztCAD_TriangleRef>{"solid reference", addTriangleRefToStructure,
                                          &Content::triangleReferences});
-  visit(StructureDoor<ztCAD_ElementMipRef>{"mass-inertia reference", addElementMipRefToStructure,
+  visit(StructureKind<ztCAD_ElementMipRef>{"mass-inertia reference", addElementMipRefToStructure,
                                            &Content::mipReferences});
-  visit(StructureDoor<ztCAD_StructureRef>{"structure reference", addStructureRefToStructure,
+  visit(StructureKind<ztCAD_StructureRef>{"structure reference", addStructureRefToStructure,
                                           &Content::structureReferences});
-  visit(StructureDoor<ztCAD_DetailRef>{"detail reference", addDetailRefToStructure,
+  visit(StructureKind<ztCAD_DetailRef>{"detail reference", addDetailRefToStructure,
                                        &Content::detailReferences});
 }

@@ -6,14 +6,15 @@
 
 #include "host.h"
 
-// Threads of a host that use the library in turns, never two at once: what one leaves, the next takes up.
+// Threads of a host that use the library alternately, never at the same time, and hand objects over to each
+// other.
 
 namespace {
 
-/// Lets two threads go on in turns.
+/// Makes two threads run alternately.
 class Turns {
  public:
-  /// Waits for the turn, takes it and hands it to the other thread.
+  /// Waits for this thread's turn, runs `work` and passes the turn on.
   template <typename Work>
   void take(int mine, Work&& work) {
     std::unique_lock<std::mutex> lock(m_mutex);
@@ -33,12 +34,12 @@ const std::string someXml = R"(<GMD><point name="A" center="1, 2, 3;"/>
   <structure name="S" LCS=""><structure name="T"/><solid name="B" method="triangulation"><vertices>
     0, 0, 0; 1, 0, 0; 0, 1, 0; 0, 0, 1;</vertices><faces>0, 2, 1; 0, 1, 3; 0, 3, 2; 1, 2, 3;</faces></solid></structure></GMD>)";
 
-TEST(Threads, WhatOneThreadBuiltTheNextSavesAndTheLastDeletes) {
+TEST(Threads, CanCreateSaveAndDeleteOneDocumentInTurn) {
   const TemporaryFiles files;
   const std::string file = files.path("document.xml");
   ztCAD_GMDDocument* document = nullptr;
   std::thread([&] {
-    document = crtGMDDocument("by the first");
+    document = crtGMDDocument("of the first thread");
     EXPECT_FALSE(addPointToDoc(pointNamed("A"), document));
   }).join();
   std::thread([&] { SaveGMDDocument(document, file); }).join();
@@ -50,7 +51,7 @@ TEST(Threads, WhatOneThreadBuiltTheNextSavesAndTheLastDeletes) {
   }).join();
 }
 
-TEST(Threads, TwoInTurnsDisturbNothing) {
+TEST(Threads, CanAlternate) {
   const TemporaryFiles files;
   Turns turns;
   constexpr std::size_t rounds = 50;

@@ -3,8 +3,8 @@
 
 #include "samples.h"
 
-// Documents side by side. Structures that reading nests live in one list of the process, which the end of any document
-// clears; all else belongs to its document.
+// Two documents at the same time. Nested structures created by reading are kept in one list of the process,
+// which deleting any document clears; everything else belongs to its document.
 
 namespace {
 
@@ -15,7 +15,7 @@ const std::string nestedXml = R"(<GMD><point name="P" center="1, 2, 3;"/>
 
 std::size_t nestedIn(const ztCAD_commonStructure& structure) { return structure.structures().size(); }
 
-TEST(TwoDocuments, OneThatIsDeletedTakesTheNestedStructuresOfTheOtherAlong) {
+TEST(TwoDocuments, DeletingOneRemovesReadStructuresFromTheOther) {
   Document first = parse(nestedXml).document;
   const Document second = parse(nestedXml).document;
   ztCAD_Structure& structure = ztCAD_getStructures(second.get())->front();
@@ -28,7 +28,7 @@ TEST(TwoDocuments, OneThatIsDeletedTakesTheNestedStructuresOfTheOtherAlong) {
   EXPECT_EQ(nestedIn(templateStructure), 0U);
 }
 
-TEST(TwoDocuments, OneThatIsDeletedLeavesTheTopLevelOfTheOther) {
+TEST(TwoDocuments, DeletingOneKeepsTheTopLevelOfTheOther) {
   Document first = parse(nestedXml).document;
   const Document second = parse(nestedXml).document;
   first.reset();
@@ -43,7 +43,7 @@ TEST(TwoDocuments, OneThatIsDeletedLeavesTheTopLevelOfTheOther) {
   EXPECT_EQ(namesIn(&ztCAD_getStructures(again.document.get())->front().content().points), Names{"Q"});
 }
 
-TEST(TwoDocuments, StructuresThatTheHostBuiltStayNested) {
+TEST(TwoDocuments, StructuresNestedByTheHostStayNested) {
   ztCAD_Structure* const outer = make<ztCAD_Structure>("outer");
   ASSERT_FALSE(addStructureToStructure(make<ztCAD_Structure>("inner"), outer));
   const Document document = newDocument();
@@ -54,7 +54,7 @@ TEST(TwoDocuments, StructuresThatTheHostBuiltStayNested) {
   EXPECT_EQ(nestedIn(ztCAD_getStructures(document.get())->front()), 1U);
 }
 
-TEST(TwoDocuments, UpdatingOneClearsTheNestedStructuresOfTheOther) {
+TEST(TwoDocuments, UpdatingOneRemovesReadStructuresFromTheOther) {
   const TemporaryFiles files;
   const Document first = parse(nestedXml).document;
   const Document second = newDocument();

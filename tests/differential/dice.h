@@ -4,7 +4,7 @@
 #include <iterator>
 #include <random>
 
-/// What a random test throws.
+/// Random choices of a test, reproducible from the seed.
 class Dice {
  public:
   explicit Dice(std::uint64_t seed) : m_engine(seed) {}

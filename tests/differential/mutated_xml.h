@@ -5,6 +5,7 @@
 
 #include "dice.h"
 
+/// Markup and characters that mutate() inserts.
 inline const char* const xmlFragments[] = {"<",
                                            ">",
                                            "/>",
@@ -58,7 +59,8 @@ inline const char* const xmlFragments[] = {"<",
                                            "-",
                                            "--"};
 
-/// Changes the text in one place: cuts, repeats, drops, puts in.
+/// Makes one random change: truncates, repeats or removes a piece, inserts or replaces with a fragment, or
+/// sets a byte.
 inline void mutate(QByteArray& bytes, Dice& dice) {
   const int at = dice.roll(bytes.size() + 1);
   const int length = dice.roll(std::min(bytes.size() - at, 30) + 1);

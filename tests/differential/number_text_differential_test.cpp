@@ -14,12 +14,12 @@
 #include "number/number_text.h"
 #include "random_seed.h"
 
-// The quick conversions beside the plain Qt calls that define them.
+// The fast conversions against the Qt calls that define them.
 
 namespace {
 
 const int inputs = randomRounds(1000000);
-const int lists = inputs / 5;  // of some seven numbers each
+const int lists = inputs / 5;  // of about seven numbers each
 
 bool sameBits(double a, double b) {
   return (std::isnan(a) && std::isnan(b)) || std::memcmp(&a, &b, sizeof a) == 0;
@@ -34,12 +34,12 @@ double anyBits(Dice& dice) {
   return value;
 }
 
-// k / 2^n: the binary grids on which exact ties lie
+// k / 2^n: the binary grids that contain the exact ties
 double onGrid(Dice& dice) {
   return std::ldexp(static_cast<double>(dice.roll(20000001) - 10000000), -dice.roll(24));
 }
 
-// seven decimal digits of which the last is a 5, scaled by powers of ten that a double holds exactly, or
+// seven decimal digits, the last of them a 5, scaled by a power of ten that a double represents exactly or
 // nearly
 double sixDigitsAndAFive(Dice& dice) {
   const double digits = (100000 + dice.roll(900000)) * 10.0 + 5;
@@ -128,7 +128,7 @@ QString digits(Dice& dice, int most) {
   return text;
 }
 
-QString blanks(Dice& dice) {
+QString whitespace(Dice& dice) {
   const char16_t kinds[] = {u' ',   u'\t',  u'\n',  u'\v',  u'\f',  u'\r',  0x85,   0xA0,
                             0x1680, 0x180E, 0x2000, 0x2003, 0x200A, 0x200B, 0x2028, 0x2029,
                             0x202F, 0x205F, 0x3000, 0xFEFF, 0x1C,   0x1F};
@@ -157,7 +157,7 @@ QString word(Dice& dice) {
   return QLatin1String(dice.pick(words));
 }
 
-// a number out of its parts, few of them with many digits
+// a number composed of its parts, occasionally with many digits
 QString decimal(Dice& dice) {
   const int most = dice.roll(50) ? 10 : 900;
   QString text = sign(dice) + digits(dice, most);
@@ -165,7 +165,7 @@ QString decimal(Dice& dice) {
   return text + exponent(dice);
 }
 
-// what programs write: shortest, six digits, seventeen digits
+// numbers as programs write them
 QString printed(Dice& dice) {
   const int precisions[] = {6, 15, 17, 20};
   return QString::number(anyReal(dice), dice.roll(2) ? 'g' : 'e', dice.pick(precisions));
@@ -200,7 +200,7 @@ QString anyNumberText(Dice& dice) {
       text = decimal(dice);
   }
   if (!dice.roll(20)) text.insert(dice.roll(text.size() + 1), junk(dice).left(1));
-  return blanks(dice) + text + blanks(dice);
+  return whitespace(dice) + text + whitespace(dice);
 }
 
 TEST(NumberTextDifferential, RealsAreReadAsQtReadsThem) {
@@ -216,8 +216,8 @@ TEST(NumberTextDifferential, RealsAreReadAsQtReadsThem) {
     ASSERT_TRUE(sameBits(ztcad::realOrZero(text), converts ? expected : 0)) << text.toStdString();
     converting += converts;
   }
-  EXPECT_GT(converting, inputs / 10) << "hardly any of the texts was a number";
-  EXPECT_LT(converting, inputs - inputs / 10) << "hardly any of the texts was none";
+  EXPECT_GT(converting, inputs / 10) << "hardly any text was a number";
+  EXPECT_LT(converting, inputs - inputs / 10) << "hardly any text was not a number";
 }
 
 TEST(NumberTextDifferential, IndicesAreReadAsQtReadsThem) {
@@ -233,12 +233,12 @@ TEST(NumberTextDifferential, IndicesAreReadAsQtReadsThem) {
     ASSERT_EQ(ztcad::indexOrZero(text), converts ? expected : 0) << text.toStdString();
     converting += converts;
   }
-  EXPECT_GT(converting, inputs / 20) << "hardly any of the texts was an index";
-  EXPECT_LT(converting, inputs - inputs / 10) << "hardly any of the texts was none";
+  EXPECT_GT(converting, inputs / 20) << "hardly any text was an index";
+  EXPECT_LT(converting, inputs - inputs / 10) << "hardly any text was not a number";
 }
 
-// What one number prints is read as Qt reads it back: the way of a saved document.
-TEST(NumberTextDifferential, WhatIsWrittenIsReadAsQtReadsIt) {
+// As when a saved document is loaded.
+TEST(NumberTextDifferential, WrittenRealsAreReadAsQtReadsThem) {
   Dice dice(randomSeed());
   for (int i = 0; i < inputs; ++i) {
     QString text;
@@ -249,25 +249,25 @@ TEST(NumberTextDifferential, WhatIsWrittenIsReadAsQtReadsIt) {
 
 // ----------------------------------------------------------------------------------------------------- lists
 
-bool convertPlainly(const QString& text, double& value) {
+bool convertByQt(const QString& text, double& value) {
   bool converts = false;
   value = text.toDouble(&converts);
   return converts;
 }
 
-bool convertPlainly(const QString& text, std::uint32_t& value) {
+bool convertByQt(const QString& text, std::uint32_t& value) {
   bool converts = false;
   value = text.toUInt(&converts, 10);
   return converts;
 }
 
 template <typename Number>
-bool parseListPlainly(QString text, std::vector<Number>& values) {
+bool parseListByQt(QString text, std::vector<Number>& values) {
   if (text.contains(QLatin1Char(';'))) text.remove(QLatin1Char(';'));
   bool whole = true;
   for (const QString& part : text.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
     Number value{};
-    if (convertPlainly(part, value))
+    if (convertByQt(part, value))
       values.push_back(value);
     else
       whole = false;
@@ -276,12 +276,12 @@ bool parseListPlainly(QString text, std::vector<Number>& values) {
 }
 
 template <typename Number>
-bool parseTriplesPlainly(const QString& text, std::vector<Number>& values) {
+bool parseTriplesByQt(const QString& text, std::vector<Number>& values) {
   bool whole = true;
   for (const QString& piece : text.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
     if (!piece.contains(QLatin1Char(','))) continue;
     std::vector<Number> numbers;
-    if (parseListPlainly(piece, numbers) && numbers.size() >= 3)
+    if (parseListByQt(piece, numbers) && numbers.size() >= 3)
       values.insert(values.end(), numbers.begin(), numbers.begin() + 3);
     else
       whole = false;
@@ -291,14 +291,14 @@ bool parseTriplesPlainly(const QString& text, std::vector<Number>& values) {
 
 QString listPart(Dice& dice, bool integers) {
   if (!dice.roll(40)) return anyNumberText(dice);
-  if (!dice.roll(40)) return blanks(dice);
+  if (!dice.roll(40)) return whitespace(dice);
   return QLatin1Char(' ') + QString::number(integers ? dice.roll(1000) : dice.between(-1, 1));
 }
 
 QString anyListText(Dice& dice) {
   const char* const separators[] = {",", ",", ",", ", ", ";", ";\n", ",,", ";;", ",;", "; ", ""};
   const bool integers = dice.roll(3) != 0;
-  QString text = blanks(dice);
+  QString text = whitespace(dice);
   for (int left = dice.roll(14); left > 0; --left) {
     const bool endsTriple = left % 3 == 1;
     const char* usual = endsTriple ? ";\n" : ",";
@@ -327,7 +327,7 @@ TEST(NumberTextDifferential, ListsAreReadAsQtSplitsAndConvertsThem) {
   for (int i = 0; i < lists; ++i) {
     const QString text = anyListText(dice);
     std::vector<double> expected = {7}, values = {7};
-    const bool result = parseListPlainly(text, expected);
+    const bool result = parseListByQt(text, expected);
     ASSERT_EQ(ztcad::parseList(text, values), result) << text.toStdString();
     ASSERT_TRUE(sameValues(values, expected)) << text.toStdString();
     whole += result;
@@ -336,22 +336,22 @@ TEST(NumberTextDifferential, ListsAreReadAsQtSplitsAndConvertsThem) {
   EXPECT_LT(whole, lists - lists / 20);
 }
 
-/// Bytes as the reader of plain documents hands them out.
+/// Decodes bytes as the plain XML reader does.
 class Utf8Decoder final : public ztcad::TextDecoder {
  public:
   QString decoded(std::string_view part) const override {
-    const QByteArray behindALetter = 'x' + QByteArray(part.data(), static_cast<int>(part.size()));
-    return QString::fromUtf8(behindALetter.constData(), behindALetter.size())
-        .mid(1);  // a byte order mark in front is a character here
+    // after a letter, a leading byte order mark is decoded as a character
+    const QByteArray afterALetter = 'x' + QByteArray(part.data(), static_cast<int>(part.size()));
+    return QString::fromUtf8(afterALetter.constData(), afterALetter.size()).mid(1);
   }
 };
 
-/// Bytes that end where their memory ends, or that stand in a document.
+/// Bytes at the end of their memory, or followed by markup as in a document.
 class Bytes {
  public:
   Bytes(const std::string& bytes, bool inDocument)
       : m_memory(inDocument ? bytes + "<12.5e3, 4>.5e6;7890123456789" : bytes), m_size(bytes.size()) {
-    m_memory.shrink_to_fit();  // what lies behind is nobody's business, and the sanitizers see to it
+    m_memory.shrink_to_fit();  // lets the sanitizers detect reads past the end
   }
   ztcad::ElementText text() const {
     return ztcad::ElementText({m_memory.data(), m_size}, m_decoder, m_memory.data() + m_memory.size());
@@ -370,7 +370,7 @@ TYPED_TEST(ListDifferential, TriplesInBytesAreReadAsThoseInCharacters) {
   for (int i = 0; i < lists; ++i) {
     const std::string bytes = anyListText(dice).toStdString();
     std::vector<TypeParam> expected = {7}, values = {7};
-    const bool result = parseTriplesPlainly(decoder.decoded(bytes), expected);
+    const bool result = parseTriplesByQt(decoder.decoded(bytes), expected);
     ASSERT_EQ(ztcad::parseTriples(Bytes(bytes, i % 2 == 0).text(), values), result) << bytes;
     ASSERT_TRUE(sameValues(values, expected)) << bytes;
     whole += result;
@@ -380,25 +380,25 @@ TYPED_TEST(ListDifferential, TriplesInBytesAreReadAsThoseInCharacters) {
 }
 
 TEST(ShortListDifferential, BytesAreReadAsCharacters) {
-  constexpr int most = 3;
+  constexpr int capacity = 3;
   Dice dice(randomSeed());
   const Utf8Decoder decoder;
-  int taken = 0;
+  int accepted = 0;
   for (int i = 0; i < lists; ++i) {
-    QString text = blanks(dice);
+    QString text = whitespace(dice);
     for (int left = dice.roll(5); left > 0; --left)
       text += listPart(dice, false) + QLatin1String(left > 1 ? "," : dice.roll(2) ? ";" : "");
     const std::string bytes = text.toStdString();
     std::vector<double> expected;
-    const bool fits = parseListPlainly(decoder.decoded(bytes), expected) && expected.size() <= most;
-    double values[most] = {};
-    const int count = ztcad::parseShortList(Bytes(bytes, i % 2 == 0).text(), values, most);
+    const bool fits = parseListByQt(decoder.decoded(bytes), expected) && expected.size() <= capacity;
+    double values[capacity] = {};
+    const int count = ztcad::parseShortList(Bytes(bytes, i % 2 == 0).text(), values, capacity);
     ASSERT_EQ(count, fits ? static_cast<int>(expected.size()) : 0) << bytes;
     ASSERT_TRUE(sameValues({values, values + count}, fits ? expected : std::vector<double>())) << bytes;
-    taken += count > 0;
+    accepted += count > 0;
   }
-  EXPECT_GT(taken, lists / 4);
-  EXPECT_LT(taken, lists - lists / 10);
+  EXPECT_GT(accepted, lists / 4);
+  EXPECT_LT(accepted, lists - lists / 10);
 }
 
 TYPED_TEST(ListDifferential, TriplesAreReadAsQtSplitsAndConvertsThem) {
@@ -408,7 +408,7 @@ TYPED_TEST(ListDifferential, TriplesAreReadAsQtSplitsAndConvertsThem) {
   for (int i = 0; i < lists; ++i) {
     const QString text = anyListText(dice);
     std::vector<TypeParam> expected = {7}, values = {7};
-    const bool result = parseTriplesPlainly(text, expected);
+    const bool result = parseTriplesByQt(text, expected);
     ASSERT_EQ(ztcad::parseTriples(text, values), result) << text.toStdString();
     ASSERT_TRUE(sameValues(values, expected)) << text.toStdString();
     whole += result;

@@ -9,7 +9,7 @@
 #include "dice.h"
 #include "random_seed.h"
 
-// What the library saves, as another parser reads it: the same elements, names, texts and numbers.
+// Saved documents as another parser reads them: the same elements, names, texts and numbers.
 
 namespace {
 
@@ -37,7 +37,7 @@ std::vector<xmlNodePtr> children(xmlNodePtr parent, const std::string& tag) {
   return found;
 }
 
-/// Texts of every kind of character that XML has.
+/// Random texts of all kinds of XML characters.
 class Texts {
  public:
   explicit Texts(std::uint64_t seed) : m_dice(seed) {}
@@ -75,7 +75,7 @@ class Texts {
   Dice m_dice;
 };
 
-/// The element's descriptive attributes are those that the library has.
+/// Compares the descriptive attributes of an element with those in the file.
 template <typename Element>
 void compareTexts(const Element& element, xmlNodePtr node) {
   const ztCAD_gAttr& texts = element.property().attributes();
@@ -106,7 +106,7 @@ void compareVertices(const ztCAD_Line& line, xmlNodePtr node) {
   ASSERT_EQ(toText(xmlNodeGetContent(lists.front())), expected.toStdString());
 }
 
-TEST(SavedXml, IsTheSameToAnotherParserForAnyTexts) {
+TEST(SavedXml, IsReadAlikeByAnotherParserForAnyTexts) {
   Texts texts(randomSeed());
   for (int round = 0; round < 200; ++round) {
     const Document document = newDocument(texts.next().toStdString());
@@ -140,14 +140,14 @@ TEST(SavedXml, IsTheSameToAnotherParserForAnyTexts) {
 struct Character {
   const char* name;
   char32_t code;
-  bool libxmlTakes;
+  bool libxmlAccepts;
 };
 
 void PrintTo(const Character& character, std::ostream* out) { *out << character.name; }
 
 class OddCharacter : public testing::TestWithParam<Character> {};
 
-TEST_P(OddCharacter, ComesBackAlsoWhereItIsNoneOfXml) {
+TEST_P(OddCharacter, SurvivesSavingEvenIfXmlForbidsIt) {
   const uint code = GetParam().code;
   const QString name = "a" + (code < 0x10000 ? QString(QChar(code)) : QString::fromUcs4(&code, 1)) + "b";
   const Document document = newDocument();
@@ -159,7 +159,7 @@ TEST_P(OddCharacter, ComesBackAlsoWhereItIsNoneOfXml) {
   const Loaded loaded = loadFile(files.put("saved.xml", bytes));
   ASSERT_EQ(loaded.code, 0);
   EXPECT_EQ(ztCAD_getPoints(loaded.document.get())->front().name(), name);
-  EXPECT_EQ(parsedByLibxml(bytes) != nullptr, GetParam().libxmlTakes) << bytes;
+  EXPECT_EQ(parsedByLibxml(bytes) != nullptr, GetParam().libxmlAccepts) << bytes;
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -168,11 +168,11 @@ INSTANTIATE_TEST_SUITE_P(
                     Character{"CarriageReturn", 13, true}, Character{"Nul", 0, false},
                     Character{"Control1", 1, false}, Character{"VerticalTab", 11, false},
                     Character{"Escape", 27, false}, Character{"Delete", 0x7F, true},
-                    Character{"NextLine", 0x85, true}, Character{"OpenByteOfWindows1251", 0x98, false},
+                    Character{"NextLine", 0x85, true}, Character{"UndefinedByteOfWindows1251", 0x98, false},
                     Character{"NoBreakSpace", 0xA0, true}, Character{"LineSeparator", 0x2028, true},
                     Character{"HalfASurrogatePair", 0xD800, false}, Character{"Replacement", 0xFFFD, true},
                     Character{"Fffe", 0xFFFE, false}, Character{"Ffff", 0xFFFF, false},
-                    Character{"Emoji", 0x1F600, true}, Character{"TheLast", 0x10FFFF, true}),
+                    Character{"Emoji", 0x1F600, true}, Character{"LastCharacter", 0x10FFFF, true}),
     [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace

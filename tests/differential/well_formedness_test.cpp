@@ -9,27 +9,30 @@
 #include "api/host.h"
 #include "well_formedness_rows.h"
 
-// What is well-formed: Qt's word is the one that counts, and a second parser's stands beside it. Where both differ, the page
-// for hosts says so.
+// Which texts are well-formed: Qt is the reference, and a second parser is compared with it. Where the two
+// differ, the page for hosts must list the difference.
 
 namespace {
 
+using well_formedness::Acceptance;
 using well_formedness::Row;
-using well_formedness::Taken;
 
-bool isOneOf(Taken taken, std::initializer_list<Taken> all) {
-  return std::find(all.begin(), all.end(), taken) != all.end();
+bool isOneOf(Acceptance acceptance, std::initializer_list<Acceptance> all) {
+  return std::find(all.begin(), all.end(), acceptance) != all.end();
 }
 
-bool isTakenByQt(Taken taken) {
-  return isOneOf(taken, {Taken::ByAll, Taken::ByQtOnly, Taken::RefusedHere, Taken::RefusedHereAndByLibxml});
+bool isAcceptedByQt(Acceptance acceptance) {
+  return isOneOf(acceptance, {Acceptance::ByAll, Acceptance::ByQtOnly, Acceptance::RefusedHere,
+                              Acceptance::RefusedHereAndByLibxml});
 }
-bool isTakenHere(Taken taken) { return isOneOf(taken, {Taken::ByAll, Taken::ByQtOnly}); }
-bool isTakenByLibxml(Taken taken) {
-  return isOneOf(taken, {Taken::ByAll, Taken::ByLibxmlOnly, Taken::RefusedHere});
+bool isAcceptedHere(Acceptance acceptance) {
+  return isOneOf(acceptance, {Acceptance::ByAll, Acceptance::ByQtOnly});
+}
+bool isAcceptedByLibxml(Acceptance acceptance) {
+  return isOneOf(acceptance, {Acceptance::ByAll, Acceptance::ByLibxmlOnly, Acceptance::RefusedHere});
 }
 
-bool libxmlTakes(const std::string& bytes) {
+bool libxmlAccepts(const std::string& bytes) {
   constexpr int options = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
   const std::unique_ptr<xmlDoc, void (*)(xmlDocPtr)> document(
       xmlReadMemory(bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr, options), xmlFreeDoc);
@@ -38,27 +41,27 @@ bool libxmlTakes(const std::string& bytes) {
 
 class WellFormedness : public testing::TestWithParam<Row> {};
 
-TEST_P(WellFormedness, IsWhatThePlainParserSays) {
+TEST_P(WellFormedness, IsDecidedByQt) {
   const std::string& xml = GetParam().xml;
   EXPECT_EQ(QDomDocument().setContent(QByteArray(xml.data(), static_cast<int>(xml.size()))),
-            isTakenByQt(GetParam().taken));
+            isAcceptedByQt(GetParam().acceptance));
 }
 
-TEST_P(WellFormedness, DecidesWhatLoads) {
+TEST_P(WellFormedness, DeterminesTheResultCode) {
   const TemporaryFiles files;
   const Loaded loaded = loadFile(files.put("document.xml", GetParam().xml));
-  // 120: well-formed, but no document
-  EXPECT_EQ(loaded.code, isTakenHere(GetParam().taken) ? 120 : 110);
+  // 120: well-formed, but the root is not that of a document
+  EXPECT_EQ(loaded.code, isAcceptedHere(GetParam().acceptance) ? 120 : 110);
 }
 
-TEST_P(WellFormedness, IsWhatTheSecondParserSaysOrThePageNamesIt) {
-  EXPECT_EQ(libxmlTakes(GetParam().xml), isTakenByLibxml(GetParam().taken));
+TEST_P(WellFormedness, IsTheSameForTheSecondParserExceptAsListed) {
+  EXPECT_EQ(libxmlAccepts(GetParam().xml), isAcceptedByLibxml(GetParam().acceptance));
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, WellFormedness, testing::ValuesIn(well_formedness::rows()),
                          [](const auto& row) { return std::string(row.param.name); });
 
-/// What stands in backticks in the first cells of the page's table.
+/// The names in backticks in the first column of the page's table.
 std::multiset<std::string> namesOnThePage() {
   std::multiset<std::string> names;
   const QString page = QString::fromStdString(bytesOf(ZTCAD_TEST_WELL_FORMEDNESS_PAGE));
@@ -71,10 +74,10 @@ std::multiset<std::string> namesOnThePage() {
   return names;
 }
 
-TEST(WellFormednessPage, NamesEveryDifferenceOnceAndNoOther) {
+TEST(WellFormednessPage, ListsExactlyTheDifferences) {
   std::multiset<std::string> differences;
   for (const Row& row : well_formedness::rows())
-    if (isTakenHere(row.taken) != isTakenByLibxml(row.taken)) differences.insert(row.name);
+    if (isAcceptedHere(row.acceptance) != isAcceptedByLibxml(row.acceptance)) differences.insert(row.name);
   EXPECT_GT(differences.size(), 20U);
   EXPECT_EQ(namesOnThePage(), differences);
 }

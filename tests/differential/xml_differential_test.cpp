@@ -12,17 +12,17 @@
 #include <string>
 #include <vector>
 
-#include "xml/byte_sink.h"
-#include "xml/dom_backend.h"
 #include "core/vocabulary.h"
-#include "xml/xml_parse.h"
-#include "xml/xml_print.h"
 #include "dice.h"
 #include "mutated_xml.h"
 #include "random_seed.h"
+#include "xml/byte_sink.h"
+#include "xml/dom_backend.h"
+#include "xml/xml_parse.h"
+#include "xml/xml_print.h"
 
-// XML text beside the plain Qt calls that define it. Where the library is better than Qt on purpose (order of
-// attributes, characters beyond U+FFFF, hostile texts) the comparison says how it steps around that.
+// XML text against the Qt calls that define it. Where the library deliberately differs from Qt (order of
+// attributes, characters beyond U+FFFF, hostile input), a comment states how the comparison allows for it.
 
 namespace {
 
@@ -30,9 +30,8 @@ std::string text(const QString& text) { return text.toStdString(); }
 
 // ----------------------------------------------------------------------------------------- attributes sorted
 
-/// XML text in which the attributes of each start tag are put in the order of their names, so that texts of
-/// two writers can be compared. Names are ASCII; comments, CDATA sections and instructions must not hold
-/// their own end.
+/// XML text with the attributes of each start tag sorted by name, for comparing texts of two writers. Names
+/// must be ASCII; comments, CDATA sections and instructions must not contain their own terminators.
 class SortedAttributes {
  public:
   explicit SortedAttributes(const std::string& xml) : m_xml(xml) {
@@ -87,8 +86,8 @@ std::string sorted(const std::string& xml) { return SortedAttributes(xml).result
 
 // --------------------------------------------------------------------------------------------- hostile texts
 
-// what the library writes better than Qt (U+0000, high surrogates and what they form) is left to
-// randomAnything
+// U+0000 and high surrogates, which the library deliberately writes differently from Qt, occur in
+// randomAnything only
 const ushort oddUnits[] = {'<',    '>',    '&',    '"',    '\'',   ']',    ']',    '>',    '\t',
                            '\n',   '\r',   ' ',    0x01,   0x1f,   0x7f,   0x80,   0xa0,   0xe9,
                            0x401,  0x42f,  0x451,  0x44f,  0x490,  0x2116, 0x20ac, 0x4e2d, 0xac00,
@@ -103,7 +102,7 @@ QString randomText(Dice& dice, int maximalLength = 20) {
   return result;
 }
 
-/// Any units at all, also halves of surrogate pairs, whole pairs and what ends a parse.
+/// Any UTF-16 code units, including unpaired surrogates, surrogate pairs and units that end a parse.
 QString randomAnything(Dice& dice) {
   const ushort worst[] = {0, 0xd800, 0xd83d, 0xdbff, 0xdc00, 0xde00, 0xdfff, 0xfffe, 0xffff};
   QString result;
@@ -122,11 +121,11 @@ QString randomName(Dice& dice) {
   return dice.pick(names);
 }
 
-// ----------------------------------------------------------------------------------- bytes beside a DOM tree
+// ----------------------------------------------------------------------------------- bytes against a DOM tree
 
 struct RandomElement {
   QString tag;
-  std::vector<std::pair<QString, QString>> attributes;  // a name may come twice
+  std::vector<std::pair<QString, QString>> attributes;  // names may repeat
   std::vector<std::string> textPieces;
   std::vector<RandomElement> children;
 };
@@ -178,7 +177,7 @@ std::string throughTree(const RandomElement& root) {
       document.createProcessingInstruction(ztcad::words().xml, ztcad::words().xmlDeclaration));
   const QDomElement element = document.appendChild(document.createElement(root.tag)).toElement();
   ztcad::DomSink sink(element, document);
-  // an element's text reaches the tree when the element is closed; the root is never opened through the sink
+  // the sink adds an element's text when it closes the element, but it never opens or closes the root
   RandomElement content = root;
   content.textPieces.clear();
   write(content, sink);
@@ -189,7 +188,7 @@ std::string throughTree(const RandomElement& root) {
   return bytes.toStdString();
 }
 
-TEST(XmlDifferential, BytesAreThoseThatQtSavesFromATree) {
+TEST(XmlDifferential, BytesAreThoseThatQtSaves) {
   Dice dice(randomSeed());
   for (int i = 0; i < 4000; ++i) {
     RandomElement root = randomElement(dice, 4);
@@ -198,7 +197,7 @@ TEST(XmlDifferential, BytesAreThoseThatQtSavesFromATree) {
   }
 }
 
-TEST(XmlDifferential, BytesOfSingleAttributesAreThoseOfQtWithoutSorting) {
+TEST(XmlDifferential, BytesOfASingleAttributeAreThoseOfQt) {
   Dice dice(randomSeed());
   for (int i = 0; i < 20000; ++i) {
     const RandomElement root{"r", {{"a", randomText(dice, 60)}}, {}, {}};
@@ -206,18 +205,18 @@ TEST(XmlDifferential, BytesOfSingleAttributesAreThoseOfQtWithoutSorting) {
   }
 }
 
-TEST(XmlDifferential, EveryCharacterIsWrittenAsQtDoes) {
+TEST(XmlDifferential, EveryCharacterIsWrittenAsByQt) {
   QString all;
   for (uint code = 1; code < 0x10000; ++code) {
     const bool isHighSurrogate = code >= 0xd800 && code <= 0xdbff;
-    const bool isByteLeftOpen = code == 0x98;  // some builds of Qt have a character there, some do not
-    if (!isHighSurrogate && !isByteLeftOpen) all += QChar(code);
+    const bool isUndefined = code == 0x98;  // undefined in windows-1251; builds of Qt differ
+    if (!isHighSurrogate && !isUndefined) all += QChar(code);
   }
   const RandomElement root{"r", {{"a", all}}, {}, {}};
   EXPECT_TRUE(throughBytes(root) == throughTree(root));
 }
 
-TEST(XmlDifferential, WhatWasWrittenIsReadBackWhateverItHolds) {
+TEST(XmlDifferential, AnyValueSurvivesWritingAndReading) {
   Dice dice(randomSeed());
   for (int i = 0; i < 20000; ++i) {
     const QString value = randomAnything(dice);
@@ -283,7 +282,7 @@ class RandomTree {
     }
   }
 
-  // half a surrogate pair becomes a question mark in the UTF-8 of Qt
+  // Qt writes an unpaired surrogate as a question mark in UTF-8
   QString anyText() { return randomText(m_dice).remove(QChar(0xdc00)).remove(QChar(0xdfff)); }
   QDomComment comment() { return document.createComment(anyText().remove("-->")); }
   QDomProcessingInstruction instruction() {
@@ -307,7 +306,7 @@ TEST(XmlDifferential, PrintsWhatQtPrints) {
 
 // --------------------------------------------------------------------------------------------------- parsing
 
-void tell(const QDomNode& node, QString& out) {
+void describe(const QDomNode& node, QString& out) {
   out += QString("(%1 %2 %3 ").arg(node.nodeType()).arg(node.nodeName(), node.nodeValue());
   QStringList attributes;
   for (int i = 0; i < node.attributes().count(); ++i)
@@ -315,24 +314,24 @@ void tell(const QDomNode& node, QString& out) {
   attributes.sort();
   out += attributes.join(' ');
   for (QDomNode child = node.firstChild(); !child.isNull(); child = child.nextSibling())
-    tell(child, out);
+    describe(child, out);
   out += ')';
 }
 
-/// A tree told so that two trees can be compared; attributes in the order of their names.
-std::string told(const QDomDocument& tree) {
+/// Text form of a tree for comparing two trees; attributes are sorted by name.
+std::string described(const QDomDocument& tree) {
   QString result = tree.doctype().name() + tree.doctype().publicId() + tree.doctype().systemId();
-  tell(tree, result);
+  describe(tree, result);
   return text(result);
 }
 
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED
 
-/// What Qt's reader meets on its way through a text, told by the reader itself.
-class Witness final : public QXmlDefaultHandler {
+/// Records whether Qt's SAX reader encounters entity declarations or too deep nesting in a text.
+class ForbiddenContent final : public QXmlDefaultHandler {
  public:
-  explicit Witness(const QByteArray& bytes) {
+  explicit ForbiddenContent(const QByteArray& bytes) {
     QBuffer buffer;
     buffer.setData(bytes);
     QXmlInputSource source(&buffer);
@@ -371,7 +370,7 @@ QT_WARNING_POP
 
 bool mayHoldANul(const QByteArray& bytes) { return bytes.contains('\0'); }
 
-/// Which references Qt cuts; the trees differ there on purpose.
+/// Whether there may be a character reference that Qt truncates; the trees then differ on purpose.
 bool mayHoldALongReference(const QByteArray& bytes) {
   static const QRegularExpression reference("&#(x[0-9a-fA-F]{5,}|[0-9]{5,});");
   return QString::fromLatin1(bytes).remove(QChar(0)).contains(reference);
@@ -383,17 +382,18 @@ struct Counts {
   int refused = 0;
 };
 
-/// Whether the bytes hold the one that windows-1251 leaves open: a Qt without ICU does not read it.
-bool holdsTheOpenByte(const QByteArray& bytes) {
+/// Whether the bytes contain 98 hex, which windows-1251 leaves undefined, and Qt, built without ICU, does not
+/// read it.
+bool holdsAnUnreadableByte(const QByteArray& bytes) {
   return bytes.contains('\x98') && QTextCodec::codecForName("windows-1251")->toUnicode("\x98") != QChar(0x98);
 }
 
 void compareWithQt(const QByteArray& bytes, Counts& counts) {
-  const Witness witness(bytes);
+  const ForbiddenContent forbidden(bytes);
   QDomDocument tree;
   const ztcad::ParseOutcome outcome = ztcad::parseXml(bytes, tree);
   const std::string shown = "bytes: " + bytes.toPercentEncoding(" <>&;'\"=!?/[]").toStdString();
-  if (witness.declaresEntities || witness.isTooDeep) {
+  if (forbidden.declaresEntities || forbidden.isTooDeep) {
     ++counts.refused;
     ASSERT_FALSE(outcome.parsed) << shown;
     ASSERT_TRUE(tree.firstChild().isNull()) << shown;
@@ -411,7 +411,7 @@ void compareWithQt(const QByteArray& bytes, Counts& counts) {
   }
   if (mayBeRefused && outcome.message == "entity declaration") {
     ++counts.refused;
-    ASSERT_FALSE(parsedByQt) << "the reader saw no declaration in " << shown;
+    ASSERT_FALSE(parsedByQt) << "Qt's reader encountered no entity declaration in " << shown;
     return;
   }
   ASSERT_EQ(outcome.parsed, parsedByQt) << shown;
@@ -419,15 +419,15 @@ void compareWithQt(const QByteArray& bytes, Counts& counts) {
   ASSERT_EQ(outcome.line, line) << shown;
   ASSERT_EQ(outcome.column, column) << shown;
   ++(outcome.parsed ? counts.accepted : counts.illFormed);
-  if (mayHoldALongReference(bytes) || holdsTheOpenByte(bytes)) return;
-  ASSERT_EQ(told(tree), told(byQt)) << shown;
+  if (mayHoldALongReference(bytes) || holdsAnUnreadableByte(bytes)) return;
+  ASSERT_EQ(described(tree), described(byQt)) << shown;
 }
 
 QByteArray utf16(const QString& text) {
   return QByteArray("\xff\xfe") + QByteArray(reinterpret_cast<const char*>(text.utf16()), 2 * text.size());
 }
 
-std::vector<QByteArray> startingPoints() {
+std::vector<QByteArray> seedTexts() {
   const QByteArray document =
       "<?xml version=\"1.0\" encoding=\"windows-1251\"?>\n<GMD>\n   <header majorVersion=\"1\"/>\n"
       "   <point center=\"1, 2, 3\" name='\xcf\xf0\xe8\xec\xe5\xf0'/>\n   <line><vertices>1,2,3</vertices></line>\n</GMD>\n";
@@ -452,9 +452,9 @@ std::vector<QByteArray> startingPoints() {
 TEST(XmlDifferential, MutatedDocumentsAreReadAsQtReadsThem) {
   Dice dice(randomSeed());
   Counts counts;
-  const std::vector<QByteArray> starts = startingPoints();
+  const std::vector<QByteArray> seeds = seedTexts();
   for (int i = 0; i < 30000; ++i) {
-    QByteArray bytes = dice.pick(starts);
+    QByteArray bytes = dice.pick(seeds);
     for (int mutations = dice.roll(4); mutations >= 0; --mutations)
       mutate(bytes, dice);
     ASSERT_NO_FATAL_FAILURE(compareWithQt(bytes, counts)) << i;
@@ -464,7 +464,7 @@ TEST(XmlDifferential, MutatedDocumentsAreReadAsQtReadsThem) {
   EXPECT_GT(counts.refused, 1000);
 }
 
-TEST(XmlDifferential, GluedFragmentsAreReadAsQtReadsThem) {
+TEST(XmlDifferential, RandomFragmentsAreReadAsQtReadsThem) {
   Dice dice(randomSeed());
   Counts counts;
   const char* const openings[] = {"", "<r>", "<!DOCTYPE r [", "<r a='", "<?xml version='1.0'?>"};
@@ -504,7 +504,7 @@ const char* const goodTags[] = {"<a>",
 const char* const badTags[] = {"<a b='",      "<a b='</a>'>",  "'",   "\"", "/", ">", "<",
                                "<a b=\"</a>", "<![CDATA[</a>", "]]>", "-->"};
 
-TEST(XmlDifferential, TagsAroundTheDeepestElementAreCountedAsQtCountsThem) {
+TEST(XmlDifferential, TagsAtMaximalDepthAreCountedAsQtCountsThem) {
   Dice dice(randomSeed());
   Counts counts;
   for (int i = 0; i < 1500; ++i) {
@@ -517,7 +517,7 @@ TEST(XmlDifferential, TagsAroundTheDeepestElementAreCountedAsQtCountsThem) {
   EXPECT_GT(counts.refused, 100);
 }
 
-TEST(XmlDifferential, LongReferencesGiveTheTreeOfTheirCharacters) {
+TEST(XmlDifferential, LongReferencesAreReadAsTheirCharacters) {
   Dice dice(randomSeed());
   const QString references[] = {"&#x1f600;", "&#128512;", "&#x0001F600;"};
   const QString smiley = QString::fromUtf8("\U0001f600");
@@ -537,7 +537,7 @@ TEST(XmlDifferential, LongReferencesGiveTheTreeOfTheirCharacters) {
     QDomDocument byQt;
     ASSERT_TRUE(ztcad::parseXml(withReferences + "</r>", tree).parsed);
     ASSERT_TRUE(byQt.setContent(withCharacters + "</r>"));
-    ASSERT_EQ(told(tree), told(byQt)) << text(withReferences);
+    ASSERT_EQ(described(tree), described(byQt)) << text(withReferences);
   }
 }
 

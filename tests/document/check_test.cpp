@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(Check, AsksForUniqueNamesOfTemplatePointsAlone) {
+TEST(Check, OfPointsRequiresUniqueNamesOfTemplatePointsOnly) {
   struct Row {
     const char* name;
     Names points;
@@ -19,11 +19,11 @@ TEST(Check, AsksForUniqueNamesOfTemplatePointsAlone) {
       {"empty document", {}, {}, true},
       {"one of each", {"A"}, {"B"}, true},
       {"two template points of one name", {}, {"A", "A"}, false},
-      {"not side by side", {}, {"A", "B", "A"}, false},
+      {"not adjacent", {}, {"A", "B", "A"}, false},
       {"two empty names", {}, {"", ""}, false},
       {"point and template point of one name", {"A"}, {"A"}, true},
       {"two points of one name", {"A", "A"}, {}, true},
-      {"names of other case", {}, {"a", "A"}, true},
+      {"names that differ in case", {}, {"a", "A"}, true},
       {"Cyrillic and Latin letters that look alike", {}, {"\xD0\x90", "A"}, true},
       {"Cyrillic", {}, {"Ё", "Ё"}, false},
   };
@@ -35,7 +35,8 @@ TEST(Check, AsksForUniqueNamesOfTemplatePointsAlone) {
   }
 }
 
-// most names are told apart by their hashes alone, so many are needed to see that equal ones are found all the same
+// Most names are distinguished by their hashes alone, so many names are needed to test that equal ones are
+// still found.
 TEST(Check, FindsOneDuplicateAmongManyNames) {
   constexpr std::size_t count = 20000;
   const auto nameAt = [](std::size_t i) { return "P" + std::to_string(i); };
@@ -63,15 +64,15 @@ TEST(Check, ChangesNoName) {
   EXPECT_EQ(namesIn(document.content().templatePoints), (Names{"A", "A"}));
 }
 
-TEST(Check, DoesNotAskWhetherPointsAreComplete) {
+TEST(Check, IgnoresIncompletePoints) {
   ztCAD_GMDDocument document("");
   document.content().points.appendNew();
   document.content().templatePoints.appendNew();
   EXPECT_TRUE(ztcad::passesCheck(document.content()));
 }
 
-TEST(Check, AsksForUniqueNamesOfTheTemplatesThatReferencesName) {
-  const Names asked = {"template_structure", "template_detail", "templatePoint", "templateElementMIP"};
+TEST(Check, RequiresUniqueNamesOfFourKindsOfTemplates) {
+  const Names checked = {"template_structure", "template_detail", "templatePoint", "templateElementMIP"};
   const ztCAD_DocumentContent every;
   forEachKind(every, [&](const char* kind, const auto&) {
     ztCAD_GMDDocument document("");
@@ -81,18 +82,18 @@ TEST(Check, AsksForUniqueNamesOfTheTemplatesThatReferencesName) {
       elements.appendNew().setName("B");
       elements.appendNew().setName("A");
     });
-    const bool isAsked = std::find(asked.begin(), asked.end(), kind) != asked.end();
-    EXPECT_EQ(ztcad::passesCheck(document.content()), !isAsked) << kind;
+    const bool isChecked = std::find(checked.begin(), checked.end(), kind) != checked.end();
+    EXPECT_EQ(ztcad::passesCheck(document.content()), !isChecked) << kind;
   });
 }
 
-TEST(Check, TemplatesOfOneNameAreNoDuplicatesAcrossKindsAndLevels) {
+TEST(Check, TemplatesOfDifferentKindsCanHaveTheSameName) {
   ztCAD_GMDDocument document("");
   forEachKind(document.content(), [](const char*, auto& elements) { elements.appendNew().setName("A"); });
   EXPECT_TRUE(ztcad::passesCheck(document.content()));
 }
 
-TEST(Check, LineOfWholeVerticesPassesAndAnyOtherFails) {
+TEST(Check, ALineWithAnIncompleteVertexFails) {
   struct Row {
     std::size_t coordinates;
     bool passes;
@@ -106,12 +107,12 @@ TEST(Check, LineOfWholeVerticesPassesAndAnyOtherFails) {
   }
 }
 
-TEST(Check, UnsoundStructureGives120) {
+TEST(Check, AnUnsoundStructureYieldsCode120) {
   const std::string mip = " MIP='MIP, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10'";
   const std::string lists = "<vertices>0, 0, 0;</vertices><faces>0, 0, 0;</faces>";
   struct Row {
     const char* name;
-    std::string inside;  ///< of a structure
+    std::string inside;  ///< content of the structure
     bool passes;
     bool fault;
   };
@@ -124,15 +125,15 @@ TEST(Check, UnsoundStructureGives120) {
       {"sphere without radius", "<solid name='A' method='sphere' center='1'/>", false, true},
       {"good solid", "<solid name='A' method='triangulation'>" + lists + "</solid>", true, false},
       {"solid without faces", "<solid name='A' method='triangulation'><vertices/></solid>", false, true},
-      {"solid without method is passed over", "<solid name='A'/>", true, true},
-      {"line without method is passed over", "<line name='A'/>", true, false},
+      {"solid without method is ignored", "<solid name='A'/>", true, true},
+      {"line without method is ignored", "<line name='A'/>", true, false},
       {"line without vertices", "<line name='A' method='polyline'/>", true, true},
       {"good mass-inertia element", "<elementMIP name='A' method='MIP'" + mip + "/>", true, false},
       {"mass-inertia element without data", "<elementMIP name='A' method='MIP'/>", false, true},
       {"other method of mass-inertia elements", "<elementMIP name='A'/>", true, false},
       {"good detail", "<detail name='A'" + mip + "/>", true, false},
       {"detail without mass-inertia data", "<detail name='A'/>", false, true},
-      {"detail with a solid of no method", "<detail name='A'" + mip + "><solid/></detail>", false, true},
+      {"detail with a solid without method", "<detail name='A'" + mip + "><solid/></detail>", false, true},
       {"detail with a bad point", "<detail name='A'" + mip + "><point/></detail>", false, true},
       {"detail with a reference", "<detail name='A'" + mip + "><pointRef/></detail>", true, false},
       {"empty references", "<pointRef/><lineRef/><solidRef/><elementMipRef/><detailRef/><structureRef/>",
@@ -140,7 +141,7 @@ TEST(Check, UnsoundStructureGives120) {
       {"good nested structure", "<structure name='A'/>", true, false},
       {"nested structure without name", "<structure/>", true, true},
       {"nested structure with a bad point", "<structure name='A'><point/></structure>", false, true},
-      {"nested template structure is passed over", "<template_structure><point/></template_structure>", true,
+      {"nested template structure is ignored", "<template_structure><point/></template_structure>", true,
        false},
       {"unknown element", "<header/><templatePoint/><other/>", true, false},
       {"bad point before a good one", "<point name='A'/><point name='B' center='1'/>", false, true},
@@ -155,12 +156,12 @@ TEST(Check, UnsoundStructureGives120) {
     EXPECT_EQ(ztcad::passesCheck(document.content()), row.passes) << row.name;
     const FileLoad tmpl = loadBytes(
         document, documentWith("<template_structure name='S'>" + row.inside + "</template_structure>"));
-    EXPECT_EQ(tmpl.code, 0) << "template structures are not asked: " << row.name;
+    EXPECT_EQ(tmpl.code, 0) << "template structures are not checked: " << row.name;
     EXPECT_EQ(tmpl.fault, row.fault) << row.name;
   }
 }
 
-TEST(Check, StructureWithoutNameOrWithABadColourPasses) {
+TEST(Check, AStructureWithoutNameOrWithABadColourPasses) {
   ztCAD_GMDDocument document("");
   const FileLoad load = loadBytes(document, documentWith("<structure/><structure name='A' color='red'/>"));
   EXPECT_EQ(load.code, 0);

@@ -5,7 +5,7 @@
 #include "core/document/unification.h"
 #include "sample_documents.h"
 
-// Documents that hold every kind of element: what is read, in which order it is told and written.
+// Documents that hold every kind of element: what is read, and the order in text and file.
 
 namespace {
 
@@ -27,7 +27,7 @@ void expectNothing(const ztCAD_DocumentContent& content) {
   EXPECT_TRUE(content.stubs.empty());
 }
 
-/// Each text once and behind the one before it.
+/// Checks that the text contains each part exactly once, in this order.
 void expectInOrder(const std::string& text, const std::vector<std::string>& parts) {
   std::size_t at = 0;
   for (const std::string& part : parts) {
@@ -39,12 +39,12 @@ void expectInOrder(const std::string& text, const std::vector<std::string>& part
   }
 }
 
-TEST(Content, NewDocumentHoldsNothing) {
+TEST(Content, OfANewDocumentIsEmpty) {
   const ztCAD_GMDDocument document("");
   expectNothing(document.content());
 }
 
-TEST(Content, EveryKindIsReadInWhateverOrderItComes) {
+TEST(Content, EveryKindIsReadInAnyOrder) {
   std::vector<std::string> elements = oneOfEachKind();
   for (int turn = 0; turn < 2; ++turn) {
     ztCAD_GMDDocument document("");
@@ -56,13 +56,13 @@ TEST(Content, EveryKindIsReadInWhateverOrderItComes) {
   }
 }
 
-TEST(Content, EveryKindIsReadFromAStringToo) {
+TEST(Content, EveryKindIsReadFromAString) {
   ztCAD_GMDDocument document("");
   EXPECT_TRUE(loadString(document, documentWith(joined(oneOfEachKind()))).parsed);
   expectOneOfEachKind(document.content());
 }
 
-TEST(Content, LoadReplacesEveryKind) {
+TEST(Content, LoadingReplacesEveryKind) {
   ztCAD_GMDDocument document("");
   loadString(document, documentWith(joined(oneOfEachKind())));
   loadString(document, documentWith(joined(oneOfEachKind())));
@@ -71,7 +71,7 @@ TEST(Content, LoadReplacesEveryKind) {
   expectNothing(document.content());
 }
 
-TEST(Content, FileThatDoesNotLoadLeavesEveryKind) {
+TEST(Content, AFileThatDoesNotLoadLeavesEveryKind) {
   ztCAD_GMDDocument document("");
   loadString(document, documentWith(joined(oneOfEachKind())));
   EXPECT_EQ(loadBytes(document, "<other/>").code, 120);
@@ -80,7 +80,7 @@ TEST(Content, FileThatDoesNotLoadLeavesEveryKind) {
   expectOneOfEachKind(document.content());
 }
 
-TEST(Content, ExchangeTakesEveryKind) {
+TEST(Content, SwapExchangesEveryKind) {
   ztCAD_GMDDocument one("");
   ztCAD_GMDDocument other("");
   loadString(one, documentWith(joined(oneOfEachKind())));
@@ -89,7 +89,7 @@ TEST(Content, ExchangeTakesEveryKind) {
   expectOneOfEachKind(other.content());
 }
 
-TEST(Content, UnknownMethodsUnderTheRootArePassedOver) {
+TEST(Content, ElementsOfUnknownMethodUnderTheRootAreIgnored) {
   ztCAD_GMDDocument document("");
   const FileLoad load = loadBytes(
       document,
@@ -101,7 +101,7 @@ TEST(Content, UnknownMethodsUnderTheRootArePassedOver) {
   expectNothing(document.content());
 }
 
-TEST(Content, ElementsThatStandInGroupsOnlyInOtherDocumentsArePassedOver) {
+TEST(Content, UnknownTagsUnderTheRootAreIgnored) {
   ztCAD_GMDDocument document("");
   const FileLoad load =
       loadBytes(document, documentWith("<sphere name='A'/><triangle name='A'/><GMD/>"
@@ -111,7 +111,7 @@ TEST(Content, ElementsThatStandInGroupsOnlyInOtherDocumentsArePassedOver) {
   expectNothing(document.content());
 }
 
-TEST(Content, FaultIsRaisedByEachKindThatCanFailAndStays) {
+TEST(Content, AnElementThatCannotBeReadRaisesTheFaultAndIsKept) {
   struct Row {
     const char* kind;
     const char* element;
@@ -147,7 +147,7 @@ TEST(Content, FaultIsRaisedByEachKindThatCanFailAndStays) {
   }
 }
 
-TEST(Content, FileHoldsTheKindsInItsOwnOrder) {
+TEST(Content, IsSavedInFileOrder) {
   ztCAD_GMDDocument document("");
   loadString(document, documentWith("<header inform='header'/>" + joined(oneOfEachKind())));
   const auto named = [](const char* name) { return " name=\"" + std::string(name) + "\""; };
@@ -173,7 +173,7 @@ TEST(Content, FileHoldsTheKindsInItsOwnOrder) {
                                        named("template_structure")});
 }
 
-TEST(Content, TextTellsTheKindsInAnOrderOfItsOwnAndNoTemplateSolids) {
+TEST(Content, TextListsTheKindsInTextOrderWithoutTemplateSolidsAndSolidReferences) {
   ztCAD_GMDDocument document("");
   loadString(document, documentWith(joined(oneOfEachKind())));
   const auto named = [](const char* name) { return "(name=" + std::string(name) + ","; };
@@ -187,7 +187,7 @@ TEST(Content, TextTellsTheKindsInAnOrderOfItsOwnAndNoTemplateSolids) {
   EXPECT_EQ(text.find("solidRef"), std::string::npos);
 }
 
-TEST(Content, EveryKindIsSavedToBytesThatLoadAndSaveTheSame) {
+TEST(Content, SavedBytesLoadAndSaveToTheSameBytes) {
   ztCAD_GMDDocument document("");
   loadString(document, documentWith(joined(oneOfEachKind())));
   const std::string bytes = savedBytes(document);
@@ -196,7 +196,7 @@ TEST(Content, EveryKindIsSavedToBytesThatLoadAndSaveTheSame) {
   EXPECT_EQ(savedBytes(document), bytes);
 }
 
-TEST(Content, DetailWithoutMassInertiaDataDoesNotReadBackAsSound) {
+TEST(Content, ADetailWithoutMassInertiaDataIsReadBackAsUnsound) {
   ztCAD_GMDDocument document("");
   document.content().details.appendNew().content().points.add(pointNamed("P"));
   const FileLoad load = loadBytes(document, savedBytes(document));
@@ -206,7 +206,7 @@ TEST(Content, DetailWithoutMassInertiaDataDoesNotReadBackAsSound) {
   EXPECT_EQ(namesIn(document.content().details.front().content().points), Names{"P"});
 }
 
-TEST(Content, TemplateStructuresNestedInTemplateStructuresAreWrittenAndNotReadBack) {
+TEST(Content, NestedTemplateStructuresAreSavedButNotReadBack) {
   ztCAD_GMDDocument document("");
   const std::string nested =
       "<template_structure name='T'><structure name='N'><point name='P' center='1'/></structure>"

@@ -12,12 +12,12 @@ namespace {
 const std::string emptyHeaderText =
     "Header( inform=no Value , majorVersion=0 , minorVersion=0 ) state=no Value";
 
-TEST(Document, IsNotCopied) {
+TEST(Document, CannotBeCopied) {
   EXPECT_FALSE(std::is_copy_constructible_v<ztCAD_GMDDocument>);
   EXPECT_FALSE(std::is_copy_assignable_v<ztCAD_GMDDocument>);
 }
 
-TEST(Document, NewOneIsEmptyAndBearsItsInform) {
+TEST(Document, IsCreatedEmptyWithInform) {
   const ztCAD_GMDDocument document("note");
   EXPECT_TRUE(document.content().points.empty());
   EXPECT_TRUE(document.content().templatePoints.empty());
@@ -28,13 +28,13 @@ TEST(Document, NewOneIsEmptyAndBearsItsInform) {
   EXPECT_FALSE(document.header().state().isSet);
 }
 
-TEST(Document, InformIsUtf8OrElseWindows1251) {
+TEST(Document, InformIsUtf8OrWindows1251) {
   EXPECT_EQ(ztCAD_GMDDocument("Ёж").header().inform(), QString("Ёж"));
   EXPECT_EQ(ztCAD_GMDDocument("\xA8\xE6").header().inform(), QString("Ёж"));
   EXPECT_EQ(ztCAD_GMDDocument(std::string("a\0b", 3)).header().inform()->size(), 3);
 }
 
-TEST(Document, ContentsAreExchangedWithTheirAddresses) {
+TEST(Document, SwapKeepsTheAddressesOfElements) {
   ztCAD_DocumentContent one;
   ztCAD_DocumentContent other;
   one.points.add(pointNamed("A"));
@@ -47,7 +47,7 @@ TEST(Document, ContentsAreExchangedWithTheirAddresses) {
   EXPECT_TRUE(other.templatePoints.empty());
 }
 
-TEST(DocumentText, OfAnEmptyDocumentIsTheHeaderAlone) {
+TEST(DocumentText, OfAnEmptyDocumentIsTheHeader) {
   ztCAD_GMDDocument document("note");
   EXPECT_EQ(textOf(document),
             "ztCAD_GMD Header( inform=note , majorVersion=0 , minorVersion=0 ) state=no Value\n");
@@ -55,7 +55,7 @@ TEST(DocumentText, OfAnEmptyDocumentIsTheHeaderAlone) {
   EXPECT_EQ(textOf(document), "ztCAD_GMD " + emptyHeaderText + "\n");
 }
 
-TEST(DocumentText, TellsPointsBeforeTemplatePoints) {
+TEST(DocumentText, ListsPointsBeforeTemplatePoints) {
   ztCAD_GMDDocument document("");
   document.setHeader({});
   addTemplatePoints(document, {"T"});
@@ -68,14 +68,14 @@ TEST(DocumentText, TellsPointsBeforeTemplatePoints) {
                                   line("A", "(0, 0, 0;)") + line("T", ""));
 }
 
-TEST(DocumentText, IsOneFormAndIsAppended) {
+TEST(DocumentText, HasOneFormAndIsAppended) {
   const ztCAD_GMDDocument document("note");
   QString text = "before ";
   EXPECT_EQ(&document.toText(text, false), &text);
   EXPECT_EQ(text.toStdString(), "before " + textOf(document));
 }
 
-TEST(DocumentText, LeavesDuplicateNamesAsTheyAre) {
+TEST(DocumentText, DoesNotUnifyNames) {
   ztCAD_GMDDocument document("");
   addPoints(document, {"A", "A"});
   const std::string text = textOf(document);
@@ -85,14 +85,14 @@ TEST(DocumentText, LeavesDuplicateNamesAsTheyAre) {
 
 // ------------------------------------------------------------------------------------------------- the loaded tree
 
-TEST(DocumentXmlText, OfADocumentThatLoadedNothingIsTheHeadersTextAlone) {
+TEST(DocumentXmlText, OfADocumentThatLoadedNothingIsTheHeaderText) {
   ztCAD_GMDDocument document("");
   document.setHeader({});
   addPoints(document, {"A"});
   EXPECT_EQ(document.xmlText(), " header state=" + emptyHeaderText);
 }
 
-TEST(DocumentXmlText, IsTheTreeThatWasLoadedAndNotTheElements) {
+TEST(DocumentXmlText, IsTheLoadedTreeNotTheElements) {
   ztCAD_GMDDocument document("");
   document.setHeader({});
   loadString(document, "<GMD><point name='A'/><other><!--kept--></other></GMD>");
@@ -103,7 +103,7 @@ TEST(DocumentXmlText, IsTheTreeThatWasLoadedAndNotTheElements) {
                 emptyHeaderText);
 }
 
-TEST(DocumentXmlText, TellsTheHeaderAsItIsNow) {
+TEST(DocumentXmlText, EndsWithTheCurrentHeader) {
   ztCAD_GMDDocument document("");
   loadString(document, "<GMD><header majorVersion='1' minorVersion='2' inform='read'/></GMD>");
   const std::string tree =
@@ -114,7 +114,7 @@ TEST(DocumentXmlText, TellsTheHeaderAsItIsNow) {
   EXPECT_EQ(document.xmlText(), tree + emptyHeaderText);
 }
 
-TEST(DocumentXmlText, KeepsTheNamesThatTheFileHad) {
+TEST(DocumentXmlText, KeepsTheNamesOfTheFile) {
   ztCAD_GMDDocument document("");
   document.setHeader({});
   loadString(document, "<GMD><point name='A'/><point name='A'/></GMD>");
@@ -123,16 +123,16 @@ TEST(DocumentXmlText, KeepsTheNamesThatTheFileHad) {
             "<GMD>\n <point name=\"A\"/>\n <point name=\"A\"/>\n</GMD>\n header state=" + emptyHeaderText);
 }
 
-TEST(DocumentXmlText, AttributesStandInTheOrderOfTheirNames) {
+TEST(DocumentXmlText, AttributesAreSortedByName) {
   ztCAD_GMDDocument document("");
   document.setHeader({});
-  loadString(document, "<GMD><x b='2' B='1' a='3' &#x20; /></GMD>");  // no well-formed tag
+  loadString(document, "<GMD><x b='2' B='1' a='3' &#x20; /></GMD>");  // not well-formed
   loadString(document, "<GMD><x b='2' B='1' a='3'/></GMD>");
   EXPECT_EQ(document.xmlText(),
             "<GMD>\n <x B=\"1\" a=\"3\" b=\"2\"/>\n</GMD>\n header state=" + emptyHeaderText);
 }
 
-TEST(DocumentXmlText, LineBreaksAndIndentAreThoseOfPlainQt) {
+TEST(DocumentXmlText, LineBreaksAndIndentationAreThoseOfQt) {
   const QString texts[] = {
       "<GMD/>",
       "<GMD>text</GMD>",
@@ -151,7 +151,7 @@ TEST(DocumentXmlText, LineBreaksAndIndentAreThoseOfPlainQt) {
   }
 }
 
-TEST(DocumentXmlText, IsUtf8AndTheSameEveryTime) {
+TEST(DocumentXmlText, IsUtf8AndReproducible) {
   ztCAD_GMDDocument document("");
   loadString(document, "<GMD a='Ё' b='零' c='😀' d='x' e='y'>Ё</GMD>");
   const std::string text = document.xmlText();

@@ -39,7 +39,7 @@ class FileWriting : public testing::Test {
   const std::string target = files.path("document.xml");
 };
 
-TEST_F(FileWriting, NewFileHoldsTheBytesAndNothingElseIsLeft) {
+TEST_F(FileWriting, ANewFileHoldsTheBytesAndNoTemporaryFileIsLeft) {
   for (const std::string& bytes : {std::string(), std::string("a\n"), std::string("a\0\r\n\xFF", 5)}) {
     EXPECT_TRUE(write(target, bytes));
     EXPECT_EQ(textBytesOf(target), bytes);
@@ -47,7 +47,7 @@ TEST_F(FileWriting, NewFileHoldsTheBytesAndNothingElseIsLeft) {
   }
 }
 
-TEST_F(FileWriting, PiecesFollowEachOther) {
+TEST_F(FileWriting, PiecesAreConcatenated) {
   std::string all;
   EXPECT_TRUE(writeWith(target, [&all](ztcad::ByteOutput& output) {
     for (int i = 0; i < 20000; ++i) {
@@ -59,7 +59,7 @@ TEST_F(FileWriting, PiecesFollowEachOther) {
   EXPECT_TRUE(textBytesOf(target) == all);
 }
 
-TEST_F(FileWriting, EarlierFileStaysWholeUntilTheEnd) {
+TEST_F(FileWriting, TheEarlierFileStaysCompleteUntilTheEnd) {
   putBytes(target, "earlier");
   EXPECT_TRUE(writeWith(target, [this](ztcad::ByteOutput& output) {
     output.write(std::string(1000000, 'n'));
@@ -69,7 +69,7 @@ TEST_F(FileWriting, EarlierFileStaysWholeUntilTheEnd) {
   EXPECT_EQ(files.names(), Names{"document.xml"});
 }
 
-TEST_F(FileWriting, WhatThrowsLeavesTheEarlierFile) {
+TEST_F(FileWriting, AnExceptionLeavesTheEarlierFile) {
   putBytes(target, "earlier");
   const auto writeAndThrow = [](ztcad::ByteOutput& output) {
     output.write(std::string(1000000, 'n'));
@@ -82,7 +82,7 @@ TEST_F(FileWriting, WhatThrowsLeavesTheEarlierFile) {
   EXPECT_EQ(files.names(), Names{"document.xml"});
 }
 
-TEST_F(FileWriting, WhereNoFileCanBeNothingIsWritten) {
+TEST_F(FileWriting, APathThatCannotBeAFileFails) {
   EXPECT_FALSE(write("", "x"));
   EXPECT_FALSE(write(files.folder(), "x"));
   EXPECT_FALSE(write(files.folder() + '/', "x"));
@@ -90,7 +90,7 @@ TEST_F(FileWriting, WhereNoFileCanBeNothingIsWritten) {
   EXPECT_EQ(files.names(), Names{});
 }
 
-TEST_F(FileWriting, NameThatHoldsANulIsNoName) {
+TEST_F(FileWriting, ANameThatContainsANulFails) {
   putBytes(target, "earlier");
   EXPECT_FALSE(write(target + std::string("\0.xml", 5), "x"));
   EXPECT_EQ(bytesOf(target), "earlier");
@@ -99,7 +99,7 @@ TEST_F(FileWriting, NameThatHoldsANulIsNoName) {
 
 #if defined(_WIN32)
 
-TEST_F(FileWriting, HardLinksStayOneFile) {
+TEST_F(FileWriting, HardLinksAreKept) {
   putBytes(target, "earlier and longer");
   const std::string other = files.path("other.xml");
   ASSERT_TRUE(CreateHardLinkA(other.c_str(), target.c_str(), nullptr));
@@ -112,7 +112,7 @@ TEST_F(FileWriting, HardLinksStayOneFile) {
 
 // ----------------------------------------------------------------------------------------------------------- reading
 
-TEST(FileReading, GivesTheBytesAsTheyLieThere) {
+TEST(FileReading, ReturnsTheBytesUnchanged) {
   const TemporaryFiles files;
   for (const std::string& bytes : {std::string(), std::string("a\r\nb\rc\n\0\x1a\xEF\xBB\xBF", 12)}) {
     QByteArray read("earlier");
@@ -121,7 +121,7 @@ TEST(FileReading, GivesTheBytesAsTheyLieThere) {
   }
 }
 
-TEST(FileReading, GivesTheErrorOfQFile) {
+TEST(FileReading, ReturnsTheErrorOfQFile) {
   const TemporaryFiles files;
   QByteArray read;
   EXPECT_EQ(ztcad::readFile(QString::fromStdString(files.path("absent")), read).code, QFileDevice::OpenError);
@@ -129,7 +129,7 @@ TEST(FileReading, GivesTheErrorOfQFile) {
   EXPECT_EQ(read, QByteArray());
 }
 
-// ------------------------------------------------------------------------------- what the system's file trees offer
+// ----------------------------------------------------------------------- links, permissions, devices, full disks
 
 #if defined(__linux__)
 
@@ -158,7 +158,8 @@ std::string linkTarget(const std::string& link) {
   return target;
 }
 
-/// The user for whom permissions hold: where the tests run as root, one without privileges for the time of a scope.
+/// Drops root's privileges for a scope, because file permissions do not apply to root; does nothing for other
+/// users.
 class OrdinaryUser {
  public:
   OrdinaryUser() {
@@ -177,7 +178,7 @@ class OrdinaryUser {
   const bool m_root = geteuid() == 0;
 };
 
-/// As on a disk that is full after so many bytes: no file of this process grows beyond them while the scope lasts.
+/// Simulates a full disk for a scope: no file of this process can grow beyond `bytes`.
 class FullDisk {
  public:
   explicit FullDisk(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN)) {
@@ -198,7 +199,7 @@ class FullDisk {
   rlimit m_limit = {};
 };
 
-TEST_F(FileWriting, NewFileHasThePermissionsOfAnyNewFile) {
+TEST_F(FileWriting, ANewFileHasDefaultPermissions) {
   const mode_t mask = umask(027);
   files.put("plain", "");
   EXPECT_TRUE(write(target, "x"));
@@ -217,7 +218,7 @@ TEST_F(FileWriting, PermissionsOfTheEarlierFileAreKept) {
   }
 }
 
-TEST_F(FileWriting, WhoReadsTheEarlierFileReadsItToItsEnd) {
+TEST_F(FileWriting, AnOpenReaderReadsTheEarlierFileToItsEnd) {
   putBytes(target, "earlier");
   std::ifstream reader(target, std::ios::binary);
   EXPECT_TRUE(write(target, "x"));
@@ -226,7 +227,7 @@ TEST_F(FileWriting, WhoReadsTheEarlierFileReadsItToItsEnd) {
   EXPECT_EQ(seen, "earlier");
 }
 
-TEST_F(FileWriting, SymbolicLinksAreFollowedAndStay) {
+TEST_F(FileWriting, SymbolicLinksAreFollowedAndKept) {
   const TemporaryFiles elsewhere;
   const std::string file = elsewhere.put("file.xml", "earlier");
   const std::string chain = files.path("chain");
@@ -242,14 +243,14 @@ TEST_F(FileWriting, SymbolicLinksAreFollowedAndStay) {
   EXPECT_EQ(files.names(), (Names{"chain", "document.xml"}));
 }
 
-TEST_F(FileWriting, LinkToAFileThatIsNotThereMakesTheFile) {
+TEST_F(FileWriting, ADanglingLinkCreatesItsTarget) {
   ASSERT_EQ(symlink("made.xml", target.c_str()), 0);
   EXPECT_TRUE(write(target, "x"));
   EXPECT_EQ(linkTarget(target), "made.xml");
   EXPECT_EQ(bytesOf(files.path("made.xml")), "x");
 }
 
-TEST_F(FileWriting, HardLinksStayOneFile) {
+TEST_F(FileWriting, HardLinksAreKept) {
   putBytes(target, "earlier and longer");
   const std::string other = files.path("other.xml");
   ASSERT_EQ(link(target.c_str(), other.c_str()), 0);
@@ -259,7 +260,7 @@ TEST_F(FileWriting, HardLinksStayOneFile) {
   EXPECT_EQ(files.names(), (Names{"document.xml", "other.xml"}));
 }
 
-TEST_F(FileWriting, PipeIsWrittenAndStaysAPipe) {
+TEST_F(FileWriting, APipeIsWrittenToAndNotReplaced) {
   ASSERT_EQ(mkfifo(target.c_str(), 0600), 0);
   std::string received;
   std::thread reader([&] { received = bytesOf(target); });
@@ -270,19 +271,19 @@ TEST_F(FileWriting, PipeIsWrittenAndStaysAPipe) {
   EXPECT_EQ(files.names(), Names{"document.xml"});
 }
 
-TEST_F(FileWriting, DeviceIsWrittenAndStaysADevice) {
+TEST_F(FileWriting, ADeviceIsWrittenToAndNotReplaced) {
   EXPECT_TRUE(write("/dev/null", "x"));
   EXPECT_EQ(typeOf("/dev/null"), static_cast<mode_t>(S_IFCHR));
 }
 
-TEST_F(FileWriting, DeviceThatTakesNothingIsAFailure) {
-  if (access("/dev/full", W_OK) != 0) GTEST_SKIP() << "no /dev/full here";
+TEST_F(FileWriting, AFullDeviceFails) {
+  if (access("/dev/full", W_OK) != 0) GTEST_SKIP() << "/dev/full does not exist";
   EXPECT_FALSE(write("/dev/full", "x"));
   EXPECT_FALSE(write("/dev/full", std::string(1000000, 'x')));
   EXPECT_EQ(typeOf("/dev/full"), static_cast<mode_t>(S_IFCHR));
 }
 
-TEST_F(FileWriting, FullDiskLeavesTheEarlierFile) {
+TEST_F(FileWriting, AFullDiskLeavesTheEarlierFile) {
   const std::string earlier(50, 'e');
   const std::string later(300000, 'l');
   putBytes(target, earlier);
@@ -300,7 +301,7 @@ TEST_F(FileWriting, FullDiskLeavesTheEarlierFile) {
   EXPECT_TRUE(bytesOf(target) == later);
 }
 
-TEST_F(FileWriting, FullDiskIsNoticedAlsoWhenOnlyTheLastBytesFindNoPlace) {
+TEST_F(FileWriting, AFullDiskIsDetectedIfOnlyTheLastByteDoesNotFit) {
   putBytes(target, "earlier");
   for (const std::size_t size : {1u, 20u, 1000u, 16384u, 65536u, 100000u, 1000000u}) {
     {
@@ -315,7 +316,7 @@ TEST_F(FileWriting, FullDiskIsNoticedAlsoWhenOnlyTheLastBytesFindNoPlace) {
   }
 }
 
-TEST_F(FileWriting, FileInAFolderThatTakesNoOtherIsWrittenDirectly) {
+TEST_F(FileWriting, AFileInAReadOnlyFolderIsWrittenDirectly) {
   putBytes(target, "earlier and longer");
   ASSERT_EQ(chmod(target.c_str(), 0666), 0);
   ASSERT_EQ(chmod(files.folder().c_str(), 0555), 0);
@@ -331,7 +332,7 @@ TEST_F(FileWriting, FileInAFolderThatTakesNoOtherIsWrittenDirectly) {
   EXPECT_EQ(files.names(), Names{"document.xml"});
 }
 
-TEST_F(FileWriting, FileThatMayNotBeWrittenStays) {
+TEST_F(FileWriting, AReadOnlyFileIsKept) {
   putBytes(target, "earlier");
   ASSERT_EQ(chmod(target.c_str(), 0444), 0);
   ASSERT_EQ(chmod(files.folder().c_str(), 0777), 0);
@@ -344,8 +345,8 @@ TEST_F(FileWriting, FileThatMayNotBeWrittenStays) {
   EXPECT_EQ(files.names(), Names{"document.xml"});
 }
 
-TEST_F(FileWriting, FileInAFolderWhereOnlyOwnersReplaceIsWrittenDirectly) {
-  if (geteuid() != 0) GTEST_SKIP() << "needs a file of another user";
+TEST_F(FileWriting, AFileOfAnotherUserInAStickyFolderIsWrittenDirectly) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can create a file of another user";
   putBytes(target, "earlier");
   ASSERT_EQ(chmod(target.c_str(), 0666), 0);
   ASSERT_EQ(chmod(files.folder().c_str(), 01777), 0);
@@ -359,7 +360,7 @@ TEST_F(FileWriting, FileInAFolderWhereOnlyOwnersReplaceIsWrittenDirectly) {
   EXPECT_EQ(files.names(), Names{"document.xml"});
 }
 
-TEST_F(FileWriting, NameTooLongForATemporaryOneBesideItIsWrittenDirectly) {
+TEST_F(FileWriting, AFileWhoseNameLeavesNoSpaceForASuffixIsWrittenDirectly) {
   const std::string longest(255, 'n');
   EXPECT_TRUE(write(files.path(longest), "x"));
   EXPECT_EQ(bytesOf(files.path(longest)), "x");
@@ -367,7 +368,7 @@ TEST_F(FileWriting, NameTooLongForATemporaryOneBesideItIsWrittenDirectly) {
   EXPECT_FALSE(write(files.path(longest + 'n'), "x"));
 }
 
-TEST(FileReading, FileThatMayNotBeReadGivesAnError) {
+TEST(FileReading, AnUnreadableFileYieldsAnError) {
   const TemporaryFiles files;
   const std::string file = files.put("file", "x");
   ASSERT_EQ(chmod(file.c_str(), 0000), 0);

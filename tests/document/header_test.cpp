@@ -24,7 +24,7 @@ ztCAD_HeaderNode filledHeader() {
   return header;
 }
 
-/// The attributes of the element "header" that `header` writes below a root.
+/// The attributes of the element "header" that `header` writes into a root element.
 Attributes written(const ztCAD_HeaderNode& header) {
   QDomDocument document;
   QDomElement root = document.createElement("root");
@@ -41,7 +41,7 @@ Attributes written(const ztCAD_HeaderNode& header) {
   return attributes;
 }
 
-/// A fresh header after reading an element with these attributes.
+/// A new header read from an element with these attributes.
 ztCAD_HeaderNode readFrom(const QString& attributes) {
   QDomDocument document;
   EXPECT_TRUE(document.setContent("<header " + attributes + "/>"));
@@ -54,7 +54,7 @@ ztCAD_HeaderNode readFrom(const QString& attributes) {
 
 bool isError(const ztCAD_State& state) { return state.isSet && state.code == 3; }
 
-TEST(Header, NewOneHasNoFieldAndAnUnsetStateOfCodeOne) {
+TEST(Header, IsCreatedWithoutFieldsAndWithAnUnsetStateOfCodeOne) {
   const ztCAD_HeaderNode header;
   EXPECT_FALSE(header.state().isSet);
   EXPECT_EQ(header.state().code, 1u);
@@ -66,20 +66,20 @@ TEST(Header, NewOneHasNoFieldAndAnUnsetStateOfCodeOne) {
   EXPECT_FALSE(header.producerPlatform());
 }
 
-TEST(Header, OneMadeFromATextHasInformAlone) {
+TEST(Header, CreatedFromATextHasOnlyInform) {
   const ztCAD_HeaderNode header{QString("note")};
   EXPECT_EQ(header.inform(), QString("note"));
   EXPECT_EQ(written(header), (Attributes{{"inform", "note"}}));
   EXPECT_FALSE(header.state().isSet);
 }
 
-TEST(Header, OneMadeFromAnEmptyTextHasAnEmptyInform) {
+TEST(Header, CreatedFromAnEmptyTextHasAnEmptyInform) {
   EXPECT_EQ(written(ztCAD_HeaderNode{QString()}), (Attributes{{"inform", ""}}));
 }
 
 TEST(Header, WithoutFieldsWritesAnElementWithoutAttributes) { EXPECT_EQ(written({}), Attributes{}); }
 
-TEST(Header, WritesEveryPresentFieldButNotTheState) {
+TEST(Header, WritesEverySetFieldButNotTheState) {
   EXPECT_EQ(written(filledHeader()), (Attributes{{"majorVersion", "1"},
                                                  {"minorVersion", "0"},
                                                  {"inform", "note"},
@@ -88,7 +88,7 @@ TEST(Header, WritesEveryPresentFieldButNotTheState) {
                                                  {"producerPlatform", "platform"}}));
 }
 
-TEST(Header, WritesEachFieldByItself) {
+TEST(Header, WritesEachFieldIndependently) {
   struct Row {
     const char* name;
     void (*set)(ztCAD_HeaderNode&);
@@ -121,7 +121,7 @@ TEST(Header, WritesEachFieldByItself) {
   }
 }
 
-TEST(Header, TakesAFieldBack) {
+TEST(Header, DoesNotWriteClearedFields) {
   ztCAD_HeaderNode header = filledHeader();
   header.setMajorVersion(std::nullopt);
   header.setInform(std::nullopt);
@@ -131,7 +131,7 @@ TEST(Header, TakesAFieldBack) {
       (Attributes{{"minorVersion", "0"}, {"producerVersion", "1.2"}, {"producerPlatform", "platform"}}));
 }
 
-TEST(Header, ReadsAVersionThatConverts) {
+TEST(Header, ReadsVersionsThatAreUnsignedIntegers) {
   struct Row {
     const char* name;
     const char* attribute;
@@ -147,11 +147,11 @@ TEST(Header, ReadsAVersionThatConverts) {
       {"negative", "majorVersion='-1'", {}},
       {"fraction", "majorVersion='1.5'", {}},
       {"word", "majorVersion='one'", {}},
-      {"blanks around", "majorVersion=' 12 '", 12u},
+      {"surrounded by spaces", "majorVersion=' 12 '", 12u},
       {"plus", "majorVersion='+3'", 3u},
       {"leading zeros", "majorVersion='007'", 7u},
       {"hexadecimal", "majorVersion='0x10'", {}},
-      {"other case", "MajorVersion='1'", {}},
+      {"different case", "MajorVersion='1'", {}},
   };
   for (const Row& row : rows) {
     const ztCAD_HeaderNode header = readFrom(QString(row.attribute) + " minorVersion='2'");
@@ -161,7 +161,7 @@ TEST(Header, ReadsAVersionThatConverts) {
   }
 }
 
-TEST(Header, WithoutAVersionIsReadWithTheStateError) {
+TEST(Header, AMissingVersionSetsTheStateToError) {
   struct Row {
     const char* name;
     const char* attributes;
@@ -172,7 +172,7 @@ TEST(Header, WithoutAVersionIsReadWithTheStateError) {
       {"only inform", "inform='i'", true},
       {"without minor", "majorVersion='1'", true},
       {"without major", "minorVersion='1'", true},
-      {"minor no number", "majorVersion='1' minorVersion='x'", true},
+      {"minor not a number", "majorVersion='1' minorVersion='x'", true},
       {"both", "majorVersion='1' minorVersion='0'", false},
   };
   for (const Row& row : rows) {
@@ -199,7 +199,7 @@ TEST(Header, DoesNotReadTheProducer) {
   EXPECT_FALSE(header.state().isSet);
 }
 
-TEST(Header, IgnoresAttributesItDoesNotKnowAndChildren) {
+TEST(Header, IgnoresUnknownAttributesAndChildren) {
   QDomDocument document;
   ASSERT_TRUE(document.setContent(QString(
       "<header state='2' other='x' majorVersion='1' minorVersion='2'><inform>i</inform>text</header>")));
@@ -211,7 +211,7 @@ TEST(Header, IgnoresAttributesItDoesNotKnowAndChildren) {
   EXPECT_EQ(written(header), (Attributes{{"majorVersion", "1"}, {"minorVersion", "2"}}));
 }
 
-TEST(Header, KeepsOnReadingWhatTheElementDoesNotHave) {
+TEST(Header, ReadingKeepsFieldsThatTheElementLacks) {
   QDomDocument document;
   ASSERT_TRUE(document.setContent(QString("<header majorVersion='x' inform='new' producerName='new'/>")));
   ztCAD_HeaderNode header = filledHeader();
@@ -246,7 +246,7 @@ TEST(Header, CopiesEveryField) {
   EXPECT_EQ(written(copy), Attributes{});
 }
 
-TEST(Header, TextTellsInformAndWhetherTheVersionsAreThere) {
+TEST(Header, TextHasInformAndWhetherTheVersionsAreSet) {
   struct Row {
     const char* name;
     void (*set)(ztCAD_HeaderNode&);

@@ -5,13 +5,13 @@
 #include "captured_debug_output.h"
 #include "sample_documents.h"
 
-// Loading from a file: result codes, what becomes of the document, messages.
+// Loading from a file: result codes, the state of the document afterwards, messages.
 
 namespace {
 
 using Messages = std::vector<std::string>;
 
-/// A document that holds something of each sort, to see what a load leaves of it.
+/// A document with points, a loaded tree and a header, to test what a load changes.
 class Loading : public testing::Test {
  protected:
   Loading() {
@@ -55,10 +55,10 @@ TEST_F(Loading, EmptiesEveryContainerFirst) {
   expectNoContent();
 }
 
-TEST_F(Loading, MissingFileGives100AndLeavesTheDocument) {
+TEST_F(Loading, AMissingFileYieldsCode100AndLeavesTheDocument) {
   Names names = {"", files.path("absent.xml"), files.path("absent/document.xml"),
                  files.path("absent\xFF.xml")};
-#if !defined(_WIN32)  // there a link is a file as any other
+#if !defined(_WIN32)  // on Windows QFile::link creates a regular file
   ASSERT_TRUE(QFile::link("nowhere", QString::fromStdString(files.path("dangling"))));
   names.push_back(files.path("dangling"));
 #endif
@@ -73,7 +73,7 @@ TEST_F(Loading, MissingFileGives100AndLeavesTheDocument) {
   expectUntouched();
 }
 
-TEST_F(Loading, FileThatDoesNotOpenGivesTheCodeOfQFile) {
+TEST_F(Loading, AFileThatDoesNotOpenYieldsTheErrorOfQFile) {
   const CapturedDebugOutput output;
   const FileLoad load = loadFile(document, files.folder());
   QFile folder(QString::fromStdString(files.folder()));
@@ -86,24 +86,24 @@ TEST_F(Loading, FileThatDoesNotOpenGivesTheCodeOfQFile) {
   expectUntouched();
 }
 
-TEST_F(Loading, TextThatDoesNotParseGives110AndLeavesTheDocument) {
+TEST_F(Loading, TextThatDoesNotParseYieldsCode110AndLeavesTheDocument) {
   struct Row {
     const char* name;
     std::string bytes;
   };
   const Row rows[] = {
       {"empty", ""},
-      {"blanks", " \n"},
-      {"no XML", "point"},
-      {"declaration alone", "<?xml version=\"1.0\"?>"},
+      {"whitespace", " \n"},
+      {"not XML", "point"},
+      {"declaration only", "<?xml version=\"1.0\"?>"},
       {"truncated", "<GMD><point name='A' center='1'/>"},
       {"truncated in a tag", "<GMD><point name='A"},
       {"wrong closing tag", "<GMD></GMd>"},
       {"second root", "<GMD/><GMD/>"},
       {"NUL inside", std::string("<GMD>\0</GMD>", 12)},
-      {"NUL behind", std::string("<GMD/>\0", 7)},
+      {"NUL after the root", std::string("<GMD/>\0", 7)},
       {"entity declaration", "<!DOCTYPE GMD [<!ENTITY e 'x'>]><GMD/>"},
-      {"truncated after the root of another kind", "<other"},
+      {"truncated tag of another root", "<other"},
   };
   for (const Row& row : rows) {
     const CapturedDebugOutput output;
@@ -116,7 +116,7 @@ TEST_F(Loading, TextThatDoesNotParseGives110AndLeavesTheDocument) {
   expectUntouched();
 }
 
-TEST_F(Loading, OtherRootGives120AndLeavesTheDocument) {
+TEST_F(Loading, AnotherRootYieldsCode120AndLeavesTheDocument) {
   const char* const texts[] = {"<other/>",
                                "<gmd/>",
                                "<GMDx/>",
@@ -135,8 +135,8 @@ TEST_F(Loading, OtherRootGives120AndLeavesTheDocument) {
   expectUntouched();
 }
 
-TEST_F(Loading, DocumentThatFailsTheCheckGives120ButIsThere) {
-  // the second A becomes A_$1, which the first one is already
+TEST_F(Loading, ADocumentThatFailsTheCheckYieldsCode120AndIsKept) {
+  // the second A becomes A_$1, which is already the name of the first element
   const CapturedDebugOutput output;
   const FileLoad load = loadBytes(document, documentWith("<templatePoint name='A_$1' center='1'/>"
                                                          "<templatePoint name='A' center='1'/>"
@@ -150,7 +150,7 @@ TEST_F(Loading, DocumentThatFailsTheCheckGives120ButIsThere) {
   EXPECT_EQ(output.messages(), Messages{});
 }
 
-TEST_F(Loading, MakesNamesUnique) {
+TEST_F(Loading, UnifiesNames) {
   EXPECT_EQ(loadBytes(document, documentWith("<point name='P' center='1'/><point name='P' center='2'/>"
                                              "<point name='P' center='3'/>"))
                 .code,
@@ -158,7 +158,7 @@ TEST_F(Loading, MakesNamesUnique) {
   EXPECT_EQ(namesIn(document.content().points), (Names{"P", "P_$1", "P_$2"}));
 }
 
-TEST_F(Loading, SkipsWhatItDoesNotKnow) {
+TEST_F(Loading, IgnoresUnknownContent) {
   const CapturedDebugOutput output;
   const FileLoad load =
       loadBytes(document, documentWith("text<unknown name='U'><point name='inside' center='1'/></unknown>"
@@ -172,7 +172,7 @@ TEST_F(Loading, SkipsWhatItDoesNotKnow) {
   EXPECT_EQ(output.messages(), Messages{});
 }
 
-TEST_F(Loading, PointThatDoesNotReadStaysWithWhatCouldBeRead) {
+TEST_F(Loading, APointThatCannotBeReadKeepsWhatCouldBeRead) {
   EXPECT_EQ(
       loadBytes(document, documentWith("<point name='A' center='x' comment='c'/><point center='1'/>")).code,
       0);
@@ -185,14 +185,14 @@ TEST_F(Loading, PointThatDoesNotReadStaysWithWhatCouldBeRead) {
   EXPECT_TRUE(document.content().points.back().center().isValid());
 }
 
-TEST_F(Loading, KindsKeepTheOrderOfTheFileEachForItself) {
+TEST_F(Loading, EachKindKeepsTheOrderOfTheFile) {
   loadBytes(document, documentWith("<point name='B' center='1'/><templatePoint name='D' center='1'/>"
                                    "<point name='A' center='1'/><templatePoint name='C' center='1'/>"));
   EXPECT_EQ(namesIn(document.content().points), (Names{"B", "A"}));
   EXPECT_EQ(namesIn(document.content().templatePoints), (Names{"D", "C"}));
 }
 
-TEST_F(Loading, MayBeRepeatedAndReplacesTheTree) {
+TEST_F(Loading, CanBeRepeatedAndReplacesTheTree) {
   loadBytes(document, "<GMD><point name='A' center='1'/></GMD>");
   loadBytes(document, "<GMD><point name='B' center='1'/></GMD>");
   EXPECT_EQ(namesIn(document.content().points), Names{"B"});
@@ -202,7 +202,7 @@ TEST_F(Loading, MayBeRepeatedAndReplacesTheTree) {
 
 // --------------------------------------------------------------------------------------------------------- header
 
-TEST_F(Loading, KeepsTheHeaderWhenTheFileHasNone) {
+TEST_F(Loading, KeepsTheHeaderIfTheFileHasNone) {
   ztCAD_HeaderNode header;
   header.setMajorVersion(3);
   header.setProducerName(QString("producer"));
@@ -214,7 +214,7 @@ TEST_F(Loading, KeepsTheHeaderWhenTheFileHasNone) {
   EXPECT_EQ(document.header().state().code, 2u);
 }
 
-TEST_F(Loading, HeaderOfTheFileReplacesEveryFieldAndTheProducerIsNotRead) {
+TEST_F(Loading, TheHeaderOfTheFileReplacesEveryFieldAndItsProducerIsIgnored) {
   ztCAD_HeaderNode header;
   header.setMinorVersion(3);
   header.setInform(QString("earlier"));
@@ -231,7 +231,7 @@ TEST_F(Loading, HeaderOfTheFileReplacesEveryFieldAndTheProducerIsNotRead) {
   EXPECT_EQ(document.header().state().code, 3u);
 }
 
-TEST_F(Loading, HeaderWithoutMinorVersionTellsAnErrorButLoads) {
+TEST_F(Loading, AHeaderWithoutMinorVersionLoadsWithAnErrorState) {
   const FileLoad load = loadBytes(document, documentWith("<header majorVersion='1' inform='i'/>"));
   EXPECT_EQ(load.code, 0);
   EXPECT_FALSE(load.fault);
@@ -239,7 +239,7 @@ TEST_F(Loading, HeaderWithoutMinorVersionTellsAnErrorButLoads) {
             "Header( inform=i , majorVersion=1 , minorVersion=0 ) state=error");
 }
 
-TEST_F(Loading, LastOfSeveralHeadersHolds) {
+TEST_F(Loading, TheLastOfSeveralHeadersWins) {
   loadBytes(document,
             documentWith("<header majorVersion='1' minorVersion='2' inform='first'/>"
                          "<point name='A' center='1'/><header majorVersion='3' minorVersion='4'/>"));
@@ -247,7 +247,7 @@ TEST_F(Loading, LastOfSeveralHeadersHolds) {
   EXPECT_FALSE(document.header().inform());
 }
 
-TEST_F(Loading, HeaderInsideAnotherElementIsNone) {
+TEST_F(Loading, AHeaderInsideAnotherElementIsIgnored) {
   loadBytes(document,
             documentWith("<unknown><header majorVersion='9' minorVersion='9' inform='inside'/></unknown>"));
   EXPECT_EQ(document.header().inform(), QString("old inform"));
@@ -255,7 +255,7 @@ TEST_F(Loading, HeaderInsideAnotherElementIsNone) {
 
 // ----------------------------------------------------------------------------------------------------- fault flag
 
-TEST_F(Loading, FaultTellsWhetherAChildOfTheRootDidNotReadItself) {
+TEST_F(Loading, FaultReportsWhetherAChildOfTheRootCouldNotBeRead) {
   const std::string good = "<point name='good' center='1'/>";
   const std::string bad = "<point name='bad'/>";
   const std::string header = "<header majorVersion='1' minorVersion='0'/>";
@@ -269,19 +269,19 @@ TEST_F(Loading, FaultTellsWhetherAChildOfTheRootDidNotReadItself) {
       {"good point", good, false},
       {"point without center", bad, true},
       {"point without name", "<point center='1'/>", true},
-      {"point of four numbers", "<point name='A' center='1,2,3,4'/>", true},
-      {"point of no colour", "<point name='A' center='1' color='rgb, 1, 2, 3'/>", true},
-      {"colour with a part missing", "<point name='A' center='1' color='RGB, 1, 2'/>", false},
-      {"coordinate system that does not read", "<point name='A' center='1' LCS='CS, 1'/>", false},
+      {"center of four numbers", "<point name='A' center='1,2,3,4'/>", true},
+      {"point with an invalid colour", "<point name='A' center='1' color='rgb, 1, 2, 3'/>", true},
+      {"colour with a missing component", "<point name='A' center='1' color='RGB, 1, 2'/>", false},
+      {"invalid coordinate system", "<point name='A' center='1' LCS='CS, 1'/>", false},
       {"bad template point", "<templatePoint name='A' center=''/>", true},
-      {"good point behind a bad one", bad + good, true},
-      {"bad point behind a good one", good + bad, true},
+      {"good point after a bad one", bad + good, true},
+      {"bad point after a good one", good + bad, true},
       {"bad kind before a good other kind", bad + "<templatePoint name='A' center='1'/>", true},
-      {"header alone", header, false},
+      {"header only", header, false},
       {"header without versions", "<header/>", false},
       {"header before a bad point", header + bad, true},
-      {"header behind a bad point", bad + header, false},
-      {"header without versions behind a bad point", bad + "<header/>", false},
+      {"header after a bad point", bad + header, false},
+      {"header without versions after a bad point", bad + "<header/>", false},
       {"bad points on both sides of a header", bad + header + bad, true},
       {"bad, header, good", bad + header + good, false},
       {"header inside another element", bad + "<unknown>" + header + "</unknown>", true},
@@ -297,7 +297,7 @@ TEST_F(Loading, FaultTellsWhetherAChildOfTheRootDidNotReadItself) {
 
 // ------------------------------------------------------------------------------------------------ encodings of files
 
-TEST_F(Loading, BytesAreDecodedByTheirMarkOrDeclaration) {
+TEST_F(Loading, BytesAreDecodedByByteOrderMarkOrDeclaration) {
   const auto utf16 = [](const char* text, bool bigEndian) {
     std::string bytes = bigEndian ? "\xFE\xFF" : "\xFF\xFE";
     for (const QChar unit : QString(text)) {
@@ -314,10 +314,10 @@ TEST_F(Loading, BytesAreDecodedByTheirMarkOrDeclaration) {
   const Row rows[] = {
       {"UTF-8 without a declaration", "<GMD><point name='Ёж' center='1'/></GMD>"},
       {"UTF-8 declared", documentWith("<point name='Ёж' center='1'/>")},
-      {"UTF-8 with a mark", "\xEF\xBB\xBF" + documentWith("<point name='Ёж' center='1'/>")},
+      {"UTF-8 with a byte order mark", "\xEF\xBB\xBF" + documentWith("<point name='Ёж' center='1'/>")},
       {"windows-1251 declared",
        "<?xml version='1.0' encoding='windows-1251'?><GMD><point name='\xA8\xE6' center='1'/></GMD>"},
-      {"its name in capitals",
+      {"encoding name in capitals",
        "<?xml version='1.0' encoding='WINDOWS-1251'?><GMD><point name='\xA8\xE6' center='1'/></GMD>"},
       {"KOI8-R declared",
        "<?xml version='1.0' encoding='KOI8-R'?><GMD><point name='\xB3\xD6' center='1'/></GMD>"},
@@ -334,7 +334,7 @@ TEST_F(Loading, BytesAreDecodedByTheirMarkOrDeclaration) {
   }
 }
 
-TEST_F(Loading, DeclaredWindows1251HoldsForAFileEvenWhenItsBytesAreUtf8) {
+TEST_F(Loading, DeclaredWindows1251AppliesEvenIfTheBytesAreUtf8) {
   EXPECT_EQ(loadBytes(document,
                       "<?xml version='1.0' encoding='windows-1251'?>"
                       "<GMD><point name='\xD0\x81' center='1'/></GMD>")
@@ -354,7 +354,7 @@ std::string nested(int elements) {
   return text;
 }
 
-TEST_F(Loading, ElementsNestedTooDeepGive110) {
+TEST_F(Loading, ElementsNestedTooDeepYieldCode110) {
   const CapturedDebugOutput output;
   EXPECT_EQ(loadBytes(document, "<GMD>" + nested(255) + "</GMD>").code, 0);
   EXPECT_EQ(loadBytes(document, "<GMD>" + nested(256) + "</GMD>").code, 110);

@@ -8,38 +8,38 @@
 
 namespace {
 
-/// Stands in for a structure; tells its end.
+/// A substitute for a structure that reports its destruction.
 class Watched : public ztCAD_Base {
  public:
-  explicit Watched(std::function<void()> atEnd) : m_atEnd(std::move(atEnd)) {}
-  ~Watched() override { m_atEnd(); }
+  explicit Watched(std::function<void()> onDestruction) : m_onDestruction(std::move(onDestruction)) {}
+  ~Watched() override { m_onDestruction(); }
 
  private:
-  std::function<void()> m_atEnd;
+  std::function<void()> m_onDestruction;
 };
 
 class ReadStructures : public testing::Test {
  protected:
   ~ReadStructures() override { ztcad::clearReadStructures(); }
 
-  void keep(std::function<void()> atEnd = {}) {
+  void keep(std::function<void()> onDestruction = {}) {
     ++alive;
-    ztcad::keepReadStructure(std::make_unique<Watched>([this, atEnd] {
+    ztcad::keepReadStructure(std::make_unique<Watched>([this, onDestruction] {
       --alive;
-      if (atEnd) atEnd();
+      if (onDestruction) onDestruction();
     }));
   }
 
   int alive = 0;
 };
 
-TEST_F(ReadStructures, ClearOfNoneDoesNothing) {
+TEST_F(ReadStructures, ClearingAnEmptyListDoesNothing) {
   ztcad::clearReadStructures();
   ztcad::clearReadStructures();
   EXPECT_EQ(alive, 0);
 }
 
-TEST_F(ReadStructures, ClearDestroysAll) {
+TEST_F(ReadStructures, ClearingDestroysAll) {
   for (int i = 0; i < 3; ++i)
     keep();
   EXPECT_EQ(alive, 3);
@@ -47,7 +47,7 @@ TEST_F(ReadStructures, ClearDestroysAll) {
   EXPECT_EQ(alive, 0);
 }
 
-TEST_F(ReadStructures, TheListServesAgainAfterAClear) {
+TEST_F(ReadStructures, TheListCanBeUsedAgainAfterClearing) {
   keep();
   ztcad::clearReadStructures();
   keep();
@@ -56,7 +56,7 @@ TEST_F(ReadStructures, TheListServesAgainAfterAClear) {
   EXPECT_EQ(alive, 0);
 }
 
-TEST_F(ReadStructures, EndOfAnyDocumentClears) {
+TEST_F(ReadStructures, DestroyingAnyDocumentClears) {
   const ztCAD_GMDDocument living("");
   keep();
   { const ztCAD_GMDDocument ending(""); }
@@ -71,14 +71,14 @@ TEST_F(ReadStructures, LoadingDoesNotClear) {
   EXPECT_EQ(alive, 1);
 }
 
-TEST_F(ReadStructures, AnEndMayAskForAClear) {
+TEST_F(ReadStructures, ADestructorCanClear) {
   keep([] { ztcad::clearReadStructures(); });
   keep([] { ztcad::clearReadStructures(); });
   ztcad::clearReadStructures();
   EXPECT_EQ(alive, 0);
 }
 
-TEST_F(ReadStructures, WhatIsKeptDuringAClearStaysForTheNext) {
+TEST_F(ReadStructures, StructuresAddedDuringClearingAreKeptUntilTheNextClearing) {
   keep([this] { keep(); });
   ztcad::clearReadStructures();
   EXPECT_EQ(alive, 1);

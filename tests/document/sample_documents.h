@@ -7,19 +7,19 @@
 #include "core/document/document.h"
 #include "temporary_files.h"
 
-/// A whole file around these children of the root, as UTF-8.
+/// A complete file in UTF-8 with these children of the root.
 inline std::string documentWith(const std::string& children) {
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<GMD>\n" + children + "\n</GMD>\n";
 }
 
-/// What a load from a file answers.
+/// The outputs of loading a file.
 struct FileLoad {
   std::int32_t code;
   bool fault;
   bool read;  ///< whether there was content to read
 };
 
-/// Loads a file. The outputs begin with values that no load leaves.
+/// Loads a file. The outputs are initialised to values that loading never yields.
 inline FileLoad loadFile(ztCAD_GMDDocument& document, const std::string& fileName) {
   FileLoad load = {-1, true, false};
   load.read = document.loadFromFile(fileName, load.code, load.fault);
@@ -32,7 +32,7 @@ inline FileLoad loadBytes(ztCAD_GMDDocument& document, const std::string& bytes)
   return loadFile(document, files.put("document.xml", bytes));
 }
 
-/// What a load from a string answers.
+/// The outputs of loading a string.
 struct StringLoad {
   bool parsed;
   std::string message;
@@ -46,7 +46,7 @@ inline StringLoad loadString(ztCAD_GMDDocument& document, const std::string& xml
   return load;
 }
 
-/// The bytes that a save leaves in a file, its line ends as LF.
+/// The bytes of a saved document, with LF line ends.
 inline std::string savedBytes(ztCAD_GMDDocument& document) {
   const TemporaryFiles files;
   document.saveToFile(files.path("document.xml"));
@@ -88,8 +88,8 @@ inline void addTemplatePoints(ztCAD_GMDDocument& document, const Names& names) {
     document.content().templatePoints.add(templatePointNamed(name));
 }
 
-/// Visits every container of a document in the order of its declaration, each with the tag of its elements ("sphere"
-/// for those solids that are spheres, to tell the two apart).
+/// Visits every container of a document in declaration order with the tag of its elements; the tag of
+/// spheres, which is "solid" in a file, is "sphere" here.
 template <typename Content, typename Visit>
 void forEachKind(Content& content, Visit&& visit) {
   visit("structure", content.structures);
@@ -113,7 +113,7 @@ void forEachKind(Content& content, Visit&& visit) {
   visit("solidRef", content.triangleReferences);
 }
 
-/// A well-formed element for each of those kinds, named like its kind.
+/// A valid element of each of these kinds, named like its kind.
 inline const std::vector<std::string>& oneOfEachKind() {
   static const std::string mip = "MIP='MIP, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10'";
   static const std::string vertices = "<vertices>0, 0, 0; 1, 0, 0; 0, 1, 0;</vertices>";

@@ -7,13 +7,13 @@
 
 #include "sample_documents.h"
 
-// What a saved document looks like. How the file itself is written is told in file_test.cpp.
+// The content of a saved document. file_test.cpp tests how the file itself is written.
 
 namespace {
 
 const char* const opening = "<?xml version=\"1.0\" encoding=\"windows-1251\"?>\n<GMD>\n";
 
-/// The bytes of a saved document around these lines.
+/// The bytes of a saved document with these lines inside the root.
 std::string saved(const std::string& lines) { return opening + lines + "</GMD>\n"; }
 
 std::string pointLine(const std::string& tag, const std::string& name) {
@@ -22,19 +22,19 @@ std::string pointLine(const std::string& tag, const std::string& name) {
          "\" color=\"\" comment=\"\" inform=\"\" method=\"pointXYZ\" name=\"" + name + "\"/>\n";
 }
 
-TEST(Saving, BeginsWithTheDeclarationThenTheRootThenTheHeader) {
+TEST(Saving, StartsWithDeclarationRootAndHeader) {
   ztCAD_GMDDocument document("note");
   EXPECT_EQ(savedBytes(document), saved("   <header inform=\"note\"/>\n"));
 }
 
-TEST(Saving, HeaderComesFirstAlsoWhenItHasNoField) {
+TEST(Saving, WritesAHeaderWithoutFields) {
   ztCAD_GMDDocument document("note");
   document.setHeader({});
   addPoints(document, {"A"});
   EXPECT_EQ(savedBytes(document), saved("   <header/>\n" + pointLine("point", "A")));
 }
 
-TEST(Saving, WritesTemplatePointsBeforePointsAndEachKindInItsOrder) {
+TEST(Saving, WritesTemplatePointsBeforePointsInContainerOrder) {
   ztCAD_GMDDocument document("");
   addPoints(document, {"B", "A"});
   addTemplatePoints(document, {"D", "C"});
@@ -43,13 +43,13 @@ TEST(Saving, WritesTemplatePointsBeforePointsAndEachKindInItsOrder) {
                   pointLine("templatePoint", "C") + pointLine("point", "B") + pointLine("point", "A")));
 }
 
-TEST(Saving, PlaceholderContainerWritesNothing) {
+TEST(Saving, ThePlaceholderContainerWritesNothing) {
   ztCAD_GMDDocument document("");
   EXPECT_TRUE(document.content().stubs.empty());
   EXPECT_EQ(savedBytes(document), saved("   <header inform=\"\"/>\n"));
 }
 
-TEST(Saving, DefaultPointHasAnEmptyCenter) {
+TEST(Saving, ADefaultPointHasAnEmptyCenter) {
   ztCAD_GMDDocument document("");
   document.content().points.appendNew();
   EXPECT_EQ(savedBytes(document), saved("   <header inform=\"\"/>\n"
@@ -57,7 +57,7 @@ TEST(Saving, DefaultPointHasAnEmptyCenter) {
                                         "method=\"pointXYZ\" name=\"\"/>\n"));
 }
 
-TEST(Saving, AttributesStandInTheOrderOfTheirNames) {
+TEST(Saving, AttributesAreSortedByName) {
   ztCAD_GMDDocument document("");
   ztCAD_Point& point = document.content().points.appendNew();
   point.setName("P");
@@ -97,7 +97,7 @@ TEST(Saving, RenamesDuplicatesInTheDocumentItself) {
   EXPECT_EQ(namesIn(document.content().points), (Names{"P", "P_$1", "P_$2"}));
 }
 
-TEST(Saving, PointAndTemplatePointOfOneNameAreToldApart) {
+TEST(Saving, RenamesATemplatePointWithTheNameOfAPoint) {
   ztCAD_GMDDocument document("");
   addTemplatePoints(document, {"A"});
   addPoints(document, {"A"});
@@ -106,14 +106,14 @@ TEST(Saving, PointAndTemplatePointOfOneNameAreToldApart) {
   EXPECT_EQ(namesIn(document.content().templatePoints), Names{"A_$1"});
 }
 
-TEST(Saving, TheSameDocumentGivesTheSameBytesAgain) {
+TEST(Saving, IsReproducible) {
   ztCAD_GMDDocument document("Корпус");
   addPoints(document, {"A", "A"});
   const std::string first = savedBytes(document);
   EXPECT_EQ(savedBytes(document), first);
 }
 
-TEST(Saving, TextIsInWindows1251AndReferencesStandForTheRest) {
+TEST(Saving, TextIsWindows1251WithReferencesForOtherCharacters) {
   struct Row {
     const char* name;
     const char* text;
@@ -141,8 +141,8 @@ TEST(Saving, TextIsInWindows1251AndReferencesStandForTheRest) {
   }
 }
 
-/// What plain Qt makes of a document that holds a header with one attribute (with several their order would change
-/// from run to run).
+/// The bytes that Qt saves for a document with a header of one attribute; the order of several would vary
+/// from run to run.
 std::string savedByQt(const QString& name, const QString& value) {
   QDomDocument document;
   QDomElement root = document.createElement("GMD");
@@ -160,7 +160,7 @@ std::string savedByQt(const QString& name, const QString& value) {
   return bytes.toStdString();
 }
 
-TEST(Saving, BytesAreThoseOfPlainQt) {
+TEST(Saving, BytesAreThoseOfQt) {
   for (const char* text :
        {"", "note", "Корпус № 5 «А»", "é零", "<&>\"'", "a\nb\tc", "]]>", "  ", "\xC2\xA0"}) {
     ztCAD_HeaderNode informed{QString(text)};
@@ -174,7 +174,7 @@ TEST(Saving, BytesAreThoseOfPlainQt) {
   }
 }
 
-TEST(Saving, WhatWasSavedLoadsAgain) {
+TEST(Saving, SavedDocumentsLoadAgain) {
   ztCAD_GMDDocument document("Корпус 😀");
   addPoints(document, {"Ё", "零", "a&b", "😀", ""});
   addTemplatePoints(document, {"T"});
@@ -188,7 +188,7 @@ TEST(Saving, WhatWasSavedLoadsAgain) {
   EXPECT_EQ(savedBytes(loaded), savedBytes(document));
 }
 
-TEST(Saving, LineEndsAreThoseOfTheSystemsTextFilesAndReadAlike) {
+TEST(Saving, LineEndsAreThoseOfTheSystemAndAnyAreRead) {
 #if defined(_WIN32)
   const std::string lineEnd = "\r\n";
   const std::string other = "\n";
@@ -212,7 +212,7 @@ TEST(Saving, LineEndsAreThoseOfTheSystemsTextFilesAndReadAlike) {
   }
 }
 
-TEST(Saving, DoesNotTouchTheTreeThatWasLoaded) {
+TEST(Saving, DoesNotChangeTheLoadedTree) {
   ztCAD_GMDDocument document("");
   loadString(document, "<GMD><x/></GMD>");
   const std::string before = document.xmlText();
@@ -221,7 +221,7 @@ TEST(Saving, DoesNotTouchTheTreeThatWasLoaded) {
   EXPECT_EQ(document.xmlText(), before);
 }
 
-TEST(Saving, AFileNameMayHoldLettersOfEveryScript) {
+TEST(Saving, AFileNameCanContainAnyScript) {
   for (const char* name : {"деталь № 5.xml", "零件.xml", "a b%1.xml", "😀.xml"}) {
     const TemporaryFiles files;
     ztCAD_GMDDocument document("");
@@ -232,7 +232,7 @@ TEST(Saving, AFileNameMayHoldLettersOfEveryScript) {
   }
 }
 
-TEST(Saving, ToNoNameOrToAFolderThatIsNotThereDoesNothing) {
+TEST(Saving, ToAnEmptyNameOrAMissingFolderDoesNothing) {
   const TemporaryFiles files;
   ztCAD_GMDDocument document("");
   document.saveToFile("");
@@ -240,7 +240,7 @@ TEST(Saving, ToNoNameOrToAFolderThatIsNotThereDoesNothing) {
   EXPECT_EQ(files.names(), Names{});
 }
 
-TEST(Saving, AnEarlierFileIsReplacedWhole) {
+TEST(Saving, ReplacesAnEarlierFileCompletely) {
   const TemporaryFiles files;
   files.put("document.xml", std::string(100000, 'x'));
   ztCAD_GMDDocument document("");
@@ -248,8 +248,8 @@ TEST(Saving, AnEarlierFileIsReplacedWhole) {
   EXPECT_EQ(textBytesOf(files.path("document.xml")), saved("   <header inform=\"\"/>\n"));
 }
 
-TEST(Saving, ManyElementsAreAllWritten) {
-  constexpr int count = 20000;  // some megabytes: many pieces
+TEST(Saving, WritesManyElements) {
+  constexpr int count = 20000;  // several megabytes, so that the output is written in many pieces
   ztCAD_GMDDocument document("");
   std::string lines = "   <header inform=\"\"/>\n";
   for (int i = 0; i < count; ++i) {

@@ -5,13 +5,13 @@
 #include "captured_debug_output.h"
 #include "sample_documents.h"
 
-// Loading from a string: what parses, which bytes are text, and what a failed parse leaves.
+// Loading from a string: what parses, how bytes are decoded, and what a failed parse leaves in the document.
 
 namespace {
 
 using namespace std::string_literals;
 
-TEST(StringLoading, SuccessHasNoMessageAndNoPosition) {
+TEST(StringLoading, SuccessYieldsNoMessageAndNoPosition) {
   ztCAD_GMDDocument document("");
   const StringLoad load = loadString(document, documentWith("<point name='A' center='1,2,3'/>"));
   EXPECT_TRUE(load.parsed);
@@ -21,7 +21,7 @@ TEST(StringLoading, SuccessHasNoMessageAndNoPosition) {
   EXPECT_EQ(namesIn(document.content().points), Names{"A"});
 }
 
-TEST(StringLoading, ReplacesTheContentAndKeepsTheHeaderWhereTheTextHasNone) {
+TEST(StringLoading, ReplacesTheContentAndKeepsTheHeaderIfTheTextHasNone) {
   ztCAD_GMDDocument document("kept");
   addPoints(document, {"old"});
   addTemplatePoints(document, {"oldTemplate"});
@@ -40,14 +40,14 @@ TEST(StringLoading, ReadsTheHeader) {
   EXPECT_FALSE(document.header().producerName());
 }
 
-TEST(StringLoading, MakesNamesUnique) {
+TEST(StringLoading, UnifiesNames) {
   ztCAD_GMDDocument document("");
   loadString(document, "<GMD><templatePoint name='A'/><point name='A'/><point name='A'/></GMD>");
   EXPECT_EQ(namesIn(document.content().points), (Names{"A", "A_$1"}));
   EXPECT_EQ(namesIn(document.content().templatePoints), Names{"A_$2"});
 }
 
-TEST(StringLoading, HasNoRootTest) {
+TEST(StringLoading, AcceptsAnyRoot) {
   ztCAD_GMDDocument document("");
   EXPECT_TRUE(loadString(document, "<other><point name='A' center='1'/></other>").parsed);
   EXPECT_EQ(namesIn(document.content().points), Names{"A"});
@@ -55,7 +55,7 @@ TEST(StringLoading, HasNoRootTest) {
   EXPECT_EQ(namesIn(document.content().points), Names{"child"});
 }
 
-TEST(StringLoading, MakesNoCheckAndWritesNoMessage) {
+TEST(StringLoading, DoesNotRunTheCheckOrLogMessages) {
   const CapturedDebugOutput output;
   ztCAD_GMDDocument document("");
   EXPECT_TRUE(loadString(document,
@@ -99,7 +99,7 @@ const char* const malformed[] = {
     "<?xml version='1.0' encoding='none'?><GMD",
 };
 
-TEST(StringLoading, MessageAndPositionOfAFailureAreThoseOfPlainQt) {
+TEST(StringLoading, MessageAndPositionOfAFailureAreThoseOfQt) {
   for (const char* text : malformed) {
     QDomDocument tree;
     QString message;
@@ -116,7 +116,7 @@ TEST(StringLoading, MessageAndPositionOfAFailureAreThoseOfPlainQt) {
   }
 }
 
-TEST(StringLoading, WhatAFailedParseLeftIsRead) {
+TEST(StringLoading, ThePartialTreeOfAFailedParseIsRead) {
   for (const char* text : malformed) {
     QDomDocument tree;
     ASSERT_FALSE(tree.setContent(QString(text))) << text;
@@ -130,14 +130,14 @@ TEST(StringLoading, WhatAFailedParseLeftIsRead) {
   }
 }
 
-TEST(StringLoading, PointsBeforeTheFaultAreThere) {
+TEST(StringLoading, PointsBeforeTheErrorAreRead) {
   ztCAD_GMDDocument document("");
   EXPECT_FALSE(
       loadString(document, "<GMD><point name='A' center='1'/><point name='A' center='2'/><point").parsed);
   EXPECT_EQ(namesIn(document.content().points), (Names{"A", "A_$1"}));
 }
 
-TEST(StringLoading, RefusedTextHasAMessageAndLeavesNothing) {
+TEST(StringLoading, RefusedTextYieldsAMessageAndAnEmptyDocument) {
   std::string deep;
   for (int i = 0; i < 300; ++i)
     deep += "<x>";
@@ -147,8 +147,8 @@ TEST(StringLoading, RefusedTextHasAMessageAndLeavesNothing) {
   };
   const Row rows[] = {
       {"NUL between points", "<GMD><point name='A' center='1'/>\0<point name='B' center='1'/></GMD>"s},
-      {"NUL behind", "<GMD><point name='A' center='1'/></GMD>\0"s},
-      {"NUL alone", "\0"s},
+      {"NUL after the root", "<GMD><point name='A' center='1'/></GMD>\0"s},
+      {"NUL only", "\0"s},
       {"entities", "<!DOCTYPE GMD [<!ENTITY e 'x'>]><GMD><point name='A' center='1'/></GMD>"},
       {"too deep", "<GMD><point name='A' center='1'/>" + deep},
   };
@@ -188,29 +188,29 @@ INSTANTIATE_TEST_SUITE_P(
     Rows, StringEncoding,
     testing::Values(
         EncodingRow{"Utf8WithoutDeclaration", "<GMD><point name='Ёж零😀'/></GMD>", "Ёж零😀"},
-        EncodingRow{"Utf8WithMark", "\xEF\xBB\xBF<GMD><point name='Ё'/></GMD>", "Ё"},
-        EncodingRow{"Utf8WithMarkAndDeclaration",
+        EncodingRow{"Utf8WithByteOrderMark", "\xEF\xBB\xBF<GMD><point name='Ё'/></GMD>", "Ё"},
+        EncodingRow{"Utf8WithByteOrderMarkAndDeclaration",
                     "\xEF\xBB\xBF<?xml version='1.0' encoding='UTF-8'?><GMD><point name='Ё'/></GMD>", "Ё"},
         EncodingRow{"DeclaredWindows1251IsIgnoredForUtf8",
                     "<?xml version='1.0' encoding='windows-1251'?><GMD><point name='Ё'/></GMD>", "Ё"},
         EncodingRow{"DeclaredUtf16IsIgnoredForUtf8",
                     "<?xml version='1.0' encoding='UTF-16'?><GMD><point name='Ё'/></GMD>", "Ё"},
-        EncodingRow{"DeclaredWindows1251HoldsForOtherBytes",
+        EncodingRow{"DeclaredWindows1251AppliesToOtherBytes",
                     "<?xml version='1.0' encoding='windows-1251'?><GMD><point name='\xA8\xE6'/></GMD>", "Ёж"},
-        EncodingRow{"DeclaredKoi8HoldsForOtherBytes",
+        EncodingRow{"DeclaredKoi8AppliesToOtherBytes",
                     "<?xml version='1.0' encoding='KOI8-R'?><GMD><point name='\xB3\xD6'/></GMD>", "Ёж"},
-        EncodingRow{"Utf16WithMark", littleEndian, "Ё"},
+        EncodingRow{"Utf16WithByteOrderMark", littleEndian, "Ё"},
         EncodingRow{"ReferenceToEmoji", "<GMD><point name='&#x1f600;&#128512;'/></GMD>", "😀😀"},
         EncodingRow{"LineEndsAndTabsAsReferences", "<GMD><point name='a&#xa;b&#x9;c'/></GMD>", "a\nb\tc"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(StringLoading, Utf16WithoutAMarkHoldsNulsAndIsRefused) {
+TEST(StringLoading, Utf16WithoutAByteOrderMarkIsRefusedBecauseOfItsNuls) {
   ztCAD_GMDDocument document("");
   EXPECT_FALSE(loadString(document, littleEndian.substr(2)).parsed);
   EXPECT_TRUE(document.content().points.empty());
 }
 
-TEST(StringLoading, OtherBytesWithoutADeclarationAreReadAsPlainQtReadsThem) {
+TEST(StringLoading, OtherBytesWithoutADeclarationAreReadAsByQt) {
   const std::string bytes = "<GMD><point name='\xA8\xE6' center='1'/></GMD>";
   QDomDocument tree;
   const bool parsed = tree.setContent(QByteArray::fromStdString(bytes));

@@ -5,18 +5,18 @@
 
 #include "api/host.h"
 
-// The page that describes the format for people who write documents: each of its examples loads with the result that
-// stands above it.
+// The page that describes the format for authors of documents: every example on it loads with the result code
+// stated above it.
 
 namespace {
 
 struct Example {
-  int line;           ///< of the page
-  std::string claim;  ///< the code that is told above, empty when there is none
+  int line;           ///< line number on the page
+  std::string claim;  ///< the result code stated above the example; empty if there is none
   std::string text;
 };
 
-/// Every example of the page, whether something is told above it or not.
+/// Every example of the page, with or without a stated code.
 std::vector<Example> examples() {
   static const QRegularExpression block(R"((?:<!-- loads with (\d+) -->\n)?```xml\n(.*?)\n```)",
                                         QRegularExpression::DotMatchesEverythingOption);
@@ -30,18 +30,18 @@ std::vector<Example> examples() {
   return found;
 }
 
-TEST(FormatExamples, AreThereAndEachTellsItsResult) {
+TEST(FormatExamples, EachStatesItsResultCode) {
   const std::vector<Example> all = examples();
   EXPECT_FALSE(all.empty());
   const std::string page = bytesOf(ZTCAD_TEST_FORMAT_PAGE);
   EXPECT_EQ(static_cast<int>(all.size()), QString::fromStdString(page).count("```xml"))
-      << "one was not understood";
+      << "an XML block was not recognised as an example";
   EXPECT_EQ(static_cast<int>(all.size()), QString::fromStdString(page).count("<!-- loads with "));
   for (const Example& example : all)
     EXPECT_NE(example.claim, "") << ZTCAD_TEST_FORMAT_PAGE << ":" << example.line;
 }
 
-TEST(FormatExamples, LoadWithTheResultAboveThem) {
+TEST(FormatExamples, LoadWithTheStatedResultCode) {
   for (const Example& example : examples()) {
     const TemporaryFiles files;
     const Loaded loaded = loadFile(files.put("example.xml", example.text));

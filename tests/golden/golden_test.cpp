@@ -7,14 +7,15 @@
 
 #include "api/host.h"
 
-// Whole documents. Each P_*.xml of this folder must load with code 0, and saving it must give exactly the bytes of its
-// P_*.saved.xml. Each N_<code>_*.xml must fail with the code in its name. A new file becomes a test by being here.
+// Whole documents. Each P_*.xml in this folder must load with code 0, and saving it must produce exactly the
+// bytes of its P_*.saved.xml. Each N_<code>_*.xml must fail with the code in its name. A file added to the
+// folder becomes a test.
 //
-// After a change of what is saved that is meant:
+// After an intended change of the saved bytes, rewrite the *.saved.xml files with
 //
 //     ZTCAD_REFRESH_GOLDEN=1 build/debug/tests/golden_tests
 //
-// writes the *.saved.xml files anew. The difference is to be read like any other change before it is committed.
+// and review the difference like any other change before committing it.
 
 namespace {
 
@@ -30,7 +31,7 @@ std::string withoutEnd(const std::string& text, const std::string& end) {
   return text.substr(0, text.size() - end.size());
 }
 
-/// The files of one kind, without their ".xml".
+/// Names of the files that match the pattern, without ".xml"; saved documents are left out.
 std::vector<std::string> documents(const char* pattern) {
   std::vector<std::string> names;
   for (const QString& file :
@@ -56,7 +57,7 @@ void compareWithExpected(const std::string& name, const std::string& saved) {
     GTEST_SKIP() << "wrote " << expected;
   }
   EXPECT_EQ(saved, bytesOf(expected))
-      << "If the new bytes are meant, run this program with ZTCAD_REFRESH_GOLDEN=1 and look at the difference.";
+      << "If the new bytes are intended, run this program with ZTCAD_REFRESH_GOLDEN=1 and review the difference.";
 }
 
 class GoodDocument : public testing::TestWithParam<std::string> {};
@@ -67,7 +68,7 @@ TEST_P(GoodDocument, LoadsAndIsSavedAsExpected) {
   compareWithExpected(GetParam(), savedBytes(loaded.document.get()));
 }
 
-TEST_P(GoodDocument, LoadsFromAStringTheSame) {
+TEST_P(GoodDocument, LoadsFromAStringAsFromAFile) {
   const Loaded fromFile = loadFile(pathOf(GetParam()));
   const Parsed fromString = parse(bytesOf(pathOf(GetParam())));
   EXPECT_TRUE(fromString.parsed) << fromString.message;
@@ -90,7 +91,7 @@ class BadDocument : public testing::TestWithParam<std::string> {};
 
 TEST_P(BadDocument, FailsWithTheCodeInItsName) {
   const std::size_t digits = GetParam().find_first_of("0123456789");
-  ASSERT_EQ(digits, 2u) << "a bad document is named N_<code>_<what it is>.xml";
+  ASSERT_EQ(digits, 2u) << "a bad document must be named N_<code>_<description>.xml";
   const Loaded loaded = loadFile(pathOf(GetParam()));
   ASSERT_NE(loaded.document, nullptr);
   EXPECT_EQ(loaded.code, std::stoi(GetParam().substr(digits)));
@@ -98,7 +99,7 @@ TEST_P(BadDocument, FailsWithTheCodeInItsName) {
 
 INSTANTIATE_TEST_SUITE_P(Golden, BadDocument, testing::ValuesIn(documents("N_*.xml")), parameterName);
 
-TEST(GoldenFolder, HoldsNothingThatNoTestLooksAt) {
+TEST(GoldenFolder, HoldsNoFileThatIsNotTested) {
   std::vector<std::string> known;
   for (const std::string& name : documents("P_*.xml")) {
     known.push_back(name + xml);

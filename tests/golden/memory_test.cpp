@@ -4,7 +4,8 @@
 #include "api/failing_memory.h"
 #include "api/host.h"
 
-// Whole documents of every kind while memory runs out: every single piece that a call asks for is refused in turn.
+// Loading, updating and saving whole documents when memory runs out: every allocation of a call fails in
+// turn.
 
 namespace {
 
@@ -12,7 +13,7 @@ using Mode = FailingMemory::Mode;
 
 std::string golden(const std::string& name) { return bytesOf(ZTCAD_TEST_GOLDEN_FOLDER "/" + name + ".xml"); }
 
-/// A solid whose lists grow in several steps.
+/// A solid whose lists reallocate several times while they are read.
 std::string longLists() {
   std::string vertices;
   std::string facets;
@@ -24,62 +25,62 @@ std::string longLists() {
          "</faces></solid></GMD>";
 }
 
-struct Whole {
+struct Input {
   const char* name;
   std::string xml;
 };
 
-void PrintTo(const Whole& whole, std::ostream* out) { *out << whole.name; }
+void PrintTo(const Input& input, std::ostream* out) { *out << input.name; }
 
-class WholeDocuments : public testing::TestWithParam<Whole> {
+class WholeDocuments : public testing::TestWithParam<Input> {
  protected:
   const TemporaryFiles files;
   const std::string file = files.put("document.xml", GetParam().xml);
   const std::string expected = savedBytes(loadFile(file).document.get());
 
-  /// Makes `call` with every piece refused once and with every piece refused for good. `call` is told whether one was, and has
-  /// to check the outcome.
+  /// Repeats `call` until none of its allocations fails: each allocation in turn fails, first alone and then
+  /// with all that follow it. `check` receives whether an allocation failed and checks the outcome.
   template <typename Prepare, typename Call, typename Check>
-  void refuseEach(Prepare&& prepare, Call&& call, Check&& check) {
-    for (const Mode mode : {Mode::Once, Mode::ForGood}) {
-      bool refused = true;
-      for (long granted = 0; refused; ++granted) {
+  void failEach(Prepare&& prepare, Call&& call, Check&& check) {
+    for (const Mode mode : {Mode::Once, Mode::Permanently}) {
+      bool failed = true;
+      for (long granted = 0; failed; ++granted) {
         prepare();
         {
           const FailingMemory memory(granted, mode);
           call();
-          refused = memory.hasRefused();
+          failed = memory.hasFailed();
         }
-        check(refused);
-        ASSERT_FALSE(HasFailure()) << "with the refusal of the piece after " << granted << " others";
+        check(failed);
+        ASSERT_FALSE(HasFailure()) << "failing allocation after " << granted << " granted ones";
       }
     }
   }
 };
 
-TEST_P(WholeDocuments, LoadWholeOrNotAtAll) {
+TEST_P(WholeDocuments, LoadCompletelyOrNotAtAll) {
   Loaded loaded;
-  refuseEach([&] { loaded = Loaded(); },
-             [&] { loaded.document.reset(crtGMDDocumentFromFile(file, loaded.code, loaded.fault)); },
-             [&](bool refused) {
-               EXPECT_EQ(loaded.code, refused ? 110 : 0);
-               EXPECT_TRUE(refused || savedBytes(loaded.document.get()) == expected);
-             });
+  failEach([&] { loaded = Loaded(); },
+           [&] { loaded.document.reset(crtGMDDocumentFromFile(file, loaded.code, loaded.fault)); },
+           [&](bool failed) {
+             EXPECT_EQ(loaded.code, failed ? 110 : 0);
+             EXPECT_TRUE(failed || savedBytes(loaded.document.get()) == expected);
+           });
 }
 
-TEST_P(WholeDocuments, UpdateWholeOrNotAtAll) {
+TEST_P(WholeDocuments, UpdateCompletelyOrNotAtAll) {
   Document document;
   std::int32_t code = -1;
   bool fault = true;
-  refuseEach(
+  failEach(
       [&] {
         document = newDocument();
         addPointToDoc(pointNamed("old"), document.get());
       },
       [&] { UpdateGMDDoc(document.get(), file, code, fault); },
-      [&](bool refused) {
-        EXPECT_EQ(code, refused ? 110 : 0);
-        if (refused) {
+      [&](bool failed) {
+        EXPECT_EQ(code, failed ? 110 : 0);
+        if (failed) {
           EXPECT_EQ(namesIn(ztCAD_getPoints(document.get())), Names{"old"});
           EXPECT_TRUE(ztCAD_getStructures(document.get())->empty());
         } else {
@@ -88,21 +89,21 @@ TEST_P(WholeDocuments, UpdateWholeOrNotAtAll) {
       });
 }
 
-TEST_P(WholeDocuments, AreSavedWholeOrNotAtAll) {
+TEST_P(WholeDocuments, AreSavedCompletelyOrNotAtAll) {
   const Loaded loaded = loadFile(file);
   const std::string target = files.path("saved.xml");
-  refuseEach([&] { putBytes(target, "earlier"); }, [&] { SaveGMDDocument(loaded.document.get(), target); },
-             [&](bool refused) { EXPECT_EQ(bytesOf(target), refused ? "earlier" : expected); });
+  failEach([&] { putBytes(target, "earlier"); }, [&] { SaveGMDDocument(loaded.document.get(), target); },
+           [&](bool failed) { EXPECT_EQ(bytesOf(target), failed ? "earlier" : expected); });
   EXPECT_EQ(files.names(), (Names{"document.xml", "saved.xml"}));
 }
 
-// An instruction takes a document to Qt's parser and its tree.
+// A processing instruction is not plain XML, so the document is read through Qt's parser and a DOM tree.
 INSTANTIATE_TEST_SUITE_P(Golden, WholeDocuments,
-                         testing::Values(Whole{"EveryKind", golden("P_every_kind")},
-                                         Whole{"EveryKindThroughATree", golden("P_every_kind") + "<?end?>"},
-                                         Whole{"Structures", golden("P_structures_of_every_kind")},
-                                         Whole{"LongLists", longLists()},
-                                         Whole{"LongListsThroughATree", longLists() + "<?end?>"}),
+                         testing::Values(Input{"EveryKind", golden("P_every_kind")},
+                                         Input{"EveryKindThroughDom", golden("P_every_kind") + "<?end?>"},
+                                         Input{"Structures", golden("P_structures_of_every_kind")},
+                                         Input{"LongLists", longLists()},
+                                         Input{"LongListsThroughDom", longLists() + "<?end?>"}),
                          [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace

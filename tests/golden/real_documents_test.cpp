@@ -9,28 +9,37 @@
 
 #include "api/host.h"
 
-// Documents of real parts. They are too large to lie here; where their folder is absent these tests pass over.
+// Documents of real parts. They are too large for this folder; where theirs is absent, these tests are
+// skipped.
 
 namespace {
 
 struct Row {
   const char* file;
   const char* inform;
-  std::size_t points;  ///< on the top level; those of structures and details are not counted
+  std::size_t points;  ///< top-level points; those inside structures and details are not counted
 };
 
 void PrintTo(const Row& row, std::ostream* out) { *out << row.file; }
 
+std::string pathOf(const std::string& file) { return std::string(ZTCAD_TEST_REAL_DOCUMENTS) + '/' + file; }
+
+/// Why a test of this document cannot run; empty if it can.
+std::string reasonToSkip(const std::string& path) {
+  if (QFileInfo::exists(QString::fromStdString(path))) return {};
+  return path + " does not exist; set the CMake variable ZTCAD_REAL_DOCUMENTS to the folder of the documents";
+}
+
 class RealDocument : public testing::TestWithParam<Row> {
  protected:
   void SetUp() override {
-    if (!QFileInfo::exists(QString::fromStdString(path)))
-      GTEST_SKIP() << path << " is not there; the CMake variable ZTCAD_REAL_DOCUMENTS names the folder";
+    const std::string reason = reasonToSkip(path);
+    if (!reason.empty()) GTEST_SKIP() << reason;
   }
-  const std::string path = std::string(ZTCAD_TEST_REAL_DOCUMENTS) + '/' + GetParam().file;
+  const std::string path = pathOf(GetParam().file);
 };
 
-TEST_P(RealDocument, LoadsWithItsHeaderAndItsPoints) {
+TEST_P(RealDocument, LoadsWithItsHeaderAndPoints) {
   const Loaded loaded = loadFile(path);
   EXPECT_EQ(loaded.code, 0);
   EXPECT_FALSE(loaded.fault);
@@ -40,7 +49,7 @@ TEST_P(RealDocument, LoadsWithItsHeaderAndItsPoints) {
   EXPECT_TRUE(ztCAD_getTmplPoints(loaded.document.get())->empty());
 }
 
-TEST_P(RealDocument, IsSavedToBytesThatLoadAndSaveTheSame) {
+TEST_P(RealDocument, SavedBytesLoadAndSaveToTheSameBytes) {
   const std::string saved = savedBytes(loadFile(path).document.get());
   const TemporaryFiles files;
   const Loaded again = loadFile(files.put("saved.xml", saved));
@@ -48,7 +57,7 @@ TEST_P(RealDocument, IsSavedToBytesThatLoadAndSaveTheSame) {
   EXPECT_EQ(savedBytes(again.document.get()), saved);
 }
 
-TEST_P(RealDocument, TreeHoldsEveryElementOfTheFile) {
+TEST_P(RealDocument, XmlTextHoldsEveryElementOfTheFile) {
   const Loaded loaded = loadFile(path);
   const std::string text = bytesOf(path);
   const std::string tree = textOf(loaded.document.get(), false);
@@ -75,35 +84,38 @@ QString pathTo(const QDomElement& element) {
          element.attribute("name") + ']';
 }
 
-/// Whether two words tell the same, numbers to the six digits that a file carries; "-0" counts as "0".
-bool isSameWord(const QString& before, const QString& after) {
+/// Whether two tokens are equal; numbers are compared with the six digits that a file stores, and "-0" equals
+/// "0".
+bool isSameToken(const QString& before, const QString& after) {
   if (before == after) return true;
   bool isNumber = false;
   const double number = before.toDouble(&isNumber);
   return isNumber && after == QString("%1").arg(number, 0, 'g', -1, ' ');
 }
 
-/// Splits at commas, semicolons and white space, and drops what is empty.
-QStringList wordsOf(const QString& text) {
+/// Splits at commas, semicolons and whitespace; empty tokens are dropped.
+QStringList tokensOf(const QString& text) {
   return text.split(QRegularExpression("[,;\\s]+"), Qt::SkipEmptyParts);
 }
 
 void expectSameText(const QString& before, const QString& after, const QString& where) {
-  const QStringList old = wordsOf(before);
-  const QStringList now = wordsOf(after);
+  const QStringList old = tokensOf(before);
+  const QStringList now = tokensOf(after);
   ASSERT_EQ(old.size(), now.size()) << where.toStdString();
   for (int i = 0; i < old.size(); ++i)
-    ASSERT_TRUE(isSameWord(old[i], now[i]))
+    ASSERT_TRUE(isSameToken(old[i], now[i]))
         << where.toStdString() << ": " << old[i].toStdString() << " became " << now[i].toStdString();
 }
 
-/// What a save may leave out: the producer is written but never read, for the next writer is another one.
-bool mayGo(const QString& tag, const QString& attribute) {
+/// Attributes that a save may drop: the header's producer is written but not read, because it names the
+/// program that wrote the file, and the next writer is another program.
+bool mayBeDropped(const QString& tag, const QString& attribute) {
   return tag == "header" && attribute.startsWith("producer");
 }
 
-/// What a save adds, each to be justified here: none of these documents needs one, for they carry "color", "comment" and
-/// "inform" (which are always written), structures carry "LCS", and points, solids and mass-inertia elements "method".
+/// Attributes that a save adds. None is expected: these documents already have "color", "comment" and
+/// "inform", which are always written, their structures have "LCS", and their points, solids and mass-inertia
+/// elements have "method".
 QStringList added(const QDomElement& before, const QDomElement& after) {
   QStringList names;
   const QDomNamedNodeMap attributes = after.attributes();
@@ -117,7 +129,7 @@ void expectSameAttributes(const QDomElement& before, const QDomElement& after) {
   const QDomNamedNodeMap attributes = before.attributes();
   for (int i = 0; i < attributes.count(); ++i) {
     const QString name = attributes.item(i).nodeName();
-    if (mayGo(before.tagName(), name)) {
+    if (mayBeDropped(before.tagName(), name)) {
       EXPECT_FALSE(after.hasAttribute(name)) << where.toStdString() << " " << name.toStdString();
       continue;
     }
@@ -127,8 +139,8 @@ void expectSameAttributes(const QDomElement& before, const QDomElement& after) {
   EXPECT_EQ(added(before, after), QStringList()) << where.toStdString();
 }
 
-/// Children of an element, one list per kind: a file holds the kinds in an order of its own, and keeps the order within
-/// each.
+/// Children of an element, one list per kind: a saved file orders the kinds in its own way and keeps the
+/// order within each kind.
 QMap<QString, QList<QDomElement>> childrenByKind(const QDomElement& element) {
   QMap<QString, QList<QDomElement>> kinds;
   for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement())
@@ -136,6 +148,7 @@ QMap<QString, QList<QDomElement>> childrenByKind(const QDomElement& element) {
   return kinds;
 }
 
+/// Compares an element and its descendants with their saved form; returns how many elements were compared.
 int compare(const QDomElement& before, const QDomElement& after) {
   int elements = 1;
   EXPECT_EQ(before.tagName(), after.tagName());
@@ -154,22 +167,24 @@ int compare(const QDomElement& before, const QDomElement& after) {
   return elements;
 }
 
-int elementsIn(const QDomElement& element) {
+int countElements(const QDomElement& element) {
   int elements = 1;
   for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement())
-    elements += elementsIn(child);
+    elements += countElements(child);
   return elements;
 }
 
-TEST_P(RealDocument, ComesBackFromARoundTripWithNothingLost) {
+TEST_P(RealDocument, RoundTripLosesNothing) {
   const QDomDocument before = treeOf(bytesOf(path));
   const QDomDocument after = treeOf(savedBytes(loadFile(path).document.get()));
-  EXPECT_EQ(compare(before.documentElement(), after.documentElement()), elementsIn(before.documentElement()));
+  EXPECT_EQ(compare(before.documentElement(), after.documentElement()),
+            countElements(before.documentElement()));
 }
 
 TEST(RealDocuments, RobotArmKeepsItsDetailsAndTheirMasses) {
-  const std::string path = std::string(ZTCAD_TEST_REAL_DOCUMENTS) + "/panda.xml";
-  if (!QFileInfo::exists(QString::fromStdString(path))) GTEST_SKIP() << path << " is not there";
+  const std::string path = pathOf("panda.xml");
+  const std::string reason = reasonToSkip(path);
+  if (!reason.empty()) GTEST_SKIP() << reason;
   const Loaded first = loadFile(path);
   const TemporaryFiles files;
   const Loaded again = loadFile(files.put("saved.xml", savedBytes(first.document.get())));

@@ -5,7 +5,7 @@
 
 #include "api/host.h"
 
-// Every document of this folder, cut off at every place.
+// Every document of this folder, truncated at many positions.
 
 namespace {
 
@@ -33,18 +33,17 @@ void loadAsString(const std::string& bytes) {
     ASSERT_GE(parsed.line, 0);
     ASSERT_GE(parsed.column, 0);
   }
-  ASSERT_FALSE(
-      textOf(parsed.document.get()).empty());  // what a failed parse left is a document like any other
+  // the document left by a failed parse is a complete object
+  ASSERT_FALSE(textOf(parsed.document.get()).empty());
 }
 
-TEST(TruncatedDocuments, GiveACleanCodeAndMessage) {
+TEST(TruncatedDocuments, LoadWithADefinedCodeAndMessage) {
   const TemporaryFiles files;
   std::size_t cut = 0;
   for (const QString& file : QDir(QString::fromStdString(folder)).entryList({"*.xml"}, QDir::Files)) {
     const std::string whole = bytesOf(folder + '/' + file.toStdString());
-    constexpr std::size_t most =
-        300;  // places in one document; more of them are looked at here and there only
-    const std::size_t step = 1 + whole.size() / most;
+    constexpr std::size_t maxPositions = 300;  // per document; longer documents are sampled
+    const std::size_t step = 1 + whole.size() / maxPositions;
     for (std::size_t size = 0; size < whole.size(); size += step) {
       SCOPED_TRACE(file.toStdString() + " cut after " + std::to_string(size) + " bytes");
       ASSERT_NO_FATAL_FAILURE(loadAsFile(files, whole.substr(0, size)));

@@ -1,14 +1,13 @@
-// The header for C as C++ reads it, where the library's classes are unknown and outputs are references: this compiles, or
-// it does not.
+// Compiles the header for C as C++, with the library's classes only declared and outputs as references.
 
 #include <ztCAD/ztCAD_c.h>
 
-// and twice is once
+// including it twice is harmless
 #include <ztCAD/ztCAD_c.h>
 
-static_assert(ztCAD_ElementSphere == 22, "the kinds are numbers that stay");
+static_assert(ztCAD_ElementSphere == 22, "the numbers of the kinds are stable");
 
-/// Every declaration that it uses is one that a host in C++ writes without a class of the library at hand.
+/// Uses the declarations as a C++ host does that has no class definitions of the library.
 bool addsAPoint(ztCAD_GMDDocument* document, const double* xyz) {
   bool nameIsFree = false;
   const ztCAD_Coord* const coord = crtCoord(&xyz[0], &xyz[1], &xyz[2]);

@@ -1,9 +1,9 @@
-/* A host in plain C that opens the library by its file name: builds a document of a point and a solid through functions
-   that take nothing of C++, checks it, saves it, gives the library back and does it all again.
+/* A host in plain C that opens the library by its file name: builds a document with a point and a solid through functions
+   without C++ types, checks and saves it, closes the library and repeats all of it.
 
      c_host <library> <file to write> <version>
 
-   Exit code 0 when everything came out as it should. */
+   Exit code 0 on success. */
 
 #include <stdbool.h>
 #include <stdint.h>
@@ -20,7 +20,7 @@ static int failures = 0;
 
 static void expect(bool condition, const char* what) {
   if (condition) return;
-  fprintf(stderr, "c_host: not so: %s\n", what);
+  fprintf(stderr, "c_host: failed: %s\n", what);
   ++failures;
 }
 
@@ -40,7 +40,7 @@ static bool closeLibrary(void* library) { return dlclose(library) == 0; }
 static AnyFunction find(void* library, const char* name) {
   AnyFunction function = NULL;
   void* const address = dlsym(library, name);
-  memcpy(&function, &address, sizeof function); /* as POSIX has it: both are of one size */
+  memcpy(&function, &address, sizeof function); /* POSIX guarantees that both have the same size */
   return function;
 }
 #endif
@@ -56,7 +56,7 @@ typedef struct Facet Facet;
 typedef struct Faces Faces;
 typedef struct Triangle Triangle;
 
-/* An output that C++ takes by reference is a pointer here. */
+/* References in the C++ declarations are pointers in C. */
 typedef struct {
   const char* (*ztCADVersion)(void);
   Document* (*crtGMDDocument_nostl)(const char* inform);
@@ -118,7 +118,7 @@ static void addPoint(const Functions* f, Document* document) {
   const Point* const point = f->crtPoint_nostl("corner", f->crtCoord(&in[0], &in[1], &in[2]), &nameIsFree);
   expect(nameIsFree, "the name is free");
   f->getPointCoord(point, &out[0], &out[1], &out[2]);
-  expect(memcmp(in, out, sizeof in) == 0, "the point tells its coordinates");
+  expect(memcmp(in, out, sizeof in) == 0, "the point returns its coordinates");
   expect(!f->addPointToDoc(point, document), "the point was added");
 }
 
@@ -140,10 +140,10 @@ static void addTetrahedron(const Functions* f, Document* document) {
   expect(!f->addTriangleToDoc(solid, document), "the solid was added");
 }
 
-/* Whether the file holds the text; the file of this program is small. */
-static bool fileHolds(const char* fileName, const char* text) {
+/* Whether the file contains the text; files of up to 65535 bytes are searched completely. */
+static bool fileContains(const char* fileName, const char* text) {
   static char bytes[65536];
-  FILE* const file = fopen(fileName, "r"); /* as text: line ends are those of the system */
+  FILE* const file = fopen(fileName, "r"); /* in text mode, because saved files have the system's line ends */
   if (!file) return false;
   const size_t count = fread(bytes, 1, sizeof bytes - 1, file);
   fclose(file);
@@ -153,21 +153,21 @@ static bool fileHolds(const char* fileName, const char* text) {
 
 static void work(const Functions* f, const char* fileName, const char* version) {
   char corrected[16];
-  expect(strcmp(f->ztCADVersion(), version) == 0, "the library is of the expected version");
-  expect(f->doCorrectName_nostl("1 hole", corrected, "no name"), "the name had to be corrected");
-  expect(strcmp(corrected, "_1_hole") == 0, "it was corrected");
+  expect(strcmp(f->ztCADVersion(), version) == 0, "the library has the expected version");
+  expect(f->doCorrectName_nostl("1 hole", corrected, "no name"), "the name differs after correction");
+  expect(strcmp(corrected, "_1_hole") == 0, "the name is corrected");
 
-  remove(fileName); /* what an earlier run left must not be what is looked at */
+  remove(fileName); /* the file of an earlier run must not be checked */
   Document* const document = f->crtGMDDocument_nostl("made in C");
   addPoint(f, document);
   addTetrahedron(f, document);
   expect(f->checkGMDDocument(document), "the document passes the check");
   f->SaveGMDDocument_nostl(document, fileName);
   f->DeleteGMDDoc(document);
-  expect(fileHolds(fileName, "inform=\"made in C\""), "the header was saved");
-  expect(fileHolds(fileName, "center=\"1.5, -2, 1e+06;\""), "the point was saved");
-  expect(fileHolds(fileName, "0, 0, 0;\n1, 0, 0;\n0, 1, 0;\n0, 0, 1;\n"), "the vertices were saved");
-  expect(fileHolds(fileName, "0, 2, 1;\n0, 1, 3;\n0, 3, 2;\n1, 2, 3;\n"), "the facets were saved");
+  expect(fileContains(fileName, "inform=\"made in C\""), "the header was saved");
+  expect(fileContains(fileName, "center=\"1.5, -2, 1e+06;\""), "the point was saved");
+  expect(fileContains(fileName, "0, 0, 0;\n1, 0, 0;\n0, 1, 0;\n0, 0, 1;\n"), "the vertices were saved");
+  expect(fileContains(fileName, "0, 2, 1;\n0, 1, 3;\n0, 3, 2;\n1, 2, 3;\n"), "the facets were saved");
 }
 
 int main(int count, char** arguments) {

@@ -1,9 +1,9 @@
-/* A host in C that does through ztCAD_c.h what a host in C++ does with the classes: makes elements of every kind, fills
-   and reads every field, nests, removes, saves, loads and goes through what was loaded.
+/* A host in C that does with ztCAD_c.h what a C++ host does with the classes: creates elements of every kind, sets and
+   reads every field, nests and removes elements, saves, loads and inspects the loaded document.
 
      c_interface <file to write>
 
-   Exit code 0 when everything came out as it should. */
+   Exit code 0 on success. */
 
 #include <ztCAD/ztCAD_c.h>
 
@@ -16,7 +16,7 @@ static int failures = 0;
 #define EXPECT(condition)                                                          \
   do {                                                                             \
     if (!(condition)) {                                                            \
-      fprintf(stderr, "c_interface: line %d: not so: %s\n", __LINE__, #condition); \
+      fprintf(stderr, "c_interface: line %d: failed: %s\n", __LINE__, #condition); \
       ++failures;                                                                  \
     }                                                                              \
   } while (0)
@@ -28,7 +28,7 @@ static const uint32_t ijk[12] = {0, 2, 1, 0, 1, 3, 0, 3, 2, 1, 2, 3};
 static const uint32_t red[3] = {255, 0, 128};
 static const char cyrillic[] = "\xD0\x94\xD0\xB5\xD1\x82\xD0\xB0\xD0\xBB\xD1\x8C";
 
-/* ---------------------------------------------------------------------------------------------------- small things */
+/* ---------------------------------------------------------------------------------------------------- helpers */
 
 typedef int64_t (*TextOfElement)(const ztCAD_Base*, char*, int64_t);
 
@@ -68,7 +68,7 @@ static const ztCAD_Coord* corner(void) { return crtCoord(&twelve[0], &twelve[1],
 static void lists(void) {
   ztCAD_Vertices* const list = vertices();
   EXPECT(ztCAD_getVertexCount(list) == 4);
-  addVertexXYZ_nostl(ztCAD_getVertexData(list), 4, list); /* its own reals */
+  addVertexXYZ_nostl(ztCAD_getVertexData(list), 4, list); /* appended to itself */
   EXPECT(ztCAD_getVertexCount(list) == 8);
   double back[24] = {0};
   EXPECT(getVertexXYZ_nostl(list, 0, 100, back) == 8);
@@ -137,7 +137,7 @@ static void addTemplatesAndReferences(ztCAD_GMDDocument* document) {
                                document));
 }
 
-/* No creation function makes details: they are appended and filled where they lie. */
+/* There is no creation function for details: they are appended to a document and filled in place. */
 static void addDetails(ztCAD_GMDDocument* document) {
   ztCAD_Base* const detail = ztCAD_appendToDoc(document, ztCAD_ElementDetail);
   ztCAD_cmnDetail* const holder = (ztCAD_cmnDetail*)detail;
@@ -166,7 +166,8 @@ static void addDetails(ztCAD_GMDDocument* document) {
   const ztCAD_DetailRef* const reference = crtDetailRef_nostl("detail reference", crtLCS_nostl(twelve),
                                                               (const ztCAD_TmplDetail*)template, &nameIsFree);
   EXPECT(!addDetailRefToDoc(reference, document));
-  EXPECT(ztCAD_getPlacement((const ztCAD_Base*)reference, NULL, 0) == 0); /* starts without one */
+  EXPECT(ztCAD_getPlacement((const ztCAD_Base*)reference, NULL, 0) ==
+         0); /* a new detail reference has no placement */
 }
 
 static void addStructures(ztCAD_GMDDocument* document) {
@@ -174,19 +175,19 @@ static void addStructures(ztCAD_GMDDocument* document) {
   ztCAD_commonStructure* const holder = (ztCAD_commonStructure*)outer;
   ztCAD_setName(outer, "outer");
   ztCAD_setLCS(outer, crtLCS_nostl(twelve));
-  EXPECT(ztCAD_addToStructure(outer, holder)); /* not into itself */
+  EXPECT(ztCAD_addToStructure(outer, holder)); /* a structure cannot hold itself */
   int32_t added = 0;
   for (int32_t kind = ztCAD_ElementNone; kind <= ztCAD_ElementSphere; ++kind) {
     if (kind == ztCAD_ElementStructure || kind == ztCAD_ElementTmplStructure) continue;
     if (!ztCAD_addToStructure(ztCAD_getFromDoc(document, kind, 0), holder)) ++added;
     EXPECT(ztCAD_countInStructure(holder, kind) == (ztCAD_getFromStructure(holder, kind, 0) ? 1 : 0));
   }
-  EXPECT(added == 12); /* all but templates */
+  EXPECT(added == 12); /* all kinds except templates */
 
   ztCAD_Base* const inner = ztCAD_appendToStructure(holder, ztCAD_ElementStructure);
   EXPECT(ztCAD_getKind(inner) == ztCAD_ElementStructure);
   ztCAD_setName(inner, "inner");
-  EXPECT(ztCAD_addToStructure(outer, (ztCAD_commonStructure*)inner)); /* no rings */
+  EXPECT(ztCAD_addToStructure(outer, (ztCAD_commonStructure*)inner)); /* a cycle is refused */
   EXPECT(ztCAD_countInStructure(holder, ztCAD_ElementStructure) == 1);
   EXPECT(ztCAD_getFromStructure(holder, ztCAD_ElementStructure, 0) == inner);
   ztCAD_Base* listed = NULL;
@@ -311,14 +312,14 @@ static void header(ztCAD_GMDDocument* document) {
   for (int32_t field = ztCAD_HeaderInform; field <= ztCAD_HeaderProducerPlatform; ++field) {
     ztCAD_setHeaderText(made, field, NULL);
     EXPECT(ztCAD_getHeaderText(made, field, text, sizeof text) == -1);
-    EXPECT(ztCAD_getHeaderText(own, field, NULL, 0) > 0); /* the document has copies */
+    EXPECT(ztCAD_getHeaderText(own, field, NULL, 0) > 0); /* the document holds a copy */
   }
 }
 
-/* ------------------------------------------------------------------------------------------------------ there and back */
+/* ------------------------------------------------------------------------------------------------------ saving and loading */
 
-/* What every kind of element was saved with comes back, by index and by list. */
-static void loaded(ztCAD_GMDDocument* document) {
+/* Checks a loaded document: one element of every kind, by index and by list. */
+static void checkLoaded(ztCAD_GMDDocument* document) {
   int32_t kinds = 0;
   for (int32_t kind = ztCAD_ElementNone; kind <= ztCAD_ElementSphere; ++kind) {
     const int32_t count = ztCAD_countInDoc(document, kind);
@@ -346,15 +347,15 @@ static void loaded(ztCAD_GMDDocument* document) {
 static void saveAndLoad(ztCAD_GMDDocument* document, const char* fileName) {
   int32_t code = -1;
   bool fault = true;
-  remove(fileName);                    /* what an earlier run left must not be what is looked at */
-  EXPECT(!checkGMDDocument(document)); /* a detail in a structure is sound once it was read */
+  remove(fileName);                    /* the file of an earlier run must not be checked */
+  EXPECT(!checkGMDDocument(document)); /* a detail in a structure passes the check only after it was read */
   SaveGMDDocument_nostl(document, fileName);
   ztCAD_GMDDocument* const read = crtGMDDocumentFromFile_nostl(fileName, &code, &fault);
   EXPECT(code == 0 && !fault);
-  loaded(read);
+  checkLoaded(read);
   UpdateGMDDoc_nostl(read, fileName, &code, &fault);
   EXPECT(code == 0 && !fault);
-  loaded(read);
+  checkLoaded(read);
   UpdateGMDDoc_nostl(read, "no such file", &code, &fault);
   EXPECT(code == 100 && !fault);
   DeleteGMDDoc(read);

@@ -1,4 +1,4 @@
-// Which of Qt's codecs the library asks for, seen by a program that defines Qt's ways to a codec itself and hands on.
+// Which of Qt's codecs the library requests: this program interposes Qt's functions that look up codecs.
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
@@ -11,14 +11,14 @@
 
 namespace {
 
-/// Names of the codecs that were asked for.
-std::vector<std::string>& askedFor() {
+/// Names of the requested codecs.
+std::vector<std::string>& requested() {
   static std::vector<std::string> names;
   return names;
 }
 
 template <typename Function>
-Function* qtsOwn(const char* name) {
+Function* qtFunction(const char* name) {
   return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
@@ -39,31 +39,31 @@ std::string textOfADocument(const LoadedLibrary& library, const char* encoding) 
 
 QTextCodec* QTextCodec::codecForName(const QByteArray& name) {
   static auto* const own =
-      qtsOwn<QTextCodec*(const QByteArray&)>("_ZN10QTextCodec12codecForNameERK10QByteArray");
-  askedFor().push_back(name.toStdString());
+      qtFunction<QTextCodec*(const QByteArray&)>("_ZN10QTextCodec12codecForNameERK10QByteArray");
+  requested().push_back(name.toStdString());
   return own(name);
 }
 
 QTextCodec* QTextCodec::codecForMib(int mib) {
-  static auto* const own = qtsOwn<QTextCodec*(int)>("_ZN10QTextCodec11codecForMibEi");
-  askedFor().push_back(std::to_string(mib));
+  static auto* const own = qtFunction<QTextCodec*(int)>("_ZN10QTextCodec11codecForMibEi");
+  requested().push_back(std::to_string(mib));
   return own(mib);
 }
 
 QTextCodec* QTextCodec::codecForLocale() {
-  static auto* const own = qtsOwn<QTextCodec*()>("_ZN10QTextCodec14codecForLocaleEv");
-  askedFor().emplace_back("that of the locale");
+  static auto* const own = qtFunction<QTextCodec*()>("_ZN10QTextCodec14codecForLocaleEv");
+  requested().emplace_back("locale");
   return own();
 }
 
 namespace {
 
-TEST(Codecs, LoadingAsksForNone) {
+TEST(Codecs, LoadingTheLibraryRequestsNone) {
   const LoadedLibrary library;
-  EXPECT_EQ(askedFor(), std::vector<std::string>());
-  // the recording works: an encoding that the library does not know itself is asked for
+  EXPECT_EQ(requested(), std::vector<std::string>());
+  // checks the recording: the library uses Qt's codec for this encoding
   textOfADocument(library, "koi8-r");
-  EXPECT_NE(askedFor(), std::vector<std::string>());
+  EXPECT_NE(requested(), std::vector<std::string>());
 }
 
 }  // namespace

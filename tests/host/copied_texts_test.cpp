@@ -1,5 +1,5 @@
-// A host that works with Qt itself and copies texts and trees out of the library's objects, through the accessors that
-// stand inline in the public headers. The copies outlive the library.
+// A host that uses Qt and copies texts and trees out of the library's objects through the inline accessors of
+// the public headers. The copies stay valid after the library is unloaded.
 
 #include <gtest/gtest.h>
 #include <QDomDocument>
@@ -33,9 +33,9 @@ void copyPoint(const ztCAD_commonPoint& point, const std::string& word, const st
   copies.push_back({word + " lcsWord", point.lcsWord(), lcsWord});
   QString storage;
   copies.push_back({word + " storage form", point.toText(storage, false), "1, 2, 3;"});
-  QString forPeople;
-  point.toText(forPeople, true);
-  copies.push_back({word + " text for people", forPeople, forPeople.toStdString()});
+  QString debugText;
+  point.toText(debugText, true);
+  copies.push_back({word + " debug form", debugText, debugText.toStdString()});
 }
 
 void copyHeader(const ztCAD_HeaderNode& header, CopiedTexts& copies) {
@@ -62,7 +62,7 @@ ztCAD_GMDDocument* loadDocument(const LoadedLibrary& library) {
   return document;
 }
 
-void expectUnharmed(const CopiedTexts& copies) {
+void expectValidAfterUnloading(const CopiedTexts& copies) {
   ASSERT_FALSE(libraryIsMapped());
   for (const CopiedText& copy : copies)
     EXPECT_EQ(copy.text.toStdString(), copy.expected) << copy.what;
@@ -79,10 +79,10 @@ TEST(CopiedTexts, OfLoadedElementsOutliveTheLibrary) {
     library.close();
   }
   EXPECT_EQ(copies.size(), 16U);
-  expectUnharmed(copies);
+  expectValidAfterUnloading(copies);
 }
 
-TEST(CopiedTexts, OfMadeElementsOutliveTheLibrary) {
+TEST(CopiedTexts, OfCreatedElementsOutliveTheLibrary) {
   CopiedTexts copies;
   {
     LoadedLibrary library;
@@ -97,7 +97,7 @@ TEST(CopiedTexts, OfMadeElementsOutliveTheLibrary) {
     copyPoint(*tmpl, "templatePoint", "MCS", "p_", copies);
     library.close();
   }
-  expectUnharmed(copies);
+  expectValidAfterUnloading(copies);
 }
 
 TEST(CopiedTexts, OfTheHeaderOutliveTheLibrary) {
@@ -109,7 +109,7 @@ TEST(CopiedTexts, OfTheHeaderOutliveTheLibrary) {
     EXPECT_EQ(copies.back().text, QString()) << "the producer is not read";
     copies.resize(1);
     {
-      const LeakIsMeant whatARecordOwnsIsLost;
+      const IntendedLeak ownedMemory;
       ztCAD_HeaderNode* const header = library.crtHeader();
       header->setInform(QLatin1String("of the document"));
       header->setProducerName(QLatin1String("producer"));
@@ -122,7 +122,7 @@ TEST(CopiedTexts, OfTheHeaderOutliveTheLibrary) {
     library.close();
   }
   EXPECT_EQ(copies.size(), 5U);
-  expectUnharmed(copies);
+  expectValidAfterUnloading(copies);
 }
 
 TEST(CopiedTexts, InATreeOutliveTheLibrary) {

@@ -1,4 +1,4 @@
-// File names as hosts give them: UTF-8, whatever the system's own encoding of names is.
+// File names passed by hosts are UTF-8, whatever the system's encoding of file names.
 
 #include <gtest/gtest.h>
 #include <filesystem>
@@ -27,32 +27,32 @@ std::size_t pointsIn(const LoadedLibrary& library, const std::string& fileName) 
   return count;
 }
 
-TEST(FileNames, MayHoldCyrillicLettersAndBlanks) {
-  const LoadedLibrary& library = libraryThatIsNeverClosed();
+TEST(FileNames, CanContainCyrillicLettersAndSpaces) {
+  const LoadedLibrary& library = permanentlyLoadedLibrary();
   const ScratchFolder folder;
   ztCAD_GMDDocument* const document = makeDocument(library);
   for (const char* const name : {"Деталь.xml", "узел подвески № 5.xml", "a b.xml", "零件.xml"}) {
     const std::string fileName = folder.file(name);
     library.SaveGMDDocument(document, fileName);
     EXPECT_TRUE(std::filesystem::is_regular_file(std::filesystem::u8path(fileName))) << name;
-    EXPECT_EQ(pointsIn(library, fileName), static_cast<std::size_t>(pointsOfARound)) << name;
+    EXPECT_EQ(pointsIn(library, fileName), static_cast<std::size_t>(pointsPerRun)) << name;
   }
   library.DeleteGMDDoc(document);
 }
 
-TEST(FileNames, OfFoldersMayToo) {
-  const LoadedLibrary& library = libraryThatIsNeverClosed();
+TEST(FileNames, FoldersCanHaveCyrillicNames) {
+  const LoadedLibrary& library = permanentlyLoadedLibrary();
   const ScratchFolder folder;
   const auto inner = std::filesystem::u8path(folder.file("Мои документы"));
   std::filesystem::create_directory(inner);
   ztCAD_GMDDocument* const document = makeDocument(library);
   library.SaveGMDDocument(document, (inner / "a.xml").u8string());
-  EXPECT_EQ(pointsIn(library, (inner / "a.xml").u8string()), static_cast<std::size_t>(pointsOfARound));
+  EXPECT_EQ(pointsIn(library, (inner / "a.xml").u8string()), static_cast<std::size_t>(pointsPerRun));
   library.DeleteGMDDoc(document);
 }
 
-TEST(SavedFiles, AreTextFilesOfTheSystemAndReadWithEitherLineEnd) {
-  const LoadedLibrary& library = libraryThatIsNeverClosed();
+TEST(SavedFiles, HaveTheSystemsLineEndsAndAreReadWithEither) {
+  const LoadedLibrary& library = permanentlyLoadedLibrary();
   const ScratchFolder folder;
   ztCAD_GMDDocument* const document = makeDocument(library);
   library.SaveGMDDocument(document, folder.file("saved.xml"));
@@ -74,7 +74,7 @@ TEST(SavedFiles, AreTextFilesOfTheSystemAndReadWithEitherLineEnd) {
 #endif
   for (const std::string& text : {withLf, withCrLf}) {
     std::ofstream(std::filesystem::u8path(folder.file("other.xml")), std::ios::binary) << text;
-    EXPECT_EQ(pointsIn(library, folder.file("other.xml")), static_cast<std::size_t>(pointsOfARound));
+    EXPECT_EQ(pointsIn(library, folder.file("other.xml")), static_cast<std::size_t>(pointsPerRun));
   }
 }
 

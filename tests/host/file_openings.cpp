@@ -1,4 +1,4 @@
-#undef _FORTIFY_SOURCE  // else the system's headers define some of the functions below themselves
+#undef _FORTIFY_SOURCE  // otherwise the system's headers define some of the functions below
 
 #include "file_openings.h"
 
@@ -16,7 +16,7 @@ void record(const char* name) {
   if (recorded) recorded->emplace_back(name);
 }
 
-/// The system's own function of that name.
+/// The system's function of that name.
 template <typename Function>
 Function* next(const char* name) {
   return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));

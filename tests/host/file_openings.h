@@ -3,9 +3,8 @@
 #include <string>
 #include <vector>
 
-/// The names of the files that this process opens while one of these lives, whoever asks: the program defines the
-/// functions that open files itself, and hands on to those of the system. Seen is what goes through these functions,
-/// so not what the system's libraries open inside themselves.
+/// Records the names of the files that this process opens while the object lives. The program interposes the
+/// C library's functions that open files, so files that the C library opens internally are not recorded.
 class FileOpenings {
  public:
   FileOpenings();

@@ -6,12 +6,12 @@
 #include <malloc.h>
 #elif defined(__SANITIZE_ADDRESS__)
 #include <sanitizer/lsan_interface.h>
-extern "C" std::size_t __sanitizer_get_current_allocated_bytes();  // GCC installs no header for it
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();  // GCC does not install its header
 #else
 #include <malloc.h>
 #endif
 
-/// Bytes that this process has on the heap at the moment.
+/// Bytes currently allocated on the heap of this process.
 inline std::size_t heapInUse() {
 #if defined(_WIN32)
   std::size_t inUse = 0;
@@ -27,19 +27,19 @@ inline std::size_t heapInUse() {
 #endif
 }
 
-/// What is allocated while one of these lives is lost by agreement and is no finding of the leak check.
-class LeakIsMeant {
+/// Allocations made while the object lives leak by design, and the leak sanitizer does not report them.
+class IntendedLeak {
  public:
-  LeakIsMeant() {
+  IntendedLeak() {
 #if defined(__SANITIZE_ADDRESS__)
     __lsan_disable();
 #endif
   }
-  ~LeakIsMeant() {
+  ~IntendedLeak() {
 #if defined(__SANITIZE_ADDRESS__)
     __lsan_enable();
 #endif
   }
-  LeakIsMeant(const LeakIsMeant&) = delete;
-  LeakIsMeant& operator=(const LeakIsMeant&) = delete;
+  IntendedLeak(const IntendedLeak&) = delete;
+  IntendedLeak& operator=(const IntendedLeak&) = delete;
 };

@@ -21,4 +21,4 @@ Part part;
 
 }  // namespace
 
-void callWhenThisPartGoes(void (*call)()) { part.setCall(call); }
+void callOnDestruction(void (*call)()) { part.setCall(call); }

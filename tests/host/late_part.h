@@ -6,6 +6,6 @@
 #define LATE_PART_API [[gnu::visibility("default")]]
 #endif
 
-/// A shared object of a host, which knows nothing of the library: it calls back when its own static objects are
-/// destroyed. Linked behind the library, it goes down after it.
-extern "C" LATE_PART_API void callWhenThisPartGoes(void (*call)());
+/// A shared object of a host that does not use the library and calls back when its static objects are
+/// destroyed. Linked after the library, it is destroyed after it.
+extern "C" LATE_PART_API void callOnDestruction(void (*call)());

@@ -1,4 +1,5 @@
-// The classes of the public headers in a host: all that the compiler needs of them leaves the library.
+// The classes of the public headers in a linked host: the library exports every symbol that the compiler
+// needs.
 
 #include <gtest/gtest.h>
 #include <ztCAD/ztCAD.h>
@@ -21,7 +22,7 @@ using Classes =
                    ztParallel>;
 TYPED_TEST_SUITE(PublicClass, Classes);
 
-TYPED_TEST(PublicClass, IsMadeCopiedMovedAndDestroyed) {
+TYPED_TEST(PublicClass, CanBeCreatedCopiedAndMoved) {
   TypeParam made;
   TypeParam copied(made);
   TypeParam moved(std::move(copied));
@@ -30,15 +31,16 @@ TYPED_TEST(PublicClass, IsMadeCopiedMovedAndDestroyed) {
   EXPECT_EQ(typeid(moved), typeid(TypeParam));
 }
 
-TYPED_TEST(PublicClass, IsABaseOfAHostsOwn) {
+TYPED_TEST(PublicClass, CanBeABaseClassInTheHost) {
   class Own : public TypeParam {};
   const Own own;
   const TypeParam& base = own;
   EXPECT_EQ(typeid(base) == typeid(Own), std::is_polymorphic_v<TypeParam>);
 }
 
-// What the library made is told apart by the host: types have one description on both sides, or equal ones.
-TEST(PublicClasses, OfTheLibrarysObjectsAreRecognised) {
+// dynamic_cast in the host works on objects of the library: the type information of both sides is shared or
+// equal.
+TEST(PublicClasses, OfLibraryObjectsAreRecognisedByTheHost) {
   const double at = 1;
   bool nameIsFree = false;
   ztCAD_Base* const point = crtPoint("P", crtCoord(&at, &at, &at), nameIsFree);

@@ -1,4 +1,4 @@
-// How a process ends that is linked with the library. Each test looks at the end of a child process.
+// The end of a process that is linked with the library. Each test observes the end of a child process.
 
 #include <gtest/gtest.h>
 #include <ztCAD/ztCAD.h>
@@ -15,18 +15,18 @@ namespace {
   std::exit(testing::Test::HasFailure() ? EXIT_FAILURE : EXIT_SUCCESS);
 }
 
-#if !defined(_WIN32)  // there the part goes first
+#if !defined(_WIN32)  // on Windows the shared object is destroyed before the library
 
-LateCalls lateCalls;  // its memory stays to the end
+LateCalls lateCalls;  // static, so that its memory is valid until the end
 
-TEST(LinkedProcessEnd, APartOfTheHostMayCallAfterTheUnloadStep) {
+TEST(LinkedProcessEnd, ASharedObjectOfTheHostMayCallAfterTheUnloadStep) {
   const auto child = [] {
     lateCalls.prepare({addPointToDoc, checkGMDDocument, ClearGMDDoc, crtCoord, crtGMDDocument, crtPoint,
                        DeleteGMDDoc, getPointCoord, ztCAD_getPoints});
-    callWhenThisPartGoes([] { lateCalls.run(); });
-    end("main is through, ");
+    callOnDestruction([] { lateCalls.run(); });
+    end("main has ended, ");
   };
-  EXPECT_EXIT(child(), testing::ExitedWithCode(EXIT_SUCCESS), "main is through, late calls done");
+  EXPECT_EXIT(child(), testing::ExitedWithCode(EXIT_SUCCESS), "main has ended, late calls done");
 }
 
 #endif
@@ -47,24 +47,24 @@ class DocumentOwner {
 
 DocumentOwner owner;
 
-TEST(LinkedProcessEnd, AStaticObjectOfTheHostMayOwnADocument) {
+TEST(LinkedProcessEnd, AStaticObjectOfTheHostCanOwnADocument) {
   const auto child = [] {
     const double at = 1;
     bool nameIsFree = false;
     owner.document = crtGMDDocument("owned");
     addPointToDoc(crtPoint("P", crtCoord(&at, &at, &at), nameIsFree), owner.document);
-    end("main is through, ");
+    end("main has ended, ");
   };
-  EXPECT_EXIT(child(), testing::ExitedWithCode(EXIT_SUCCESS), "main is through, deleted by its owner");
+  EXPECT_EXIT(child(), testing::ExitedWithCode(EXIT_SUCCESS), "main has ended, deleted by its owner");
 }
 
-TEST(LinkedProcessEnd, ComesWithDocumentsThatNobodyDeleted) {
+TEST(LinkedProcessEnd, SucceedsWithUndeletedDocuments) {
   const auto child = [] {
-    const LeakIsMeant whatADocumentOwnsIsLost;
+    const IntendedLeak ownedMemory;
     crtGMDDocument("never deleted");
-    end("made");
+    end("created");
   };
-  EXPECT_EXIT(child(), testing::ExitedWithCode(EXIT_SUCCESS), "made");
+  EXPECT_EXIT(child(), testing::ExitedWithCode(EXIT_SUCCESS), "created");
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 
 #include "system_loader.h"
 
-/// The address of something exported, as whatever function the reader takes it for.
+/// The address of an exported symbol, convertible to a reference to any function type.
 class ExportedAddress {
  public:
   explicit ExportedAddress(void* address) : m_address(address) {}
@@ -18,10 +18,10 @@ class ExportedAddress {
   void* m_address;
 };
 
-/// The shared library, opened by a host that was not linked with it. The functions are found by name; their types are
-/// those of the public headers.
+/// The shared library, opened at run time by a host that is not linked with it. Functions are looked up by
+/// name; their types are those of the public headers.
 class LoadedLibrary {
-  void* m_handle = system_loader::open(path());  // before the functions, which are looked up through it
+  void* m_handle = system_loader::open(path());  // declared before the functions, whose initialisers use it
 
  public:
   LoadedLibrary() = default;
@@ -33,10 +33,10 @@ class LoadedLibrary {
 
   static const char* path() { return ZTCAD_LIBRARY; }
 
-  /// Whether the system's loader still counts it among the loaded ones.
+  /// Whether the system's loader lists the library as loaded.
   static bool isLoaded() { return system_loader::isLoaded(path()); }
 
-  /// Gives the library back; nothing may be called afterwards.
+  /// Closes the library; no function may be called afterwards.
   void close() {
     void* const handle = m_handle;
     m_handle = nullptr;
@@ -74,8 +74,8 @@ class LoadedLibrary {
   decltype(::ztCADVersion)& ztCADVersion = at("ztCADVersion");
 };
 
-/// One that the process keeps to its end.
-inline const LoadedLibrary& libraryThatIsNeverClosed() {
+/// The library, opened on the first call and kept open until the process ends.
+inline const LoadedLibrary& permanentlyLoadedLibrary() {
   static const auto* const library = new LoadedLibrary;
   return *library;
 }

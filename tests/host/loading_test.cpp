@@ -1,4 +1,4 @@
-// What loading the library does to the process, beside setting up what the library needs: nothing.
+// Loading the library has no side effects on the process beyond its own initialisation.
 
 #include <gtest/gtest.h>
 #include <filesystem>
@@ -16,9 +16,9 @@ std::ptrdiff_t openDescriptors() {
                        std::filesystem::directory_iterator());
 }
 
-TEST(Loading, BringsSharedObjectsAndNoOtherFile) {
+TEST(Loading, MapsSharedObjectsOnly) {
   const std::set<std::string> before = mappedFiles();
-  libraryThatIsNeverClosed();
+  permanentlyLoadedLibrary();
   for (const std::string& file : mappedFiles()) {
     if (before.count(file) != 0) continue;
     EXPECT_NE(file.find(".so"), std::string::npos) << file;
@@ -33,11 +33,11 @@ TEST(Loading, OpensNoFile) {
   const auto descriptorsBefore = openDescriptors();
   const FileOpenings openings;
 
-  const LoadedLibrary& library = libraryThatIsNeverClosed();
+  const LoadedLibrary& library = permanentlyLoadedLibrary();
   EXPECT_EQ(openings.names(), std::vector<std::string>());
   EXPECT_EQ(openDescriptors(), descriptorsBefore);
 
-  // the recording works: a file that the library opens is seen
+  // checks the recording: a file that the library opens is recorded
   ztCAD_GMDDocument* const document = library.crtGMDDocument("");
   library.SaveGMDDocument(document, fileName);
   bool fault = false;

@@ -1,4 +1,4 @@
-// A host that installs a log writer of its own and runs a parallel region.
+// A host that installs its own log writer and runs a parallel region.
 
 #include <gtest/gtest.h>
 #include <omp.h>
@@ -16,8 +16,8 @@ const std::string report =
     "Assert occurred in FILE: _Common/ztParallel; LINE: 267; EXPRESSION: "
     "( \"Primary\", _check_num_threads_curr() ).";
 
-/// Makes the library check its thread count where it does not hold.
-void provokeAReport() {
+/// Makes the library report that its thread count differs from the configured one.
+void provokeReport() {
   omp_set_dynamic(0);
   int threads = 0;
 #pragma omp parallel num_threads(2) default(none) shared(threads)
@@ -26,7 +26,7 @@ void provokeAReport() {
     threads = omp_get_num_threads();
     getParallel_Morvik()->initialise(1);
   }
-  ASSERT_EQ(threads, 2) << "the host has no second thread, so there is nothing to report";
+  ASSERT_EQ(threads, 2) << "the host cannot start a second thread, so nothing is reported";
 }
 
 struct WriterToText {
@@ -42,25 +42,25 @@ TEST(LogWriter, ReceivesTheReportInItsStream) {
   const CapturedWarnings warnings;
   WriterToText log;
   ztBaseAsserter::setWriter(&log.writer);
-  provokeAReport();
+  provokeReport();
   EXPECT_EQ(log.text->str(), report + '\n');
-  provokeAReport();
+  provokeReport();
   EXPECT_EQ(log.text->str(), report + '\n' + report + '\n');
   EXPECT_EQ(warnings.messages(), std::vector<std::string>());
   ztBaseAsserter::setWriter(nullptr);
 }
 
-TEST(LogWriter, LeavesTheReportToQtWhenItIsGone) {
+TEST(LogWriter, AfterItsDestructionReportsGoToQt) {
   const CapturedWarnings warnings;
   {
     WriterToText log;
     ztBaseAsserter::setWriter(&log.writer);
   }
-  provokeAReport();
+  provokeReport();
   EXPECT_EQ(warnings.messages(), std::vector<std::string>{report});
 }
 
-/// A host's own kind of writer: its override is called through the library.
+/// A writer class of a host; the library calls its override.
 class CountingWriter : public ztLogWriter {
  public:
   using ztLogWriter::ztLogWriter;
@@ -71,15 +71,15 @@ class CountingWriter : public ztLogWriter {
   int count = 0;
 };
 
-TEST(LogWriter, MayBeAClassOfTheHost) {
+TEST(LogWriter, CanBeAClassOfTheHost) {
   CountingWriter writer(nullptr);
   ztBaseAsserter::setWriter(&writer);
-  provokeAReport();
+  provokeReport();
   ztBaseAsserter::setWriter(nullptr);
   EXPECT_EQ(writer.count, 1);
 }
 
-// -------------------------------------------------------------------------------- by a function, as hosts in C install it
+// -------------------------------------------------------------------------------- a function, as installed by hosts in C
 
 void append(const char* line, void* context) {
   static_cast<std::vector<std::string>*>(context)->emplace_back(line);
@@ -89,26 +89,26 @@ TEST(LogFunction, ReceivesEachReportAsALine) {
   const CapturedWarnings warnings;
   std::vector<std::string> lines;
   ztCAD_setAssertionWriter(append, &lines);
-  provokeAReport();
-  provokeAReport();
+  provokeReport();
+  provokeReport();
   EXPECT_EQ(lines, (std::vector<std::string>{report + '\n', report + '\n'}));
   EXPECT_EQ(warnings.messages(), std::vector<std::string>());
 
   std::vector<std::string> others;
   ztCAD_setAssertionWriter(append, &others);
-  provokeAReport();
+  provokeReport();
   EXPECT_EQ(lines.size(), 2u);
   EXPECT_EQ(others.size(), 1u);
 
   ztCAD_setAssertionWriter(nullptr, nullptr);
-  provokeAReport();
+  provokeReport();
   EXPECT_EQ(others.size(), 1u);
   EXPECT_EQ(warnings.messages(), std::vector<std::string>{report});
 }
 
 int calls = 0;
 
-TEST(LogFunction, MayRemoveItselfWhileItIsCalled) {
+TEST(LogFunction, CanRemoveItselfWhileItIsCalled) {
   const CapturedWarnings warnings;
   calls = 0;
   ztCAD_setAssertionWriter(
@@ -123,7 +123,7 @@ TEST(LogFunction, MayRemoveItselfWhileItIsCalled) {
   EXPECT_EQ(warnings.messages().size(), 1u);
 }
 
-TEST(LogFunction, ThatThrowsIsCalledForTheNextReportToo) {
+TEST(LogFunction, IsCalledAgainAfterAnException) {
   calls = 0;
   ztCAD_setAssertionWriter(
       [](const char* /*line*/, void* /*context*/) {

@@ -9,19 +9,19 @@
 #include <vector>
 
 #if defined(_WIN32)
-#define PSAPI_VERSION 2  // the functions lie in the system's first library
+#define PSAPI_VERSION 2  // the functions are in kernel32
 #include <windows.h>
-// after windows.h
+// must follow windows.h
 #include <psapi.h>
 #endif
 
-/// A part of a file that is mapped into this process.
+/// A mapping of a part of a file into this process.
 struct MappedPart {
   std::uintptr_t begin = 0;
   std::uintptr_t end = 0;
   std::string file;
 
-  bool isOfTheLibrary() const {
+  bool isOfLibrary() const {
     const std::string name = std::filesystem::path(file).filename().string();
     return name == "ztCAD.dll" || name.rfind("libztCAD.so", 0) == 0;
   }
@@ -29,7 +29,7 @@ struct MappedPart {
 
 #if defined(_WIN32)
 
-/// The program and the libraries that are loaded, each as one part.
+/// The program and the loaded libraries, each as one part.
 inline std::vector<MappedPart> mappedParts() {
   HMODULE modules[1024];
   DWORD bytes = 0;
@@ -48,7 +48,7 @@ inline std::vector<MappedPart> mappedParts() {
 
 #else
 
-/// All of them, as the system tells them; memory without a file is left out.
+/// All mappings of files, as reported by the system; anonymous memory is left out.
 inline std::vector<MappedPart> mappedParts() {
   std::vector<MappedPart> parts;
   std::ifstream maps("/proc/self/maps");
@@ -75,11 +75,11 @@ inline std::set<std::string> mappedFiles() {
 
 inline bool libraryIsMapped() {
   for (const MappedPart& part : mappedParts())
-    if (part.isOfTheLibrary()) return true;
+    if (part.isOfLibrary()) return true;
   return false;
 }
 
-/// Whether an address belongs to the code or the data of the library, which go when it is unloaded.
+/// Whether an address is in the code or data of the library, which become invalid when it is unloaded.
 inline bool liesInLibrary(const void* address) {
 #if defined(_WIN32)
   HMODULE owner = nullptr;
@@ -89,7 +89,7 @@ inline bool liesInLibrary(const void* address) {
 #else
   const auto place = reinterpret_cast<std::uintptr_t>(address);
   for (const MappedPart& part : mappedParts())
-    if (part.isOfTheLibrary() && part.begin <= place && place < part.end) return true;
+    if (part.isOfLibrary() && part.begin <= place && place < part.end) return true;
   return false;
 #endif
 }

@@ -1,4 +1,4 @@
-// A host that opens and closes the library inside a parallel region of its own.
+// A host that opens and closes the library inside its own parallel region.
 
 #include <gtest/gtest.h>
 #include <omp.h>
@@ -20,9 +20,9 @@ class ParallelRegion : public testing::Test {
  protected:
   ParallelRegion() { omp_set_dynamic(0); }
 
-  /// Runs `body` on one thread of a region of two.
+  /// Runs `body` on one thread of a parallel region with two threads.
   template <typename Body>
-  void onOneOfTwo(Body&& body) {
+  void runInRegion(Body&& body) {
     int threads = 0;
 #pragma omp parallel num_threads(2) default(none) shared(threads, body)
 #pragma omp single
@@ -30,7 +30,7 @@ class ParallelRegion : public testing::Test {
       threads = omp_get_num_threads();
       body();
     }
-    ASSERT_EQ(threads, 2) << "the host has no second thread, so there is nothing to report";
+    ASSERT_EQ(threads, 2) << "the host cannot start a second thread, so nothing is reported";
   }
 
   CapturedWarnings warnings;
@@ -38,7 +38,7 @@ class ParallelRegion : public testing::Test {
 
 TEST_F(ParallelRegion, LoadingInsideReportsToQtAndSucceeds) {
   std::size_t points = 0;
-  onOneOfTwo([&] {
+  runInRegion([&] {
     LoadedLibrary library;
     const double at = 1;
     bool nameIsFree = false;
@@ -53,15 +53,15 @@ TEST_F(ParallelRegion, LoadingInsideReportsToQtAndSucceeds) {
   EXPECT_FALSE(libraryIsMapped());
 }
 
-TEST_F(ParallelRegion, EachLoadInsideReportsOnce) {
-  onOneOfTwo([] { LoadedLibrary(); });
-  onOneOfTwo([] { LoadedLibrary(); });
+TEST_F(ParallelRegion, EveryLoadInsideReportsOnce) {
+  runInRegion([] { LoadedLibrary(); });
+  runInRegion([] { LoadedLibrary(); });
   EXPECT_EQ(warnings.messages(), (std::vector<std::string>{oneReport[0], oneReport[0]}));
 }
 
-TEST_F(ParallelRegion, ALibraryLoadedInsideServesAndClosesOutside) {
+TEST_F(ParallelRegion, ALibraryLoadedInsideWorksAndClosesOutside) {
   std::unique_ptr<LoadedLibrary> library;
-  onOneOfTwo([&] { library = std::make_unique<LoadedLibrary>(); });
+  runInRegion([&] { library = std::make_unique<LoadedLibrary>(); });
   EXPECT_EQ(warnings.messages(), oneReport);
   EXPECT_EQ(library->getParallel_Morvik()->mode, 1);
   EXPECT_EQ(library->getParallel_Morvik()->logicalThreads, 1U);
@@ -72,7 +72,7 @@ TEST_F(ParallelRegion, ALibraryLoadedInsideServesAndClosesOutside) {
 
 TEST_F(ParallelRegion, ALibraryLoadedOutsideClosesInsideWithoutReport) {
   auto library = std::make_unique<LoadedLibrary>();
-  onOneOfTwo([&] { library->close(); });
+  runInRegion([&] { library->close(); });
   EXPECT_EQ(warnings.messages(), std::vector<std::string>());
   EXPECT_FALSE(libraryIsMapped());
 }

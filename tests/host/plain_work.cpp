@@ -16,7 +16,7 @@ std::string bytesOf(const std::string& fileName) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-void expectSound(const LoadedLibrary& library, const ztCAD_GMDDocument* document) {
+void expectPassesCheck(const LoadedLibrary& library, const ztCAD_GMDDocument* document) {
   EXPECT_TRUE(library.checkGMDDocument(document));
 }
 
@@ -26,9 +26,9 @@ void loadAgain(const LoadedLibrary& library, const std::string& fileName, PlainR
   ztCAD_GMDDocument* const document = library.crtGMDDocumentFromFile(fileName, code, fault);
   EXPECT_EQ(code, 0);
   EXPECT_FALSE(fault);
-  expectSound(library, document);
+  expectPassesCheck(library, document);
   const auto& points = *library.ztCAD_getPoints(document);
-  EXPECT_EQ(points.size(), static_cast<std::size_t>(pointsOfARound));
+  EXPECT_EQ(points.size(), static_cast<std::size_t>(pointsPerRun));
   for (const ztCAD_Point& point : points) {
     double x = 0;
     double y = 0;
@@ -42,13 +42,13 @@ void loadAgain(const LoadedLibrary& library, const std::string& fileName, PlainR
 
 void loadFromText(const LoadedLibrary& library, const std::string& xml) {
   bool parsed = false;
-  std::string message = "left from before";
+  std::string message = "earlier";
   int line = -1;
   int column = -1;
   ztCAD_GMDDocument* const document = library.crtGMDDocumentFromStdString(xml, parsed, message, line, column);
   EXPECT_TRUE(parsed);
   EXPECT_EQ(std::tie(message, line, column), std::make_tuple(std::string(), 0, 0));
-  EXPECT_EQ(library.ztCAD_getPoints(document)->size(), static_cast<std::size_t>(pointsOfARound));
+  EXPECT_EQ(library.ztCAD_getPoints(document)->size(), static_cast<std::size_t>(pointsPerRun));
   library.DeleteGMDDoc(document);
 }
 
@@ -56,14 +56,14 @@ void loadFromText(const LoadedLibrary& library, const std::string& xml) {
 
 bool PlainResults::operator==(const PlainResults& other) const {
   const auto all = [](const PlainResults& r) {
-    return std::tie(r.version, r.correctedName, r.forPeople, r.xml, r.savedBytes, r.farthest);
+    return std::tie(r.version, r.correctedName, r.debugText, r.xml, r.savedBytes, r.farthest);
   };
   return all(*this) == all(other);
 }
 
 ztCAD_GMDDocument* makeDocument(const LoadedLibrary& library) {
-  ztCAD_GMDDocument* const document = library.crtGMDDocument("made by a plain host");
-  for (int i = 1; i <= pointsOfARound; ++i) {
+  ztCAD_GMDDocument* const document = library.crtGMDDocument("created by a plain host");
+  for (int i = 1; i <= pointsPerRun; ++i) {
     const double x = i;
     const double y = -0.5 * i;
     const double z = 1e-3 * i;
@@ -75,7 +75,7 @@ ztCAD_GMDDocument* makeDocument(const LoadedLibrary& library) {
   return document;
 }
 
-PlainResults workARound(const LoadedLibrary& library) {
+PlainResults runWorkload(const LoadedLibrary& library) {
   const ScratchFolder folder;
   const std::string fileName = folder.file("points.xml");
   PlainResults results;
@@ -83,9 +83,9 @@ PlainResults workARound(const LoadedLibrary& library) {
   EXPECT_TRUE(library.doCorrectName("1 hole", results.correctedName, "no name"));
 
   ztCAD_GMDDocument* const document = makeDocument(library);
-  expectSound(library, document);
+  expectPassesCheck(library, document);
   library.SaveGMDDocument(document, fileName);
-  library.GMDDocumentToString(document, results.forPeople, true);
+  library.GMDDocumentToString(document, results.debugText, true);
   library.DeleteGMDDoc(document);
 
   results.savedBytes = bytesOf(fileName);

@@ -5,11 +5,11 @@
 class LoadedLibrary;
 class ztCAD_GMDDocument;
 
-/// What a round of work leaves with the host: copies of its own.
+/// Results of a workload, copied out of the library.
 struct PlainResults {
   std::string version;
   std::string correctedName;
-  std::string forPeople;
+  std::string debugText;
   std::string xml;
   std::string savedBytes;
   double farthest = 0;
@@ -17,11 +17,11 @@ struct PlainResults {
   bool operator==(const PlainResults& other) const;
 };
 
-constexpr int pointsOfARound = 300;
+constexpr int pointsPerRun = 300;
 
-/// Builds a document of points, saves, loads, checks and tells it, through the exported functions alone, and deletes
-/// what it made. Whatever does not come out as it should is a failure of the test that called.
-PlainResults workARound(const LoadedLibrary& library);
+/// Builds a document of points, saves, loads, checks and prints it through exported functions only, and
+/// deletes it. A failed expectation fails the calling test.
+PlainResults runWorkload(const LoadedLibrary& library);
 
-/// A document with some points, which the caller deletes or not.
+/// A document with `pointsPerRun` points. The caller may delete it.
 ztCAD_GMDDocument* makeDocument(const LoadedLibrary& library);

@@ -1,4 +1,5 @@
-// How a process ends that opened the library and did not close it. Each test looks at the end of a child process.
+// The end of a process that opened the library and did not close it. Each test observes the end of a child
+// process.
 
 #include <gtest/gtest.h>
 #include <cstdio>
@@ -15,20 +16,21 @@ namespace {
 
 #if defined(_WIN32)
 
-// Static objects of a program go there before any library does, but libraries that came earlier go later: this is called
-// by one.
+// On Windows the static objects of a program are destroyed before those of any library, and libraries loaded
+// earlier are destroyed later: the calls are made from such a library.
 class LateCaller {
  public:
   void prepare(const LateFunctions& functions) {
-    static LateCalls calls;  // its memory stays to the end
+    static LateCalls calls;  // static, so that its memory is valid until the end
     calls.prepare(functions);
-    callWhenThisPartGoes([] { calls.run(); });
+    callOnDestruction([] { calls.run(); });
   }
 };
 
 #else
 
-/// A static object of the host. It was there before the library was opened, so its end comes after the unload step.
+/// A static object of the host. It was created before the library was opened, so it is destroyed after the
+/// unload step.
 class LateCaller {
  public:
   LateCaller() = default;
@@ -53,32 +55,32 @@ LateCaller lateCaller;
   std::exit(testing::Test::HasFailure() ? EXIT_FAILURE : EXIT_SUCCESS);
 }
 
-TEST(ProcessEnd, ComesWithoutClosing) {
+TEST(ProcessEnd, SucceedsWithoutClosingTheLibrary) {
   const auto child = [] {
-    workARound(libraryThatIsNeverClosed());
+    runWorkload(permanentlyLoadedLibrary());
     end("worked");
   };
   EXPECT_EXIT(child(), testing::ExitedWithCode(EXIT_SUCCESS), "worked");
 }
 
-TEST(ProcessEnd, ComesWithDocumentsThatNobodyDeleted) {
+TEST(ProcessEnd, SucceedsWithUndeletedDocuments) {
   const auto child = [] {
-    const LeakIsMeant whatADocumentOwnsIsLost;
-    makeDocument(libraryThatIsNeverClosed());
-    end("made");
+    const IntendedLeak ownedMemory;
+    makeDocument(permanentlyLoadedLibrary());
+    end("created");
   };
-  EXPECT_EXIT(child(), testing::ExitedWithCode(EXIT_SUCCESS), "made");
+  EXPECT_EXIT(child(), testing::ExitedWithCode(EXIT_SUCCESS), "created");
 }
 
 TEST(ProcessEnd, AStaticObjectOfTheHostMayCallAfterTheUnloadStep) {
   const auto child = [] {
-    const LoadedLibrary& library = libraryThatIsNeverClosed();
+    const LoadedLibrary& library = permanentlyLoadedLibrary();
     lateCaller.prepare({&library.addPointToDoc, &library.checkGMDDocument, &library.ClearGMDDoc,
                         &library.crtCoord, &library.crtGMDDocument, &library.crtPoint, &library.DeleteGMDDoc,
                         &library.getPointCoord, &library.ztCAD_getPoints});
-    end("main is through, ");
+    end("main has ended, ");
   };
-  EXPECT_EXIT(child(), testing::ExitedWithCode(EXIT_SUCCESS), "main is through, late calls done");
+  EXPECT_EXIT(child(), testing::ExitedWithCode(EXIT_SUCCESS), "main has ended, late calls done");
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// A host that loads the documents it is named, from the file and from its text, between two marks that a trace of its system
-// calls shows.
+// A host that loads the given documents from files and from strings, between marks that are visible in a
+// trace of its system calls.
 //
 //   reading_host <file>...
 
@@ -14,7 +14,7 @@
 namespace {
 
 void mark(const char* name) {
-  if (access(name, F_OK) == 0) std::printf("%s is no mark\n", name);
+  if (access(name, F_OK) == 0) std::printf("a file %s exists\n", name);
 }
 
 void load(const std::string& file) {
@@ -42,7 +42,8 @@ int main(int count, char** arguments) {
     std::ifstream stream(file, std::ios::binary);
     texts.emplace_back(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
   }
-  parse("<GMD><?x?></GMD>");  // what Qt and the system load once for good, they load now
+  // whatever Qt and the system load once per process is loaded before the first mark
+  parse("<GMD><?x?></GMD>");
   if (!files.empty()) load(files.front());
 
   mark("/reading begins");

@@ -1,5 +1,6 @@
-// A host that knows the library by its file name and its functions by theirs, and is linked with nothing of it: neither
-// with Qt nor with OpenMP. Each test has a process of its own, in which nobody opened the library before.
+// A host that opens the library by its file name and looks up functions by name. It is linked neither with
+// the library nor with Qt or OpenMP. Each test runs in its own process, in which the library has not been
+// opened before.
 
 #include <gtest/gtest.h>
 #include <cstdio>
@@ -25,13 +26,13 @@ void setEnvironment(const char* name, const char* value) { _putenv_s(name, value
 
 void setEnvironment(const char* name, const char* value) { setenv(name, value, 1); }
 
-/// Loads all that the library needs, and for good, as for a host that works with Qt and OpenMP itself. Without it Qt,
-/// ICU and OpenMP go with the library and come again, and lose some memory of their own each time.
-void keepWhatTheLibraryNeeds() {
+/// Loads the library's dependencies permanently, as in a host that uses Qt and OpenMP itself. Otherwise Qt,
+/// ICU and OpenMP are unloaded and reloaded with the library, and leak some of their own memory each time.
+void keepDependenciesLoaded() {
   const std::set<std::string> before = mappedFiles();
   const LoadedLibrary library;
   for (const MappedPart& part : mappedParts())
-    if (before.count(part.file) == 0 && !part.isOfTheLibrary())
+    if (before.count(part.file) == 0 && !part.isOfLibrary())
       dlopen(part.file.c_str(), RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
 }
 
@@ -40,94 +41,94 @@ void keepWhatTheLibraryNeeds() {
 class Reloading : public testing::Test {
  protected:
   Reloading() {
-    setEnvironment("OMP_NUM_THREADS", "3");  // what OpenMP would take if the library did not set it
+    setEnvironment("OMP_NUM_THREADS", "3");  // OpenMP's thread count if the library did not set one
 #if defined(__SANITIZE_ADDRESS__)
-    keepWhatTheLibraryNeeds();  // the leak check would tell what those lose
+    keepDependenciesLoaded();  // otherwise the leak sanitizer reports the leaks of the dependencies
 #endif
   }
 };
 
-void expectGone() {
+void expectUnloaded() {
   EXPECT_FALSE(LoadedLibrary::isLoaded());
   EXPECT_FALSE(libraryIsMapped());
 }
 
-PlainResults openWorkAndClose() {
+PlainResults openRunAndClose() {
   LoadedLibrary library;
   EXPECT_TRUE(LoadedLibrary::isLoaded());
   EXPECT_TRUE(libraryIsMapped());
-  PlainResults results = workARound(library);
+  PlainResults results = runWorkload(library);
   library.close();
   return results;
 }
 
-TEST(PlainHost, StartsWithNothingOfTheLibrary) {
-  expectGone();
+TEST(PlainHost, StartsWithoutTheLibraryAndItsDependencies) {
+  expectUnloaded();
   for (const std::string& file : mappedFiles()) {
     for (const char* const needed : {"Qt5Core", "Qt5Xml", "libgomp"})
       EXPECT_EQ(file.find(needed), std::string::npos) << file;
   }
 }
 
-TEST_F(Reloading, AClosedLibraryLeavesTheProcess) {
-  openWorkAndClose();
-  expectGone();
+TEST_F(Reloading, AClosedLibraryIsUnloaded) {
+  openRunAndClose();
+  expectUnloaded();
 }
 
-TEST_F(Reloading, TextsThatWereCopiedOutStay) {
-  const PlainResults results = openWorkAndClose();
-  expectGone();
+TEST_F(Reloading, CopiedTextsStayValid) {
+  const PlainResults results = openRunAndClose();
+  expectUnloaded();
   EXPECT_EQ(results.version, ZTCAD_EXPECTED_VERSION);
   EXPECT_EQ(results.correctedName, "_1_hole");
-  EXPECT_EQ(results.forPeople.substr(0, 11), "ztCAD_GMD H");
+  EXPECT_EQ(results.debugText.substr(0, 11), "ztCAD_GMD H");
   EXPECT_NE(results.savedBytes.find("name=\"P_$299\""), std::string::npos);
-  EXPECT_NE(results.xml.find("inform=\"made by a plain host\""), std::string::npos);
-  EXPECT_EQ(results.farthest, pointsOfARound);
+  EXPECT_NE(results.xml.find("inform=\"created by a plain host\""), std::string::npos);
+  EXPECT_EQ(results.farthest, pointsPerRun);
 }
 
-TEST_F(Reloading, EveryOpeningStartsFromTheBeginning) {
-  const PlainResults first = openWorkAndClose();
+TEST_F(Reloading, EveryOpeningStartsInTheInitialState) {
+  const PlainResults first = openRunAndClose();
   for (int round = 0; round < 3; ++round) {
-    expectGone();
-    EXPECT_TRUE(openWorkAndClose() == first) << "round " << round;
+    expectUnloaded();
+    EXPECT_TRUE(openRunAndClose() == first) << "round " << round;
   }
-  expectGone();
+  expectUnloaded();
 }
 
-#if !defined(_WIN32)  // what each library leaves behind on the system's heap is Windows' own affair there
+#if !defined(_WIN32)  // on Windows other libraries leave varying amounts of memory on the process heap
 
-[[noreturn]] void goThroughRoundsAndTellWhatIsLost() {
+[[noreturn]] void reloadAndMeasureLeaks() {
   constexpr int roundsToSettle = 5;
   constexpr int rounds = 40;
-  keepWhatTheLibraryNeeds();
+  keepDependenciesLoaded();
   for (int round = 0; round < roundsToSettle; ++round)
-    openWorkAndClose();
+    openRunAndClose();
   const std::size_t before = heapInUse();
   for (int round = 0; round < rounds; ++round)
-    openWorkAndClose();
+    openRunAndClose();
   const std::size_t after = heapInUse();
   std::fprintf(stderr, "%zu bytes, then %zu bytes", before, after);
 #if defined(__SANITIZE_ADDRESS__)
-  // its runtime notes each load for the end of the process; lost blocks are for the leak check to find
-  constexpr std::size_t lostPerRoundAtMost = 80;
+  // the sanitizer's runtime records each load until the process ends; it reports lost blocks itself
+  constexpr std::size_t maxLeakPerRound = 80;
 #else
-  constexpr std::size_t lostPerRoundAtMost = 16;  // less than the smallest block
+  constexpr std::size_t maxLeakPerRound = 16;  // less than the smallest block
 #endif
-  const bool isLost = after > before + rounds * lostPerRoundAtMost;
-  std::exit(isLost || testing::Test::HasFailure() ? EXIT_FAILURE : EXIT_SUCCESS);
+  const bool leaks = after > before + rounds * maxLeakPerRound;
+  std::exit(leaks || testing::Test::HasFailure() ? EXIT_FAILURE : EXIT_SUCCESS);
 }
 
-TEST_F(Reloading, RoundsDoNotAddUpInMemory) {
-  // Blocks that malloc holds ready for a thread count as used and blur the figures. It reads this when a process
-  // starts, so the rounds run in a new one.
+TEST_F(Reloading, RepeatedReloadingDoesNotLeak) {
+  // Blocks in malloc's per-thread cache count as used and would distort the figures. malloc reads this
+  // variable when a process starts, so the rounds run in a new process.
   setEnvironment("GLIBC_TUNABLES", "glibc.malloc.tcache_count=0");
   testing::GTEST_FLAG(death_test_style) = "threadsafe";
-  EXPECT_EXIT(goThroughRoundsAndTellWhatIsLost(), testing::ExitedWithCode(EXIT_SUCCESS), "bytes");
+  EXPECT_EXIT(reloadAndMeasureLeaks(), testing::ExitedWithCode(EXIT_SUCCESS), "bytes");
 }
 
 #endif
 
-TEST_F(Reloading, ASecondHandleKeepsTheLibraryWithAllThatWasMade) {
+TEST_F(Reloading, ClosingASecondHandleKeepsTheLibraryAndItsObjects) {
   LoadedLibrary first;
   ztCAD_GMDDocument* const document = makeDocument(first);
   {
@@ -135,28 +136,28 @@ TEST_F(Reloading, ASecondHandleKeepsTheLibraryWithAllThatWasMade) {
     EXPECT_EQ(&second.crtPoint, &first.crtPoint);
   }
   EXPECT_TRUE(LoadedLibrary::isLoaded());
-  EXPECT_EQ(first.ztCAD_getPoints(document)->size(), static_cast<std::size_t>(pointsOfARound));
+  EXPECT_EQ(first.ztCAD_getPoints(document)->size(), static_cast<std::size_t>(pointsPerRun));
   first.DeleteGMDDoc(document);
   first.close();
-  expectGone();
+  expectUnloaded();
 }
 
-TEST_F(Reloading, DocumentsThatNobodyDeletedDoNotHoldTheLibrary) {
+TEST_F(Reloading, UndeletedDocumentsDoNotKeepTheLibraryLoaded) {
   for (int round = 0; round < 3; ++round) {
     LoadedLibrary library;
     {
-      const LeakIsMeant whatSuchADocumentOwnsIsLost;
+      const IntendedLeak ownedMemory;
       for (int i = 0; i < 3; ++i)
         EXPECT_NE(makeDocument(library), nullptr);
     }
     library.close();
-    expectGone();
+    expectUnloaded();
   }
-  openWorkAndClose();
+  openRunAndClose();
 }
 
-/// Structures that were made and structures that were read, some held by others of either sort, by a document and by
-/// each other's copies.
+/// Created structures and read structures, held by structures of both origins, by a document and by copies of
+/// each other.
 void makeStructures(const LoadedLibrary& library) {
   const double values[ztCAD_LCS::valueCount] = {};
   const ztCAD_LCS* const lcs = library.crtLCS_nostl(values);
@@ -180,49 +181,49 @@ void makeStructures(const LoadedLibrary& library) {
   EXPECT_FALSE(library.addStructureToDoc(outer, document));
 }
 
-TEST_F(Reloading, StructuresThatHoldOneAnotherGoWithTheLibrary) {
+TEST_F(Reloading, StructuresThatHoldEachOtherAreDestroyedWithTheLibrary) {
   for (int round = 0; round < 3; ++round) {
     LoadedLibrary library;
     {
-      const LeakIsMeant whatADocumentOwnsIsLost;
+      const IntendedLeak ownedMemory;
       makeStructures(library);
       makeStructures(library);
     }
     library.close();
-    expectGone();
+    expectUnloaded();
   }
 }
 
-TEST_F(Reloading, AThreadThatEndsMayOpenWorkAndClose) {
-  const PlainResults expected = openWorkAndClose();
+TEST_F(Reloading, AThreadCanOpenUseAndCloseTheLibrary) {
+  const PlainResults expected = openRunAndClose();
   for (int round = 0; round < 3; ++round) {
-    std::thread([&] { EXPECT_TRUE(openWorkAndClose() == expected); }).join();
-    expectGone();
+    std::thread([&] { EXPECT_TRUE(openRunAndClose() == expected); }).join();
+    expectUnloaded();
   }
 }
 
-TEST_F(Reloading, OneThreadMayOpenAndAnotherWorkAndClose) {
+TEST_F(Reloading, OneThreadCanOpenAndAnotherUseAndCloseTheLibrary) {
   auto library = std::make_unique<LoadedLibrary>();
   std::thread([&] {
-    workARound(*library);
+    runWorkload(*library);
     library->close();
   }).join();
-  expectGone();
+  expectUnloaded();
 }
 
 // ------------------------------------------------------------------------------------------ parallel settings at load
-TEST_F(Reloading, AfterEachLoadEveryCountIsOne) {
+TEST_F(Reloading, EveryLoadSetsTheThreadCountsToOne) {
   for (int round = 0; round < 3; ++round) {
     LoadedLibrary library;
     ztParallel* const settings = library.getParallel_Morvik();
     EXPECT_EQ(settings->mode, 1);
     EXPECT_EQ(settings->logicalThreads, 1U);
     EXPECT_EQ(settings->physicalThreads, 1U);
-#if !defined(_WIN32)  // only here are the functions of OpenMP found through the library
+#if !defined(_WIN32)  // on Windows a lookup in the library does not search its dependencies
     int (&omp_get_max_threads)() = library.at("omp_get_max_threads");
     EXPECT_EQ(omp_get_max_threads(), 1);
 #endif
-    *settings = ztParallel{0, 7, 5};  // the next load does not see this
+    *settings = ztParallel{0, 7, 5};  // must not affect the next load
     library.close();
   }
 }

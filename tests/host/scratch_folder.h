@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-/// A folder for one test, removed with all that is in it.
+/// A temporary folder for one test, removed with its content. Does not need Qt, unlike TemporaryFiles.
 class ScratchFolder {
  public:
   ScratchFolder() {
@@ -18,7 +18,7 @@ class ScratchFolder {
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
 
-  /// The path of a file in it, which need not exist. Names are UTF-8.
+  /// The path of a file in the folder; the file need not exist. Names are UTF-8.
   std::string file(const std::string& name) const {
     return (m_path / std::filesystem::u8path(name)).u8string();
   }

@@ -1,5 +1,5 @@
-// A host that works for a long time: loads, edits, saves and deletes documents, round after round. What it keeps has to stay
-// the same, apart from the objects that it has created, which the library keeps until it is unloaded.
+// A long-running host: loads, edits, saves and deletes documents in many rounds. Its memory use must not
+// grow, apart from created objects, which the library keeps until it is unloaded.
 //
 //   soak [rounds]
 
@@ -50,20 +50,20 @@ struct Objects {
   ztCAD_Structure* structure;
 };
 
-bool isFine = true;
+bool succeeded = true;
 void expect(bool condition, const char* what) {
-  if (!condition) std::fprintf(stderr, "soak: not so: %s\n", what);
-  isFine = isFine && condition;
+  if (!condition) std::fprintf(stderr, "soak: failed: %s\n", what);
+  succeeded = succeeded && condition;
 }
 
-/// Everything that a host does with documents, with objects that are there already.
-void work(const Objects& objects, const Folder& folder, bool throughATree) {
+/// The operations of a host on documents, using existing objects only.
+void work(const Objects& objects, const Folder& folder, bool throughDom) {
   bool parsed = false;
   std::string message;
   int line = 0;
   int column = 0;
   ztCAD_GMDDocument* const document =
-      crtGMDDocumentFromStdString(throughATree ? xml + "<?end?>" : xml, parsed, message, line, column);
+      crtGMDDocumentFromStdString(throughDom ? xml + "<?end?>" : xml, parsed, message, line, column);
   expect(parsed, "the text parses");
   expect(!addPointToDoc(objects.point, document), "a point is added");
   expect(!addStructureToDoc(objects.structure, document), "a structure is added");
@@ -75,14 +75,14 @@ void work(const Objects& objects, const Folder& folder, bool throughATree) {
   std::int32_t code = -1;
   bool fault = true;
   ztCAD_GMDDocument* const other = crtGMDDocumentFromFile(folder.file("document.xml"), code, fault);
-  expect(code == 0 && checkGMDDocument(other), "what was saved loads");
+  expect(code == 0 && checkGMDDocument(other), "the saved document loads");
   UpdateGMDDoc(document, folder.file("absent.xml"), code, fault);
-  expect(code == 100, "a file that is not there does not load");
+  expect(code == 100, "a missing file does not load");
   DeleteGMDDoc(document);
   DeleteGMDDoc(other);
 }
 
-/// Rounds that create nothing but documents. The heap has to be at the end what it was after the first ones.
+/// Runs rounds that create only documents. The heap must be as large at the end as after the warm-up.
 void soak(int rounds) {
   const Folder folder;
   bool nameIsFree = false;
@@ -99,12 +99,12 @@ void soak(int rounds) {
   }
   const std::size_t after = heapInUse();
   std::printf("%8d rounds: %9zu bytes\n", rounds, after);
-  constexpr std::size_t play = 16384;  // of the C library's own, whatever the number of rounds
-  expect(after <= before + play, "the heap stays as large as it was");
+  constexpr std::size_t tolerance = 16384;  // used by the C library, independent of the number of rounds
+  expect(after <= before + tolerance, "the heap does not grow");
 }
 
-/// What one call costs until the library is unloaded, in bytes.
-void tellPrice(const char* name, const std::function<void()>& create) {
+/// Prints how many bytes one call allocates until the library is unloaded.
+void printCost(const char* name, const std::function<void()>& create) {
   constexpr int count = 10000;
   const std::size_t before = heapInUse();
   for (int i = 0; i < count; ++i)
@@ -112,7 +112,7 @@ void tellPrice(const char* name, const std::function<void()>& create) {
   std::printf("%-22s %5.0f bytes\n", name, static_cast<double>(heapInUse() - before) / count);
 }
 
-void tellPrices() {
+void printCosts() {
   bool isFree = false;
   const double zero = 0;
   const std::uint32_t index = 0;
@@ -126,27 +126,28 @@ void tellPrices() {
     addVertex(crtVertexByCoord(coord), vertices);
   ztCAD_Faces* const faces = crtFaces();
   ztCAD_TmplPoint* const templatePoint = crtTmplPoint(name, crtPoint(name, coord, isFree), isFree);
-  tellPrice("crtCoord", [&] { crtCoord(&zero, &zero, &zero); });
-  tellPrice("crtVertex", [&] { crtVertex(&zero, &zero, &zero); });
-  tellPrice("crtFacet", [&] { crtFacet(&index, &index, &index); });
-  tellPrice("crtColor", [&] { crtColor(&index, &index, &index); });
-  tellPrice("crtLCS", [&] { crtLCS(twelve); });
-  tellPrice("crtMIP", [&] { crtMIP(ten); });
-  tellPrice("crtVertices", [&] { crtVertices(); });
-  tellPrice("crtFaces", [&] { crtFaces(); });
-  tellPrice("crtPoint", [&] { crtPoint(name, coord, isFree); });
-  tellPrice("crtPolyline, 3 vertices", [&] { crtPolyline(name.c_str(), vertices, isFree); });
-  tellPrice("crtTriangle, 3 vertices", [&] { crtTriangle(name, vertices, faces, isFree); });
-  tellPrice("crtSphere", [&] { crtSphere(name, coord, 1, isFree); });
-  tellPrice("crtStructure", [&] { crtStructure(name, lcs, isFree); });
-  tellPrice("crtPointRef", [&] { crtPointRef(name, lcs, templatePoint, isFree); });
-  tellPrice("crtGMDDocument, deleted", [&] { DeleteGMDDoc(crtGMDDocument(name)); });
+  printCost("crtCoord", [&] { crtCoord(&zero, &zero, &zero); });
+  printCost("crtVertex", [&] { crtVertex(&zero, &zero, &zero); });
+  printCost("crtFacet", [&] { crtFacet(&index, &index, &index); });
+  printCost("crtColor", [&] { crtColor(&index, &index, &index); });
+  printCost("crtLCS", [&] { crtLCS(twelve); });
+  printCost("crtMIP", [&] { crtMIP(ten); });
+  printCost("crtVertices", [&] { crtVertices(); });
+  printCost("crtFaces", [&] { crtFaces(); });
+  printCost("crtPoint", [&] { crtPoint(name, coord, isFree); });
+  printCost("crtPolyline, 3 vertices", [&] { crtPolyline(name.c_str(), vertices, isFree); });
+  printCost("crtTriangle, 3 vertices", [&] { crtTriangle(name, vertices, faces, isFree); });
+  printCost("crtSphere", [&] { crtSphere(name, coord, 1, isFree); });
+  printCost("crtStructure", [&] { crtStructure(name, lcs, isFree); });
+  printCost("crtPointRef", [&] { crtPointRef(name, lcs, templatePoint, isFree); });
+  printCost("crtGMDDocument, deleted", [&] { DeleteGMDDoc(crtGMDDocument(name)); });
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
-  // the C library counts freed blocks that it keeps for each thread as used; it reads this once, at its start
+  // blocks in malloc's per-thread cache count as used; the C library reads this variable once, when a process
+  // starts
   if (!std::getenv("GLIBC_TUNABLES")) {
     setenv("GLIBC_TUNABLES", "glibc.malloc.tcache_count=0", 1);
     execv("/proc/self/exe", arguments);
@@ -157,6 +158,6 @@ int main(int count, char** arguments) {
     return 2;
   }
   soak(rounds);
-  tellPrices();
-  return isFine ? 0 : 1;
+  printCosts();
+  return succeeded ? 0 : 1;
 }

@@ -9,7 +9,7 @@
 #include <dlfcn.h>
 #endif
 
-// The system's own loader of libraries, by one set of names. Failures throw.
+// The system's library loader behind one set of functions. Failures throw.
 namespace system_loader {
 
 #if defined(_WIN32)
@@ -18,7 +18,7 @@ namespace system_loader {
   throw std::runtime_error(what + ": error " + std::to_string(GetLastError()));
 }
 
-/// Opens a library; each `open` asks for one `close`.
+/// Opens a library; every call must be matched by one of `close`.
 inline void* open(const char* fileName) {
   void* const handle = LoadLibraryA(fileName);
   if (!handle) fail(fileName);
@@ -29,21 +29,21 @@ inline void close(void* handle) {
   if (FreeLibrary(static_cast<HMODULE>(handle)) == 0) fail("FreeLibrary");
 }
 
-/// The address of what the library exports under this name.
+/// The address of an exported symbol of the library.
 inline void* find(void* handle, const char* name) {
   const auto address = GetProcAddress(static_cast<HMODULE>(handle), name);
   if (!address) fail(name);
   return reinterpret_cast<void*>(address);
 }
 
-/// Whether the loader counts the library among the loaded ones.
+/// Whether the library is loaded.
 inline bool isLoaded(const char* fileName) { return GetModuleHandleA(fileName) != nullptr; }
 
 #else
 
 [[noreturn]] inline void fail() { throw std::runtime_error(dlerror()); }
 
-/// Opens a library; each `open` asks for one `close`.
+/// Opens a library; every call must be matched by one of `close`.
 inline void* open(const char* fileName) {
   void* const handle = dlopen(fileName, RTLD_NOW | RTLD_LOCAL);
   if (!handle) fail();
@@ -54,14 +54,14 @@ inline void close(void* handle) {
   if (dlclose(handle) != 0) fail();
 }
 
-/// The address of what the library, or one that it needs, exports under this name.
+/// The address of an exported symbol of the library or of one of its dependencies.
 inline void* find(void* handle, const char* name) {
   void* const address = dlsym(handle, name);
   if (!address) fail();
   return address;
 }
 
-/// Whether the loader counts the library among the loaded ones.
+/// Whether the library is loaded.
 inline bool isLoaded(const char* fileName) {
   void* const handle = dlopen(fileName, RTLD_NOW | RTLD_NOLOAD);
   if (handle) dlclose(handle);

@@ -1,5 +1,5 @@
-// Every text that a host can get as a QString: its characters lie on the heap and are counted, never in the library's
-// own memory, which goes away under a copy when the library is unloaded.
+// Every text that a host can get as a QString: its characters are reference-counted on the heap and never in
+// the library's static memory, which becomes invalid under a copy when the library is unloaded.
 
 #include <gtest/gtest.h>
 #include <ztCAD/ztCAD.h>
@@ -15,15 +15,15 @@ namespace {
 
 using Texts = std::vector<std::pair<std::string, QString>>;
 
-/// Both texts of an object. Appending to an empty text shares the characters that are appended.
+/// Both text forms of an object. Appending to an empty QString shares the characters of the appended text.
 template <typename Object>
-void addTold(const std::string& what, const Object& object, Texts& texts) {
+void addTexts(const std::string& what, const Object& object, Texts& texts) {
   QString storage;
   object.toText(storage, false);
   texts.emplace_back(what + ", storage form", storage);
-  QString forPeople;
-  object.toText(forPeople, true);
-  texts.emplace_back(what + ", for people", forPeople);
+  QString debugText;
+  object.toText(debugText, true);
+  texts.emplace_back(what + ", debug form", debugText);
 }
 
 void addTree(const std::string& what, const QDomElement& element, Texts& texts) {
@@ -49,7 +49,7 @@ void addWritten(const std::string& what, const Object& object, Texts& texts) {
   addTree(what + ", written", root.firstChildElement(), texts);
 }
 
-/// What all named objects have.
+/// The texts that all named objects have.
 template <typename Named>
 void addNamed(const std::string& what, const Named& object, Texts& texts) {
   const ztCAD_gAttr& attributes = object.property().attributes();
@@ -57,9 +57,9 @@ void addNamed(const std::string& what, const Named& object, Texts& texts) {
   texts.emplace_back(what + ", comment", attributes.comment());
   texts.emplace_back(what + ", inform", attributes.inform());
   texts.emplace_back(what + ", elementName", object.elementName());
-  addTold(what, object, texts);
-  addTold(what + ", attributes", attributes, texts);
-  addTold(what + ", property", object.property(), texts);
+  addTexts(what, object, texts);
+  addTexts(what + ", attributes", attributes, texts);
+  addTexts(what + ", property", object.property(), texts);
   addWritten(what, object, texts);
 }
 
@@ -68,10 +68,10 @@ void addElement(const std::string& what, const Element& element, Texts& texts) {
   addNamed(what, element, texts);
   texts.emplace_back(what + ", lcsWord", element.lcsWord());
   texts.emplace_back(what + ", method", element.method().method());
-  addTold(what + ", method", element.method(), texts);
+  addTexts(what + ", method", element.method(), texts);
 }
 
-/// One element of each kind, so that no kind needs more than its own line below.
+/// Values and elements shared by the functions below.
 struct Samples {
   bool nameIsFree = false;
   QString name = QLatin1String("N");
@@ -126,7 +126,7 @@ void addMassInertia(Texts& texts) {
   addElement("default mass-inertia element", ztCAD_ElementMIP(), texts);
   addElement("mass-inertia element", ztCAD_ElementMIP("N", of.mip), texts);
   addElement("template mass-inertia element", ztCAD_TmplElementMIP("N", of.mip), texts);
-  addTold("record", of.mip, texts);
+  addTexts("record", of.mip, texts);
 }
 
 void addDetails(Texts& texts) {
@@ -176,7 +176,7 @@ void addHeader(const std::string& what, const ztCAD_HeaderNode& header, Texts& t
   texts.emplace_back(what + ", producerName", header.producerName().value_or(QString()));
   texts.emplace_back(what + ", producerVersion", header.producerVersion().value_or(QString()));
   texts.emplace_back(what + ", producerPlatform", header.producerPlatform().value_or(QString()));
-  texts.emplace_back(what + ", for people", header.toText());
+  texts.emplace_back(what + ", text", header.toText());
   addWritten(what, header, texts);
 }
 
@@ -196,33 +196,33 @@ void addStates(Texts& texts) {
 
 void addProperties(Texts& texts) {
   ztCAD_gArche archetype;
-  addTold("default archetype", archetype, texts);
+  addTexts("default archetype", archetype, texts);
   addWritten("default archetype", archetype, texts);
   texts.emplace_back("default archetype, template", archetype.templateName());
   texts.emplace_back("default archetype, file", archetype.file());
-  addTold("colour", ztCAD_Color(1, 2, 3), texts);
+  addTexts("colour", ztCAD_Color(1, 2, 3), texts);
   addWritten("colour", ztCAD_Color(1, 2, 3), texts);
   for (const bool visible : {false, true}) {
-    addTold("visibility", ztCAD_Visible(visible), texts);
+    addTexts("visibility", ztCAD_Visible(visible), texts);
     addWritten("visibility", ztCAD_Visible(visible), texts);
   }
-  addTold("showable", ztCAD_gShowable(), texts);
+  addTexts("showable", ztCAD_gShowable(), texts);
   for (const bool isLocal : {false, true}) {
-    addTold("empty coordinate system", ztCAD_LCS(isLocal, {}), texts);
+    addTexts("empty coordinate system", ztCAD_LCS(isLocal, {}), texts);
     addWritten("coordinate system", ztCAD_LCS(isLocal, std::vector<double>(12, 0.5)), texts);
   }
 }
 
 void addGeometry(Texts& texts) {
-  addTold("coordinate without a value", ztCAD_Coord(), texts);
-  addTold("coordinate", ztCAD_Coord(1, 2, 3), texts);
-  addTold("vertex", ztCAD_Vertex(ztCAD_Coord(1, 2, 3)), texts);
-  addTold("facet", ztCAD_Facet(0, 1, 2), texts);
-  addTold("no faces", ztCAD_Faces(), texts);
-  addTold("no vertices", ztCAD_Vertices(), texts);
+  addTexts("coordinate without a value", ztCAD_Coord(), texts);
+  addTexts("coordinate", ztCAD_Coord(1, 2, 3), texts);
+  addTexts("vertex", ztCAD_Vertex(ztCAD_Coord(1, 2, 3)), texts);
+  addTexts("facet", ztCAD_Facet(0, 1, 2), texts);
+  addTexts("no faces", ztCAD_Faces(), texts);
+  addTexts("no vertices", ztCAD_Vertices(), texts);
   ztCAD_Vertices vertices;
   vertices.add(ztCAD_Vertex(ztCAD_Coord(1, 2, 3)));
-  addTold("vertices", vertices, texts);
+  addTexts("vertices", vertices, texts);
 }
 
 const char* const everyKind = R"(<GMD><header inform="i"/><point name="P" center="1, 2, 3;"/><templatePoint/>
@@ -242,7 +242,7 @@ void addLoaded(Texts& texts) {
   addElement("loaded line", ztCAD_getLines(document)->front(), texts);
   addElement("loaded sphere", ztCAD_getSpheres(document)->front(), texts);
   addNamed("loaded structure", ztCAD_getStructures(document)->front(), texts);
-  addTold("document", *document, texts);
+  addTexts("document", *document, texts);
   DeleteGMDDoc(document);
 }
 
@@ -254,7 +254,7 @@ bool isStatic(const QString& text) {
 void expectOnTheHeap(const Texts& texts) {
   for (const auto& [what, text] : texts) {
     EXPECT_FALSE(liesInLibrary(text.constData())) << what << ": \"" << text.toStdString() << '"';
-    // Qt's own empty text is static, and stays
+    // Qt's empty text is static data of Qt, which stays loaded
     EXPECT_TRUE(text.isEmpty() || !isStatic(text)) << what << ": \"" << text.toStdString() << '"';
   }
 }
@@ -266,13 +266,13 @@ struct Row {
 
 class TextData : public testing::TestWithParam<Row> {};
 
-TEST_P(TextData, LiesOnTheHeap) {
+TEST_P(TextData, IsOnTheHeap) {
   Texts texts;
   GetParam().add(texts);
   std::size_t withCharacters = 0;
   for (const auto& row : texts)
     withCharacters += row.second.isEmpty() ? 0 : 1;
-  EXPECT_GE(withCharacters, 5U) << "nothing to look at";
+  EXPECT_GE(withCharacters, 5U) << "hardly any text to check";
   expectOnTheHeap(texts);
 }
 
@@ -285,8 +285,8 @@ INSTANTIATE_TEST_SUITE_P(Of, TextData,
                                          Row{"Geometry", addGeometry}, Row{"LoadedDocuments", addLoaded}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-// What the checks above look for is found where it is.
-TEST(TextDataChecks, SeeStaticDataAndTheLibrarysMemory) {
+// The checks above detect static data and the library's memory.
+TEST(TextDataChecks, DetectStaticDataAndTheLibrarysMemory) {
   EXPECT_TRUE(liesInLibrary(ztCADVersion()));
   EXPECT_TRUE(liesInLibrary(getParallel_Morvik()));
   EXPECT_TRUE(isStatic(QStringLiteral("literal")));

@@ -20,14 +20,14 @@ static_assert(std::is_convertible_v<ztCAD_Detail*, ztCAD_IBaseChecker*>);
 static_assert(std::is_convertible_v<ztCAD_Detail*, ztCAD_StateCorrect*>);
 static_assert(std::is_convertible_v<ztCAD_Detail*, ztCAD_INameLCS_Selector*>);
 
-/// A detail element with mass-inertia data, so that only what `children` are decides.
+/// A detail element with mass-inertia data, so that the result of a read depends on `children` only.
 std::string detailWith(const std::string& children) {
   return std::string(R"(<detail name="D" MIP=")") + mipText + "\">" + children + "</detail>";
 }
 
 // ---------------------------------------------------------------------------------------------- construction
 
-TEST(Detail, IsEmptyAtFirst) {
+TEST(Detail, IsCreatedEmpty) {
   const ztCAD_Detail made;
   EXPECT_EQ(made.name().toStdString(), "");
   EXPECT_FALSE(made.hasMIP());
@@ -37,14 +37,14 @@ TEST(Detail, IsEmptyAtFirst) {
   EXPECT_EQ(written(made), R"(<detail color="" comment="" inform="" name=""/>)");
 }
 
-TEST(Detail, TellsItsElementAndItsWordForCoordinateSystems) {
+TEST(Detail, HasAnElementNameAndAWordForCoordinateSystems) {
   EXPECT_EQ(ztCAD_Detail().elementName().toStdString(), "detail");
   EXPECT_EQ(ztCAD_Detail().lcsWord().toStdString(), "LCS");
   EXPECT_EQ(ztCAD_TmplDetail().elementName().toStdString(), "template_detail");
   EXPECT_EQ(ztCAD_TmplDetail().lcsWord().toStdString(), "MCS");
 }
 
-TEST(Detail, RefusesAMassRecordThatIsNotComplete) {
+TEST(Detail, RefusesAnIncompleteMassRecord) {
   ztCAD_Detail made;
   made.setMip(ztCAD_MIP());
   made.setMip(ztCAD_MIP({1, 2, 3}));
@@ -66,7 +66,7 @@ TEST(Detail, TextIsElementNameAndPropertyBlock) {
 
 // --------------------------------------------------------------------------------------------------- writing
 
-TEST(Detail, ChildrenAreWrittenByKindWhateverTheOrderOfInsertion) {
+TEST(Detail, ChildrenAreWrittenByKind) {
   ztCAD_Detail made;
   made.content().lines.add(named<ztCAD_Line>("L1"));
   made.content().triangles.add(named<ztCAD_Triangle>("T1"));
@@ -86,7 +86,7 @@ TEST(Detail, WritesMassDataAndProperties) {
                                R"(" color="" comment="" inform="" name="D"/>)");
 }
 
-TEST(Detail, TemplateIsWrittenUnderItsOwnTagWithTheSameChildren) {
+TEST(Detail, TemplateIsWrittenWithItsOwnTagAndTheSameChildren) {
   auto made = named<ztCAD_TmplDetail>("D");
   made.content().points.add(named<ztCAD_Point>("P"));
   EXPECT_EQ(written(made).substr(0, 16), "<template_detail");
@@ -135,7 +135,7 @@ const ChildRow childRows[] = {
 
 class DetailReading : public testing::TestWithParam<ChildRow> {};
 
-TEST_P(DetailReading, KeepsWhatItHoldsAndTellsWhatFailed) {
+TEST_P(DetailReading, KeepsKnownChildrenAndReportsFailures) {
   ztCAD_Detail made;
   EXPECT_EQ(read(made, detailWith(GetParam().children)), GetParam().ok);
   EXPECT_EQ(made.readOk(), GetParam().ok);
@@ -143,17 +143,17 @@ TEST_P(DetailReading, KeepsWhatItHoldsAndTellsWhatFailed) {
   EXPECT_EQ(childrenOf(made), GetParam().kept);
 }
 
-TEST_P(DetailReading, IsTheSameForATemplate) {
+TEST_P(DetailReading, WorksAlikeForATemplate) {
   ztCAD_TmplDetail made;
   EXPECT_EQ(read(made, detailWith(GetParam().children)), GetParam().ok);
   EXPECT_EQ(childrenOf(made), GetParam().kept);
 }
 
-TEST_P(DetailReading, LeavesNothingOfAnEarlierOne) {
+TEST_P(DetailReading, ReplacesTheContentOfAnEarlierRead) {
   auto made = readFrom<ztCAD_Detail>(detailWith(pointXml + pointXml + sphereXml + triangleXml + lineXml));
   EXPECT_EQ(read(made, detailWith(GetParam().children)), GetParam().ok);
   EXPECT_EQ(childrenOf(made), GetParam().kept);
-  EXPECT_EQ(made.readOk(), GetParam().ok) << "the last read counts";
+  EXPECT_EQ(made.readOk(), GetParam().ok) << "the result of the last read";
 }
 
 INSTANTIATE_TEST_SUITE_P(Detail, DetailReading, testing::ValuesIn(childRows),
@@ -169,27 +169,27 @@ std::ostream& operator<<(std::ostream& out, const AttributeRow& row) { return ou
 
 const AttributeRow attributeRows[] = {
     {"Nothing", "", false, false},
-    {"NameAlone", R"(name="D")", false, false},
+    {"NameOnly", R"(name="D")", false, false},
     {"Both", R"(name="D")" + mips, true, true},
-    {"MassAlone", mips, false, true},
+    {"MassOnly", mips, false, true},
     {"EmptyMass", R"(name="D" MIP="")", false, false},
     {"NineValues", R"(name="D" MIP="MIP,1,2,3,4,5,6,7,8,9")", false, false},
     {"ElevenValues", R"(name="D" MIP="MIP,1,2,3,4,5,6,7,8,9,10,11")", false, false},
     {"WordAmongTheValues", R"(name="D" MIP="MIP,1,2,3,4,5,6,7,8,9,x")", false, false},
-    {"ColourThatIsNone", R"(name="D" color="red")" + mips, false, true},
+    {"InvalidColour", R"(name="D" color="red")" + mips, false, true},
 };
 
 class DetailAttributes : public testing::TestWithParam<AttributeRow> {};
 
-TEST_P(DetailAttributes, NeedAPropertyBlockAndMassData) {
+TEST_P(DetailAttributes, MustHoldAPropertyBlockAndMassData) {
   ztCAD_Detail made;
   EXPECT_EQ(read(made, "<detail " + GetParam().attributes + ">" + pointXml + "</detail>"), GetParam().ok);
   EXPECT_EQ(made.passesCheck(), GetParam().ok);
   EXPECT_EQ(made.hasMIP(), GetParam().hasMip);
-  EXPECT_EQ(childrenOf(made), "point P") << "the content is read in full";
+  EXPECT_EQ(childrenOf(made), "point P") << "the content is read completely";
 }
 
-TEST_P(DetailAttributes, KeepEarlierMassDataWhereThereIsNoOther) {
+TEST_P(DetailAttributes, WithoutMassDataKeepTheEarlierMassData) {
   ztCAD_Detail made;
   made.setMip(ztCAD_MIP(std::vector<double>(10, 7)));
   read(made, "<detail " + GetParam().attributes + "/>");
@@ -200,9 +200,9 @@ TEST_P(DetailAttributes, KeepEarlierMassDataWhereThereIsNoOther) {
 INSTANTIATE_TEST_SUITE_P(Detail, DetailAttributes, testing::ValuesIn(attributeRows),
                          [](const auto& row) { return row.param.name; });
 
-// A rigid part without a mass is no rigid part: what is written without mass-inertia data reads back in full, yet
-// as not sound. Files are exchanged on that understanding, so the reader is not to be relaxed.
-TEST(Detail, WithoutMassDataIsWrittenButDoesNotReadBackAsSound) {
+// A rigid part needs a mass: a detail written without mass-inertia data is read completely, but reported as
+// unsound. Files are exchanged on that understanding, so the reader must not be relaxed.
+TEST(Detail, WithoutMassDataIsWrittenButReadBackAsUnsound) {
   auto source = named<ztCAD_Detail>("D");
   source.content().points.add(readFrom<ztCAD_Point>(pointXml));
   source.setReadOk(true);
@@ -215,7 +215,7 @@ TEST(Detail, WithoutMassDataIsWrittenButDoesNotReadBackAsSound) {
   EXPECT_EQ(written(again), xml);
 }
 
-TEST(Detail, CheckAnswersTheStateAndDoesNotLookAtTheContent) {
+TEST(Detail, CheckReturnsTheReadStateAndIgnoresTheContent) {
   auto made = readFrom<ztCAD_Detail>(detailWith(pointXml));
   made.content().points.add(ztCAD_Point());
   EXPECT_TRUE(made.passesCheck());
@@ -223,7 +223,7 @@ TEST(Detail, CheckAnswersTheStateAndDoesNotLookAtTheContent) {
   EXPECT_FALSE(made.passesCheck());
 }
 
-TEST(Detail, CheckIsItsReadingToo) {
+TEST(Detail, ReadAndCheckReadsTheElement) {
   ztCAD_Detail made;
   bool fault = true;
   const ParsedXml xml(detailWith(pointXml));
@@ -232,17 +232,17 @@ TEST(Detail, CheckIsItsReadingToo) {
   EXPECT_EQ(childrenOf(made), "point P");
 }
 
-TEST(Detail, ContentStaysInItsPlaceWhenItIsReadAgain) {
+TEST(Detail, ContentKeepsItsAddressWhenReadAgain) {
   ztCAD_Detail made;
   const ztCAD_DetailContent& content = made.content();
   read(made, detailWith(pointXml));
-  EXPECT_EQ(&made.content(), &content) << "a host may hold on to it";
+  EXPECT_EQ(&made.content(), &content) << "a host may keep the reference";
   EXPECT_EQ(content.points.size(), 1u);
 }
 
 // ---------------------------------------------------------------------------------------------------- copies
 
-TEST(Detail, CopiesAreDeepAndTakeTheState) {
+TEST(Detail, CopiesAreDeepAndIncludeTheState) {
   const auto source = readFrom<ztCAD_Detail>(detailWith(pointXml + lineXml));
   ztCAD_Detail copy = source;
   auto assigned = readFrom<ztCAD_Detail>("<detail><solid/></detail>");
@@ -260,7 +260,7 @@ TEST(Detail, CopiesAreDeepAndTakeTheState) {
   EXPECT_TRUE(source.passesCheck());
 }
 
-TEST(Detail, AssignmentToItselfChangesNothing) {
+TEST(Detail, SelfAssignmentChangesNothing) {
   auto made = readFrom<ztCAD_Detail>(detailWith(pointXml + lineXml));
   const std::string before = written(made);
   const ztCAD_Detail& itself = made;

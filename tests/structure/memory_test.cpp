@@ -1,4 +1,4 @@
-// Memory that runs out while structures take hold of each other.
+// Allocation failures while structures are nested, copied, cloned and read.
 
 #include <gtest/gtest.h>
 #include <functional>
@@ -14,7 +14,7 @@
 
 namespace {
 
-/// A holder with two nested structures, one of them held twice, and a target that holds a third.
+/// A holder of two nested structures, one of them nested twice, and a target that holds a third.
 struct Scene {
   Scene()
       : xml(R"(<structure name="R"><structure name="N"/>)" + pointXml +
@@ -59,8 +59,9 @@ const Row rows[] = {
 
 class StructureMemory : public testing::TestWithParam<Row> {
  protected:
-  /// Takes the scene down in one order or the other; a pointer that was left behind is touched on the way.
-  static void takeDown(Scene& scene, bool nestedFirst) {
+  /// Destroys the scene in one of two orders. The structures are used along the way, so that a sanitizer
+  /// detects a dangling pointer.
+  static void destroy(Scene& scene, bool nestedFirst) {
     written(scene.holder);
     written(*scene.target);
     if (nestedFirst) {
@@ -82,35 +83,36 @@ class StructureMemory : public testing::TestWithParam<Row> {
     }
   }
 
-  static bool isRefused(Scene& scene, long granted) {
+  /// Runs the row's action with one failing allocation; returns whether an allocation failed.
+  static bool failsWith(Scene& scene, long granted) {
     const FailingMemory memory(granted, FailingMemory::Mode::Once);
     try {
       GetParam().act(scene);
     } catch (const std::bad_alloc&) {
     }
-    return memory.hasRefused();
+    return memory.hasFailed();
   }
 };
 
-TEST_P(StructureMemory, ThatRunsOutLeavesNothingDangling) {
+TEST_P(StructureMemory, AFailedAllocationLeavesNoDanglingPointer) {
   for (const bool nestedFirst : {true, false}) {
     long granted = 0;
-    for (bool refused = true; refused; ++granted) {
+    for (bool failed = true; failed; ++granted) {
       Scene scene;
-      refused = isRefused(scene, granted);
-      takeDown(scene, nestedFirst);
+      failed = failsWith(scene, granted);
+      destroy(scene, nestedFirst);
     }
     EXPECT_GT(granted, 3);
   }
 }
 
-TEST_P(StructureMemory, ThatRunsOutLeavesTheHolderAsItWas) {
+TEST_P(StructureMemory, AFailedAllocationLeavesTheHolderUnchanged) {
   long granted = 0;
-  for (bool refused = true; refused; ++granted) {
+  for (bool failed = true; failed; ++granted) {
     Scene scene;
     const std::string before = written(scene.holder);
-    refused = isRefused(scene, granted);
-    EXPECT_TRUE(!refused || written(scene.holder) == before) << granted;
+    failed = failsWith(scene, granted);
+    EXPECT_TRUE(!failed || written(scene.holder) == before) << granted;
     ztcad::clearReadStructures();
   }
 }

@@ -21,7 +21,7 @@ Nested nestedIn(const ztCAD_commonStructure& structure) {
   return {structure.structures().begin(), structure.structures().end()};
 }
 
-/// A slow, obvious record of who holds whom, beside the structures themselves.
+/// Random operations on structures, mirrored in a simple map that records which structure holds which.
 class Playground {
  public:
   explicit Playground(std::uint64_t seed) : m_random(seed) {}
@@ -73,7 +73,7 @@ class Playground {
   std::ptrdiff_t upTo(std::size_t limit) {
     return std::uniform_int_distribution<std::ptrdiff_t>(0, static_cast<std::ptrdiff_t>(limit) - 1)(m_random);
   }
-  /// The map's keys are not const; it is only looked up in.
+  /// The map's keys are pointers to non-const; the result is used for lookups only.
   static Structure* key(const Structure* structure) {
     return const_cast<Structure*>(structure);  // NOLINT(cppcoreguidelines-pro-type-const-cast)
   }
@@ -86,7 +86,7 @@ class Playground {
     const Nested& nested = m_held.at(key(from));
     return std::any_of(nested.begin(), nested.end(), [&](const Structure* one) { return reaches(one, to); });
   }
-  /// How many structures are written for this one, itself included; stops counting at a thousand.
+  /// Number of structures written for this one, itself included; stops counting at a thousand.
   double weight(Structure* structure) const {
     double sum = 1;
     for (Structure* const nested : m_held.at(structure))
@@ -98,9 +98,9 @@ class Playground {
     for (auto& [holder, nested] : m_held)
       nested.erase(std::remove(nested.begin(), nested.end(), gone), nested.end());
   }
-  /// Enters a structure that was made by reading or cloning, with all below it.
+  /// Records a structure that was created by reading or cloning, and all structures below it.
   void adopt(Structure* made) {
-    ASSERT_EQ(m_held.count(made), 0u) << "it is no new one";
+    ASSERT_EQ(m_held.count(made), 0u) << "the structure is not a new one";
     m_read.insert(made);
     m_held[made] = nestedIn(*made);
     for (Structure* const nested : nestedIn(*made))
@@ -258,10 +258,10 @@ class Playground {
     forget(gone);
   }
   void destroyAny() {
-    const auto way = upTo(20);
-    if (way == 0 || (m_heap.empty() && m_container.empty()))
+    const auto choice = upTo(20);
+    if (choice == 0 || (m_heap.empty() && m_container.empty()))
       clearRead();
-    else if (way < 10)
+    else if (choice < 10)
       destroyInContainer();
     else
       destroy();
@@ -271,10 +271,10 @@ class Playground {
   std::vector<std::unique_ptr<Structure>> m_heap;
   ztCAD_Cont<ztCAD_Structure> m_container;
   std::set<const Structure*> m_read;
-  std::map<Structure*, Nested> m_held;  // every living structure, and what it holds
+  std::map<Structure*, Nested> m_held;  // every existing structure and the structures it holds
 };
 
-TEST(NestedStructuresAtRandom, LeaveNothingDangling) {
+TEST(NestedStructuresAtRandom, LeaveNoDanglingPointer) {
   std::mt19937_64 seeds(randomSeed());
   std::map<std::string, int> done;
   for (int round = 0; round < 20; ++round) {

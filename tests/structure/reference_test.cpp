@@ -45,7 +45,7 @@ TYPED_TEST_SUITE(Reference, Kinds);
 
 const std::string placement = std::string("MCS=\"") + twelveText + '"';
 
-TYPED_TEST(Reference, IsEmptyAtFirstWithADefaultPlacement) {
+TYPED_TEST(Reference, IsCreatedEmptyWithADefaultPlacement) {
   const typename TestFixture::Ref made;
   EXPECT_EQ(made.name().toStdString(), "");
   EXPECT_TRUE(made.lcs().values().empty());
@@ -54,14 +54,14 @@ TYPED_TEST(Reference, IsEmptyAtFirstWithADefaultPlacement) {
             this->element(R"(MCS="" color="" comment="" file="" inform="" name="" template="")"));
 }
 
-TYPED_TEST(Reference, TakesTheNameOfItsTemplate) {
+TYPED_TEST(Reference, StoresTheNameOfItsTemplate) {
   const auto made = this->placed("R", true);
   EXPECT_EQ(made.name().toStdString(), "R");
   EXPECT_EQ(made.archetype().templateName().toStdString(), "Шаблон");
   EXPECT_EQ(made.archetype().file().toStdString(), "");
 }
 
-TYPED_TEST(Reference, IsTiedToItsTemplateByNameOnly) {
+TYPED_TEST(Reference, DoesNotFollowARenamedTemplate) {
   bool nameIsFree = false;
   auto source = named<typename TestFixture::Template>("T");
   const typename TestFixture::Ref made("R", ztCAD_LCS(), source, nameIsFree);
@@ -69,8 +69,8 @@ TYPED_TEST(Reference, IsTiedToItsTemplateByNameOnly) {
   EXPECT_EQ(made.archetype().templateName().toStdString(), "T");
 }
 
-// A file tells where a template is placed by the model system alone; "LCS" on a reference is part of its properties.
-TYPED_TEST(Reference, WritesItsPlacementAsModelSystemEvenWhenALocalOneWasGiven) {
+// In a file only the model system places a template; "LCS" on a reference belongs to its properties.
+TYPED_TEST(Reference, WritesItsPlacementAsModelSystemEvenIfGivenALocalOne) {
   for (const bool isLocal : {true, false}) {
     auto made = this->placed("R", isLocal);
     made.setLcs(ztCAD_LCS(isLocal, twelveValues()));
@@ -81,7 +81,7 @@ TYPED_TEST(Reference, WritesItsPlacementAsModelSystemEvenWhenALocalOneWasGiven) 
   }
 }
 
-// A new detail reference always starts at the default placement; the caller sets another one afterwards.
+// A new detail reference always has the default placement; the caller sets another one afterwards.
 TYPED_TEST(Reference, KeepsTheGivenPlacementUnlessItIsADetailReference) {
   for (const bool isLocal : {true, false}) {
     const auto made = this->placed("R", isLocal);
@@ -90,8 +90,8 @@ TYPED_TEST(Reference, KeepsTheGivenPlacementUnlessItIsADetailReference) {
   }
 }
 
-TYPED_TEST(Reference, SecondOfOneNameIsBuiltToo) {
-  // nothing adds names to the registry, so that the second name counts as free as well
+TYPED_TEST(Reference, ADuplicateNameIsAccepted) {
+  // no function adds names to the registry, so a duplicate name is reported as free
   EXPECT_EQ(this->placed("R", true).name(), this->placed("R", true).name());
 }
 
@@ -132,7 +132,7 @@ TYPED_TEST(Reference, ReadingNeverFails) {
   EXPECT_TRUE(read(made, "<other><point/></other>"));
 }
 
-TYPED_TEST(Reference, AbsentTemplateReadsAsEmpty) {
+TYPED_TEST(Reference, AMissingTemplateIsReadAsEmpty) {
   auto made = this->placed("R", true);
   made.archetype().setFile("f");
   EXPECT_TRUE(read(made, this->element(R"(name="R")")));
@@ -140,7 +140,7 @@ TYPED_TEST(Reference, AbsentTemplateReadsAsEmpty) {
   EXPECT_EQ(made.archetype().file().toStdString(), "");
 }
 
-TYPED_TEST(Reference, TextTellsPlacementPropertiesAndArchetype) {
+TYPED_TEST(Reference, TextHasPlacementPropertiesAndArchetype) {
   auto made = this->placed("%1", true);
   made.setLcs(ztCAD_LCS(true, twelveValues()));
   EXPECT_EQ(onlyText(made), made.elementName().toStdString() + "( MCS=(" + twelveText +
@@ -166,7 +166,7 @@ TYPED_TEST(Reference, CopiesAreDeep) {
   EXPECT_EQ(written(source), before);
 }
 
-TEST(ReferenceNames, AreThoseOfTheElements) {
+TEST(ReferenceNames, AreTheElementNames) {
   EXPECT_EQ(ztCAD_PointRef().elementName().toStdString(), "pointRef");
   EXPECT_EQ(ztCAD_LineRef().elementName().toStdString(), "lineRef");
   EXPECT_EQ(ztCAD_TriangleRef().elementName().toStdString(), "solidRef") << "not triangleRef";

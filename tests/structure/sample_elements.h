@@ -6,7 +6,8 @@
 #include "node_text.h"
 #include "structure/structure.h"
 
-/// Elements of every kind that details and structures hold, as XML and as objects; all of them are sound.
+/// Elements of every kind that details and structures hold, as XML and as objects; all of them pass the
+/// check.
 
 inline std::vector<double> twelveValues() { return {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}; }
 inline const char* const twelveText = "CS, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12";
@@ -41,7 +42,7 @@ inline ztCAD_Point pointAt(const ztCAD_Coord& center) {
   return made;
 }
 
-/// What an object writes as its children, in their order: "point P, solid sphere B, ...".
+/// The children that an object writes, in order: "point P, solid sphere B, ...".
 template <typename T>
 std::string childrenOf(const T& object) {
   QDomDocument document;

@@ -1,4 +1,4 @@
-// The check of structures, as the document check asks it.
+// The check of structures, as the document check calls it.
 
 #include <gtest/gtest.h>
 #include <functional>
@@ -56,7 +56,7 @@ const CheckRow checkRows[] = {
        c.points.add(ztCAD_Point());
      },
      false},
-    {"LineOfNoValues", [](auto& c) { c.lines.add(lineOf(0)); }, true},
+    {"LineWithoutValues", [](auto& c) { c.lines.add(lineOf(0)); }, true},
     {"LineOfSixValues", [](auto& c) { c.lines.add(lineOf(6)); }, true},
     {"LineOfSevenValues", [](auto& c) { c.lines.add(lineOf(7)); }, false},
     {"LineThatDidNotRead",
@@ -69,13 +69,13 @@ const CheckRow checkRows[] = {
     {"SphereWithoutRadius", [](auto& c) { c.spheres.add(sphereOf(true, false)); }, false},
     {"SphereWithoutCenter", [](auto& c) { c.spheres.add(sphereOf(false, true)); }, false},
     {"Solid", [](auto& c) { c.triangles.add(triangleOf(9, 3)); }, true},
-    {"SolidOfBrokenVertices", [](auto& c) { c.triangles.add(triangleOf(8, 3)); }, false},
-    {"SolidOfBrokenFaces", [](auto& c) { c.triangles.add(triangleOf(9, 4)); }, false},
+    {"SolidWithIncompleteVertex", [](auto& c) { c.triangles.add(triangleOf(8, 3)); }, false},
+    {"SolidWithIncompleteFacet", [](auto& c) { c.triangles.add(triangleOf(9, 4)); }, false},
     {"MassElement", [](auto& c) { c.mipElements.add(ztCAD_ElementMIP("M", mipRecord())); }, true},
     {"MassElementWithoutRecord", [](auto& c) { c.mipElements.add(ztCAD_ElementMIP()); }, false},
     {"Detail", [](auto& c) { c.details.add(detailThatRead(true)); }, true},
     {"DetailThatDidNotRead", [](auto& c) { c.details.add(detailThatRead(false)); }, false},
-    {"DetailThatWasNeverRead", [](auto& c) { c.details.add(ztCAD_Detail()); }, false},
+    {"DetailNeverRead", [](auto& c) { c.details.add(ztCAD_Detail()); }, false},
     {"ReferencesOfAllKinds",
      [](auto& c) {
        c.structureReferences.appendNew();
@@ -90,13 +90,13 @@ const CheckRow checkRows[] = {
 
 class StructureCheck : public testing::TestWithParam<CheckRow> {};
 
-TEST_P(StructureCheck, LooksAtEveryElementButReferences) {
+TEST_P(StructureCheck, CoversEveryElementExceptReferences) {
   ztCAD_Structure made;
   GetParam().add(made.content());
   EXPECT_EQ(made.passesCheck(), GetParam().ok);
 }
 
-TEST_P(StructureCheck, LooksIntoNestedOnes) {
+TEST_P(StructureCheck, CoversNestedStructures) {
   ztCAD_Structure inner;
   GetParam().add(inner.content());
   ztCAD_Structure middle;
@@ -111,13 +111,13 @@ TEST_P(StructureCheck, LooksIntoNestedOnes) {
 INSTANTIATE_TEST_SUITE_P(Structure, StructureCheck, testing::ValuesIn(checkRows),
                          [](const auto& row) { return row.param.name; });
 
-TEST(StructureCheckAlone, DoesNotAskHowTheReadWent) {
+TEST(StructureCheckResult, IgnoresTheResultOfReading) {
   ztCAD_Structure made;
   EXPECT_FALSE(read(made, R"(<structure><solid/></structure>)"));
-  EXPECT_TRUE(made.passesCheck()) << "what could not be told is not in here";
+  EXPECT_TRUE(made.passesCheck()) << "an element of an unknown kind is not stored";
 }
 
-TEST(StructureCheckAlone, PassesANestedOneWithoutName) {
+TEST(StructureCheckResult, IgnoresAMissingNameOfANestedStructure) {
   ztCAD_Structure made;
   EXPECT_FALSE(read(made, R"(<structure><structure/></structure>)"));
   EXPECT_TRUE(made.passesCheck());

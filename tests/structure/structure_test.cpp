@@ -17,21 +17,21 @@ namespace {
 
 static_assert(std::is_base_of_v<ztCAD_cmnSelector2<3>, ztCAD_Structure>);
 static_assert(std::is_base_of_v<ztCAD_cmnSelector2<4>, ztCAD_TmplStructure>);
-static_assert(std::is_abstract_v<ztCAD_commonStructure>, "what is common is no structure of its own");
+static_assert(std::is_abstract_v<ztCAD_commonStructure>, "the common base cannot be instantiated");
 static_assert(std::is_convertible_v<ztCAD_Structure*, ztCAD_Base*>);
 static_assert(std::is_convertible_v<ztCAD_Structure*, ztCAD_ISerialize*>);
 static_assert(std::is_convertible_v<ztCAD_Structure*, ztCAD_INode*>);
 static_assert(std::is_convertible_v<ztCAD_Structure*, ztCAD_StateCorrect*>);
 static_assert(!std::is_convertible_v<ztCAD_Structure*, ztCAD_IBaseChecker*>);
 
-/// Structures that reading and cloning made go with each test.
+/// Destroys the structures created by reading and cloning after each test.
 class Structure : public testing::Test {
  protected:
   ~Structure() override { ztcad::clearReadStructures(); }
 };
 class TemplateStructure : public Structure {};
 
-/// Adds one element of every kind, in the order of the names or in the opposite one.
+/// Adds one element of every kind, in this order or reversed.
 void addOneOfEach(ztCAD_commonStructure& made, ztCAD_commonStructure& nested, bool backwards) {
   ztCAD_StructureContent& c = made.content();
   std::vector<std::function<void()>> steps = {
@@ -60,7 +60,7 @@ const char* const fixedOrder =
 
 // ---------------------------------------------------------------------------------------------- construction
 
-TEST_F(Structure, IsEmptyAtFirstWithAnEmptyCoordinateSystem) {
+TEST_F(Structure, IsCreatedEmptyWithAnEmptyCoordinateSystem) {
   const ztCAD_Structure made;
   ASSERT_TRUE(made.property().hasLCS());
   EXPECT_TRUE(made.property().lcs()->isLocal());
@@ -71,26 +71,26 @@ TEST_F(Structure, IsEmptyAtFirstWithAnEmptyCoordinateSystem) {
   EXPECT_TRUE(made.passesCheck());
 }
 
-TEST_F(Structure, TakesNameAndCoordinateSystemOfItsConstructor) {
+TEST_F(Structure, ConstructorSetsNameAndCoordinateSystem) {
   for (int i = 0; i < 2; ++i) {
     bool nameIsFree = false;
     ztCAD_LCS lcs(true, twelveValues());
     const ztCAD_Structure made("Узел", lcs, nameIsFree);
-    EXPECT_TRUE(nameIsFree) << "no name is ever taken";
+    EXPECT_TRUE(nameIsFree) << "every name is reported as free";
     lcs.setValues({});
     EXPECT_EQ(written(made), std::string("<structure LCS=\"") + twelveText +
                                  R"(" color="" comment="" inform="" name="Узел"/>)");
   }
 }
 
-TEST_F(Structure, TellsItsElementAndItsWordForCoordinateSystems) {
+TEST_F(Structure, HasAnElementNameAndAWordForCoordinateSystems) {
   EXPECT_EQ(ztCAD_Structure().elementName().toStdString(), "structure");
   EXPECT_EQ(ztCAD_Structure().lcsWord().toStdString(), "LCS");
   EXPECT_EQ(ztCAD_TmplStructure().elementName().toStdString(), "template_structure");
   EXPECT_EQ(ztCAD_TmplStructure().lcsWord().toStdString(), "MCS");
 }
 
-TEST_F(Structure, IsItselfAlone) {
+TEST_F(Structure, IsTheSameAsItselfOnly) {
   const ztCAD_Structure made;
   const ztCAD_Structure other;
   EXPECT_TRUE(made.isSame(&made));
@@ -100,7 +100,7 @@ TEST_F(Structure, IsItselfAlone) {
 
 // --------------------------------------------------------------------------------------------------- writing
 
-TEST_F(Structure, ChildrenAreWrittenInAFixedOrderWhateverTheOrderOfAdding) {
+TEST_F(Structure, ChildrenAreWrittenInAFixedOrderOfKinds) {
   for (const bool backwards : {false, true}) {
     ztCAD_Structure nested = structure("N");
     ztCAD_Structure made;
@@ -119,11 +119,11 @@ TEST_F(Structure, ElementsOfOneKindKeepTheirOrder) {
   EXPECT_EQ(childrenOf(made), "point P2, point P1, structure N3, structure N1, structure N2");
 }
 
-TEST_F(TemplateStructure, WritesTheSameChildrenUnderItsOwnTag) {
+TEST_F(TemplateStructure, IsWrittenWithItsOwnTagAndTheSameChildren) {
   ztCAD_Structure nested = structure("N");
   ztCAD_TmplStructure made;
   addOneOfEach(made, nested, true);
-  EXPECT_EQ(childrenOf(made), fixedOrder) << "a nested one keeps the tag of its own class";
+  EXPECT_EQ(childrenOf(made), fixedOrder) << "a nested structure has the tag of its own class";
 }
 
 // --------------------------------------------------------------------------------------------------- reading
@@ -143,7 +143,7 @@ const ChildRow childRows[] = {
          R"(<solidRef name="TR"/>)" + triangleXml + sphereXml + R"(<elementMipRef name="MR"/>)" +
          mipElementXml + R"(<lineRef name="LR"/>)" + lineXml + R"(<pointRef name="PR"/>)" + pointXml,
      true, fixedOrder},
-    // a line of another method belongs to someone else, a solid that cannot be told is a fault of the file
+    // a line of another method is ignored as foreign data; a solid of unknown method is a fault of the file
     {"LineWithoutMethodIsDropped", R"(<line name="L"><vertices>0,0,0;</vertices></line>)", true, ""},
     {"LineOfOtherMethodIsDropped", R"(<line name="L" method="spline"/>)" + pointXml, true, "point P"},
     {"LineOfEmptyMethodIsDropped", R"(<line name="L" method=""/>)", true, ""},
@@ -168,10 +168,10 @@ const ChildRow childRows[] = {
     {"NestedWithoutNameIsKeptButFails", "<structure/>", false, "structure "},
     {"NestedWithEmptyNameIsKeptButFails", R"(<structure name=""/>)", false, "structure "},
     {"NestedThatFailsIsKept", R"(<structure name="N"><solid/></structure>)", false, "structure N"},
-    {"FaultFarBelowIsTold",
+    {"FaultFarBelowIsReported",
      R"(<structure name="N"><structure name="O"><structure name="Q"><point/></structure></structure></structure>)",
      false, "structure N"},
-    {"LaterGoodChildDoesNotMendAnEarlierFault", "<solid/>" + pointXml + R"(<structure name="N"/>)", false,
+    {"LaterGoodChildDoesNotClearAnEarlierFault", "<solid/>" + pointXml + R"(<structure name="N"/>)", false,
      "point P, structure N"},
 };
 
@@ -181,7 +181,7 @@ class StructureReading : public testing::TestWithParam<ChildRow> {
   static std::string xml() { return R"(<structure name="S">)" + GetParam().children + "</structure>"; }
 };
 
-TEST_P(StructureReading, KeepsWhatItHoldsAndTellsWhatFailed) {
+TEST_P(StructureReading, KeepsKnownChildrenAndReportsFailures) {
   ztCAD_Structure made;
   EXPECT_EQ(read(made, xml()), GetParam().ok);
   EXPECT_EQ(made.readOk(), GetParam().ok);
@@ -189,7 +189,7 @@ TEST_P(StructureReading, KeepsWhatItHoldsAndTellsWhatFailed) {
   EXPECT_FALSE(faultAfterReading(made, xml(), true));
 }
 
-TEST_P(StructureReading, IsTheSameForATemplateApartFromTheClassOfNestedOnes) {
+TEST_P(StructureReading, WorksAlikeForATemplateExceptForTheClassOfNestedStructures) {
   ztCAD_TmplStructure made;
   EXPECT_EQ(read(made, xml()), GetParam().ok);
   std::string kept = GetParam().kept;
@@ -198,7 +198,7 @@ TEST_P(StructureReading, IsTheSameForATemplateApartFromTheClassOfNestedOnes) {
   EXPECT_EQ(childrenOf(made), kept);
 }
 
-TEST_P(StructureReading, LeavesOnlyTheSecondContent) {
+TEST_P(StructureReading, ReplacesTheContentOfAnEarlierRead) {
   ztCAD_Structure nested = structure("N");
   ztCAD_Structure made;
   addOneOfEach(made, nested, false);
@@ -210,7 +210,7 @@ TEST_P(StructureReading, LeavesOnlyTheSecondContent) {
 INSTANTIATE_TEST_SUITE_P(Structure, StructureReading, testing::ValuesIn(childRows),
                          [](const auto& row) { return row.param.name; });
 
-TEST_F(Structure, EmptyElementGivesAnEmptyStructureAndTrue) {
+TEST_F(Structure, AnEmptyElementIsReadAsAnEmptyStructure) {
   ztCAD_Structure made;
   EXPECT_TRUE(read(made, "<structure/>"));
   EXPECT_EQ(written(made), R"(<structure LCS="" color="" comment="" inform="" name=""/>)");
@@ -224,13 +224,13 @@ TEST_F(Structure, ReadsWhatItWrites) {
   EXPECT_EQ(xml.find("CS, 1, 2"), xml.find("LCS=\"") + 5);
 }
 
-TEST_F(Structure, CoordinateSystemThatDoesNotReadLeavesTheEarlierOne) {
+TEST_F(Structure, AnInvalidCoordinateSystemKeepsTheEarlierOne) {
   ztCAD_Structure made = structure("S");
   EXPECT_TRUE(read(made, R"(<structure name="S" LCS="CS, 1, 2"/>)"));
   EXPECT_EQ(made.property().lcs()->values(), twelveValues());
 }
 
-TEST_F(Structure, NestedOnesAreOfTheClassOfTheirHolder) {
+TEST_F(Structure, NestedStructuresAreReadAsTheClassOfTheirHolder) {
   const char* const xml = R"(<e><structure name="N"><structure name="O"/></structure></e>)";
   const auto made = readFrom<ztCAD_Structure>(xml);
   const auto tmpl = readFrom<ztCAD_TmplStructure>(xml);
@@ -241,9 +241,10 @@ TEST_F(Structure, NestedOnesAreOfTheClassOfTheirHolder) {
   EXPECT_TRUE(dynamic_cast<ztCAD_TmplStructure*>(tmpl.structures().front()->structures().front()));
 }
 
-// Only "structure" is known as a nested one: what a template structure writes for its nested ones is not read back.
-// Files are exchanged on that understanding, so it stays as it is.
-TEST_F(TemplateStructure, NestedOnesAreReadAsTemplatesAndIgnoredInTheSecondRead) {
+// Only "structure" is read as a nested structure: the tag that a template structure writes for nested
+// structures is ignored when read back. Files are exchanged on that understanding, so the behaviour must
+// stay.
+TEST_F(TemplateStructure, NestedStructuresAreReadAsTemplatesAndLostInTheSecondRead) {
   const auto first = readFrom<ztCAD_TmplStructure>(
       R"(<template_structure name="T"><structure name="N"/><point name="P" center="1"/></template_structure>)");
   EXPECT_EQ(childrenOf(first), "point P, template_structure N");
@@ -254,7 +255,7 @@ TEST_F(TemplateStructure, NestedOnesAreReadAsTemplatesAndIgnoredInTheSecondRead)
 
 // ---------------------------------------------------------------------------------------------- clone and copy
 
-TEST_F(Structure, CreateEmptyIsOfTheSameClass) {
+TEST_F(Structure, CreateEmptyReturnsTheSameClass) {
   const ztCAD_Structure made = structure("S");
   const ztCAD_commonStructure* const empty = made.createEmpty();
   ASSERT_TRUE(dynamic_cast<const ztCAD_Structure*>(empty));
@@ -263,7 +264,7 @@ TEST_F(Structure, CreateEmptyIsOfTheSameClass) {
   EXPECT_TRUE(dynamic_cast<const ztCAD_TmplStructure*>(other));
 }
 
-TEST_F(Structure, CloneHasNestedOnesOfItsOwn) {
+TEST_F(Structure, CloneCopiesNestedStructures) {
   const auto made = readFrom<ztCAD_Structure>(
       R"(<structure name="S" comment="c"><structure name="N"><structure name="O"/></structure><structure name="Q"/>)" +
       pointXml + "</structure>");
@@ -280,7 +281,7 @@ TEST_F(Structure, CloneHasNestedOnesOfItsOwn) {
   EXPECT_EQ(written(made), before);
 }
 
-TEST_F(TemplateStructure, CloneIsATemplateAndNestedOnesKeepTheirClass) {
+TEST_F(TemplateStructure, CloneIsATemplateAndNestedStructuresKeepTheirClass) {
   ztCAD_Structure nested = structure("N");
   ztCAD_TmplStructure made;
   EXPECT_FALSE(made.addStructure(nested));
@@ -297,7 +298,7 @@ TEST_F(Structure, CloneCopiesOneOfEveryKind) {
   EXPECT_EQ(written(*made.clone()), written(made));
 }
 
-/// Reaches the copying that clones are made with.
+/// Makes the function that clones are copied with accessible.
 struct Cloning : ztCAD_Structure {
   using ztCAD_commonStructure::copyWithClones;
 };
@@ -324,26 +325,26 @@ TEST_F(Structure, CloningIntoAnotherReplacesEverything) {
   EXPECT_EQ(written(made), written(source));
 }
 
-/// A host's own class that makes no new ones, as the common class does not.
+/// A class of a host that creates no structures.
 struct Barren : ztCAD_Structure {
   ztCAD_commonStructure* createEmpty() const override { return nullptr; }
   ztCAD_commonStructure* clone() const override { return nullptr; }
 };
 
-TEST_F(Structure, OfAClassThatMakesNoNewOnesReadsNoNestedOnes) {
+TEST_F(Structure, AClassThatCreatesNoStructuresReadsNoNestedStructures) {
   Barren made;
   EXPECT_FALSE(read(made, R"(<structure name="S"><structure name="N"/>)" + pointXml + "</structure>"));
   EXPECT_EQ(childrenOf(made), "point P");
 }
 
-TEST_F(Structure, CloneLeavesOutNestedOnesThatCannotBeCloned) {
+TEST_F(Structure, CloneOmitsNestedStructuresThatCannotBeCloned) {
   Barren nested;
   ztCAD_Structure made = structure("S");
   EXPECT_FALSE(made.addStructure(nested));
   EXPECT_TRUE(made.clone()->structures().empty());
 }
 
-TEST_F(Structure, CopyHoldsTheSameNestedOnes) {
+TEST_F(Structure, CopySharesNestedStructures) {
   ztCAD_Structure nested = structure("N");
   ztCAD_Structure made = structure("S");
   addOneOfEach(made, nested, false);
@@ -356,7 +357,7 @@ TEST_F(Structure, CopyHoldsTheSameNestedOnes) {
   }
 }
 
-TEST_F(Structure, AssignmentToItselfChangesNothing) {
+TEST_F(Structure, SelfAssignmentChangesNothing) {
   ztCAD_Structure nested = structure("N");
   ztCAD_Structure made = structure("S");
   addOneOfEach(made, nested, false);
@@ -368,8 +369,8 @@ TEST_F(Structure, AssignmentToItselfChangesNothing) {
 
 // ------------------------------------------------------------------------------------------------- templates
 
-// A template is a second view of the same nested structures, a clone is a second set of them.
-TEST_F(TemplateStructure, SharesTheNestedOnesOfItsSource) {
+// A template shares the nested structures of its source; a clone copies them.
+TEST_F(TemplateStructure, SharesTheNestedStructuresOfItsSource) {
   ztCAD_Structure nested[] = {structure("N1"), structure("N2")};
   ztCAD_Structure source = structure("S");
   EXPECT_FALSE(source.addStructure(nested[0]));
@@ -384,7 +385,7 @@ TEST_F(TemplateStructure, SharesTheNestedOnesOfItsSource) {
   EXPECT_EQ(childrenOf(made), "structure changed, structure N2");
 }
 
-TEST_F(TemplateStructure, TakesPropertiesAndElementsUnderANewName) {
+TEST_F(TemplateStructure, CopiesPropertiesAndElementsUnderANewName) {
   ztCAD_Structure nested = structure("N");
   ztCAD_Structure source = structure("S");
   source.property().attributes().setComment("c");
@@ -398,7 +399,7 @@ TEST_F(TemplateStructure, TakesPropertiesAndElementsUnderANewName) {
   EXPECT_EQ(source.name().toStdString(), "S");
 }
 
-TEST_F(TemplateStructure, DoesNotSeeLaterChangesOfItsSource) {
+TEST_F(TemplateStructure, IsIndependentOfLaterChangesOfItsSource) {
   ztCAD_Structure nested = structure("N");
   ztCAD_Structure source = structure("S");
   addOneOfEach(source, nested, false);
@@ -410,14 +411,14 @@ TEST_F(TemplateStructure, DoesNotSeeLaterChangesOfItsSource) {
   EXPECT_EQ(made.property().lcs()->values(), twelveValues());
 }
 
-TEST_F(TemplateStructure, MayBeMadeOfATemplateAndTakeItsName) {
+TEST_F(TemplateStructure, CanBeCreatedFromATemplateWithTheSameName) {
   const auto source = named<ztCAD_TmplStructure>("T");
   bool nameIsFree = false;
   const ztCAD_TmplStructure made(source.name(), source, nameIsFree);
   EXPECT_EQ(made.name().toStdString(), "T");
 }
 
-TEST_F(TemplateStructure, IsNotReadWhenItsSourceWas) {
+TEST_F(TemplateStructure, DoesNotInheritTheReadStateOfItsSource) {
   const auto source = readFrom<ztCAD_Structure>(R"(<structure name="S"/>)");
   bool nameIsFree = false;
   const ztCAD_TmplStructure made("T", source, nameIsFree);
@@ -428,13 +429,13 @@ TEST_F(TemplateStructure, IsNotReadWhenItsSourceWas) {
 
 // ------------------------------------------------------------------------------------------------------ text
 
-TEST_F(Structure, TextOfAnEmptyOneIsItsHeader) {
+TEST_F(Structure, TextOfAnEmptyStructureIsItsHeader) {
   EXPECT_EQ(onlyText(ztCAD_Structure()), "structure, LCS, ;");
   EXPECT_EQ(onlyText(structure("S")), std::string("structure, LCS, ") + twelveText + ";");
   EXPECT_EQ(onlyText(ztCAD_TmplStructure()), "template_structure, MCS, ;");
 }
 
-TEST_F(Structure, TextTellsEveryContainerNestedOnesFirstSolidReferencesLast) {
+TEST_F(Structure, TextListsTheContainersFromNestedStructuresToSolidReferences) {
   ztCAD_Structure nested;
   ztCAD_Structure made;
   addOneOfEach(made, nested, true);
@@ -451,14 +452,14 @@ TEST_F(Structure, TextTellsEveryContainerNestedOnesFirstSolidReferencesLast) {
   EXPECT_EQ(all.back(), ';');
 }
 
-TEST_F(Structure, TextStandsEachElementBetweenBraces) {
+TEST_F(Structure, TextEnclosesEachElementInBraces) {
   ztCAD_Structure made;
   made.content().points.add(pointAt(ztCAD_Coord(1, 2, 3)));
   made.content().points.add(pointAt(ztCAD_Coord(4, 5, 6)));
   EXPECT_EQ(text(made, false), "structure, LCS,  [ {1, 2, 3;} {4, 5, 6;} ];");
 }
 
-TEST_F(Structure, TextThrowsWhenTheCoordinateSystemWasTakenAway) {
+TEST_F(Structure, TextThrowsWithoutACoordinateSystem) {
   ztCAD_Structure nested = structure("N");
   ztCAD_Structure made = structure("S");
   EXPECT_FALSE(made.addStructure(nested));
@@ -473,7 +474,7 @@ TEST_F(Structure, TextThrowsWhenTheCoordinateSystemWasTakenAway) {
 
 // ----------------------------------------------------------------------------------------------- unification
 
-TEST_F(Structure, NamesAreMadeUniqueAcrossKindsInTheOrderOfTheContainers) {
+TEST_F(Structure, NamesAreUnifiedAcrossKindsInContainerOrder) {
   const auto nested = [](const char* name) { return structure(name); };
   ztCAD_Structure first = nested("A");
   ztCAD_Structure made;
@@ -498,19 +499,19 @@ TEST_F(Structure, NamesAreMadeUniqueAcrossKindsInTheOrderOfTheContainers) {
             "structure A, structureRef A_$1");
 }
 
-TEST_F(Structure, NestedOnesAreUnifiedEachForItself) {
+TEST_F(Structure, NestedStructuresAreUnifiedSeparately) {
   auto made = readFrom<ztCAD_Structure>(
       R"(<structure name="A"><point name="A" center="1"/><structure name="A"><point name="A" center="1"/>)"
       R"(<structure name="A"><pointRef name="A"/><pointRef name="A"/></structure></structure></structure>)");
   EXPECT_TRUE(made.unifyNames());
-  EXPECT_EQ(made.name().toStdString(), "A") << "its own name is the business of its holder";
+  EXPECT_EQ(made.name().toStdString(), "A") << "its own name is unified by its holder";
   EXPECT_EQ(childrenOf(made), "point A_$1, structure A");
   const ztCAD_commonStructure& nested = *made.structures().front();
   EXPECT_EQ(childrenOf(nested), "point A_$1, structure A");
   EXPECT_EQ(childrenOf(*nested.structures().front()), "pointRef A, pointRef A_$1");
 }
 
-TEST_F(Structure, DetailsInsideAreNotEntered) {
+TEST_F(Structure, UnificationDoesNotEnterDetails) {
   auto made = readFrom<ztCAD_Structure>(R"(<structure name="S"><detail name="D"><point name="A" center="1"/>)"
                                         R"(<point name="A" center="1"/></detail></structure>)");
   EXPECT_TRUE(made.unifyNames());

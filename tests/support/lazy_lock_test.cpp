@@ -4,7 +4,6 @@
 #include <omp.h>
 #include <algorithm>
 #include <atomic>
-#include <chrono>
 #include <cstdint>
 #include <list>
 #include <stdexcept>
@@ -16,6 +15,15 @@ namespace {
 
 using ztcad::AppendGuard;
 using ztcad::LazyLock;
+
+// The OpenMP lock inside a LazyLock: omp_test_lock reports whether it is held without waiting, so no test
+// depends on how long another thread takes. An explicit instantiation may name a private member.
+omp_lock_t& ompLockOf(LazyLock& lock);
+template <auto Member>
+struct OmpLockAccess {
+  friend omp_lock_t& ompLockOf(LazyLock& lock) { return lock.*Member; }
+};
+template struct OmpLockAccess<&LazyLock::m_lock>;
 
 constexpr int threads = 4;
 
@@ -35,31 +43,23 @@ class Lock : public testing::Test {
     ztcad::parallelSettings() = ztParallel{1, count, count};
   }
 
-  /// Whether another thread gets the lock while this one does nothing. If not, gives up this thread's hold of it, so
-  /// that the other one can end. The lock is free afterwards.
-  static bool othersGetIn(LazyLock& lock, std::chrono::milliseconds patience) {
-    std::atomic<bool> entered{false};
-    std::thread other([&] {
-      lock.lock();
-      entered = true;
-      lock.unlock();
-    });
-    const auto end = std::chrono::steady_clock::now() + patience;
-    while (!entered && std::chrono::steady_clock::now() < end)
-      std::this_thread::yield();
-    const bool gotIn = entered;
-    if (!gotIn) lock.unlock();
-    other.join();
-    return gotIn;
+  /// Whether an initialised lock is held; asked in another thread, as a thread must not test a lock that it
+  /// holds.
+  static bool isHeld(LazyLock& lock) {
+    bool held = true;
+    std::thread([&] {
+      omp_lock_t& ompLock = ompLockOf(lock);
+      held = !omp_test_lock(&ompLock);
+      if (!held) omp_unset_lock(&ompLock);
+    }).join();
+    return held;
   }
-  static bool isHeld(LazyLock& lock) { return !othersGetIn(lock, std::chrono::milliseconds(50)); }
-  static bool isFree(LazyLock& lock) { return othersGetIn(lock, std::chrono::seconds(20)); }
 
  private:
   const ztParallel m_before = ztcad::parallelSettings();
 };
 
-TEST_F(Lock, ComesIntoBeingWhenFirstTaken) {
+TEST_F(Lock, IsInitialisedByItsFirstLock) {
   LazyLock lock;
   EXPECT_FALSE(lock.isInitialised());
   lock.lock();
@@ -68,7 +68,7 @@ TEST_F(Lock, ComesIntoBeingWhenFirstTaken) {
   EXPECT_TRUE(lock.isInitialised());
 }
 
-TEST_F(Lock, InitAndDestroyTwiceAreAsOnce) {
+TEST_F(Lock, RepeatedInitAndDestroyDoNothing) {
   LazyLock lock;
   lock.destroy();
   EXPECT_FALSE(lock.isInitialised());
@@ -80,11 +80,12 @@ TEST_F(Lock, InitAndDestroyTwiceAreAsOnce) {
   EXPECT_FALSE(lock.isInitialised());
 }
 
-TEST_F(Lock, AHeldLockIsNotInitialisedAnew) {
+TEST_F(Lock, InitKeepsAHeldLockHeld) {
   LazyLock lock;
   lock.lock();
-  lock.init();  // a second omp_init_lock would open it
+  lock.init();  // a second omp_init_lock would release it
   EXPECT_TRUE(isHeld(lock));
+  lock.unlock();
 }
 
 TEST_F(Lock, CanBeUsedAgainAfterDestroy) {
@@ -94,23 +95,44 @@ TEST_F(Lock, CanBeUsedAgainAfterDestroy) {
   lock.destroy();
   lock.lock();
   EXPECT_TRUE(isHeld(lock));
+  lock.unlock();
 }
 
-TEST_F(Lock, AThreadWaitsUntilTheHolderLetsGo) {
+TEST_F(Lock, IsHeldFromLockToUnlock) {
   LazyLock lock;
-  lock.lock();
-  EXPECT_TRUE(isHeld(lock));
-  EXPECT_TRUE(isFree(lock));
+  for (int round = 0; round < 2; ++round) {
+    lock.lock();
+    EXPECT_TRUE(isHeld(lock));
+    lock.unlock();
+    EXPECT_FALSE(isHeld(lock));
+  }
 }
 
-TEST_F(Lock, WorksWithoutTheLoadStepToo) {
+TEST_F(Lock, AThreadWaitsUntilTheHolderUnlocks) {
+  LazyLock lock;
+  std::atomic<bool> released{false};
+  lock.lock();
+  bool sawRelease = false;
+  std::thread other([&] {
+    lock.lock();
+    sawRelease = released;
+    lock.unlock();
+  });
+  released = true;
+  lock.unlock();
+  other.join();
+  EXPECT_TRUE(sawRelease);
+}
+
+TEST_F(Lock, WorksWithoutTheGuardLock) {
   ztcad::destroyGuardLock();
   LazyLock lock;
   lock.lock();
   EXPECT_TRUE(isHeld(lock));
+  lock.unlock();
 }
 
-TEST_F(Lock, GuardCanBeCreatedAndDestroyedAgainAndAgain) {
+TEST_F(Lock, GuardLockCanBeCreatedAndDestroyedRepeatedly) {
   for (int round = 0; round < 3; ++round) {
     ztcad::createGuardLock();
     ztcad::createGuardLock();
@@ -124,13 +146,13 @@ TEST_F(Lock, GuardCanBeCreatedAndDestroyedAgainAndAgain) {
 }
 
 // ---------------------------------------------------------------------------------------------------- many threads
-/// Lets two threads go on in the same moment, which sleeping barriers do not.
+/// Releases two threads at the same moment by spinning; threads leave a sleeping barrier one after the other.
 class StartingLine {
  public:
   void cross() {
     ++m_waiting;
     for (int spins = 0; m_waiting < 2; ++spins) {
-      if (spins > 10000) std::this_thread::yield();  // the other one may need this very processor
+      if (spins > 10000) std::this_thread::yield();  // the other thread may need this processor
     }
   }
 
@@ -138,12 +160,12 @@ class StartingLine {
   std::atomic<int> m_waiting{0};
 };
 
-TEST_F(Lock, FirstCallsOfTwoThreadsAtOnceMakeOneLock) {
-  // the moment in which two locks could come into being is short: try again and again
-  const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(400);
+TEST_F(Lock, ConcurrentFirstCallsInitialiseOneLock) {
+  // the window in which the lock could be initialised twice is short, hence many rounds
+  constexpr int rounds = 5000;
   int collisions = 0;
   int team = 0;
-  while (std::chrono::steady_clock::now() < end) {
+  for (int round = 0; round < rounds; ++round) {
     LazyLock lock;
     StartingLine line;
     std::atomic<int> inside{0};
@@ -164,7 +186,7 @@ TEST_F(Lock, FirstCallsOfTwoThreadsAtOnceMakeOneLock) {
   }
 }
 
-TEST_F(Lock, GuardedAppendsOfSeveralThreadsLoseNothing) {
+TEST_F(Lock, GuardedAppendsOfSeveralThreadsAreAllKept) {
   constexpr int appends = 20000;
   LazyLock lock;
   std::list<int> list;
@@ -188,7 +210,7 @@ TEST_F(Lock, GuardedAppendsOfSeveralThreadsLoseNothing) {
   }
 }
 
-TEST_F(Lock, EachThreadsAppendsKeepTheirOrder) {
+TEST_F(Lock, AppendsOfEachThreadKeepTheirOrder) {
   constexpr int appends = 5000;
   LazyLock lock;
   std::vector<std::pair<int, int>> list;
@@ -204,27 +226,28 @@ TEST_F(Lock, EachThreadsAppendsKeepTheirOrder) {
 }
 
 // -------------------------------------------------------------------------------------------------- the append guard
-TEST_F(Lock, WithOneThreadConfiguredAppendsTakeNoLock) {
+TEST_F(Lock, AppendsTakeNoLockWithOneThreadConfigured) {
   configureThreads(1);
   LazyLock lock;
   { const AppendGuard guard(lock); }
   EXPECT_FALSE(lock.isInitialised());
 }
 
-TEST_F(Lock, AnyOtherCountTakesTheLock) {
+TEST_F(Lock, AppendsTakeTheLockWithAnyOtherThreadCount) {
   for (const std::uint32_t count : {0U, 2U, 0xFFFFFFFFU}) {
     SCOPED_TRACE(count);
     configureThreads(count);
     LazyLock lock;
     {
       const AppendGuard guard(lock);
-      EXPECT_TRUE(lock.isInitialised());
+      ASSERT_TRUE(lock.isInitialised());
+      EXPECT_TRUE(isHeld(lock));
     }
-    EXPECT_TRUE(isFree(lock));
+    EXPECT_FALSE(isHeld(lock));
   }
 }
 
-TEST_F(Lock, TheModeDecidesWhichCountIsLookedAt) {
+TEST_F(Lock, TheModeSelectsTheThreadCount) {
   ztcad::parallelSettings() = ztParallel{1, 4, 1};
   LazyLock lock;
   { const AppendGuard guard(lock); }
@@ -234,17 +257,17 @@ TEST_F(Lock, TheModeDecidesWhichCountIsLookedAt) {
   EXPECT_TRUE(lock.isInitialised());
 }
 
-TEST_F(Lock, AnAppendThatThrowsLetsTheLockGo) {
+TEST_F(Lock, AnAppendThatThrowsReleasesTheLock) {
   LazyLock lock;
   const auto fail = [&] {
     const AppendGuard guard(lock);
     throw std::runtime_error("no memory");
   };
   EXPECT_THROW(fail(), std::runtime_error);
-  EXPECT_TRUE(isFree(lock));
+  EXPECT_FALSE(isHeld(lock));
 }
 
-TEST_F(Lock, ACountThatChangesInsideTheScopeDoesNotUnlockWhatIsFree) {
+TEST_F(Lock, TheGuardUnlocksOnlyWhatItLocked) {
   LazyLock lock;
   configureThreads(1);
   {
@@ -256,7 +279,8 @@ TEST_F(Lock, ACountThatChangesInsideTheScopeDoesNotUnlockWhatIsFree) {
     const AppendGuard guard(lock);
     configureThreads(1);
   }
-  EXPECT_TRUE(isFree(lock));
+  ASSERT_TRUE(lock.isInitialised());
+  EXPECT_FALSE(isHeld(lock));
 }
 
 }  // namespace

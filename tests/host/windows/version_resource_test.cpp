@@ -1,4 +1,4 @@
-// The version that Windows shows of the library in its file properties.
+// The version that Windows shows in the file properties of the library.
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -35,14 +35,14 @@ class VersionResource : public testing::Test {
   std::vector<char> m_data;
 };
 
-TEST_F(VersionResource, TellsTheVersionOfTheLibrary) {
+TEST_F(VersionResource, ContainsTheVersionAsText) {
   EXPECT_EQ(text("FileVersion"), ZTCAD_EXPECTED_VERSION);
   EXPECT_EQ(text("ProductVersion"), ZTCAD_EXPECTED_VERSION);
   EXPECT_EQ(text("ProductName"), "ztCAD");
   EXPECT_EQ(text("OriginalFilename"), "ztCAD.dll");
 }
 
-TEST_F(VersionResource, TellsItInNumbersToo) {
+TEST_F(VersionResource, ContainsTheVersionAsNumbers) {
   unsigned size = 0;
   const auto* const info = static_cast<const VS_FIXEDFILEINFO*>(value("\\", size));
   ASSERT_NE(info, nullptr);
