@@ -161,15 +161,6 @@ TEST(NameCounter, UniqueElementsAreNotRenamed) {
   EXPECT_EQ(elements.back().renamings(), 1);
 }
 
-TEST(NameCounter, RenamesElementsHeldByPointer) {
-  Named first("S"), second("S");
-  std::list<Named*> structures = {&first, &second};
-  ztcad::NameCounter counter;
-  ztcad::renameDuplicates(structures, counter);
-  EXPECT_EQ(first.name().toStdString(), "S");
-  EXPECT_EQ(second.name().toStdString(), "S_$1");
-}
-
 // a quadratic search for a free counter would not finish in reasonable time
 TEST(NameCounter, RenamesAMillionDuplicates) {
   constexpr std::size_t count = 1000000;
