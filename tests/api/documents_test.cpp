@@ -256,7 +256,7 @@ TEST(DeletingDocuments, CreatedElementsOutliveTheDocumentsThatCopiedThem) {
 }
 
 TEST(DeletingDocuments, TimeIsLinearInTheirNumberInAnyOrder) {
-  const double growth = timeGrowth(4000, [](int count) {
+  const double growth = timeGrowth(8000, [](int count) {
     std::vector<ztCAD_GMDDocument*> documents;
     for (int i = 0; i < count; ++i)
       documents.push_back(crtGMDDocument(""));

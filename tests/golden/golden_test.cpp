@@ -77,7 +77,7 @@ TEST_P(GoodDocument, LoadsFromAStringAsFromAFile) {
   EXPECT_EQ(textOf(fromString.document.get(), false), textOf(fromFile.document.get(), false));
 }
 
-TEST_P(GoodDocument, SavingWhatWasSavedGivesTheSameBytes) {
+TEST_P(GoodDocument, SavingTheSavedDocumentYieldsTheSameBytes) {
   const std::string saved = savedBytes(loadFile(pathOf(GetParam())).document.get());
   const TemporaryFiles files;
   const Loaded again = loadFile(files.put("saved.xml", saved));
