@@ -68,7 +68,7 @@ ZTCAD_API bool ztCAD_addToDetail(const ztCAD_Base* element, ztCAD_cmnDetail* det
 /// to make details, which no creation function makes. In a structure, `ztCAD_ElementStructure` makes a nested
 /// structure, which belongs to the library until it is unloaded.
 ///
-/// An element must have the following, or it does not read back from a saved file:
+/// Without the following, a saved element is lost or fails to read when the file is loaded:
 /// - points and spheres: a centre;
 /// - details: mass-inertia data;
 /// - mass-inertia elements: data, without which they are not written, and the method "MIP", which they start
@@ -79,8 +79,8 @@ ZTCAD_API bool ztCAD_addToDetail(const ztCAD_Base* element, ztCAD_cmnDetail* det
 /// of lines, solids and spheres, which are written as the format requires. Soundness (`ztCAD_isSound`) asks
 /// for more: a radius of a sphere, and for a detail that was built `ztCAD_setReadOk`.
 ///
-/// Levels are checked when a detail is appended, not when it is filled: a document that ends up deeper than
-/// 256 levels is saved, and refused when it is loaded.
+/// The depth is checked when elements are added and structures nested, not when a detail is filled: details
+/// filled later can make a document deeper than 256 levels, which is saved, and refused when it is loaded.
 /// @return the new element; null if it was not added
 /// @{
 ZTCAD_API ztCAD_Base* ztCAD_appendToDoc(ztCAD_GMDDocument* document, int32_t kind);

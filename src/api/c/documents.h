@@ -136,7 +136,7 @@ ZTCAD_API void SaveGMDDocument_nostl(ztCAD_GMDDocument* document, const char* fi
 /// `crtGMDDocumentFromFile_nostl`, 110 for a null document, for which `ClearGMDDoc` is not run.
 ///
 /// If the file does not load, the elements at the top level of the document are unchanged, but the nested
-/// structures that the older calls read are gone all the same, in this and in every other document.
+/// structures that the older calls read are gone nevertheless, in this and in every other document.
 /// `ztCAD_reloadDocument` has no such effect.
 ZTCAD_API void UpdateGMDDoc_nostl(ztCAD_GMDDocument* document, const char* fileName,
                                   ZTCAD_OUT(int32_t) resultCode, ZTCAD_OUT(bool) fault);
