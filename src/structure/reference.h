@@ -29,12 +29,14 @@ class ZTCAD_API ztCAD_commonRef : public ztCAD_Base, public ztCAD_INode, public 
   const ztCAD_LCS& lcs() const { return m_lcs; }
   /// Sets the values of the placement; `isLocal` of `lcs` is ignored.
   void setLcs(const ztCAD_LCS& lcs);
+
+  // Each member has its own comment: Doxygen does not pass that of a group on to the instances of a template.
   /// What is placed: name and file of the template. The C++ reference is valid as long as this object.
-  /// @{
   const ztCAD_gArche& archetype() const { return *m_archetype; }
+  /// The same, to be changed.
   ztCAD_gArche& archetype() { return *m_archetype; }
+  /// Copies name and file of a template.
   void setArchetype(const ztCAD_gArche& archetype) { *m_archetype = archetype; }
-  /// @}
 
   /// The tag of the reference's XML element, which also opens its text.
   virtual QString elementName() const = 0;
@@ -55,10 +57,9 @@ class ZTCAD_API ztCAD_commonRef : public ztCAD_Base, public ztCAD_INode, public 
   /// @param nameIsFree output, always true, also for the second of two references of one name
   ztCAD_commonRef(const QString& name, const ztCAD_LCS& lcs, const Template& source, bool& nameIsFree);
   /// Copies everything: placement, properties and what is placed.
-  /// @{
   ztCAD_commonRef(const ztCAD_commonRef& other);
+  /// Replaces everything by a copy.
   ztCAD_commonRef& operator=(const ztCAD_commonRef& other);
-  /// @}
   ~ztCAD_commonRef() override;
 
  private:
