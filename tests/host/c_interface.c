@@ -318,7 +318,7 @@ static void header(ztCAD_GMDDocument* document) {
 /* ------------------------------------------------------------------------------------------------------ there and back */
 
 /* What every kind of element was saved with comes back, by index and by list. */
-static void loaded(ztCAD_GMDDocument* document) {
+static void checkLoaded(ztCAD_GMDDocument* document) {
   int32_t kinds = 0;
   for (int32_t kind = ztCAD_ElementNone; kind <= ztCAD_ElementSphere; ++kind) {
     const int32_t count = ztCAD_countInDoc(document, kind);
@@ -351,10 +351,10 @@ static void saveAndLoad(ztCAD_GMDDocument* document, const char* fileName) {
   SaveGMDDocument_nostl(document, fileName);
   ztCAD_GMDDocument* const read = crtGMDDocumentFromFile_nostl(fileName, &code, &fault);
   EXPECT(code == 0 && !fault);
-  loaded(read);
+  checkLoaded(read);
   UpdateGMDDoc_nostl(read, fileName, &code, &fault);
   EXPECT(code == 0 && !fault);
-  loaded(read);
+  checkLoaded(read);
   UpdateGMDDoc_nostl(read, "no such file", &code, &fault);
   EXPECT(code == 100 && !fault);
   DeleteGMDDoc(read);
@@ -371,12 +371,12 @@ static void saveAndLoadWithOutcome(ztCAD_GMDDocument* document, const char* file
   ztCAD_GMDDocument* const read = ztCAD_loadDocument(fileName, &outcome);
   EXPECT(read && outcome.code == ztCAD_ResultLoaded && !outcome.fault);
   ClearGMDDoc(); /* its nested structures are its own */
-  loaded(read);
+  checkLoaded(read);
   EXPECT(!ztCAD_reloadDocument(read, "no such file", &outcome));
   EXPECT(outcome.code == ztCAD_ResultFileMissing && !strcmp(outcome.message, "no such file"));
-  loaded(read);
+  checkLoaded(read);
   EXPECT(ztCAD_reloadDocument(read, fileName, NULL));
-  loaded(read);
+  checkLoaded(read);
   ztCAD_endDocument(read);
 
   EXPECT(!ztCAD_loadDocumentFromText("<GMD>\n<point", -1, &outcome));
