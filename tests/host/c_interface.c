@@ -346,8 +346,8 @@ static void checkLoaded(ztCAD_GMDDocument* document) {
 static void saveAndLoad(ztCAD_GMDDocument* document, const char* fileName) {
   int32_t code = -1;
   bool fault = true;
-  remove(fileName);                    /* what an earlier run left must not be what is looked at */
-  EXPECT(!checkGMDDocument(document)); /* a detail in a structure is sound once it was read */
+  remove(fileName);                    /* the file of an earlier run must not be checked */
+  EXPECT(!checkGMDDocument(document)); /* a detail in a structure passes the check only after it was read */
   SaveGMDDocument_nostl(document, fileName);
   ztCAD_GMDDocument* const read = crtGMDDocumentFromFile_nostl(fileName, &code, &fault);
   EXPECT(code == 0 && !fault);
