@@ -317,7 +317,7 @@ static void header(ztCAD_GMDDocument* document) {
 
 /* ------------------------------------------------------------------------------------------------------ there and back */
 
-/* What every kind of element was saved with comes back, by index and by list. */
+/* Checks a loaded document: one element of every kind, by index and by list. */
 static void checkLoaded(ztCAD_GMDDocument* document) {
   int32_t kinds = 0;
   for (int32_t kind = ztCAD_ElementNone; kind <= ztCAD_ElementSphere; ++kind) {
