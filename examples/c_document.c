@@ -37,16 +37,22 @@ static void print(ztCAD_GMDDocument* document) {
   }
 }
 
+static int fail(const char* what, const ztCAD_Outcome* outcome) {
+  fprintf(stderr, "%s: %s (code %d)\n", what, outcome->message, (int)outcome->code);
+  return EXIT_FAILURE;
+}
+
 int main(void) {
+  ztCAD_Outcome outcome;
   ztCAD_GMDDocument* document = crtGMDDocument_nostl("made in C");
   addSolid(document);
-  SaveGMDDocument_nostl(document, "solid.xml");
-  DeleteGMDDoc(document);
+  const bool saved = ztCAD_saveDocument(document, "solid.xml", &outcome);
+  ztCAD_endDocument(document);
+  if (!saved) return fail("cannot save", &outcome);
 
-  int32_t code = 0;
-  bool fault = false;
-  document = crtGMDDocumentFromFile_nostl("solid.xml", &code, &fault);
+  document = ztCAD_loadDocument("solid.xml", &outcome);
+  if (!document) return fail("cannot load", &outcome);
   print(document);
-  DeleteGMDDoc(document);
-  return code == 0 && !fault ? EXIT_SUCCESS : EXIT_FAILURE;
+  ztCAD_endDocument(document);
+  return outcome.code == ztCAD_ResultLoaded ? EXIT_SUCCESS : fail("loaded", &outcome);
 }

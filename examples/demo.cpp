@@ -17,6 +17,13 @@ std::string bytesOf(const std::filesystem::path& file) {
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
+bool save(ztCAD_GMDDocument* document, const std::filesystem::path& file) {
+  ztCAD_Outcome outcome;
+  const bool saved = ztCAD_saveDocument(document, file.string().c_str(), &outcome);
+  if (!saved) std::cout << "   cannot save " << file.string() << ": " << outcome.message << "\n";
+  return saved;
+}
+
 std::string textForm(const ztCAD_GMDDocument* document) {
   std::string text;
   GMDDocumentToString(document, text, true);

@@ -9,13 +9,13 @@
 /// Helpers shared by the steps of the demo.
 namespace demo {
 
-/// Owns a document and deletes it at the end of the scope.
+/// Owns a document, which may be null, and ends it at the end of the scope.
 class Document {
  public:
   explicit Document(ztCAD_GMDDocument* document) : m_document(document) {}
   Document(const Document&) = delete;
   Document& operator=(const Document&) = delete;
-  ~Document() { DeleteGMDDoc(m_document); }
+  ~Document() { ztCAD_endDocument(m_document); }
   operator ztCAD_GMDDocument*() const { return m_document; }
 
  private:
@@ -64,6 +64,8 @@ struct Position {
 /// A coordinate owned by the library, as most creation functions take it.
 inline ztCAD_Coord* coord(const Position& at) { return crtCoord(&at.x, &at.y, &at.z); }
 
+/// Saves the document; prints the reason if that fails. Returns whether it was saved.
+bool save(ztCAD_GMDDocument* document, const std::filesystem::path& file);
 /// The content of a file.
 std::string bytesOf(const std::filesystem::path& file);
 /// The document in its human-readable text form.

@@ -93,14 +93,14 @@ void mechanism(const std::filesystem::path& folder, Checklist& checklist) {
   const Document built(crtGMDDocument("crank and coupler"));
   addStructureToDoc(crankOnPlate(), built);
   addBolts(built);
-  SaveGMDDocument(built, file);
+  checklist.expect(save(built, file), "it is saved");
   printFile(file);
 
-  std::int32_t code = -1;
-  bool fault = true;
-  const Document loaded(crtGMDDocumentFromFile(file, code, fault));
-  checklist.expect(code == 0 && !fault && checkGMDDocument(loaded),
+  ztCAD_Outcome outcome;
+  const Document loaded(ztCAD_loadDocument(file.c_str(), &outcome));
+  checklist.expect(loaded && outcome.code == ztCAD_ResultLoaded && !outcome.fault,
                    "it loads with result code 0 and passes the check");
+  if (!loaded) return;
   const auto& structures = *ztCAD_getStructures(loaded);
   const std::string nesting = structures.empty() ? "" : outline(structures.front());
   checklist.expect(nesting == "mechanism > crank > coupler",

@@ -83,15 +83,10 @@ int meshToDocument(const std::string& input, const std::string& output) {
     std::cout << "   " << name << ": " << mesh.mNumVertices << " vertices, "
               << solid->faces().indices().size() / 3 << " facets\n";
   }
-  SaveGMDDocument(document, output);
-
-  std::int32_t code = -1;
-  bool fault = true;
-  UpdateGMDDoc(document, output, code,
-               fault);  // SaveGMDDocument reports no outcome, so the file is loaded again
-  const bool saved = code == 0 && !fault && ztCAD_getTriangles(document)->size() == scene->mNumMeshes;
-  DeleteGMDDoc(document);
-  return saved ? 0 : fail(output + " cannot be written");
+  ztCAD_Outcome outcome;
+  const bool saved = ztCAD_saveDocument(document, output.c_str(), &outcome);
+  ztCAD_endDocument(document);
+  return saved ? 0 : fail(output + " cannot be written: " + outcome.message);
 }
 
 // ------------------------------------------------------------------------------------------ document to mesh
@@ -180,12 +175,15 @@ std::string formatOf(const Assimp::Exporter& exporter, const std::string& file) 
 }
 
 int documentToMesh(const std::string& input, const std::string& output) {
-  std::int32_t code = -1;
-  bool fault = false;
-  ztCAD_GMDDocument* const document = crtGMDDocumentFromFile(input, code, fault);
-  if (code != 0) return fail(input + " cannot be loaded: result code " + std::to_string(code));
+  struct End {
+    void operator()(ztCAD_GMDDocument* loaded) const { ztCAD_endDocument(loaded); }
+  };
+  ztCAD_Outcome outcome;
+  const std::unique_ptr<ztCAD_GMDDocument, End> document(ztCAD_loadDocument(input.c_str(), &outcome));
+  if (!document || outcome.code != ztCAD_ResultLoaded)
+    return fail(input + " cannot be loaded: " + outcome.message);
   std::vector<const ztCAD_Triangle*> solids;
-  for (const ztCAD_Triangle* solid : solidsOf(document)) {
+  for (const ztCAD_Triangle* solid : solidsOf(document.get())) {
     if (indicesAreInRange(*solid)) {
       solids.push_back(solid);
     } else {
@@ -200,7 +198,6 @@ int documentToMesh(const std::string& input, const std::string& output) {
   const std::unique_ptr<aiScene> scene = sceneOf(solids);
   const bool written = exporter.Export(scene.get(), format, output) == aiReturn_SUCCESS;
   std::cout << "   " << solids.size() << " solids\n";
-  DeleteGMDDoc(document);
   return written ? 0 : fail(output + ": " + exporter.GetErrorString());
 }
 

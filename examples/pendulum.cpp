@@ -77,25 +77,26 @@ void pendulum(const std::filesystem::path& folder, Checklist& checklist) {
   buildRig(rig);
 
   checklist.step("Build and save a pendulum rig");
-  SaveGMDDocument(rig, file);
+  checklist.expect(save(rig, file), "it is saved");
   printFile(file);
   checklist.expect(bytesOf(file).rfind("<?xml version=\"1.0\" encoding=\"windows-1251\"?>", 0) == 0,
                    "the file begins with its XML declaration");
 
   checklist.step("Load the file");
-  std::int32_t code = -1;
-  bool fault = true;
-  const Document loaded(crtGMDDocumentFromFile(file, code, fault));
-  std::cout << "   result code " << code << ", fault " << fault << "\n";
+  ztCAD_Outcome outcome;
+  const Document loaded(ztCAD_loadDocument(file.c_str(), &outcome));
+  std::cout << "   result code " << outcome.code << ", fault " << outcome.fault << "\n";
+  checklist.expect(loaded && outcome.code == ztCAD_ResultLoaded && !outcome.fault,
+                   "it loads with result code 0 and no fault");
+  if (!loaded) return;
   print(textForm(loaded));
-  checklist.expect(code == 0 && !fault, "it loads with result code 0 and no fault");
   checklist.expect(ztCAD_getPoints(loaded)->size() == 4 && ztCAD_getTmplPoints(loaded)->size() == 1,
                    "it holds four points and one template point");
   checklist.expect(checkGMDDocument(loaded), "the document check passes");
   const std::string again = (folder / "again.xml").string();
-  SaveGMDDocument(loaded, again);
-  const Document twice(crtGMDDocumentFromFile(again, code, fault));
-  checklist.expect(textForm(twice) == textForm(loaded),
+  const bool saved = save(loaded, again);
+  const Document twice(ztCAD_loadDocument(again.c_str(), &outcome));
+  checklist.expect(saved && twice && textForm(twice) == textForm(loaded),
                    "after another save and load the document is the same");
 }
 
@@ -105,9 +106,9 @@ void duplicateNames(const std::filesystem::path& folder, Checklist& checklist) {
   for (const double x : {0.0, 1.0, 2.0})
     addPoint(document, "hinge", {x, 0, 0}, {});
   std::cout << "   before:" << namesOf(document) << "\n";
-  SaveGMDDocument(document, (folder / "duplicates.xml").string());
+  const bool saved = save(document, folder / "duplicates.xml");
   std::cout << "   after: " << namesOf(document) << "\n";
-  checklist.expect(namesOf(document) == " hinge hinge_$1 hinge_$2", "each name occurs once");
+  checklist.expect(saved && namesOf(document) == " hinge hinge_$1 hinge_$2", "each name occurs once");
 
   std::string corrected;
   const bool changed = doCorrectName("2nd hinge", corrected, "");
@@ -128,11 +129,11 @@ void brokenFiles(const std::filesystem::path& folder, Checklist& checklist) {
   for (const Case& broken : cases) {
     const std::filesystem::path file = folder / ("broken-" + std::to_string(broken.code) + ".xml");
     if (broken.text) std::ofstream(file) << broken.text;
-    std::int32_t code = -1;
-    bool fault = false;
-    const Document document(crtGMDDocumentFromFile(file.string(), code, fault));
-    checklist.expect(code == broken.code && ztCAD_getPoints(document)->empty(),
-                     std::string(broken.what) + ": result code " + std::to_string(code));
+    ztCAD_Outcome outcome;
+    const Document document(ztCAD_loadDocument(file.string().c_str(), &outcome));
+    checklist.expect(!document && outcome.code == broken.code, std::string(broken.what) + ": result code " +
+                                                                   std::to_string(outcome.code) + ", \"" +
+                                                                   outcome.message + "\"");
   }
 }
 

@@ -188,17 +188,20 @@ class Inventory {
 }  // namespace
 
 bool report(const std::string& file) {
-  std::int32_t code = -1;
-  bool fault = false;
-  const Document document(crtGMDDocumentFromFile(file, code, fault));
-  std::cout << file << "\n   result code " << code;
-  if (code == 0 || code == 120)
-    std::cout << (fault ? ", some element could not be read" : ", every element was read") << ", the check "
-              << (checkGMDDocument(document) ? "passes" : "fails");
-  std::cout << "\n";
+  ztCAD_Outcome outcome;
+  const Document document(ztCAD_loadDocument(file.c_str(), &outcome));
+  std::cout << file << "\n   result code " << outcome.code;
+  if (!document) {
+    std::cout << ": " << outcome.message;
+    if (outcome.line > 0) std::cout << ", line " << outcome.line << ", column " << outcome.column;
+    std::cout << "\n";
+    return false;
+  }
+  std::cout << (outcome.fault ? ", some element could not be read" : ", every element was read")
+            << ", the check " << (outcome.code == ztCAD_ResultLoaded ? "passes" : "fails") << "\n";
   const ztCAD_GMDDocument& loaded = *document;
   Inventory(loaded.content()).print();
-  return code == 0;
+  return outcome.code == ztCAD_ResultLoaded;
 }
 
 }  // namespace demo

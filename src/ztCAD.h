@@ -1,7 +1,8 @@
 #pragma once
 
 /// @file
-/// Everything that a host needs: the exported functions and the classes that they work on.
+/// The whole interface for C++ hosts built by the compiler of the library: exported functions and the classes
+/// that they work on.
 
 #include <ztCAD/version.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 /// @file
-/// Everything that a host in C needs, and a host in C++ that was built by another compiler than the library: functions
-/// that take and give numbers, addresses and zero-terminated text, and nothing else. C11.
+/// The whole interface for hosts in C, and for hosts in C++ built by another compiler than the library:
+/// functions that pass only numbers, addresses and zero-terminated text. C11.
 
 #include <ztCAD/version.h>
 

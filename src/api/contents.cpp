@@ -124,8 +124,8 @@ bool addDetailRefToStructure(const ztCAD_DetailRef* element, ztCAD_commonStructu
 }
 
 bool addStructureToStructure(const ztCAD_commonStructure* element, ztCAD_commonStructure* structure) {
-  // const for the sake of the family: what is nested stays the host's to change, and names in it are made
-  // unique
+  // The parameter is const like that of the other add functions, but the host and the unification of names
+  // may change the nested structure.
   return guarded(notAdded, [&] {
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): see above
     return !element || !structure || structure->addStructure(const_cast<ztCAD_commonStructure&>(*element));

@@ -7,12 +7,13 @@
 #include "c/fields.h"
 
 /// @file
-/// The containers of documents. Functions that add and remove stand in c/contents.h, those that count in
-/// c/counted_contents.h.
+/// The containers of documents. c/contents.h declares the functions that add and remove elements,
+/// c/counted_contents.h access by index and kind.
 
 extern "C" {
 
-/// A document's own container, null for a null document. It lives as long as the document; loading replaces what is in it.
+/// The document's own container; null for a null document. Valid as long as the document; loading replaces
+/// its elements.
 /// @{
 ZTCAD_API ztCAD_Cont<ztCAD_Structure>* ztCAD_getStructures(ztCAD_GMDDocument* document);
 ZTCAD_API ztCAD_Cont<ztCAD_StructureRef>* ztCAD_getStructuresRef(ztCAD_GMDDocument* document);

@@ -16,7 +16,7 @@ namespace {
 constexpr bool notAdded = true;
 ztCAD_Base* const none = nullptr;
 
-/// Const containers are those of nested structures; what they hold is the host's to change all the same.
+/// Containers of nested structures are const, but the structures that they point to are not.
 template <typename Container>
 ztCAD_Base* elementAt(Container& elements, std::int32_t index) {
   const std::int32_t count = ztcad::countOf(elements.size());
@@ -38,7 +38,8 @@ std::int32_t list(Container& elements, ztCAD_Base** array, std::int32_t capacity
 template <typename Container>
 using ElementOf = typename Container::value_type;
 
-/// Whether elements of this kind fit into the holder without nesting too deep; only structures lie at any depth.
+/// Whether an element of this kind can be added without exceeding the depth limit. Only structures can be
+/// nested deeply.
 template <typename Kind>
 bool hasRoomFor(const ztCAD_commonStructure& structure) {
   return structure.hasRoomFor(Kind::levels);
@@ -51,7 +52,7 @@ bool hasRoomFor(const Holder& /*holder*/) {
 template <typename Holder>
 using ContentOf = std::decay_t<decltype(std::declval<Holder&>().content())>;
 
-// The same work for all holders; a structure's list of nested structures comes before.
+// Shared by all holders. The exported functions handle a structure's list of nested structures themselves.
 
 template <typename Holder>
 std::int32_t count(const Holder* holder, std::int32_t kind) noexcept {

@@ -10,11 +10,11 @@ class ztCAD_GMDDocument;
 
 namespace ztcad {
 
-/// Owns what the creation functions hand out, until the library is unloaded.
+/// Owns what the creation functions return, until the library is unloaded.
 ///
-/// Elements are then destroyed. Of records (coordinates, colours, lists of facets, ...) and of documents that
-/// the host did not delete only the memory is given back, without their destructors: a host that is ending
-/// may have taken away what those would touch. What such an object owns itself is therefore lost.
+/// Elements are then destroyed. Records (coordinates, colours, lists of facets, ...) and documents that the
+/// host did not delete are freed without running their destructors, because a host that is ending may already
+/// have released what the destructors would use. What such an object owns is leaked.
 class CreatedObjects {
  public:
   CreatedObjects() = default;
@@ -40,27 +40,26 @@ class CreatedObjects {
     m_documents.insert(document.get());
     return document.release();
   }
-  /// Takes a document out of the registry; nothing when it is not one that is alive.
+  /// Removes a document from the registry and returns it; null for any pointer that is no live document.
   std::unique_ptr<ztCAD_GMDDocument> takeDocument(ztCAD_GMDDocument* document);
 
  private:
   std::vector<std::unique_ptr<ztCAD_Base>> m_elements;
   std::vector<void*> m_records;
-  std::unordered_set<ztCAD_GMDDocument*>
-      m_documents;  // apart from the records: deleting one searches nothing
+  std::unordered_set<ztCAD_GMDDocument*> m_documents;  // a set: deleting a document takes constant time
 };
 
 CreatedObjects& createdObjects();
-/// Part of the unload step.
+/// Empties the registry; part of the unload step.
 void releaseCreatedObjects();
 
-/// Makes an object on the heap and hands it to the registry of elements.
+/// Creates an object that the registry of elements owns.
 template <typename Element, typename... Arguments>
 Element* createElement(Arguments&&... arguments) {
   return createdObjects().keepElement(std::make_unique<Element>(std::forward<Arguments>(arguments)...));
 }
 
-/// The same for the registry of records.
+/// Creates an object that the registry of records owns.
 template <typename Record, typename... Arguments>
 Record* createRecord(Arguments&&... arguments) {
   return createdObjects().keepRecord(std::make_unique<Record>(std::forward<Arguments>(arguments)...));

@@ -22,7 +22,7 @@ ztCAD_GMDDocument* createDocument(const std::string& inform) {
   return ztcad::createdObjects().keepDocument(std::make_unique<ztCAD_GMDDocument>(inform));
 }
 
-/// The outputs hold the failure values until loading knows better. A file name by pointer may be null.
+/// The outputs hold the failure values until the load succeeds. A file name that is a pointer may be null.
 template <typename Name>
 void load(ztCAD_GMDDocument* document, const Name& fileName, std::int32_t& resultCode, bool& fault) noexcept {
   const std::int32_t failure = ztCAD_GMDDocument::NotParsed;
@@ -48,7 +48,7 @@ void update(ztCAD_GMDDocument* document, const Name& fileName, std::int32_t& res
   load(document, fileName, resultCode, fault);
 }
 
-/// @param message output, not that of the host, which may be the same object as the text
+/// @param message output; not the host's own object, which may be the same as `xml`
 template <typename Text>
 ztCAD_GMDDocument* parse(const Text& xml, bool& parsed, std::string& message, int& line,
                          int& column) noexcept {
@@ -62,8 +62,8 @@ ztCAD_GMDDocument* parse(const Text& xml, bool& parsed, std::string& message, in
 }
 
 std::string textOf(const ztCAD_GMDDocument& document, bool textForm) {
-  QString told;
-  return textForm ? ztcad::toNarrow(document.toText(told, true)) : document.xmlText();
+  QString out;
+  return textForm ? ztcad::toNarrow(document.toText(out, true)) : document.xmlText();
 }
 
 /// Copies as much of a UTF-8 text as the buffer holds, cut after a whole character.
@@ -76,7 +76,7 @@ void cutInto(char* buffer, std::int32_t size, std::string_view text) noexcept {
   buffer[text.copy(buffer, length)] = '\0';
 }
 
-/// Fills the outcome of a call; null is fine.
+/// Fills every field of an outcome, which may be null.
 void report(ztCAD_Outcome* outcome, std::int32_t code, std::string_view message) noexcept {
   if (!outcome) return;
   *outcome = {};
@@ -96,7 +96,7 @@ constexpr std::int32_t notParsed = ztCAD_ResultNotParsed;
 constexpr std::string_view noMemory = "out of memory, or another failure inside the library";
 constexpr std::string_view noDocument = "no document was given";
 
-/// @param load gives a `LoadOutcome` for a loader
+/// @param load called with a `DocumentLoader`; returns its `LoadOutcome`
 template <typename Load>
 bool loadInto(ztCAD_GMDDocument& document, ztCAD_Outcome* outcome, Load&& load) {
   ztcad::DocumentLoader loader(document, ztcad::NestedOwner::Document);
@@ -136,17 +136,17 @@ ztCAD_GMDDocument* crtGMDDocumentFromFile_nostl(const char* fileName, std::int32
 
 ztCAD_GMDDocument* crtGMDDocumentFromStdString(const std::string& xml, bool& parsed, std::string& message,
                                                int& line, int& column) {
-  std::string told;
-  ztCAD_GMDDocument* const document = parse(xml, parsed, told, line, column);
-  message.swap(told);
+  std::string parserMessage;
+  ztCAD_GMDDocument* const document = parse(xml, parsed, parserMessage, line, column);
+  message.swap(parserMessage);
   return document;
 }
 
 ztCAD_GMDDocument* crtGMDDocumentFromStdString_nostl(const char* xml, bool& parsed, char* message,
                                                      std::int32_t messageSize, int& line, int& column) {
-  std::string told;
-  ztCAD_GMDDocument* const document = parse(xml, parsed, told, line, column);
-  cutInto(message, messageSize, told);
+  std::string parserMessage;
+  ztCAD_GMDDocument* const document = parse(xml, parsed, parserMessage, line, column);
+  cutInto(message, messageSize, parserMessage);
   return document;
 }
 
@@ -159,7 +159,7 @@ void GMDDocumentToString(const ztCAD_GMDDocument* document, std::string& text, b
 
 std::int64_t GMDDocumentToString_nostl(const ztCAD_GMDDocument* document, bool textForm, char* text,
                                        std::int64_t size) {
-  return ztcad::giveText(
+  return ztcad::writeText(
       text, size, [&] { return document ? std::optional(textOf(*document, textForm)) : std::nullopt; });
 }
 

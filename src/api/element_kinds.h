@@ -7,7 +7,7 @@
 #include "../core/document/orders.h"
 #include "c/types.h"
 
-/// From the kinds of the C boundary, which are numbers, to classes and containers.
+/// Maps the kind numbers of the C interface to classes and containers.
 
 namespace ztcad {
 
@@ -18,7 +18,7 @@ namespace ztcad {
 #undef ZTCAD_KIND
 
 /// Calls `use` with the container of that kind in `content`.
-/// @return the result of `use`; `otherwise` where the holder has no such container
+/// @return the result of `use`; `otherwise` if the content has no such container
 template <typename Content, typename Result, typename Use>
 Result withContainer(Content& content, std::int32_t number, Result otherwise, Use&& use) {
   anyKind<std::remove_const_t<Content>>([&](auto kind) {
@@ -30,7 +30,7 @@ Result withContainer(Content& content, std::int32_t number, Result otherwise, Us
   return otherwise;
 }
 
-/// Calls `use(element, kind)` with the element as an object of its own class, if the kind has all the fields.
+/// Calls `use(element, kind)` with the element cast to its own class, if its kind has all the fields.
 /// @tparam fields  `KindFields`
 /// @param  element a `ztCAD_Base` or `const ztCAD_Base`; may be null
 /// @return the result of `use`; `otherwise` for null, for kinds without the fields and for unknown classes
@@ -48,7 +48,7 @@ Result withKind(Base* element, Result otherwise, Use&& use) {
   return otherwise;
 }
 
-/// Calls `use(element)` for an element that has the fields.
+/// Calls `use(element)` likewise.
 template <unsigned fields, typename Base, typename Result, typename Use>
 Result withFields(Base* element, Result otherwise, Use&& use) {
   return withKind<fields>(element, otherwise, [&use](auto& known, auto /*kind*/) { return use(known); });

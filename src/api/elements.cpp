@@ -11,14 +11,14 @@ using ztcad::guarded;
 
 namespace {
 
-/// Makes a named element from its parts, each given by pointer; null when one of them is missing.
+/// Creates a named element from its parts; null if one of them is null.
 template <typename Element, typename... Parts>
 Element* createNamed(const std::string& name, bool& nameIsFree, const Parts*... parts) {
   if (!(parts && ...)) return nullptr;
   return ztcad::createElement<Element>(ztcad::fromNarrow(name), *parts..., nameIsFree);
 }
 
-/// The same behind the door; a name by pointer may be null.
+/// The same for an exported function: the name may be null, and no exception passes.
 template <typename Element, typename Name, typename... Parts>
 Element* create(const Name& name, bool& nameIsFree, const Parts*... parts) noexcept {
   nameIsFree = true;
@@ -40,7 +40,7 @@ void setProperties(const Record& record, Element* element) noexcept {
   });
 }
 
-/// Ends the program, also when there is no memory for the point's name.
+/// Ends the program, even if there is no memory to print the point's name.
 void stopForMissingCoordinates(const ztCAD_Point& point) noexcept {
   guarded(
       [&] { qFatal("getPointCoord: the point \"%s\" has no coordinates", qUtf8Printable(point.name())); });
@@ -236,7 +236,7 @@ void setMIP_nostl(const ztCAD_MIP* record, ztCAD_Sphere* sphere) { setMIP(record
 
 namespace {
 
-/// What both records have, from what C hosts give, where they give it.
+/// The fields that both records have, from the arguments of a C host.
 template <typename Record>
 Record describedBy(const char* comment, const char* inform, const ztCAD_LCS* lcs) {
   Record record;

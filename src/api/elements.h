@@ -7,12 +7,13 @@
 #include "c/elements.h"
 
 /// @file
-/// Elements, templates and references with names as `std::string`, and their properties from records. What each function
-/// does, and what holds for all, stands in c/elements.h, under the same name with `_nostl` behind it.
+/// Elements, templates and references with names as `std::string`, and their properties from records.
+/// c/elements.h documents each function under the same name with the suffix `_nostl`, and states the rules
+/// that apply to all.
 
 extern "C" {
 
-/// An element by a `std::string`; as its twin with `_nostl` behind the name.
+/// An element, with its name as `std::string`; otherwise like the function with the suffix `_nostl`.
 /// @{
 ZTCAD_API ztCAD_Point* crtPoint(const std::string& name, const ztCAD_Coord* center, bool& nameIsFree);
 ZTCAD_API ztCAD_Sphere* crtSphere(const std::string& name, const ztCAD_Coord* center, double radius,
@@ -23,7 +24,7 @@ ZTCAD_API ztCAD_ElementMIP* crtMipElement(const std::string& name, const ztCAD_M
 ZTCAD_API ztCAD_Structure* crtStructure(const std::string& name, const ztCAD_LCS* lcs, bool& nameIsFree);
 /// @}
 
-/// A template by a `std::string`; as its twin with `_nostl` behind the name.
+/// A template, with its name as `std::string`; otherwise like the function with the suffix `_nostl`.
 /// @{
 ZTCAD_API ztCAD_TmplPoint* crtTmplPoint(const std::string& name, const ztCAD_commonPoint* source,
                                         bool& nameIsFree);
@@ -36,7 +37,7 @@ ZTCAD_API ztCAD_TmplStructure* crtTmplStructure(const std::string& name, const z
                                                 bool& nameIsFree);
 /// @}
 
-/// A reference by a `std::string`; as its twin with `_nostl` behind the name.
+/// A reference, with its name as `std::string`; otherwise like the function with the suffix `_nostl`.
 /// @{
 ZTCAD_API ztCAD_PointRef* crtPointRef(const std::string& name, const ztCAD_LCS* lcs,
                                       const ztCAD_TmplPoint* source, bool& nameIsFree);
@@ -53,8 +54,9 @@ ZTCAD_API ztCAD_DetailRef* crtDetailRef(const std::string& name, const ztCAD_LCS
 /// @}
 }
 
-/// Replaces comment, inform, colour and visibility of the element (of a mass-inertia element: comment and inform), and its
-/// coordinate system where the record has one. The name stays. A null element: nothing happens.
+/// Replaces comment, inform, colour and visibility of the element (of a mass-inertia element: comment and
+/// inform), and its coordinate system if the record has one. The name is unchanged. A null element: nothing
+/// happens.
 /// @{
 ZTCAD_API void setCommonProperty(const CommonProperty& record, ztCAD_Point* element);
 ZTCAD_API void setCommonProperty(const CommonProperty& record, ztCAD_Line* element);
@@ -65,5 +67,6 @@ ZTCAD_API void setCommonProperty(const CommonProperty& record, ztCAD_Triangle* e
 ZTCAD_API void setCommonProperty(const CommonPropertyForMIP& record, ztCAD_ElementMIP* element);
 /// @}
 
-/// Gives the sphere mass-inertia data. A record of fewer than ten values: nothing happens.
+/// Sets the mass-inertia data of the sphere. With a record of fewer than ten values, or null, nothing
+/// happens.
 ZTCAD_API void setMIP(const ztCAD_MIP* record, ztCAD_Sphere* sphere);

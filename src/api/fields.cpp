@@ -9,20 +9,20 @@
 #include "text_output.h"
 
 using ztcad::fromNarrow;
-using ztcad::giveNumbers;
 using ztcad::guarded;
 using ztcad::textOf;
 using ztcad::toNarrow;
 using ztcad::withFields;
+using ztcad::writeNumbers;
 
 namespace {
 
 constexpr std::int32_t none = -1;
 
-/// The text that `field` gives of an object, which is null where there is none.
+/// Writes the text that `field` returns for the object; -1 for a null object.
 template <typename Object, typename Field>
 std::int64_t give(const Object* object, Field field, char* text, std::int64_t size) noexcept {
-  return ztcad::giveText(text, size, [&] {
+  return ztcad::writeText(text, size, [&] {
     return object ? std::optional(toNarrow(std::invoke(field, *object))) : std::nullopt;
   });
 }
@@ -35,10 +35,10 @@ void setText(Object* object, Set set, const char* text) noexcept {
 }
 
 std::int32_t give(const std::optional<ztCAD_LCS>& lcs, double* values, std::int32_t capacity) {
-  return lcs ? giveNumbers(lcs->values(), values, capacity) : none;
+  return lcs ? writeNumbers(lcs->values(), values, capacity) : none;
 }
 
-// The fields of some kinds; null for the others.
+// Fields that some kinds have; null or std::nullopt for the others.
 
 template <typename Base>
 auto* archetypeOf(Base* element) {
@@ -133,11 +133,11 @@ void ztCAD_setLCS(ztCAD_Base* element, const ztCAD_LCS* lcs) {
 }
 
 std::int64_t ztCAD_getText(const ztCAD_Base* element, bool debugForm, char* text, std::int64_t size) {
-  return ztcad::giveText(text, size, [&] {
-    QString told;
+  return ztcad::writeText(text, size, [&] {
+    QString out;
     const bool known = withFields<ztcad::NoFields>(
-        element, false, [&](const auto& it) { return it.toText(told, debugForm), true; });
-    return known ? std::optional(toNarrow(told)) : std::nullopt;
+        element, false, [&](const auto& it) { return it.toText(out, debugForm), true; });
+    return known ? std::optional(toNarrow(out)) : std::nullopt;
   });
 }
 
@@ -219,7 +219,7 @@ void ztCAD_setFaces(ztCAD_Base* element, const ztCAD_Faces* faces) {
 std::int32_t ztCAD_getMIP(const ztCAD_Base* element, double* values, std::int32_t capacity) {
   return guarded(none, [&] {
     const std::optional<ztCAD_MIP> mip = mipOf(element);
-    return mip ? giveNumbers(mip->values(), values, capacity) : none;
+    return mip ? writeNumbers(mip->values(), values, capacity) : none;
   });
 }
 bool ztCAD_getMIPIntegers(const ztCAD_Base* element, std::int32_t* first, std::int32_t* second) {
@@ -245,7 +245,7 @@ void ztCAD_setMIP(ztCAD_Base* element, const ztCAD_MIP* record) {
 
 std::int32_t ztCAD_getPlacement(const ztCAD_Base* element, double* values, std::int32_t capacity) {
   return withFields<ztcad::HasArchetype>(element, none, [=](const auto& reference) {
-    return giveNumbers(reference.lcs().values(), values, capacity);
+    return writeNumbers(reference.lcs().values(), values, capacity);
   });
 }
 void ztCAD_setPlacement(ztCAD_Base* element, const ztCAD_LCS* placement) {

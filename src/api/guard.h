@@ -7,8 +7,9 @@
 
 namespace ztcad {
 
-/// Runs the body of an exported function: every exception, memory included, becomes the failure value and a line in the
-/// assertion log. The body tests the pointers that it uses.
+/// Runs the body of an exported function. Every exception, `std::bad_alloc` included, becomes the failure
+/// value and is reported by `reportSwallowedException`: to the assertion log, except that memory exhaustion
+/// is reported only to an installed writer. The body checks the pointers that it uses.
 template <typename Result, typename Body>
 Result guarded(Result onFailure, Body&& body, const char* function = __builtin_FUNCTION(),
                unsigned line = __builtin_LINE()) noexcept {
@@ -20,7 +21,7 @@ Result guarded(Result onFailure, Body&& body, const char* function = __builtin_F
   }
 }
 
-/// The same for functions without a result: they did nothing, or as much as they could.
+/// The same for functions without a result. What the body did before the exception remains.
 template <typename Body>
 void guarded(Body&& body, const char* function = __builtin_FUNCTION(),
              unsigned line = __builtin_LINE()) noexcept {

@@ -1,4 +1,4 @@
-// The header of a document: declared with the documents in c/documents.h.
+// The header of a document, declared in c/documents.h.
 
 #include <optional>
 
@@ -97,7 +97,7 @@ void ztCAD_setHeaderNumber(ztCAD_HeaderNode* header, std::int32_t field, const s
 
 std::int64_t ztCAD_getHeaderText(const ztCAD_HeaderNode* header, std::int32_t field, char* text,
                                  std::int64_t size) {
-  return ztcad::giveText(text, size, [&] {
+  return ztcad::writeText(text, size, [&] {
     const std::optional<QString> found = header ? textIn(*header, field) : std::nullopt;
     return found ? std::optional(ztcad::toNarrow(*found)) : std::nullopt;
   });

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// The host's function, which may replace itself, or throw, while it is called.
+/// The host's function. While it runs it may replace itself or throw.
 struct HostFunction {
   void (*write)(const char* line, void* context) = nullptr;
   void* context = nullptr;
@@ -23,7 +23,7 @@ struct HostFunction {
 
 HostFunction hostFunction;
 
-/// Hands what is written to the host's function whenever the stream is flushed.
+/// Passes what was written to the host's function whenever the stream is flushed.
 class HostBuffer : public std::stringbuf {
  protected:
   int sync() override {
@@ -32,9 +32,9 @@ class HostBuffer : public std::stringbuf {
       str(std::string());
       const HostFunction function = hostFunction;
       function.call(line);
-    } catch (...) {  // not reported: the report would come back here
+    } catch (...) {  // not reported: the report would arrive here again
     }
-    return 0;  // a lost line must not close the stream for later ones
+    return 0;  // a failure here would close the stream for later lines
   }
 };
 
@@ -47,7 +47,7 @@ class HostStream : public std::ostream {
   HostBuffer m_buffer;
 };
 
-/// Made once: a function that removes itself is called from inside it.
+/// Created once and kept, because the host's function may remove itself while the writer calls it.
 struct HostLog {
   ztLogWriter writer{std::make_unique<HostStream>()};
 };

@@ -1,6 +1,6 @@
 #pragma once
 
 namespace ztcad {
-/// Part of the unload step: no function of the host is called any more.
+/// Part of the unload step: after it the library calls no function of the host.
 void releaseHostLog();
 }  // namespace ztcad

@@ -16,14 +16,15 @@
 
 namespace {
 
-// Windows ends a process by ending its other threads wherever they are and taking the libraries down afterwards: a
-// thread may have held the heap or half a list. The memory goes with the process, so nothing is released then.
+// When a process exits, Windows first kills its other threads wherever they are, then unloads libraries: a
+// thread may have held the lock of the heap, or changed half of a list. Nothing is released then; the memory
+// ends with the process.
 bool processIsEnding = false;
 
-/// The one object of the library with a constructor and a destructor that the system runs: load step and
+/// The only object of the library whose constructor and destructor the system runs: the load step and the
 /// unload step.
 ///
-/// Everything taken down here comes back empty when a destructor of the host still asks for it afterwards.
+/// Whatever is released here is created again, empty, if a destructor of the host uses it afterwards.
 class Library {
  public:
   Library() {
@@ -36,7 +37,7 @@ class Library {
   Library& operator=(const Library&) = delete;
   ~Library() {
     if (processIsEnding) return;
-    ztcad::abandonNestedStructures(true);  // for good: what a host owns may be tied to what goes now
+    ztcad::abandonNestedStructures(true);  // for good: structures of the host may be linked to released ones
     ztcad::releaseHostLog();
     ztcad::releaseCreatedObjects();
     ztcad::clearReadStructures();
@@ -46,14 +47,14 @@ class Library {
   }
 };
 
-// NOLINTNEXTLINE(clang-diagnostic-exit-time-destructors,clang-diagnostic-global-constructors): the one there is
+// NOLINTNEXTLINE(clang-diagnostic-exit-time-destructors,clang-diagnostic-global-constructors): the only one
 const Library library;
 
 }  // namespace
 
 #if defined(_WIN32)
-// Called by the system before the destructors of static objects; `reserved` tells the end of the process from
-// FreeLibrary.
+// Called by the system before the destructors of static objects. `reserved` is null for FreeLibrary, and not
+// null when the process ends.
 extern "C" BOOL WINAPI DllMain(HINSTANCE /*library*/, DWORD reason, LPVOID reserved) {
   if (reason == DLL_PROCESS_DETACH) processIsEnding = reserved != nullptr;
   return TRUE;

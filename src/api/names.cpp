@@ -8,7 +8,7 @@
 using ztcad::guarded;
 
 bool doCorrectName(const std::string& name, std::string& corrected, std::string fallback) {
-  std::string made;  // not the output itself, which may be the same object as the name
+  std::string made;  // not `corrected`, which may be the same object as `name`
   const bool differs = guarded(false, [&] {
     made = ztcad::correctName(name, fallback);
     return made != name;

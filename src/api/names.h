@@ -9,10 +9,10 @@
 
 extern "C" {
 
-/// As `doCorrectName_nostl`.
+/// Like `doCorrectName_nostl`.
 /// @param corrected output; may be `name` itself
 ZTCAD_API bool doCorrectName(const std::string& name, std::string& corrected, std::string fallback);
 
-/// Empties `name`. The library makes names unique when it saves and loads; it gives none out in advance.
+/// Like `crtUniqueName_nostl`: empties `name`.
 ZTCAD_API void crtUniqueName(std::string& name);
 }

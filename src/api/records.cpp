@@ -13,13 +13,13 @@ using ztcad::guarded;
 
 namespace {
 
-/// A record made from three numbers by pointer, null when one of them is missing.
+/// Creates a record from three numbers; null if one of the pointers is null.
 template <typename Record, typename Number, typename Make>
 Record* fromThree(const Number* a, const Number* b, const Number* c, Make&& make) noexcept {
   return guarded<Record*>(nullptr, [&]() -> Record* { return a && b && c ? make(*a, *b, *c) : nullptr; });
 }
 
-/// Appends what the entries from `first` to `last` point to.
+/// Appends what the entries from `first` to `last` point to; null entries are skipped.
 template <typename Iterator, typename List>
 void addEach(Iterator first, Iterator last, List* list) noexcept {
   guarded([&] {
@@ -46,7 +46,7 @@ std::int32_t triplesIn(const std::vector<Number>& numbers) {
   return ztcad::countOf(numbers.size() / 3);
 }
 
-/// Copies as many of `count` triples as there are from `first` on.
+/// Copies at most `count` triples from `first` on, and returns how many.
 template <typename Number>
 std::int32_t getFlat(const std::vector<Number>& numbers, std::int32_t first, std::int32_t count,
                      Number* triples) {

@@ -12,19 +12,21 @@
 #include "c/records.h"
 
 /// @file
-/// Records and lists from containers of the standard library; everything else, and what holds for all, stands in
-/// c/records.h.
+/// Records and lists from containers of the standard library. c/records.h declares all other functions, says
+/// what the values mean by convention, and states the rules that apply to these too.
 
 extern "C" {
 
-/// A local coordinate system. A system of other than twelve values is made all the same, but does not read
-/// back.
+/// A local coordinate system.
+/// @param values by convention origin, x axis, y axis, z axis, three numbers each, in the frame of the
+///               holder, as in `crtLCS_nostl`. A system of another number of values can be created and
+///               written, but is not read back
 ZTCAD_API ztCAD_LCS* crtLCS(const std::vector<double>& values);
-/// As `crtMIP_nostl`.
+/// Like `crtMIP_nostl`: by convention mass, centre of mass, then Ixx, Iyy, Izz, Ixy, Ixz, Iyz.
 ZTCAD_API ztCAD_MIP* crtMIP(const std::vector<double>& values);
 
-/// As `addVertexN_nostl`.
+/// Like `addVertexN_nostl`.
 ZTCAD_API void addVertexN(const std::list<ztCAD_Vertex*>& added, ztCAD_Vertices* vertices);
-/// As `addFacetN_nostl`.
+/// Like `addFacetN_nostl`.
 ZTCAD_API void addFacetN(const std::list<ztCAD_Facet*>& added, ztCAD_Faces* faces);
 }

@@ -10,18 +10,18 @@
 
 #include "guard.h"
 
-/// Texts and numbers into buffers of a host. Each writes what there is room for and returns how much there is, -1 where there
-/// is nothing to give.
+/// Writes texts and numbers into buffers of a host. Each function returns the full length or count.
 
 namespace ztcad {
 
-/// A text that does not fit with its terminating zero is not written; the buffer then holds an empty one.
-/// @param tell a function that makes the text, or nothing where there is none
-template <typename Tell>
-std::int64_t giveText(char* buffer, std::int64_t size, Tell&& tell) noexcept {
+/// Writes a text with its terminating zero. If it does not fit, the buffer holds an empty text.
+/// @param makeText returns the text as `std::optional<std::string>`
+/// @return the length; -1 if there is no text
+template <typename MakeText>
+std::int64_t writeText(char* buffer, std::int64_t size, MakeText&& makeText) noexcept {
   if (buffer && size > 0) *buffer = '\0';
   return guarded(std::int64_t{-1}, [&] {
-    const std::optional<std::string> text = tell();
+    const std::optional<std::string> text = makeText();
     if (!text) return std::int64_t{-1};
     const auto length = static_cast<std::int64_t>(text->size());
     if (buffer && length < size) std::memcpy(buffer, text->c_str(), text->size() + 1);
@@ -29,15 +29,15 @@ std::int64_t giveText(char* buffer, std::int64_t size, Tell&& tell) noexcept {
   });
 }
 
-/// A count as the boundary tells it; what a list holds beyond that is out of its reach.
+/// A count for the interface, at most INT32_MAX: elements after that cannot be reached by index.
 inline std::int32_t countOf(std::size_t count) {
   constexpr std::size_t most = std::numeric_limits<std::int32_t>::max();
   return static_cast<std::int32_t>(std::min(count, most));
 }
 
-/// As many as there is room for.
+/// Writes as many numbers as the array has room for, and returns how many there are.
 template <typename Number>
-std::int32_t giveNumbers(const std::vector<Number>& numbers, Number* array, std::int32_t capacity) {
+std::int32_t writeNumbers(const std::vector<Number>& numbers, Number* array, std::int32_t capacity) {
   const std::int32_t count = countOf(numbers.size());
   if (array && capacity > 0) std::copy_n(numbers.begin(), std::min(count, capacity), array);
   return count;

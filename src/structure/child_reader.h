@@ -5,7 +5,7 @@
 
 namespace ztcad {
 
-/// Appends a new element to `elements` and lets it read itself in its final place. It stays there also when its read
+/// Appends a new element to `elements` and reads it in its final place. It stays there even if its read
 /// fails.
 template <typename Container>
 bool readNew(Container& elements, const ElementView& child) {
@@ -13,20 +13,21 @@ bool readNew(Container& elements, const ElementView& child) {
   return elements.appendNew().read(child, ownFault);
 }
 
-/// The "method" of an element; empty when it has none.
+/// The "method" of an element; empty if it has none.
 inline QString methodOf(const ElementView& element) {
   return element.attribute(words().method).value_or(QString());
 }
 
-/// The result of offering a child to a reader.
+/// The result of reading a child.
 enum class ChildOutcome {
   Unknown,  ///< no kind of this holder has the tag
-  Skipped,  ///< the tag is known, but not with this method
-  Read,
-  Failed,
+  Skipped,  ///< the tag is known, but not with this method; nothing was added
+  Read,     ///< added, and its read succeeded
+  Failed,   ///< added, but its read failed
 };
 
-/// Reads a child into the container of its kind.
+/// Reads a child into the container of its kind: the first row of the table with its tag and method. This is
+/// the only place where tags select kinds.
 template <typename Content>
 ChildOutcome readChild(Content& content, const ElementView& child, const QString& tag) {
   ChildOutcome outcome = ChildOutcome::Unknown;
@@ -45,8 +46,8 @@ ChildOutcome readChild(Content& content, const ElementView& child, const QString
   return outcome;
 }
 
-/// Whether a child makes the read of the structure or detail around it fail. A solid of an unknown method does; lines and
-/// mass-inertia elements of other methods are skipped everywhere.
+/// Whether the read of a structure or detail fails because of this child. A solid of an unknown method makes
+/// it fail; lines and mass-inertia elements of other methods do not.
 inline bool failsItsHolder(ChildOutcome outcome, const QString& tag) {
   return outcome == ChildOutcome::Failed || (outcome == ChildOutcome::Skipped && tag == words().solid);
 }

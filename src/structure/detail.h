@@ -17,14 +17,14 @@
 /// The geometry of a detail.
 struct ZTCAD_API ztCAD_DetailContent {
   ztCAD_Cont<ztCAD_Point> points;            ///< written first
-  ztCAD_Cont<ztCAD_Sphere> spheres;          ///< written as "solid", as those below
+  ztCAD_Cont<ztCAD_Sphere> spheres;          ///< written as "solid", like triangles
   ztCAD_Cont<ztCAD_Triangle> triangles;      ///< solids given by vertices and facets
   ztCAD_Cont<ztCAD_Line> lines;              ///< polylines, written last
   ztCAD_Cont<ztCAD_empty_stub_class> stubs;  ///< for kinds that a detail does not hold; always empty
 };
 
-/// A rigid part: a named body of points, spheres, triangulated solids and polylines, perhaps with
-/// mass-inertia data of its own. What details and template details have in common. Copies are deep.
+/// A rigid part: a named body of points, spheres, triangulated solids and polylines, with optional
+/// mass-inertia data of the whole. The common base of details and template details. Copies are deep.
 class ZTCAD_API ztCAD_cmnDetail : public ztCAD_Base,
                                   public ztCAD_ISerialize,
                                   public ztCAD_INode,
@@ -32,7 +32,7 @@ class ZTCAD_API ztCAD_cmnDetail : public ztCAD_Base,
                                   public ztCAD_StateCorrect,
                                   public ztCAD_INameLCS_Selector {
  public:
-  /// The geometry. The reference stays good as long as the detail, through reading and assigning too.
+  /// The geometry. The reference is valid as long as the detail, also after the detail is read or assigned.
   /// @{
   ztCAD_DetailContent& content() { return *m_content; }
   const ztCAD_DetailContent& content() const { return *m_content; }
@@ -49,24 +49,24 @@ class ZTCAD_API ztCAD_cmnDetail : public ztCAD_Base,
 
   /// "detail(prop=...)": element name and property block.
   QString& toText(QString& out, bool debugForm) const override;
-  /// Points, then spheres, then triangulated solids, then lines, in whatever order they were added.
+  /// Points, then spheres, triangulated solids and lines, in whatever order they were added.
   void write(ztcad::ElementSink& parent) const override;
   bool read(const ztcad::ElementView& element, bool& fault) override { return readAndCheck(element, fault); }
-  /// Replaces the content. False when the property block does not read, when the mass-inertia data is absent
-  /// or does not parse, when a "solid" is of no known method, or when a child does not read; it stays all the
-  /// same. Lines that are no polylines and children of other kinds are passed over.
+  /// Replaces the content. False when the property block fails to read, when the mass-inertia data is absent
+  /// or does not parse, when a "solid" has an unknown method (it is skipped), or when a child fails to read
+  /// (it is kept). Lines of another method than "polyline" and children of other kinds are ignored.
   ///
-  /// So a detail without mass-inertia data is written without it, and does not read back as sound: a rigid
-  /// part without a mass is no rigid part.
+  /// A detail without mass-inertia data can be written, but reading it back returns false.
   bool readAndCheck(const ztcad::ElementView& element, bool& fault) override;
 
-  /// The outcome of the last read, false for a detail that was never read.
+  /// The outcome of the last read; false if the detail was never read. `setReadOk(true)` marks a built detail
+  /// as sound.
   bool passesCheck() const { return readOk(); }
 
  protected:
   /// No name, no geometry, no mass-inertia data.
   ztCAD_cmnDetail();
-  /// Copies everything, how `other` was read included.
+  /// Copies everything, including the outcome of the last read.
   /// @{
   ztCAD_cmnDetail(const ztCAD_cmnDetail& other);
   ztCAD_cmnDetail& operator=(const ztCAD_cmnDetail& other);

@@ -9,14 +9,17 @@
 #include "structure.h"
 
 /// @file
-/// The table of kinds at compile time: lists of kinds, the containers of a content struct, and orders of them.
+/// The table of kinds (kinds.def) at compile time: lists of kinds, the containers of a content struct, and
+/// orders.
 
 struct ztCAD_DocumentContent;
 
 namespace ztcad {
 
+/// What holds elements of a kind by value.
 enum KindHolders : unsigned { InDocument = 1, InStructure = 2, InDetail = 4 };
 
+/// The fields that only some kinds have.
 enum KindFields : unsigned {
   NoFields = 0,
   HasMethod = 1,
@@ -64,7 +67,7 @@ using AllKinds = KindList<kinds::none
 
 // -------------------------------------------------------------------------------- the kinds of one holder
 
-/// The holder whose content a struct is.
+/// The holder that a content struct belongs to.
 template <typename Content>
 inline constexpr unsigned holderOf = 0;
 template <>
@@ -108,8 +111,9 @@ constexpr void visitKinds(Visit&& visit) {
   });
 }
 
-/// Whether an element is sound, as the check of a structure asks: one that was read, if its read succeeded; one that was
-/// built, if it is complete. Of lines the lists of vertices decide. References are always sound.
+/// Whether an element is sound in the sense of the structure check: if it was read, whether the read
+/// succeeded; otherwise whether it is complete. Lines are judged by their vertices alone. References are
+/// always sound.
 template <typename Element>
 bool isSound(const Element& element) {
   if constexpr (std::is_base_of_v<ztCAD_commonLine, Element>)
@@ -133,7 +137,8 @@ constexpr int occurrences(KindList<Kinds...> /*list*/) {
   return (0 + ... + int{std::is_same_v<Kind, Kinds>});
 }
 
-/// Whether each kind that the content struct holds occurs exactly once in the lists together, and no other kind does.
+/// Whether the lists together contain each kind that the content struct holds exactly once, and no other
+/// kind.
 template <typename Content, typename... Lists>
 constexpr bool isComplete(Lists... lists) {
   return !anyKindAtAll([&](auto kind) {
@@ -142,7 +147,7 @@ constexpr bool isComplete(Lists... lists) {
   });
 }
 
-// -------------------------------------------------------------------------------- the table against the structs
+// -------------------------------------------------------------------------------- checks of the content structs
 
 template <typename Kind, typename Content, typename = void>
 inline constexpr bool hasContainer = false;
@@ -150,7 +155,7 @@ template <typename Kind, typename Content>
 inline constexpr bool hasContainer<Kind, Content, std::void_t<decltype(Kind::in(std::declval<Content&>()))>> =
     std::is_same_v<decltype(Kind::in(std::declval<Content&>())), ztCAD_Cont<typename Kind::Element>&>;
 
-/// Whether the content struct has the containers that the table names, and no others but `others` containers.
+/// Whether the content struct has exactly the containers that the table names, and `others` more.
 template <typename Content>
 constexpr bool matchesTable(std::size_t others) {
   std::size_t containers = others;
@@ -163,6 +168,6 @@ constexpr bool matchesTable(std::size_t others) {
 }
 
 static_assert(matchesTable<ztCAD_StructureContent>(0));
-static_assert(matchesTable<ztCAD_DetailContent>(1), "the container of stubs is the other one");
+static_assert(matchesTable<ztCAD_DetailContent>(1), "one more: the container of stubs");
 
 }  // namespace ztcad

@@ -10,7 +10,8 @@ namespace {
 
 bool abandoned = false;
 
-/// How many levels of XML elements the elements of a content struct take. What the table says of details is their most.
+/// Levels of XML elements that the elements of a content struct take. Details are measured: the table has
+/// their maximum.
 template <typename Content>
 int levelsOf(const Content& content) {
   int levels = 0;

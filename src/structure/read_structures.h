@@ -7,13 +7,14 @@
 
 namespace ztcad {
 
-/// Structures on the heap with one owner: those that reading and cloning make.
+/// Owns structures that reading and cloning create.
 using StructureList = std::vector<std::unique_ptr<ztCAD_Base>>;
 
-/// Adds a structure to the list of the innermost `StructureListScope`; without one, to the list shared by all documents.
+/// Adds a structure to the list of the innermost `StructureListScope`, or, if there is no scope, to the list
+/// that all documents share.
 void keepReadStructure(std::unique_ptr<ztCAD_Base> structure);
 
-/// Collects the structures that are made while it exists.
+/// While it exists, structures that are read or cloned go to its list. Scopes nest.
 class StructureListScope {
  public:
   /// @param list not owned
@@ -26,13 +27,13 @@ class StructureListScope {
   StructureList* const m_outer;
 };
 
-/// Moves structures into the shared list; on an exception nothing has changed.
+/// Moves structures into the shared list. If it throws, nothing has changed.
 void shareReadStructures(StructureList& list);
-/// Destroys the structures of the shared list, whichever documents and structures hold them.
+/// Destroys the structures of the shared list. They disappear from the structures that hold them.
 void clearReadStructures();
 
-/// During the unload step objects are destroyed in any order: structures then no longer remove themselves from their
-/// holders, which may not exist any more.
+/// Set for the unload step, in which objects are destroyed in any order: structures then no longer remove
+/// themselves from their holders, which may be gone already.
 void abandonNestedStructures(bool abandoned);
 
 }  // namespace ztcad

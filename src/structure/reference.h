@@ -11,29 +11,32 @@
 #include "detail.h"
 
 class ZTCAD_API
-    ztCAD_TmplStructure;  // exported here already, or its references would stay inside the library
+    ztCAD_TmplStructure;  // exported here, or the instances of ztCAD_commonRef for it would not be
 
 /// @file
 /// References: placed templates.
 
-/// Places a template without copying it: a name and properties of its own, a coordinate system that says
-/// where, and the name of the template. The template itself is not looked up; whoever needs it finds it by
-/// that name.
+/// A reference places a template without copying it. It has a name and properties of its own, a coordinate
+/// system as its placement, and the name of the template. The library does not look the template up; programs
+/// find it by that name.
 ///
-/// The placement is always a model system, the attribute "MCS", also when a local one was given.
+/// By convention the placement is in the frame of the reference's holder, and the template's own system comes
+/// inside it. It is always written under the name "MCS", also if a local system was given.
 template <typename Template>
 class ZTCAD_API ztCAD_commonRef : public ztCAD_Base, public ztCAD_INode, public ztCAD_ISerialize {
  public:
-  /// Where the template is placed: a model system.
+  /// The placement: where the template is put. `isLocal` is false.
   const ztCAD_LCS& lcs() const { return m_lcs; }
-  /// Places it there; `lcs` is made a model system, whatever it was.
+  /// Sets the values of the placement; `isLocal` of `lcs` is ignored.
   void setLcs(const ztCAD_LCS& lcs);
-  /// What is placed: name and file of the template. The reference returned is valid as long as the object.
-  /// @{
+
+  // Each member has its own comment: Doxygen does not pass that of a group on to the instances of a template.
+  /// What is placed: name and file of the template. The C++ reference is valid as long as this object.
   const ztCAD_gArche& archetype() const { return *m_archetype; }
+  /// The same, to be changed.
   ztCAD_gArche& archetype() { return *m_archetype; }
+  /// Copies name and file of a template.
   void setArchetype(const ztCAD_gArche& archetype) { *m_archetype = archetype; }
-  /// @}
 
   /// The tag of the reference's XML element, which also opens its text.
   virtual QString elementName() const = 0;
@@ -42,19 +45,20 @@ class ZTCAD_API ztCAD_commonRef : public ztCAD_Base, public ztCAD_INode, public 
   QString& toText(QString& out, bool debugForm) const override;
   /// One element without children: placement, properties, and what is placed.
   void write(ztcad::ElementSink& parent) const override;
-  /// Always true. Without a readable "MCS" the placement stays as it was; "LCS" is no placement.
+  /// Always true. Without a readable "MCS" the placement is unchanged. An "LCS" is read as a property, not as
+  /// the placement.
   bool read(const ztcad::ElementView& element, bool& fault) override;
 
  protected:
   /// No name, no template, a placement without values.
   ztCAD_commonRef();
   /// Places `source` by its name.
-  /// @param lcs        where; made a model system, whatever it is
+  /// @param lcs        the placement; its `isLocal` is ignored
   /// @param nameIsFree output, always true, also for the second of two references of one name
   ztCAD_commonRef(const QString& name, const ztCAD_LCS& lcs, const Template& source, bool& nameIsFree);
   /// Copies everything: placement, properties and what is placed.
   ztCAD_commonRef(const ztCAD_commonRef& other);
-  /// The same, in place of what was there.
+  /// Replaces everything by a copy.
   ztCAD_commonRef& operator=(const ztCAD_commonRef& other);
   ~ztCAD_commonRef() override;
 
@@ -63,7 +67,7 @@ class ZTCAD_API ztCAD_commonRef : public ztCAD_Base, public ztCAD_INode, public 
   std::unique_ptr<ztCAD_gArche> m_archetype;  // never null
 };
 
-#if !defined(_MSC_VER) || !defined(ZTCAD_BUILDING_LIBRARY)  // Visual C++ exports no "extern" instance
+#if !defined(_MSC_VER) || !defined(ZTCAD_BUILDING_LIBRARY)  // Visual C++ does not export "extern" instances
 extern template class ztCAD_commonRef<ztCAD_TmplPoint>;
 extern template class ztCAD_commonRef<ztCAD_TmplLine>;
 extern template class ztCAD_commonRef<ztCAD_TmplTriangle>;
@@ -78,7 +82,7 @@ class ZTCAD_API ztCAD_PointRef : public ztCAD_commonRef<ztCAD_TmplPoint> {
   /// No name, no template, a placement without values.
   ztCAD_PointRef() = default;
   /// Places `source` by its name.
-  /// @param lcs        where; made a model system, whatever it is
+  /// @param lcs        the placement; its `isLocal` is ignored
   /// @param nameIsFree output, always true, also for the second of two references of one name
   ztCAD_PointRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplPoint& source, bool& nameIsFree)
       : ztCAD_commonRef(name, lcs, source, nameIsFree) {}
@@ -91,7 +95,7 @@ class ZTCAD_API ztCAD_LineRef : public ztCAD_commonRef<ztCAD_TmplLine> {
   /// No name, no template, a placement without values.
   ztCAD_LineRef() = default;
   /// Places `source` by its name.
-  /// @param lcs        where; made a model system, whatever it is
+  /// @param lcs        the placement; its `isLocal` is ignored
   /// @param nameIsFree output, always true, also for the second of two references of one name
   ztCAD_LineRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplLine& source, bool& nameIsFree)
       : ztCAD_commonRef(name, lcs, source, nameIsFree) {}
@@ -104,7 +108,7 @@ class ZTCAD_API ztCAD_TriangleRef : public ztCAD_commonRef<ztCAD_TmplTriangle> {
   /// No name, no template, a placement without values.
   ztCAD_TriangleRef() = default;
   /// Places `source` by its name.
-  /// @param lcs        where; made a model system, whatever it is
+  /// @param lcs        the placement; its `isLocal` is ignored
   /// @param nameIsFree output, always true, also for the second of two references of one name
   ztCAD_TriangleRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplTriangle& source,
                     bool& nameIsFree)
@@ -118,7 +122,7 @@ class ZTCAD_API ztCAD_ElementMipRef : public ztCAD_commonRef<ztCAD_TmplElementMI
   /// No name, no template, a placement without values.
   ztCAD_ElementMipRef() = default;
   /// Places `source` by its name.
-  /// @param lcs        where; made a model system, whatever it is
+  /// @param lcs        the placement; its `isLocal` is ignored
   /// @param nameIsFree output, always true, also for the second of two references of one name
   ztCAD_ElementMipRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplElementMIP& source,
                       bool& nameIsFree)
@@ -126,14 +130,14 @@ class ZTCAD_API ztCAD_ElementMipRef : public ztCAD_commonRef<ztCAD_TmplElementMI
   QString elementName() const override;
 };
 
-/// A placed template detail. A new one starts at the default placement (no values), whatever `lcs` says; set
-/// another one afterwards.
+/// A placed template detail. A new one has the default placement (no values): the constructor ignores `lcs`.
+/// Use `setLcs` afterwards.
 class ZTCAD_API ztCAD_DetailRef : public ztCAD_commonRef<ztCAD_TmplDetail> {
  public:
   /// No name, no template, a placement without values.
   ztCAD_DetailRef() = default;
   /// Refers to `source` by its name.
-  /// @param lcs        not looked at
+  /// @param lcs        ignored
   /// @param nameIsFree output, always true, also for the second of two references of one name
   ztCAD_DetailRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplDetail& source,
                   bool& nameIsFree);
@@ -146,7 +150,7 @@ class ZTCAD_API ztCAD_StructureRef : public ztCAD_commonRef<ztCAD_TmplStructure>
   /// No name, no template, a placement without values.
   ztCAD_StructureRef() = default;
   /// Places `source` by its name.
-  /// @param lcs        where; made a model system, whatever it is
+  /// @param lcs        the placement; its `isLocal` is ignored
   /// @param nameIsFree output, always true, also for the second of two references of one name
   ztCAD_StructureRef(const QString& name, const ztCAD_LCS& lcs, const ztCAD_TmplStructure& source,
                      bool& nameIsFree)

@@ -61,7 +61,7 @@ ztCAD_commonStructure& ztCAD_commonStructure::operator=(const ztCAD_commonStruct
   m_content = other.m_content;
   releaseNested();
   for (ztCAD_commonStructure* const nested : other.m_nested)
-    addStructure(*nested);  // this one may lie in what it takes over
+    addStructure(*nested);  // refused where this structure is inside `nested`
   return *this;
 }
 
@@ -140,7 +140,7 @@ bool ztCAD_commonStructure::passesCheck() const { return ztcad::StructurePass().
 // -------------------------------------------------------------------------------- the two classes
 
 namespace {
-/// A new structure that belongs to the list of those made by reading.
+/// A new structure that `keepReadStructure` has given an owner.
 template <typename Structure>
 Structure* makeKept() {
   auto structure = std::make_unique<Structure>();

@@ -15,7 +15,7 @@
 /// @file
 /// Structures: groups of elements, which nest.
 
-/// What a structure holds by value, one container per kind, in the order in which names are made unique.
+/// What a structure holds by value: one container for each kind.
 struct ZTCAD_API ztCAD_StructureContent {
   ztCAD_Cont<ztCAD_StructureRef> structureReferences;  ///< placed template structures
   ztCAD_Cont<ztCAD_Point> points;                      ///< named positions
@@ -31,15 +31,16 @@ struct ZTCAD_API ztCAD_StructureContent {
   ztCAD_Cont<ztCAD_TriangleRef> triangleReferences;    ///< placed template solids
 };
 
-/// A named, placed group of elements and of other structures. What structures and template structures have in
-/// common.
+/// A named, placed group of elements and of other structures. The common base of structures and template
+/// structures.
 ///
-/// Elements are held by value. Nested structures are held by pointer and never copied on adding: several
-/// structures may hold the same one, and a copied structure holds the same nested structures as its source
-/// (`clone` copies them too). Who made a structure destroys it; when that happens it disappears from every
-/// structure that holds it, so that none is left with a pointer to nothing.
+/// Elements are held by value. Nested structures are held by pointer and not copied when they are added:
+/// several structures may hold the same one, and a copied structure holds the same nested structures as its
+/// source (`clone` copies them too). A structure is destroyed by its owner; it then disappears from every
+/// structure that holds it, so no dangling pointer remains.
 ///
-/// A structure always has a coordinate system; one without values is written as an empty attribute.
+/// A structure always has a coordinate system, in the frame of its holder; its content is in that system. A
+/// system without values is written as an empty attribute.
 class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
                                         public ztCAD_ISerialize,
                                         public ztCAD_INode,
@@ -47,75 +48,81 @@ class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
  public:
   ~ztCAD_commonStructure() override;
 
-  /// Makes the names in this structure unique, then, each level for itself, those in the nested ones. Always
-  /// true.
+  /// Makes the names in this structure unique, then those in each nested structure, each level separately.
+  /// Always true.
   virtual bool unifyNames();
-  /// A new empty structure of the same class, null in this one. It belongs to the list of structures made by
-  /// reading, which ends with `ClearGMDDoc`.
+  /// A new empty structure of the same class; null in this class. While a document is being loaded it belongs
+  /// to that load, otherwise to the list that all documents share, which `ClearGMDDoc` empties.
   virtual ztCAD_commonStructure* createEmpty() const;
-  /// A new structure with copies of everything, nested structures included. Belongs to the same list.
+  /// A new structure with copies of everything, nested structures included; null in this class. It has the
+  /// owner that `createEmpty` gives it.
   virtual ztCAD_commonStructure* clone() const;
   /// "structure" or "template_structure".
   virtual QString elementName() const = 0;
   /// "LCS" for a structure, "MCS" for a template structure.
   virtual QString lcsWord() const = 0;
-  /// Appends element name, coordinate-system word and coordinate system: the beginning of the text for
-  /// people. Throws `std::logic_error` when the coordinate system was taken away.
+  /// Appends element name, coordinate-system word and coordinate system: the beginning of `toText`. Throws
+  /// `std::logic_error` if the coordinate system was cleared.
   virtual QString& textHeader(QString& out) const;
 
-  /// What the structure holds by value, to look at and to change. The reference stays good as long as the structure.
+  /// What the structure holds by value. The reference is valid as long as the structure.
   /// @{
   ztCAD_StructureContent& content() { return m_content; }
   const ztCAD_StructureContent& content() const { return m_content; }
   /// @}
 
-  /// The structures that this one nests, none of them null, in the order in which they were added.
+  /// The nested structures in the order of addition; none is null.
   const ztCAD_Cont<ztCAD_commonStructure*>& structures() const { return m_nested; }
 
-  /// Appends `structure` itself, not a copy. False means that it was added; true, and nothing changed, for
-  /// the structure itself, for one that holds this one (the ring would never end), and where elements would
-  /// lie deeper than a file may nest them.
+  /// Appends `structure` itself, not a copy.
+  /// @return false: added. True: nothing changed, because `structure` is this structure or holds it at any
+  ///         depth (that would close a ring), or because elements would be nested deeper than a file may nest
+  ///         them
   bool addStructure(ztCAD_commonStructure& structure);
-  /// Releases the nested structure at this address, the first of its entries if there are several. The structure itself
-  /// is not destroyed and keeps its owner.
-  /// @param address only compared, so it may be that of an object that no longer exists
+  /// Releases the nested structure at this address: its first entry, if there are several. The structure is
+  /// not destroyed and keeps its owner.
+  /// @param address only compared: the object may no longer exist
   /// @return whether the structure was held
   bool removeStructure(const void* address);
-  /// Number of entries of this structure in other structures, two in one holder included.
+  /// Number of entries of this structure in other structures; each of several entries in one holder counts.
   std::size_t holdingEntries() const;
-  /// Whether an element of this many levels may be added without lying deeper than a file may nest it.
+  /// Whether an element of this many levels can be added without being nested deeper than a file may nest it.
   bool hasRoomFor(int levels) const;
 
   /// "structure, LCS, CS, ... [ {point ...}{point ...} ];"
   QString& toText(QString& out, bool debugForm) const override;
   void write(ztcad::ElementSink& parent) const override;
-  /// Replaces everything. False when a child does not read (it stays all the same), when a "solid" is of no
-  /// known method (it is passed over), and when a nested "structure" has no name. Lines that are no
-  /// polylines, mass-inertia elements that are no "MIP" and unknown tags are passed over.
+  /// Replaces the properties and the content. False when a child fails to read (it is kept), when a "solid"
+  /// has an unknown method (it is skipped), and when a nested "structure" has no name. Lines of another
+  /// method than "polyline", mass-inertia elements of another method than "MIP" and unknown tags are ignored.
   ///
-  /// Nested structures are of the class of this one, and only the tag "structure" is known for them: what a
-  /// template structure writes as a nested "template_structure" is not read back. Files are exchanged on that
-  /// understanding.
+  /// Nested structures are read by the tag "structure" only and become objects of the class of this one. A
+  /// nested template structure is written as "template_structure" and therefore not read back: that is a rule
+  /// of the format.
   bool read(const ztcad::ElementView& element, bool& fault) override;
 
-  /// Whether everything in here is sound: nested structures, points, lines, spheres, solids, mass-inertia
-  /// elements and details. References are not looked at.
+  /// Whether all nested structures, points, lines, spheres, solids, mass-inertia elements and details are
+  /// sound. References are not checked.
   bool passesCheck() const;
 
  protected:
   /// No name, an empty local coordinate system.
   ztCAD_commonStructure();
-  /// Without content, in that coordinate system.
+  /// Without content.
+  /// @param lcs        the structure's coordinate system
   /// @param nameIsFree output, always true
   ztCAD_commonStructure(const QString& name, const ztCAD_LCS& lcs, bool& nameIsFree);
-  /// The properties and the content of `source` under a new name; how `source` was read is not taken over.
+  /// The properties and the content of `source` under a new name, but not the outcome of its last read.
+  /// Nested structures are shared with the source.
   ztCAD_commonStructure(const QString& name, const ztCAD_commonStructure& source, bool& nameIsFree);
-  /// Copies the content and how `other` was read, and holds the same nested structures.
+  /// Copies properties, content and the outcome of the last read, and holds the same nested structures.
   ztCAD_commonStructure(const ztCAD_commonStructure& other);
-  /// As the copy is made, in place of what was there. Leaves out a nested structure that `addStructure` would refuse.
+  /// Replaces everything by what the copy constructor would copy, except nested structures that
+  /// `addStructure` refuses.
   ztCAD_commonStructure& operator=(const ztCAD_commonStructure& other);
 
-  /// Everything of `source`, with clones of its nested structures. Nothing happens for the structure itself.
+  /// Replaces properties and content by copies of those of `source`, with clones of its nested structures.
+  /// Nothing happens if `source` is this structure.
   void copyWithClones(const ztCAD_commonStructure& source);
 
  private:
@@ -124,9 +131,9 @@ class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
   bool readChild(const ztcad::ElementView& child);
   bool readNested(const ztcad::ElementView& child);
   using KnownLevels = std::unordered_map<const ztCAD_commonStructure*, int>;
-  /// Levels of elements from this structure down to the deepest; visits each structure once.
+  /// Levels of elements from this structure down to the deepest one. Visits each structure once.
   int levelsBelow(KnownLevels& known) const;
-  /// Levels of elements from the root of a document down to this structure, on the longest way.
+  /// Levels of elements from the root of a document down to this structure, on the longest path.
   int levelsAbove(KnownLevels& known) const;
   void hold(ztCAD_commonStructure& structure);
   void holdAllOf(const ztCAD_commonStructure& other);
@@ -136,10 +143,11 @@ class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
 
   ztCAD_StructureContent m_content;
   NestedList m_nested;
-  // Links in both directions, so that destroying either end costs no more than the number of its own links.
+  // Links in both directions, so destroying either end takes time in proportion to the number of its own
+  // links.
   std::unordered_multimap<ztCAD_commonStructure*, NestedList::iterator>
-      m_entries;                                                      // of m_nested, by structure
-  std::unordered_map<ztCAD_commonStructure*, std::size_t> m_holders;  // and how many entries each has
+      m_entries;                                                      // entries of m_nested, by structure
+  std::unordered_map<ztCAD_commonStructure*, std::size_t> m_holders;  // entries of this structure in each
 };
 
 /// A placed group of elements.
@@ -148,7 +156,8 @@ class ZTCAD_API ztCAD_Structure : public ztCAD_commonStructure,
  public:
   /// No name, no content, an empty local coordinate system.
   ztCAD_Structure() = default;
-  /// Without content, in that coordinate system.
+  /// Without content.
+  /// @param lcs        the structure's coordinate system
   /// @param nameIsFree output, always true
   ztCAD_Structure(const QString& name, const ztCAD_LCS& lcs, bool& nameIsFree)
       : ztCAD_commonStructure(name, lcs, nameIsFree) {}
@@ -166,7 +175,7 @@ class ZTCAD_API ztCAD_TmplStructure : public ztCAD_commonStructure,
   /// No name, no content, an empty local coordinate system.
   ztCAD_TmplStructure() = default;
   /// The properties and the content of `source` under a new name. Nested structures are shared with the
-  /// source, not cloned: a change inside one of them shows in both.
+  /// source, not cloned: a change in one of them shows in both.
   /// @param nameIsFree output, always true
   ztCAD_TmplStructure(const QString& name, const ztCAD_commonStructure& source, bool& nameIsFree);
 

@@ -8,36 +8,36 @@
 
 namespace ztcad {
 
-void StructurePass::meetInDocument(const ztCAD_commonStructure& structure) {
-  if (structure.holdingEntries() > 0) m_met.insert(&structure);
+void StructurePass::mark(const ztCAD_commonStructure& structure) {
+  if (structure.holdingEntries() > 0) m_visited.insert(&structure);
 }
 
-/// Whether a nested structure is met for the first time.
-bool StructurePass::meetNested(const ztCAD_commonStructure& structure) {
-  if (structure.holdingEntries() > 1) return m_met.insert(&structure).second;
-  return m_met.empty() || m_met.count(&structure) == 0;
+/// Whether this is the first visit to a nested structure. One with a single entry needs no record.
+bool StructurePass::visitNested(const ztCAD_commonStructure& structure) {
+  if (structure.holdingEntries() > 1) return m_visited.insert(&structure).second;
+  return m_visited.empty() || m_visited.count(&structure) == 0;
 }
 
 void StructurePass::unifyNames(ztCAD_commonStructure& structure) {
   NameCounter counter;
-  std::vector<ztCAD_commonStructure*> metFirst;
+  std::vector<ztCAD_commonStructure*> firstVisited;
   for (ztCAD_commonStructure* const nested : structure.structures()) {
-    if (meetNested(*nested)) {
+    if (visitNested(*nested)) {
       renameIfTaken(*nested, counter);
-      metFirst.push_back(nested);
+      firstVisited.push_back(nested);
     } else {
-      counter.isNew(nested->name());  // it keeps the name, which no later element here may take
+      counter.isNew(nested->name());  // it keeps its name, which later elements here must not take
     }
   }
   visitInOrder(StructureTextOrder(), structure.content(),
                [&counter](auto& elements) { renameDuplicates(elements, counter); });
-  for (ztCAD_commonStructure* const nested : metFirst)
+  for (ztCAD_commonStructure* const nested : firstVisited)
     unifyNames(*nested);
 }
 
 bool StructurePass::passesCheck(const ztCAD_commonStructure& structure) {
   for (const ztCAD_commonStructure* const nested : structure.structures())
-    if (meetNested(*nested) && !passesCheck(*nested)) return false;
+    if (visitNested(*nested) && !passesCheck(*nested)) return false;
   return !anyKind<ztCAD_StructureContent>([&structure](auto kind) {
     const auto& elements = decltype(kind)::in(structure.content());
     return !std::all_of(elements.begin(), elements.end(),

@@ -7,29 +7,31 @@ struct ztCAD_DetailContent;
 
 namespace ztcad {
 
-/// One pass over structures that meets each structure object once, however many holders it has. The pass takes time in
-/// proportion to the objects, not to the paths that lead to them, and renames each object at most once.
+/// One pass over structures that visits each structure object once, however many holders it has. The pass
+/// takes time in proportion to the number of objects, not of the paths that lead to them, and renames each
+/// object at most once.
 class StructurePass {
  public:
-  /// Counts the structures of a document's own container as met; nested in another structure, they are skipped.
+  /// Marks the structures of a document's own container as visited, so the pass skips them where they are
+  /// nested.
   template <typename Structures>
-  void meetAll(const Structures& structures) {
+  void markAll(const Structures& structures) {
     for (const auto& structure : structures)
-      meetInDocument(structure);
+      mark(structure);
   }
 
-  /// Makes the names in a structure unique, then those in its nested structures, each level for itself. A nested
-  /// structure that was met before keeps its name.
+  /// Makes the names in a structure unique, then those in its nested structures, each level separately. A
+  /// nested structure that was visited before keeps its name.
   void unifyNames(ztCAD_commonStructure& structure);
 
-  /// Whether a structure and all that is nested in it is sound. The pass ends with the first that is not.
+  /// Whether a structure and everything nested in it is sound. Stops at the first element that is not.
   bool passesCheck(const ztCAD_commonStructure& structure);
 
  private:
-  void meetInDocument(const ztCAD_commonStructure& structure);
-  bool meetNested(const ztCAD_commonStructure& structure);
+  void mark(const ztCAD_commonStructure& structure);
+  bool visitNested(const ztCAD_commonStructure& structure);
 
-  std::unordered_set<const ztCAD_commonStructure*> m_met;  // of those with one place only, none is in here
+  std::unordered_set<const ztCAD_commonStructure*> m_visited;  // only those that the pass can reach twice
 };
 
 /// Makes the names in a detail unique.

@@ -162,6 +162,16 @@ std::vector<Row> fieldRows() {
          EXPECT_EQ(ztCAD_getReadOk(point()), -1);
          EXPECT_EQ(ztCAD_getReadOk(reference()), -1);
        }},
+      {"ztCAD_setReadOk",
+       [] {
+         ztCAD_setReadOk(nullptr, true);
+         ztCAD_Base* const placed = reference();
+         ztCAD_setReadOk(placed, false);
+         EXPECT_EQ(ztCAD_getReadOk(placed), -1);
+         ztCAD_Base* const element = point();
+         ztCAD_setReadOk(element, false);
+         EXPECT_EQ(ztCAD_getReadOk(element), 0);
+       }},
       {"ztCAD_isSound", [] { EXPECT_FALSE(ztCAD_isSound(nullptr)); }},
       {"ztCAD_getCenter",
        [] {

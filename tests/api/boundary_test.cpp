@@ -93,6 +93,68 @@ const Row rows[] = {
        UpdateGMDDoc_nostl(newDocument().get(), nullptr, code, fault);
        EXPECT_EQ(code, 100);
      }},
+    {"ztCAD_loadDocument",
+     [] {
+       EXPECT_EQ(ztCAD_loadDocument(nullptr, nullptr), null<ztCAD_GMDDocument>);
+       ztCAD_Outcome outcome = {-1, true, -1, -1, "earlier"};
+       EXPECT_EQ(ztCAD_loadDocument("\xFF", &outcome), null<ztCAD_GMDDocument>);
+       EXPECT_EQ(outcome.code, ztCAD_ResultFileMissing);
+       EXPECT_FALSE(outcome.fault);
+       EXPECT_EQ(outcome.line, 0);
+       EXPECT_EQ(outcome.column, 0);
+       EXPECT_STREQ(outcome.message, "no such file");
+     }},
+    {"ztCAD_loadDocumentFromText",
+     [] {
+       EXPECT_EQ(ztCAD_loadDocumentFromText(nullptr, 0, nullptr), null<ztCAD_GMDDocument>);
+       EXPECT_EQ(ztCAD_loadDocumentFromText(nullptr, INT64_MAX, nullptr), null<ztCAD_GMDDocument>);
+       ztCAD_Outcome outcome = {-1, true, -1, -1, ""};
+       EXPECT_EQ(ztCAD_loadDocumentFromText("\xFF\0\xFE", 3, &outcome), null<ztCAD_GMDDocument>);
+       EXPECT_EQ(outcome.code, ztCAD_ResultNotParsed);
+       EXPECT_FALSE(outcome.fault);
+       EXPECT_STRNE(outcome.message, "");
+       EXPECT_EQ(ztCAD_loadDocumentFromText("<", INT64_MIN, &outcome), null<ztCAD_GMDDocument>);
+       EXPECT_EQ(outcome.code, ztCAD_ResultNotParsed);
+     }},
+    {"ztCAD_reloadDocument",
+     [] {
+       ztCAD_Outcome outcome = {-1, true, -1, -1, ""};
+       EXPECT_FALSE(ztCAD_reloadDocument(nullptr, nullptr, nullptr));
+       EXPECT_FALSE(ztCAD_reloadDocument(nullptr, "a.xml", &outcome));
+       EXPECT_EQ(outcome.code, ztCAD_ResultNotParsed);
+       EXPECT_FALSE(outcome.fault);
+       const Document document = newDocument("kept");
+       EXPECT_FALSE(ztCAD_reloadDocument(document.get(), nullptr, &outcome));
+       EXPECT_EQ(outcome.code, ztCAD_ResultFileMissing);
+       EXPECT_EQ(document->header().inform(), QString("kept"));
+     }},
+    {"ztCAD_saveDocument",
+     [] {
+       const TemporaryFiles files;
+       ztCAD_Outcome outcome = {0, true, -1, -1, ""};
+       EXPECT_FALSE(ztCAD_saveDocument(nullptr, files.path("a.xml").c_str(), nullptr));
+       EXPECT_FALSE(ztCAD_saveDocument(nullptr, nullptr, &outcome));
+       EXPECT_GT(outcome.code, 0);
+       EXPECT_FALSE(outcome.fault);
+       EXPECT_EQ(outcome.line, 0);
+       outcome.code = 0;
+       EXPECT_FALSE(ztCAD_saveDocument(newDocument().get(), nullptr, &outcome));
+       EXPECT_GT(outcome.code, 0);
+       EXPECT_STRNE(outcome.message, "");
+       EXPECT_EQ(files.names(), Names{});
+     }},
+    {"ztCAD_endDocument",
+     [] {
+       ztCAD_endDocument(nullptr);
+       ztCAD_GMDDocument* const ended = crtGMDDocument("");
+       ztCAD_endDocument(ended);
+       ztCAD_endDocument(ended);
+       ztCAD_endDocument(reinterpret_cast<ztCAD_GMDDocument*>(crtHeader()));
+       ztCAD_endDocument(reinterpret_cast<ztCAD_GMDDocument*>(std::uintptr_t{1}));
+       ztCAD_GMDDocument hosts("the host's own");
+       ztCAD_endDocument(&hosts);
+       EXPECT_EQ(hosts.header().inform(), QString("the host's own"));
+     }},
     {"ztCAD_getHeader", [] { EXPECT_EQ(ztCAD_getHeader(nullptr), null<ztCAD_HeaderNode>); }},
     {"ztCAD_getHeaderNumber",
      [] {

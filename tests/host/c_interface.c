@@ -361,6 +361,36 @@ static void saveAndLoad(ztCAD_GMDDocument* document, const char* fileName) {
   DeleteGMDDoc(read);
 }
 
+static void saveAndLoadWithOutcome(ztCAD_GMDDocument* document, const char* fileName) {
+  ztCAD_Outcome outcome;
+  memset(&outcome, 0x55, sizeof outcome);
+  EXPECT(ztCAD_saveDocument(document, fileName, &outcome));
+  EXPECT(outcome.code == 0 && !strcmp(outcome.message, ""));
+  EXPECT(!ztCAD_saveDocument(document, "no such folder/file.xml", &outcome));
+  EXPECT(outcome.code > 0 && outcome.code < ztCAD_ResultFileMissing && strlen(outcome.message) > 0);
+
+  ztCAD_GMDDocument* const read = ztCAD_loadDocument(fileName, &outcome);
+  EXPECT(read && outcome.code == ztCAD_ResultLoaded && !outcome.fault);
+  ClearGMDDoc(); /* its nested structures are its own */
+  checkLoaded(read);
+  EXPECT(!ztCAD_reloadDocument(read, "no such file", &outcome));
+  EXPECT(outcome.code == ztCAD_ResultFileMissing && !strcmp(outcome.message, "no such file"));
+  checkLoaded(read);
+  EXPECT(ztCAD_reloadDocument(read, fileName, NULL));
+  checkLoaded(read);
+  ztCAD_endDocument(read);
+
+  EXPECT(!ztCAD_loadDocumentFromText("<GMD>\n<point", -1, &outcome));
+  EXPECT(outcome.code == ztCAD_ResultNotParsed && outcome.line == 2 && outcome.column > 0);
+  ztCAD_GMDDocument* const fromText = ztCAD_loadDocumentFromText("<GMD/>?", 6, &outcome);
+  EXPECT(fromText && outcome.code == 0 && outcome.line == 0 && outcome.column == 0);
+  ztCAD_Base* const detail = ztCAD_appendToDoc(fromText, ztCAD_ElementDetail);
+  EXPECT(!ztCAD_isSound(detail));
+  ztCAD_setReadOk(detail, true);
+  EXPECT(ztCAD_isSound(detail) && ztCAD_getReadOk(detail) == 1);
+  ztCAD_endDocument(fromText);
+}
+
 static void texts(ztCAD_GMDDocument* document) {
   const int64_t length = GMDDocumentToString_nostl(document, true, NULL, 0);
   char* const text = malloc((size_t)length + 1);
@@ -427,6 +457,7 @@ int main(int count, char** arguments) {
   referenceFields(document);
   texts(document);
   saveAndLoad(document, arguments[1]);
+  saveAndLoadWithOutcome(document, arguments[1]);
   ztCAD_Base* const point = onlyOne(document, ztCAD_ElementPoint);
   EXPECT(ztCAD_removeFromDoc(point, document, ztCAD_ElementPoint));
   EXPECT(ztCAD_countInDoc(document, ztCAD_ElementPoint) == 0);

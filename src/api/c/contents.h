@@ -3,18 +3,18 @@
 #include "types.h"
 
 /// @file
-/// What is in documents and structures: added and removed.
+/// Adds elements to documents and structures, and removes them.
 ///
-/// Adding appends a copy and answers false; true means that nothing was added: a null argument, no memory, or
-/// no room because the element would lie deeper than a file may nest it. The pointer that a creation function
-/// returned is therefore not in the document: take the one to remove from the document's container. No
-/// exception comes out.
+/// Adding appends a copy and returns false. True means that nothing was added: an argument is null, memory
+/// ran out, or the element would be nested deeper than a file may nest it. The pointer that a creation
+/// function returned is not an element of the document: to remove an element, take its address from the
+/// document's container. No function throws.
 
 ZTCAD_C_BEGIN
 
 /// Appends a copy of `element`.
 ///
-/// @return false when it was added; true, and nothing changed, when either is null or there is no memory
+/// @return false: added. True: nothing changed, because either argument is null or memory ran out
 /// @{
 ZTCAD_API bool addPointToDoc(const ztCAD_Point* element, ztCAD_GMDDocument* document);
 ZTCAD_API bool addTmplPointToDoc(const ztCAD_TmplPoint* element, ztCAD_GMDDocument* document);
@@ -31,9 +31,10 @@ ZTCAD_API bool addTmplElementMipToDoc(const ztCAD_TmplElementMIP* element, ztCAD
 ZTCAD_API bool addElementMipRefToDoc(const ztCAD_ElementMipRef* element, ztCAD_GMDDocument* document);
 /// @}
 
-/// Appends a copy of `element`. It holds the same nested structures as its source.
+/// Appends a copy of `element`. The copy holds the same nested structures as its source: they are shared, not
+/// copied.
 ///
-/// @return false when it was added; true, and nothing changed, when either is null or there is no memory
+/// @return false: added. True: nothing changed, because either argument is null or memory ran out
 /// @{
 ZTCAD_API bool addStructureToDoc(const ztCAD_Structure* element, ztCAD_GMDDocument* document);
 ZTCAD_API bool addTmplStructureToDoc(const ztCAD_TmplStructure* element, ztCAD_GMDDocument* document);
@@ -41,7 +42,7 @@ ZTCAD_API bool addTmplStructureToDoc(const ztCAD_TmplStructure* element, ztCAD_G
 
 /// Appends a copy of `element`.
 ///
-/// @return false when it was added; true, and nothing changed, when either is null or there is no memory
+/// @return false: added. True: nothing changed, because either argument is null or memory ran out
 /// @{
 ZTCAD_API bool addStructureRefToDoc(const ztCAD_StructureRef* element, ztCAD_GMDDocument* document);
 ZTCAD_API bool addDetailRefToDoc(const ztCAD_DetailRef* element, ztCAD_GMDDocument* document);
@@ -49,8 +50,8 @@ ZTCAD_API bool addDetailRefToDoc(const ztCAD_DetailRef* element, ztCAD_GMDDocume
 
 /// Appends a copy of `element` to a structure or a template structure.
 ///
-/// @return false when it was added; true, and nothing changed, when either is null, there is no memory, or the element
-///         would lie deeper than a file may nest it
+/// @return false: added. True: nothing changed, because either argument is null, memory ran out, or the
+///         element would be nested deeper than a file may nest it
 /// @{
 ZTCAD_API bool addPointToStructure(const ztCAD_Point* element, ztCAD_commonStructure* structure);
 ZTCAD_API bool addPolylineToStructure(const ztCAD_Line* element, ztCAD_commonStructure* structure);
@@ -67,18 +68,19 @@ ZTCAD_API bool addStructureRefToStructure(const ztCAD_StructureRef* element,
 ZTCAD_API bool addDetailRefToStructure(const ztCAD_DetailRef* element, ztCAD_commonStructure* structure);
 /// @}
 
-/// Nests `element` itself, not a copy: later changes to it show. Several structures may hold the same one; it
-/// stays whose it was, and disappears from all of them when it is destroyed. Not added: a structure to
-/// itself, and one that holds `structure` at any depth, for the ring would never end.
+/// Nests `element` itself, not a copy, so later changes to it show. Several structures may hold the same one.
+/// It keeps its owner, and disappears from all of them when it is destroyed. A structure is not added to
+/// itself, nor to a structure that it holds at any depth: that would close a ring.
 ///
-/// @return false when it was added; true, and nothing changed, when either is null, there is no memory, or its elements
-///         would lie deeper than a file may nest them
+/// @return false: added. True: nothing changed, because either argument is null, memory ran out, a ring would
+///         be closed, or elements would be nested deeper than a file may nest them
 ZTCAD_API bool addStructureToStructure(const ztCAD_commonStructure* element,
                                        ztCAD_commonStructure* structure);
 
-/// Removes the element at this address from the document; true when it was there. False for null.
+/// Removes the element at this address from the document and destroys it.
 ///
-/// @param element one that lies in the document's container; afterwards it is gone
+/// @param element address of an element in the document's container
+/// @return whether it was there; false for null
 /// @{
 ZTCAD_API bool removePointFromDoc(const ztCAD_Point* element, ztCAD_GMDDocument* document);
 ZTCAD_API bool removePolylineFromDoc(const ztCAD_Line* element, ztCAD_GMDDocument* document);

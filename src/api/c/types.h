@@ -1,30 +1,30 @@
 #pragma once
 
 /// @file
-/// What the headers of this folder share. They are plain C11, and C++ reads the same lines: so hosts in both languages see
-/// one declaration of each function.
+/// What the headers of this folder share. They are plain C11 and valid C++: hosts in both languages see the
+/// same declarations.
 ///
-/// C++ passes an output by reference where C passes its address (`ZTCAD_OUT`); such an address is never null. The
-/// classes are opaque here; C++ hosts that were built like the library get them from `<ztCAD/ztCAD.h>`.
+/// An output that C++ passes by reference is an address in C (`ZTCAD_OUT`), which must not be null. Classes
+/// are opaque here; C++ hosts built by the compiler of the library get them from `<ztCAD/ztCAD.h>`.
 ///
-/// Each element is a `ztCAD_Base` at the same address; points, lines, triangulated solids, structures and details also are of
-/// the class that they have in common with their templates (`ztCAD_commonPoint`, ...), likewise: cast the pointer to pass it as
-/// one of these.
+/// Each element is a `ztCAD_Base` at the same address. Points, lines, triangulated solids, structures and
+/// details are also objects of the class that they share with their templates (`ztCAD_commonPoint`, ...), at
+/// the same address too: cast the pointer to pass it as one of these.
 
-#include <stdint.h>  // NOLINT(modernize-deprecated-headers): C knows no other
+#include <stdint.h>  // NOLINT(modernize-deprecated-headers): C has no other
 
 #include "../../support/export.h"
 
 #if defined(__cplusplus)
-/// Stands around declarations that have C linkage.
+/// Enclose declarations that have C linkage.
 /// @{
 #define ZTCAD_C_BEGIN extern "C" {
 #define ZTCAD_C_END }
 /// @}
 
-/// An output: a reference in C++, an address in C, never null.
+/// An output: a reference in C++, an address that must not be null in C.
 #define ZTCAD_OUT(type) type&
-/// Declares a class that is opaque here, so that its name alone denotes it in both languages.
+/// Declares an opaque class that both languages refer to by its name alone.
 /// @{
 #define ZTCAD_CLASS(name) class name
 #define ZTCAD_STRUCT(name) struct name
@@ -81,9 +81,9 @@ ZTCAD_CLASS(ztCAD_MIP);
 
 ZTCAD_STRUCT(ztParallel);
 
-/// The kinds of elements, as the functions take and give them (as `int32_t`).
+/// The kinds of elements; functions pass them as `int32_t`.
 enum ztCAD_ElementKind {
-  ztCAD_ElementNone = 0,             ///< no element, or one of a class that the library does not know
+  ztCAD_ElementNone = 0,             ///< no element, or a class that is not one of the library's
   ztCAD_ElementDetail = 1,           ///< a detail: a rigid part
   ztCAD_ElementTmplDetail = 2,       ///< a detail kept as a template
   ztCAD_ElementStructure = 3,        ///< a structure: a placed group
@@ -102,5 +102,5 @@ enum ztCAD_ElementKind {
   ztCAD_ElementTriangle = 19,        ///< a triangulated solid
   ztCAD_ElementTmplTriangle = 20,    ///< a solid kept as a template
   ztCAD_ElementTriangleRef = 21,     ///< a placed template solid
-  ztCAD_ElementSphere = 22           ///< a sphere, of which there is no template
+  ztCAD_ElementSphere = 22           ///< a sphere; there are no templates of spheres
 };

@@ -10,8 +10,8 @@
 
 namespace {
 
-/// One bit for each of sixteen times as many values as there are names: a million names have two megabytes, which stay
-/// in the processor's caches where a table of the names does not.
+/// A set of hash values with sixteen bits for each name. For a million names that is two megabytes, which fit
+/// into the processor's caches; a table of the names does not.
 class Bits {
  public:
   explicit Bits(std::size_t names) {
@@ -27,10 +27,10 @@ class Bits {
  private:
   std::size_t indexOf(uint hash) const { return hash / 64 & (m_words.size() - 1); }
 
-  std::vector<std::uint64_t> m_words;  // a power of two of them
+  std::vector<std::uint64_t> m_words;  // their number is a power of two
 };
 
-/// Names whose bits differ are different; only the few that share one are compared.
+/// Names with different bits are different; only names that share a bit are compared.
 template <typename Container>
 bool namesAreUnique(const Container& elements) {
   std::vector<uint> hashes;
@@ -52,12 +52,12 @@ bool namesAreUnique(const Container& elements) {
 }  // namespace
 
 bool ztcad::passesCheck(const ztCAD_DocumentContent& content) {
-  const bool templatesAreFound =
+  const bool templatesAreUnique =
       namesAreUnique(content.templateDetails) && namesAreUnique(content.templateStructures) &&
       namesAreUnique(content.templatePoints) && namesAreUnique(content.templateMipElements);
-  if (!templatesAreFound) return false;
+  if (!templatesAreUnique) return false;
   StructurePass pass;
-  pass.meetAll(content.structures);
+  pass.markAll(content.structures);
   return std::all_of(content.structures.begin(), content.structures.end(),
                      [&pass](const ztCAD_Structure& structure) { return pass.passesCheck(structure); });
 }

@@ -76,7 +76,7 @@ std::string ztCAD_GMDDocument::loadFromString(const std::string& xml, bool& pars
   std::string message = isWellFormed ? std::string() : ztcad::toNarrow(outcome.message);
   line = outcome.line;
   column = outcome.column;
-  parsed = isWellFormed;  // last: nothing is well when what follows the parse fails
+  parsed = isWellFormed;  // last: the caller's failure value stays if anything before throws
   return message;
 }
 

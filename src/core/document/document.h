@@ -17,9 +17,9 @@ class LoadedText;
 }  // namespace ztcad
 
 /// @file
-/// Documents: loaded, saved, told as text.
+/// Documents: loading, saving, text.
 
-/// The elements of a document, one container per kind, in the order in which names are made unique.
+/// The elements of a document: one container for each kind.
 struct ZTCAD_API ztCAD_DocumentContent {
   ztCAD_Cont<ztCAD_Structure> structures;                ///< top-level structures
   ztCAD_Cont<ztCAD_StructureRef> structureReferences;    ///< placed template structures
@@ -42,19 +42,20 @@ struct ZTCAD_API ztCAD_DocumentContent {
   ztCAD_Cont<ztCAD_TriangleRef> triangleReferences;      ///< placed template solids
   ztCAD_Cont<ztCAD_empty_stub_class> stubs;              ///< for a kind that does not exist; always empty
 
-  /// Exchanges the elements of all kinds; addresses of stored elements stay good.
+  /// Exchanges the elements of all kinds; addresses of stored elements stay valid.
   void swap(ztCAD_DocumentContent& other) noexcept;
 };
 
-/// A geometry document: a header and named elements. It owns all of them; documents are not copied.
+/// A geometry document: a header and named elements, which it owns. Documents cannot be copied.
 ///
-/// Destroying a document also destroys every structure that was made by reading, those of other documents
-/// included.
+/// Nested structures that `loadFromFile` and `loadFromString` read are in one list that all documents share,
+/// and destroying any document by its destructor empties that list. Documents loaded by `ztCAD_loadDocument`
+/// own theirs, and `ztCAD_endDocument` leaves the list alone.
 class ZTCAD_API ztCAD_GMDDocument : public ztCAD_ISerialize {
  public:
-  /// Results of loading. A file that does not open gives the code of `QFile::error()` instead.
+  /// Results of loading. A file that cannot be opened or read gives the code of `QFile::error()` instead.
   enum ResultCode : std::int32_t {
-    Loaded = 0,          ///< all is well
+    Loaded = 0,          ///< loaded, and the check passes
     FileMissing = 100,   ///< there is no such file
     NotParsed = 110,     ///< not well-formed, or refused
     NotADocument = 120,  ///< wrong root element, or the document check failed
@@ -63,47 +64,50 @@ class ZTCAD_API ztCAD_GMDDocument : public ztCAD_ISerialize {
   /// A document without elements.
   /// @param inform the header's "inform"; UTF-8, else windows-1251
   explicit ztCAD_GMDDocument(const std::string& inform);
-  /// Ends the document, its elements and every structure that was made by reading.
+  /// Destroys the document, its elements, and every structure in the list that all documents share.
   ~ztCAD_GMDDocument() override;
   ztCAD_GMDDocument(const ztCAD_GMDDocument&) = delete;
   ztCAD_GMDDocument& operator=(const ztCAD_GMDDocument&) = delete;
 
-  /// What the document says about itself. The reference stays good as long as the document; setting copies every field.
+  /// The header. The reference is valid as long as the document; setting copies every field.
   /// @{
   const ztCAD_HeaderNode& header() const { return m_header; }
   void setHeader(const ztCAD_HeaderNode& header) { m_header = header; }
   /// @}
 
-  /// The elements, to look at and to change. The reference stays good as long as the document; loading replaces what is in
-  /// the containers.
+  /// The elements. The reference is valid as long as the document; loading replaces the elements in the
+  /// containers.
   /// @{
   ztCAD_DocumentContent& content() { return m_content; }
   const ztCAD_DocumentContent& content() const { return m_content; }
   /// @}
 
-  /// Makes names unique (in this document, not only in the file) and writes the file. Nothing is reported. A
-  /// save that fails leaves an earlier file of that name as it was.
+  /// Makes names unique (in this document, not only in the file) and writes the file. Reports nothing
+  /// (`ztCAD_saveDocument` does). A save that fails leaves an earlier file of that name unchanged.
   /// @param fileName UTF-8, else the system's narrow encoding
   void saveToFile(const std::string& fileName);
 
-  /// Replaces the content by that of the file, makes names unique and checks the document. When the result is
-  /// `FileMissing`, `NotParsed`, a file error or "wrong root", the document stays as it was.
+  /// Replaces the content by that of the file, makes names unique and checks the document. If the file is
+  /// missing, cannot be read, is not well-formed or has a wrong root, the document is unchanged.
   /// @param fileName   UTF-8, else the system's narrow encoding
   /// @param resultCode output: `ResultCode` or a `QFile::FileError`
-  /// @param fault      output: whether a child of the root could not read itself
-  /// @return whether there was content to read; also true when the check failed
+  /// @param fault      output: whether a child of the root failed to read itself
+  /// @return whether the content was replaced, which it is also if the check failed
   bool loadFromFile(const std::string& fileName, std::int32_t& resultCode, bool& fault);
 
-  /// Replaces the content by that of `xml` and makes names unique. What a failed parse left is read too.
-  /// @param parsed output: whether `xml` is well-formed
-  /// @param line, column output: where the parser gave up; 0 after a success
+  /// Replaces the content by that of `xml` and makes names unique. If `xml` is not well-formed, the content
+  /// is what comes before the error. Any root element is accepted, and there is no check.
+  /// @param parsed       output: whether `xml` is well-formed
+  /// @param line, column output: position of the error, from 1; 0 after a success
   /// @return the parser's message, empty after a success
   std::string loadFromString(const std::string& xml, bool& parsed, int& line, int& column);
 
-  /// The document for people, one line for each element. Always the same form, whatever `debugForm` says.
+  /// Header and elements in the diagnostic form; `debugForm` is ignored. Template solids and references to
+  /// them are left out.
   QString& toText(QString& out, bool debugForm) const override;
 
-  /// The text of the tree that was loaded last (not of the elements as they are now), then the header's text.
+  /// The XML that was loaded last (not the elements as they are now), then " header state=" and the header's
+  /// text.
   std::string xmlText() const;
 
  private:

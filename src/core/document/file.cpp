@@ -17,7 +17,7 @@ namespace ztcad {
 
 namespace {
 
-/// Thrown to get out of a document that is being written; ends in `writeTextFile`.
+/// Aborts the writing of a document; caught by `fill`.
 struct WriteError : std::runtime_error {
   WriteError() : std::runtime_error("device does not take the bytes") {}
 };
@@ -47,16 +47,16 @@ bool fill(QIODevice& device, const std::function<void(ByteOutput&)>& write) {
 }
 
 #if defined(_WIN32)
-/// Names that a file has; 0 when the system does not tell.
+/// Number of hard links of a file; 0 if it cannot be determined.
 DWORD hardLinks(const QString& fileName) {
   const std::wstring name = QDir::toNativeSeparators(fileName).toStdWString();
   constexpr DWORD shared = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   const HANDLE file = CreateFileW(name.c_str(), 0, shared, nullptr, OPEN_EXISTING, 0, nullptr);
   if (file == INVALID_HANDLE_VALUE) return 0;
   BY_HANDLE_FILE_INFORMATION information = {};
-  const bool told = GetFileInformationByHandle(file, &information) != 0;
+  const bool known = GetFileInformationByHandle(file, &information) != 0;
   CloseHandle(file);
-  return told ? information.nNumberOfLinks : 0;
+  return known ? information.nNumberOfLinks : 0;
 }
 #endif
 
@@ -72,7 +72,7 @@ bool mayBeReplaced(const QString& fileName) {
 }
 
 FileError errorOf(const QFileDevice& file) {
-  // a device that takes fewer bytes than asked has no error of its own
+  // a device that takes fewer bytes than requested may report no error
   const auto code = file.error() == QFileDevice::NoError ? QFileDevice::WriteError : file.error();
   return {code, file.errorString()};
 }
@@ -90,7 +90,7 @@ Replacement replace(const QString& fileName, const std::function<void(ByteOutput
     const bool isFull = errno == ENOSPC;
     return {!isFull, errorOf(file)};
   }
-  if (!fill(file, write) || !file.flush()) {  // commit does not report that the last bytes were not written
+  if (!fill(file, write) || !file.flush()) {  // commit does not report a failure to write the last bytes
     const FileError error = errorOf(file);
     file.cancelWriting();
     return {false, error};

@@ -8,18 +8,17 @@
 
 namespace ztcad {
 
-/// Why the system did not read or write a file.
+/// The result of reading or writing a file.
 struct FileError {
-  int code = 0;     ///< a `QFile::FileError`; 0: all is well
-  QString message;  ///< the system's words, in the language of the process; empty where all is well
+  int code = 0;     ///< a `QFile::FileError`; 0 for success
+  QString message;  ///< the system's message, in the language of the process; empty for success
 };
 
-/// Writes a text file in such a way that its name always leads to a whole file: `write` fills a temporary
-/// file beside the target, which replaces the target at the end. Whatever goes wrong before leaves the target
-/// as it was.
+/// Writes a text file in one step: `write` fills a temporary file beside the target, which replaces the
+/// target at the end. Any failure before that leaves the target unchanged.
 ///
-/// Written directly instead: a target that is no regular file (a pipe, a device), one with several hard links
-/// (they would part), and one whose temporary file or replacement the system refuses.
+/// A target is written directly if it is not a regular file (a pipe, a device), if it has several hard links
+/// (replacing it would separate them), or if the system refuses the temporary file or the replacement.
 FileError writeTextFile(const QString& fileName, const std::function<void(ByteOutput&)>& write);
 
 /// Reads all bytes of a file.

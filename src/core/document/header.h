@@ -9,7 +9,7 @@
 /// @file
 /// The header of a document.
 
-/// What a document says about itself and about the program that made it. Every field is optional.
+/// Information about a document and the program that wrote it. Every field is optional.
 class ZTCAD_API ztCAD_HeaderNode : public ztCAD_INode {
  public:
   /// Every field absent.
@@ -17,13 +17,13 @@ class ZTCAD_API ztCAD_HeaderNode : public ztCAD_INode {
   /// With "inform" alone.
   explicit ztCAD_HeaderNode(const QString& inform) : m_inform(inform) {}
 
-  /// How the document fares. Not in the file: set to "error" by reading a header without a version.
+  /// The state of the document. Not in the file: reading a header without both versions sets it to "error".
   /// @{
   const ztCAD_State& state() const { return m_state; }
   void setState(const ztCAD_State& state) { m_state = state; }
   /// @}
 
-  /// The document's version: two numbers that the library compares with nothing.
+  /// The document's version: two numbers that the library does not interpret.
   /// @{
   std::optional<std::uint32_t> majorVersion() const { return m_majorVersion; }
   void setMajorVersion(std::optional<std::uint32_t> version) { m_majorVersion = version; }
@@ -37,7 +37,7 @@ class ZTCAD_API ztCAD_HeaderNode : public ztCAD_INode {
   void setInform(const std::optional<QString>& inform) { m_inform = inform; }
   /// @}
 
-  /// The program that wrote the document: its name, its version, what it ran on. Written, not read back.
+  /// The program that wrote the document: its name, its version, its platform. Written, but not read back.
   /// @{
   const std::optional<QString>& producerName() const { return m_producerName; }
   void setProducerName(const std::optional<QString>& name) { m_producerName = name; }
@@ -47,14 +47,15 @@ class ZTCAD_API ztCAD_HeaderNode : public ztCAD_INode {
   void setProducerPlatform(const std::optional<QString>& platform) { m_producerPlatform = platform; }
   /// @}
 
-  /// "Header( inform=... , majorVersion=1 , minorVersion=0 ) state=no Value". For the versions it tells
-  /// whether they are there (1 or 0), not their numbers: programs that read these texts know it so.
+  /// "Header( inform=... , majorVersion=1 , minorVersion=0 ) state=no Value". For the versions it prints
+  /// whether they are present (1 or 0), not their numbers: programs that parse these texts expect that.
   QString toText() const;
 
   /// The element "header" with the fields that are present.
   void write(ztcad::ElementSink& parent) const override;
-  /// Takes the versions and "inform". The producer is not read: it is for whoever writes the document next to
-  /// say. Always true; a missing version shows in the state.
+  /// Reads the versions and "inform"; an absent or bad one leaves the field unchanged. The producer is not
+  /// read: the next program that writes the document sets its own. Always true; a missing version is shown by
+  /// the state.
   bool read(const ztcad::ElementView& element, bool& fault) override;
 
  private:

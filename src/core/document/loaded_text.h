@@ -9,8 +9,8 @@
 
 namespace ztcad {
 
-/// The text that a document was loaded from. Its tree is made when somebody asks for it: a tree takes many times the
-/// memory of the text, and most documents are never asked.
+/// The text that a document was loaded from. Its tree is built on first use: a tree takes many times the
+/// memory of the text, and most hosts never need it.
 class LoadedText {
  public:
   /// Nothing was loaded: an empty tree.
@@ -20,13 +20,13 @@ class LoadedText {
   const QDomDocument& tree() const;
 
  private:
-  mutable QByteArray m_bytes;  // empty once there is the tree
+  mutable QByteArray m_bytes;  // empty once the tree is built
   XmlBytes m_kind = XmlBytes::AsDeclared;
   mutable QDomDocument m_tree;
   mutable bool m_hasTree = false;
 };
 
-/// Parses bytes into a tree, as `parseXml` does, decoded as `kind` says.
+/// Parses bytes into a tree with `parseXml`; `kind` selects how they are decoded.
 ParseOutcome parseBytes(const QByteArray& bytes, XmlBytes kind, QDomDocument& tree);
 
 }  // namespace ztcad

@@ -77,7 +77,7 @@ LoadOutcome DocumentLoader::load(const Source& source, TextRules rules) {
   return outcome;
 }
 
-/// Reads a plain text, without a tree; null for any other text, and for another root than that of a document.
+/// Reads a text without a tree; null if the plain reader does not accept it or the rules refuse its root.
 DocumentLoader::Reader DocumentLoader::readPlain(const Source& source, TextRules rules) const {
   auto reader = std::make_unique<RootReader>(m_document.header());
   bool rootIsRight = true;
@@ -90,7 +90,7 @@ DocumentLoader::Reader DocumentLoader::readPlain(const Source& source, TextRules
   return reader;
 }
 
-/// Reads a text through a tree; null, and why in `outcome`, where the rules refuse it.
+/// Reads a text through a tree; null, with the reason in `outcome`, if the rules refuse it.
 DocumentLoader::Reader DocumentLoader::readTree(const Source& source, TextRules rules,
                                                 LoadOutcome& outcome) const {
   QDomDocument tree;
@@ -111,7 +111,8 @@ DocumentLoader::Reader DocumentLoader::readTree(const Source& source, TextRules 
   return reader;
 }
 
-/// Changes the document as a whole: what can throw comes first.
+/// Moves what was read into the document. Everything that can throw comes first, so the change is all or
+/// nothing.
 void DocumentLoader::takeOver(RootReader& reader, const Source& source) {
   auto text = std::make_unique<LoadedText>(source.bytes, source.kind);
   if (m_owner == NestedOwner::Everyone) shareReadStructures(reader.nested());

@@ -16,24 +16,24 @@ struct LoadOutcome {
   std::int32_t code = ztCAD_GMDDocument::NotParsed;  ///< `ResultCode`, or a `QFile::FileError`
   bool fault = false;                                ///< a child of the root failed to read itself
   bool replaced = false;                             ///< the document has new content; false: it is unchanged
-  QString message;                                   ///< why the code is not 0; empty where it is
-  int line = 0;                                      ///< position of the problem from 1; 0 where it has none
-  int column = 0;
+  QString message;                                   ///< why the code is not 0; empty if it is 0
+  int line = 0;                                      ///< line of the problem, from 1; 0 if it has no position
+  int column = 0;                                    ///< column of the problem, likewise
 };
 
-/// Who owns the structures that a load nests in others.
+/// Which list owns the structures that a load nests in others.
 enum class NestedOwner {
-  Everyone,  ///< the list that `ClearGMDDoc` and the end of any document empty
+  Everyone,  ///< the list that all documents share, which `ClearGMDDoc` and the older calls empty
   Document,  ///< the document that is loaded
 };
 
 /// Which texts a load from memory takes.
 enum class TextRules {
-  Strict,   ///< those of files; any other leaves the document unchanged
-  Lenient,  ///< any root element; of an ill-formed text, what comes before the fault; no document check
+  Strict,   ///< what a file may be: well-formed, with the root "GMD"; then the document check
+  Lenient,  ///< any root element; of an ill-formed text, what comes before the error; no document check
 };
 
-/// Loads into a document. Nothing changes in the document until all has been read.
+/// Loads into a document. The document is changed as a whole after everything has been read, or not at all.
 class DocumentLoader {
  public:
   DocumentLoader(ztCAD_GMDDocument& document, NestedOwner owner) : m_document(document), m_owner(owner) {}
@@ -54,7 +54,7 @@ class DocumentLoader {
   const NestedOwner m_owner;
 };
 
-/// Destroys a document without the clean-up of structures that belong to everyone.
+/// Destroys a document and what it owns, without emptying the list of structures that all documents share.
 struct EndAlone {
   void operator()(ztCAD_GMDDocument* document) const noexcept;
 };

@@ -4,11 +4,12 @@
 #include "document.h"
 
 /// @file
-/// The orders of the format in a document.
+/// The orders of kinds in a document, which are part of the format. An order that lacks a kind does not
+/// compile.
 
 namespace ztcad {
 
-static_assert(matchesTable<ztCAD_DocumentContent>(1), "the container of stubs is the other one");
+static_assert(matchesTable<ztCAD_DocumentContent>(1), "one more: the container of stubs");
 
 /// The children of the root in a file, after the header.
 using DocumentFileOrder =
@@ -19,7 +20,7 @@ using DocumentFileOrder =
              kinds::templateDetails, kinds::templateStructures>;
 static_assert(isComplete<ztCAD_DocumentContent>(DocumentFileOrder()));
 
-/// The elements in the text form, which leaves out template solids and references to them.
+/// The elements in the text form, which omits template solids and references to them.
 using DocumentTextOrder =
     KindList<kinds::points, kinds::templatePoints, kinds::pointReferences, kinds::lines, kinds::templateLines,
              kinds::lineReferences, kinds::mipElements, kinds::templateMipElements, kinds::mipReferences,
@@ -28,8 +29,8 @@ using DocumentTextOrder =
 using NotInText = KindList<kinds::templateTriangles, kinds::triangleReferences>;
 static_assert(isComplete<ztCAD_DocumentContent>(DocumentTextOrder(), NotInText()));
 
-/// The elements whose names are made unique together. Template details and template structures keep theirs: references
-/// find them by name.
+/// The elements whose names are made unique together. Template details and template structures keep theirs:
+/// references find them by name.
 using UnificationOrder = KindList<kinds::structures, kinds::structureReferences, kinds::points, kinds::lines,
                                   kinds::spheres, kinds::triangles, kinds::mipElements, kinds::details,
                                   kinds::detailReferences, kinds::templatePoints, kinds::pointReferences,

@@ -7,7 +7,7 @@
 
 namespace ztcad {
 
-/// Reads the children of a root into a content and a header of its own, so that a load that fails changes no document.
+/// Reads the children of a root into its own content and header, so a failed load changes no document.
 class RootReader {
  public:
   explicit RootReader(const ztCAD_HeaderNode& header) : m_header(header) {}
@@ -19,9 +19,9 @@ class RootReader {
 
   ztCAD_DocumentContent& content() { return m_content; }
   const ztCAD_HeaderNode& header() const { return m_header; }
-  /// The structures that are nested in others.
+  /// The nested structures that were read; whoever takes the content takes these too.
   StructureList& nested() { return m_nested; }
-  /// Whether a child failed to read itself, counted from the last header on.
+  /// Whether a child after the last header failed to read itself.
   bool fault() const { return m_fault; }
 
  private:
@@ -33,7 +33,7 @@ class RootReader {
       m_fault = true;
   }
 
-  /// The header's read begins by clearing the flag that it is given, so faults of earlier children are forgotten.
+  /// The read of a header clears the flag that it is given, so faults of children before it are forgotten.
   void readHeader(const ElementView& child) {
     ztCAD_HeaderNode header;
     if (header.read(child, m_fault)) m_header = header;

@@ -7,7 +7,7 @@
 
 namespace ztcad {
 
-/// Makes names unique, in the document too, and writes the file.
+/// Makes the names in the document unique and writes the file.
 FileError saveDocument(ztCAD_GMDDocument& document, const std::string& fileName);
 
 }  // namespace ztcad

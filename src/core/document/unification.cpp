@@ -9,8 +9,8 @@ bool ztcad::unifyNames(ztCAD_DocumentContent& content) {
   visitInOrder(UnificationOrder(), content,
                [&topLevel](auto& elements) { renameDuplicates(elements, topLevel); });
   StructurePass pass;
-  pass.meetAll(content.structures);
-  pass.meetAll(content.templateStructures);
+  pass.markAll(content.structures);
+  pass.markAll(content.templateStructures);
   for (ztCAD_Structure& structure : content.structures)
     pass.unifyNames(structure);
   for (ztCAD_TmplStructure& structure : content.templateStructures)
