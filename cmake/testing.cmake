@@ -33,6 +33,10 @@ function(ztcad_test name)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
   if(NOT test_OPTIMISED AND NOT MSVC)
     target_compile_options(${name} PRIVATE -O0)
+    if(MINGW)
+      # unoptimised templates leave more sections than the default object format can number
+      target_compile_options(${name} PRIVATE -Wa,-mbig-obj)
+    endif()
   endif()
   if(test_ONE_BY_ONE)
     gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120
