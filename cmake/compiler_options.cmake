@@ -1,15 +1,17 @@
-# Options that hold for every target of the project, and nothing for whoever uses the installed library.
+# Options of all targets of the project; users of the installed library get none of them.
 
 add_library(ztCAD_options INTERFACE)
 
 if(ZTCAD_STRICT_WARNINGS)
   if(MSVC)
-    # not: members of the standard library's and of Qt's types in exported classes, which every such class has
+    # off: exported classes with members of the standard library's or Qt's types, which all of ours have
     target_compile_options(ztCAD_options INTERFACE /W4 /wd4251 /wd4275)
   else()
     target_compile_options(ztCAD_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
                            -Wno-sign-conversion
-                           "$<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast;-Wnon-virtual-dtor;-Woverloaded-virtual>")
+                           $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast>
+                           $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor>
+                           $<$<COMPILE_LANGUAGE:CXX>:-Woverloaded-virtual>)
   endif()
 endif()
 
@@ -19,7 +21,7 @@ if(MSVC)
 endif()
 
 if(WIN32)
-  # of the system's header the plain functions, without macros named min and max
+  # no macros min and max from the system's header
   target_compile_definitions(ztCAD_options INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX)
 endif()
 
@@ -28,7 +30,7 @@ if(ZTCAD_SANITIZE)
   target_compile_options(ztCAD_options INTERFACE ${sanitizers})
   target_link_options(ztCAD_options INTERFACE ${sanitizers})
   if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
-    # instrumented code leads GCC 12 to false alarms in headers of the standard library
+    # GCC 12 warns falsely about instrumented headers of the standard library
     target_compile_options(ztCAD_options INTERFACE -Wno-maybe-uninitialized)
   endif()
 endif()

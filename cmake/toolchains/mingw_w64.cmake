@@ -1,4 +1,4 @@
-# 64-bit Windows, by GCC on Linux: the posix variant of MinGW-w64, whose standard library has threads.
+# 64-bit Windows, by GCC on Linux: the posix variant of MinGW-w64, whose standard library supports threads.
 
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
@@ -11,7 +11,7 @@ set(tools ${CMAKE_CURRENT_LIST_DIR}/../../tools)
 execute_process(COMMAND ${tools}/qt-for-windows --where OUTPUT_VARIABLE ZTCAD_QT_FOR_WINDOWS
                 OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 
-# libraries and packages of Windows only, never those of the system that compiles
+# only libraries and packages for Windows, never those of the build system
 set(CMAKE_FIND_ROOT_PATH ${ZTCAD_QT_FOR_WINDOWS} /usr/x86_64-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)

@@ -1,0 +1,48 @@
+# What `cmake --install` copies: the component Runtime for programs that were built with the library,
+# Development for building such programs.
+
+include(CMakePackageConfigHelpers)
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ztCAD)
+
+install(TARGETS ztCAD ztCAD_C EXPORT ztCADTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+get_property(public_headers GLOBAL PROPERTY ZTCAD_PUBLIC_HEADERS)
+foreach(header IN LISTS public_headers)
+  get_filename_component(folder ${header} DIRECTORY)
+  install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ztCAD/${folder})
+endforeach()
+
+# The CMake package.
+install(EXPORT ztCADTargets NAMESPACE ztCAD:: DESTINATION ${package_dir})
+configure_package_config_file(cmake/ztCADConfig.cmake.in ${PROJECT_BINARY_DIR}/ztCADConfig.cmake
+                              INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/ztCADConfigVersion.cmake COMPATIBILITY
+                                 SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/ztCADConfig.cmake ${PROJECT_BINARY_DIR}/ztCADConfigVersion.cmake
+        DESTINATION ${package_dir})
+
+# The pkg-config files.
+file(RELATIVE_PATH pc_to_prefix /p/${CMAKE_INSTALL_LIBDIR}/pkgconfig /p)
+function(ztcad_pkg_config file pc_name pc_requires pc_options)
+  configure_file(cmake/ztCAD.pc.in ${PROJECT_BINARY_DIR}/${file} @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${file} DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endfunction()
+# Qt's headers refuse code that is not position independent; Qt's own .pc files do not say so
+if(WIN32)
+  set(pc_pic_option "")
+else()
+  set(pc_pic_option -fPIC)
+endif()
+ztcad_pkg_config(ztCAD.pc ztCAD "Qt5Core Qt5Xml" "${pc_pic_option}")
+ztcad_pkg_config(ztCAD_c.pc "ztCAD for C" "" "")
+
+# The guide, the schemas and the examples, in the folders that the pages' links expect.
+file(GLOB pages CONFIGURE_DEPENDS docs/*.md docs/*.svg docs/*.xsd)
+file(GLOB examples CONFIGURE_DEPENDS examples/*.cpp examples/*.h examples/*.c)
+install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
+install(FILES ${examples} DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+# and the schemas where programs look for them
+install(FILES docs/ztCAD-gmd.xsd docs/ztCAD-gmd-strict.xsd DESTINATION ${CMAKE_INSTALL_DATADIR}/ztCAD)
