@@ -13,6 +13,8 @@ foreach(header IN LISTS public_headers)
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ztCAD/${folder})
 endforeach()
+install(FILES ${PROJECT_BINARY_DIR}/include/ztCAD/version.h
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ztCAD)
 
 # The CMake package.
 install(EXPORT ztCADTargets NAMESPACE ztCAD:: DESTINATION ${package_dir})

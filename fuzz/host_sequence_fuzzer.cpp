@@ -256,7 +256,7 @@ class Host {
     }
   }
 
-  // ---------------------------------------------------------------------------------------------- insertion and removal
+  // ----------------------------------------------------------------------------------- insertion and removal
 
   /// Adds an element and checks the result against the container.
   template <typename Element, typename Container>

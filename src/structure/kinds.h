@@ -147,7 +147,7 @@ constexpr bool isComplete(Lists... lists) {
   });
 }
 
-// -------------------------------------------------------------------------------- checks of the content structs
+// ----------------------------------------------------------------------------- checks of the content structs
 
 template <typename Kind, typename Content, typename = void>
 inline constexpr bool hasContainer = false;

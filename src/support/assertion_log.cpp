@@ -58,8 +58,8 @@ void ztBaseAsserter::report(const char* expression, const char* file, std::uint3
 }
 
 ztBaseAsserter& ztBaseAsserter::instance() noexcept {
-  // In static storage and never destroyed: nothing is left on the heap when the library is unloaded, and a report from a
-  // late static destructor still finds it.
+  // In static storage and never destroyed: nothing is left on the heap when the library is unloaded, and a
+  // report from a late static destructor still finds it.
   alignas(ztBaseAsserter) static unsigned char storage[sizeof(ztBaseAsserter)];
   static auto* const reporter = new (storage) ztBaseAsserter;
   return *reporter;

@@ -65,7 +65,8 @@ class ZTCAD_API ztLogWriter {
 /// Receives the reports of the library's own consistency checks. A report never stops the process: the check
 /// continues.
 ///
-/// No function of this class throws. Reports are expected from one thread at a time; a writer may itself report.
+/// No function of this class throws. Reports are expected from one thread at a time; a writer may itself
+/// report.
 class ZTCAD_API ztBaseAsserter {
  public:
   /// Flushes the installed writer. The process-wide reporter is never destroyed; this serves derived classes.

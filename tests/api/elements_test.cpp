@@ -97,7 +97,7 @@ TEST(Elements, ADuplicateNameIsReportedAsFree) {
   expectNameFreeTwice("crtDetailRef", [&](Name n, bool& f) { return crtDetailRef(n, lcs, &detail, f); });
 }
 
-// ------------------------------------------------------------------------------------------------------- geometry
+// -------------------------------------------------------------------------------------------------- geometry
 
 TEST(Lines, CopyTheirVertices) {
   ztCAD_Vertices* vertices = tetrahedronVertices();
@@ -175,7 +175,7 @@ TEST(Solids, TemplateCopiesOnlyTheLists) {
   }
 }
 
-// -------------------------------------------------------------------------------------------------- mass and inertia
+// ------------------------------------------------------------------------------------------ mass and inertia
 
 TEST(MassInertia, RecordKeepsItsValues) {
   for (const Reals& values : {Reals{}, Reals{1}, tenValues, Reals(11, 2.5)}) {
@@ -219,7 +219,7 @@ TEST(MassInertia, OfASphereIsReplacedOnlyByCompleteRecords) {
   EXPECT_EQ(sphere->mip()->values(), Reals(10, 2.0));
 }
 
-// --------------------------------------------------------------------------------------------- structures, references
+// ------------------------------------------------------------------------------------ structures, references
 
 TEST(Structures, KeepTheirCoordinateSystem) {
   const auto* placed = make<ztCAD_Structure>("S");
@@ -292,7 +292,7 @@ TEST(References, AreWrittenWithTheirPlacementAsMcs) {
       << bytes;
 }
 
-// -------------------------------------------------------------------------------------------------------- properties
+// ------------------------------------------------------------------------------------------------ properties
 
 CommonProperty fullRecord() {
   CommonProperty record;

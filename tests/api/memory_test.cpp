@@ -36,7 +36,7 @@ bool failsDuring(long granted, FailingMemory::Mode mode, Call&& call) {
 
 /// A row for a creation function: returns null if an allocation fails.
 template <typename Create>
-bool failsToCreate(long granted, FailingMemory::Mode mode, Create&& create) {
+bool isRefused(long granted, FailingMemory::Mode mode, Create&& create) {
   const void* made = nullptr;
   const bool failed = failsDuring(granted, mode, [&] { made = create(); });
   EXPECT_EQ(made == nullptr, failed);
@@ -62,7 +62,7 @@ const Row rows[] = {
      }},
     {"crtHeader",
      [](long granted, FailingMemory::Mode mode) {
-       return failsToCreate(granted, mode, [] { return crtHeader(); });
+       return isRefused(granted, mode, [] { return crtHeader(); });
      }},
     {"crtGMDDocumentFromFile",
      [](long granted, FailingMemory::Mode mode) {
@@ -176,7 +176,7 @@ const Row rows[] = {
      [](long granted, FailingMemory::Mode mode) {
        const ztCAD_Coord* center = coord(0, 0, 0);
        bool nameIsFree = false;
-       const bool failed = failsToCreate(granted, mode, [&] { return crtPoint(longName, center, nameIsFree); });
+       const bool failed = isRefused(granted, mode, [&] { return crtPoint(longName, center, nameIsFree); });
        EXPECT_TRUE(nameIsFree);
        return failed;
      }},
@@ -185,7 +185,7 @@ const Row rows[] = {
        const ztCAD_Coord* center = coord(0, 0, 0);
        bool nameIsFree = false;
        const bool failed =
-           failsToCreate(granted, mode, [&] { return crtPoint_nostl(longName.c_str(), center, nameIsFree); });
+           isRefused(granted, mode, [&] { return crtPoint_nostl(longName.c_str(), center, nameIsFree); });
        EXPECT_TRUE(nameIsFree);
        return failed;
      }},
@@ -194,7 +194,7 @@ const Row rows[] = {
        const ztCAD_Point* source = pointNamed("A");
        bool nameIsFree = false;
        const bool failed =
-           failsToCreate(granted, mode, [&] { return crtTmplPoint(longName, source, nameIsFree); });
+           isRefused(granted, mode, [&] { return crtTmplPoint(longName, source, nameIsFree); });
        EXPECT_TRUE(nameIsFree);
        return failed;
      }},
@@ -232,48 +232,48 @@ const Row rows[] = {
      }},
     {"crtVertices",
      [](long granted, FailingMemory::Mode mode) {
-       return failsToCreate(granted, mode, [] { return crtVertices(); });
+       return isRefused(granted, mode, [] { return crtVertices(); });
      }},
     {"crtFaces", [](long granted,
-                    FailingMemory::Mode mode) { return failsToCreate(granted, mode, [] { return crtFaces(); }); }},
+                    FailingMemory::Mode mode) { return isRefused(granted, mode, [] { return crtFaces(); }); }},
     {"crtCoord",
      [](long granted, FailingMemory::Mode mode) {
-       return failsToCreate(granted, mode, [] { return coord(1, 2, 3); });
+       return isRefused(granted, mode, [] { return coord(1, 2, 3); });
      }},
     {"crtVertex",
      [](long granted, FailingMemory::Mode mode) {
        const double one = 1;
-       return failsToCreate(granted, mode, [&] { return crtVertex(&one, &one, &one); });
+       return isRefused(granted, mode, [&] { return crtVertex(&one, &one, &one); });
      }},
     {"crtVertexByCoord",
      [](long granted, FailingMemory::Mode mode) {
        const ztCAD_Coord* place = coord(1, 2, 3);
-       return failsToCreate(granted, mode, [&] { return crtVertexByCoord(place); });
+       return isRefused(granted, mode, [&] { return crtVertexByCoord(place); });
      }},
     {"crtVertexByPoint",
      [](long granted, FailingMemory::Mode mode) {
        const ztCAD_Point* point = pointNamed("A");
-       return failsToCreate(granted, mode, [&] { return crtVertexByPoint(point); });
+       return isRefused(granted, mode, [&] { return crtVertexByPoint(point); });
      }},
     {"crtFacet",
      [](long granted, FailingMemory::Mode mode) {
        const std::uint32_t one = 1;
-       return failsToCreate(granted, mode, [&] { return crtFacet(&one, &one, &one); });
+       return isRefused(granted, mode, [&] { return crtFacet(&one, &one, &one); });
      }},
     {"crtColor",
      [](long granted, FailingMemory::Mode mode) {
        const std::uint32_t one = 1;
-       return failsToCreate(granted, mode, [&] { return crtColor(&one, &one, &one); });
+       return isRefused(granted, mode, [&] { return crtColor(&one, &one, &one); });
      }},
     {"crtLCS",
      [](long granted, FailingMemory::Mode mode) {
        const std::vector<double> values(12, 1);
-       return failsToCreate(granted, mode, [&] { return crtLCS(values); });
+       return isRefused(granted, mode, [&] { return crtLCS(values); });
      }},
     {"crtLCS_nostl",
      [](long granted, FailingMemory::Mode mode) {
        const std::vector<double> values(12, 1);
-       return failsToCreate(granted, mode, [&] { return crtLCS_nostl(values.data()); });
+       return isRefused(granted, mode, [&] { return crtLCS_nostl(values.data()); });
      }},
     {"addVertexN",
      [](long granted, FailingMemory::Mode mode) {
@@ -330,7 +330,7 @@ const Row rows[] = {
      [](long granted, FailingMemory::Mode mode) {
        const Document document = newDocument();
        const bool failed =
-           failsToCreate(granted, mode, [&] { return ztCAD_appendToDoc(document.get(), ztCAD_ElementDetail); });
+           isRefused(granted, mode, [&] { return ztCAD_appendToDoc(document.get(), ztCAD_ElementDetail); });
        EXPECT_EQ(ztCAD_countInDoc(document.get(), ztCAD_ElementDetail), failed ? 0 : 1);
        return failed;
      }},
@@ -339,7 +339,7 @@ const Row rows[] = {
        bool nameIsFree = false;
        ztCAD_Structure* const outer = crtStructure("S", crtLCS({}), nameIsFree);
        const bool failed =
-           failsToCreate(granted, mode, [&] { return ztCAD_appendToStructure(outer, ztCAD_ElementStructure); });
+           isRefused(granted, mode, [&] { return ztCAD_appendToStructure(outer, ztCAD_ElementStructure); });
        EXPECT_EQ(ztCAD_countInStructure(outer, ztCAD_ElementStructure), failed ? 0 : 1);
        return failed;
      }},
@@ -404,7 +404,7 @@ std::string rowName(const testing::TestParamInfo<Row>& row) {
 
 INSTANTIATE_TEST_SUITE_P(Calls, RunningOutOfMemory, testing::ValuesIn(rows), rowName);
 
-// ------------------------------------------------------------------------------------------- end of the process
+// ---------------------------------------------------------------------------------------- end of the process
 
 /// Allocations in the scope of this object leak by design and are not reported.
 struct IntendedLeaks {

@@ -107,7 +107,7 @@ TEST(Nesting, ACopyInADocumentSharesTheNestedStructures) {
   EXPECT_EQ(firstOf(document).structures().front(), inner);
 }
 
-// ------------------------------------------------------------------------------------------------- no dangling pointers
+// -------------------------------------------------------------------------------------- no dangling pointers
 
 TEST(Nesting, AStructureRemovedFromItsDocumentLeavesItsHolders) {
   const Document document = newDocument();

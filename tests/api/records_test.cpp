@@ -88,7 +88,7 @@ TEST(Records, CoordinateSystemIsLocalAndKeepsItsValues) {
   EXPECT_EQ(crtLCS({1})->values(), Reals{1});
 }
 
-// ----------------------------------------------------------------------------------------------------------- lists
+// ----------------------------------------------------------------------------------------------------- lists
 
 TEST(Lists, AreCreatedEmpty) {
   EXPECT_TRUE(crtVertices()->coordinates().empty());
@@ -145,7 +145,7 @@ TEST(Lists, AVertexCanBeAppendedRepeatedly) {
   EXPECT_EQ(vertices->coordinates(), (Reals{1, 2, 3, 1, 2, 3}));
 }
 
-// ------------------------------------------------------------------------------------------------------- comparison
+// ------------------------------------------------------------------------------------------------ comparison
 
 TEST(ComparingCoordinateSystems, EqualOnlyWithinTheTolerance) {
   struct Row {
@@ -183,7 +183,7 @@ TEST(ComparingCoordinateSystems, IgnoresWhetherTheyAreLocal) {
   EXPECT_TRUE(isEqual(local, local));
 }
 
-// ---------------------------------------------------------------------------------------------------------- library
+// --------------------------------------------------------------------------------------------------- library
 
 TEST(Library, ReportsItsVersion) { EXPECT_STREQ(ztCADVersion(), ZTCAD_TEST_VERSION); }
 

@@ -32,7 +32,8 @@ class Turns {
 
 const std::string someXml = R"(<GMD><point name="A" center="1, 2, 3;"/>
   <structure name="S" LCS=""><structure name="T"/><solid name="B" method="triangulation"><vertices>
-    0, 0, 0; 1, 0, 0; 0, 1, 0; 0, 0, 1;</vertices><faces>0, 2, 1; 0, 1, 3; 0, 3, 2; 1, 2, 3;</faces></solid></structure></GMD>)";
+    0, 0, 0; 1, 0, 0; 0, 1, 0; 0, 0, 1;</vertices><faces>0, 2, 1; 0, 1, 3; 0, 3, 2; 1, 2, 3;</faces></solid>
+  </structure></GMD>)";
 
 TEST(Threads, CanCreateSaveAndDeleteOneDocumentInTurn) {
   const TemporaryFiles files;

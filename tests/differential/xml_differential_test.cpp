@@ -121,7 +121,7 @@ QString randomName(Dice& dice) {
   return dice.pick(names);
 }
 
-// ----------------------------------------------------------------------------------- bytes against a DOM tree
+// ---------------------------------------------------------------------------------- bytes against a DOM tree
 
 struct RandomElement {
   QString tag;

@@ -83,7 +83,7 @@ TEST(DocumentText, DoesNotUnifyNames) {
   EXPECT_EQ(namesIn(document.content().points), (Names{"A", "A"}));
 }
 
-// ------------------------------------------------------------------------------------------------- the loaded tree
+// ------------------------------------------------------------------------------------------- the loaded tree
 
 TEST(DocumentXmlText, OfADocumentThatLoadedNothingIsTheHeaderText) {
   ztCAD_GMDDocument document("");

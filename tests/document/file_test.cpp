@@ -110,7 +110,7 @@ TEST_F(FileWriting, HardLinksAreKept) {
 
 #endif
 
-// ----------------------------------------------------------------------------------------------------------- reading
+// --------------------------------------------------------------------------------------------------- reading
 
 TEST(FileReading, ReturnsTheBytesUnchanged) {
   const TemporaryFiles files;
@@ -129,7 +129,7 @@ TEST(FileReading, ReturnsTheErrorOfQFile) {
   EXPECT_EQ(read, QByteArray());
 }
 
-// ----------------------------------------------------------------------- links, permissions, devices, full disks
+// ------------------------------------------------------------------- links, permissions, devices, full disks
 
 #if defined(__linux__)
 

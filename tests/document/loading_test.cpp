@@ -200,7 +200,7 @@ TEST_F(Loading, CanBeRepeatedAndReplacesTheTree) {
       << document.xmlText();
 }
 
-// --------------------------------------------------------------------------------------------------------- header
+// ---------------------------------------------------------------------------------------------------- header
 
 TEST_F(Loading, KeepsTheHeaderIfTheFileHasNone) {
   ztCAD_HeaderNode header;
@@ -253,7 +253,7 @@ TEST_F(Loading, AHeaderInsideAnotherElementIsIgnored) {
   EXPECT_EQ(document.header().inform(), QString("old inform"));
 }
 
-// ----------------------------------------------------------------------------------------------------- fault flag
+// ------------------------------------------------------------------------------------------------ fault flag
 
 TEST_F(Loading, FaultReportsWhetherAChildOfTheRootCouldNotBeRead) {
   const std::string good = "<point name='good' center='1'/>";
@@ -295,7 +295,7 @@ TEST_F(Loading, FaultReportsWhetherAChildOfTheRootCouldNotBeRead) {
   }
 }
 
-// ------------------------------------------------------------------------------------------------ encodings of files
+// ---------------------------------------------------------------------------------------- encodings of files
 
 TEST_F(Loading, BytesAreDecodedByByteOrderMarkOrDeclaration) {
   const auto utf16 = [](const char* text, bool bigEndian) {
@@ -343,7 +343,7 @@ TEST_F(Loading, DeclaredWindows1251AppliesEvenIfTheBytesAreUtf8) {
   EXPECT_EQ(namesIn(document.content().points), Names{"РЃ"});
 }
 
-// ------------------------------------------------------------------------------------------------------------ depth
+// ----------------------------------------------------------------------------------------------------- depth
 
 std::string nested(int elements) {
   std::string text;

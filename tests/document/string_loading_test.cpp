@@ -66,7 +66,7 @@ TEST(StringLoading, DoesNotRunTheCheckOrLogMessages) {
   EXPECT_EQ(output.messages(), std::vector<std::string>{});
 }
 
-// ----------------------------------------------------------------------------------------------------- failed parse
+// ---------------------------------------------------------------------------------------------- failed parse
 
 /// The names of the points below the root of a tree.
 Names pointsBelowRoot(const QDomDocument& tree) {
@@ -162,7 +162,7 @@ TEST(StringLoading, RefusedTextYieldsAMessageAndAnEmptyDocument) {
   }
 }
 
-// ------------------------------------------------------------------------------------------------------- encodings
+// ------------------------------------------------------------------------------------------------- encodings
 
 struct EncodingRow {
   const char* name;

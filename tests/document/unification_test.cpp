@@ -97,7 +97,7 @@ TEST(Unification, TimeIsLinearInTheNumberOfEqualNames) {
   EXPECT_LT(timeGrowth(12500, unifyEqualNames), linearTimeGrowth);
 }
 
-// ---------------------------------------------------------------------------------------------- every kind, every level
+// ----------------------------------------------------------------------------------- every kind, every level
 
 Names namesOfKinds(const ztCAD_DocumentContent& content) {
   Names names;

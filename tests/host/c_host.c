@@ -1,9 +1,6 @@
-/* A host in plain C that opens the library by its file name: builds a document with a point and a solid through functions
-   without C++ types, checks and saves it, closes the library and repeats all of it.
-
-     c_host <library> <file to write> <version>
-
-   Exit code 0 on success. */
+/* A host in plain C that opens the library by its file name: builds a document with a point and a solid
+   through functions without C++ types, checks and saves it, closes the library and repeats all of it.
+   c_host <library> <file to write> <version>  Exit code 0 on success. */
 
 #include <stdbool.h>
 #include <stdint.h>
@@ -24,7 +21,7 @@ static void expect(bool condition, const char* what) {
   ++failures;
 }
 
-/* ------------------------------------------------------------------------------------------------ the system's loader */
+/* ------------------------------------------------------------------------------------ the system's loader */
 
 typedef void (*AnyFunction)(void);
 
@@ -45,7 +42,7 @@ static AnyFunction find(void* library, const char* name) {
 }
 #endif
 
-/* --------------------------------------------------------------------------------------------- functions of the library */
+/* ------------------------------------------------------------------------------- functions of the library */
 
 typedef struct Document Document;
 typedef struct Coord Coord;
@@ -109,7 +106,7 @@ static bool lookUp(void* library, Functions* f) {
   return all;
 }
 
-/* --------------------------------------------------------------------------------------------------------------- work */
+/* --------------------------------------------------------------------------------------------------- work */
 
 static void addPoint(const Functions* f, Document* document) {
   const double in[3] = {1.5, -2.0, 1e6};

@@ -1,9 +1,6 @@
-/* A host in C that does with ztCAD_c.h what a C++ host does with the classes: creates elements of every kind, sets and
-   reads every field, nests and removes elements, saves, loads and inspects the loaded document.
-
-     c_interface <file to write>
-
-   Exit code 0 on success. */
+/* A host in C that does with ztCAD_c.h what a C++ host does with the classes: creates elements of every
+   kind, sets and reads every field, nests and removes elements, saves, loads and inspects the loaded
+   document.  c_interface <file to write>  Exit code 0 on success. */
 
 #include <ztCAD/ztCAD_c.h>
 
@@ -28,7 +25,7 @@ static const uint32_t ijk[12] = {0, 2, 1, 0, 1, 3, 0, 3, 2, 1, 2, 3};
 static const uint32_t red[3] = {255, 0, 128};
 static const char cyrillic[] = "\xD0\x94\xD0\xB5\xD1\x82\xD0\xB0\xD0\xBB\xD1\x8C";
 
-/* ---------------------------------------------------------------------------------------------------- helpers */
+/* ------------------------------------------------------------------------------------------------ helpers */
 
 typedef int64_t (*TextOfElement)(const ztCAD_Base*, char*, int64_t);
 
@@ -63,7 +60,7 @@ static ztCAD_Faces* faces(void) {
 
 static const ztCAD_Coord* corner(void) { return crtCoord(&twelve[0], &twelve[1], &twelve[2]); }
 
-/* ----------------------------------------------------------------------------------------------------------------- lists */
+/* -------------------------------------------------------------------------------------------------- lists */
 
 static void lists(void) {
   ztCAD_Vertices* const list = vertices();
@@ -91,7 +88,7 @@ static void lists(void) {
   EXPECT(ztCAD_getFacetCount(facets) == 0);
 }
 
-/* ------------------------------------------------------------------------------------------------------------ every kind */
+/* --------------------------------------------------------------------------------------------- every kind */
 
 static void addGeometry(ztCAD_GMDDocument* document) {
   bool nameIsFree = false;
@@ -199,7 +196,7 @@ static void addStructures(ztCAD_GMDDocument* document) {
   EXPECT(ztCAD_removeFromStructure(point, holder, ztCAD_ElementPoint));
 }
 
-/* -------------------------------------------------------------------------------------------------------- fields of all */
+/* ------------------------------------------------------------------------------------------ fields of all */
 
 static void fields(void) {
   bool nameIsFree = false;
@@ -316,7 +313,7 @@ static void header(ztCAD_GMDDocument* document) {
   }
 }
 
-/* ------------------------------------------------------------------------------------------------------ saving and loading */
+/* ------------------------------------------------------------------------------------- saving and loading */
 
 /* Checks a loaded document: one element of every kind, by index and by list. */
 static void checkLoaded(ztCAD_GMDDocument* document) {

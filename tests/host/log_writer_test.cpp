@@ -79,7 +79,7 @@ TEST(LogWriter, CanBeAClassOfTheHost) {
   EXPECT_EQ(writer.count, 1);
 }
 
-// -------------------------------------------------------------------------------- a function, as installed by hosts in C
+// -------------------------------------------------------------------- a function, as installed by hosts in C
 
 void append(const char* line, void* context) {
   static_cast<std::vector<std::string>*>(context)->emplace_back(line);

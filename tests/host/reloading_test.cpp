@@ -211,7 +211,7 @@ TEST_F(Reloading, OneThreadCanOpenAndAnotherUseAndCloseTheLibrary) {
   expectUnloaded();
 }
 
-// ------------------------------------------------------------------------------------------ parallel settings at load
+// --------------------------------------------------------------------------------- parallel settings at load
 TEST_F(Reloading, EveryLoadSetsTheThreadCountsToOne) {
   for (int round = 0; round < 3; ++round) {
     LoadedLibrary library;

@@ -42,8 +42,10 @@ const std::string xml = R"(<GMD><header inform="soak"/>
   <line name="L" method="polyline"><vertices>0, 0, 0; 1, 0, 0; 1, 1, 0;</vertices></line>
   <solid name="B" method="triangulation"><vertices>0, 0, 0; 1, 0, 0; 0, 1, 0; 0, 0, 1;</vertices>
     <faces>0, 2, 1; 0, 1, 3; 0, 3, 2; 1, 2, 3;</faces></solid>
-  <structure name="S" LCS=""><point name="Q" center="0"/><structure name="N"><structure name="M"/></structure></structure>
-  <template_structure name="T"><structure name="N"/></template_structure><templatePoint name="TP" center="0"/></GMD>)";
+  <structure name="S" LCS=""><point name="Q" center="0"/><structure name="N">
+    <structure name="M"/></structure></structure>
+  <template_structure name="T"><structure name="N"/></template_structure>
+  <templatePoint name="TP" center="0"/></GMD>)";
 
 struct Objects {
   ztCAD_Point* point;

@@ -22,7 +22,8 @@ class SharedStructures : public testing::Test {
     return *m_made.back();
   }
 
-  /// Levels of two structures each, every one of which holds both of the next level: 2^levels paths lead to the last.
+  /// Levels of two structures each, every one of which holds both of the next level: 2^levels paths lead to
+  /// the last.
   ztCAD_Structure& makeLevelsOfTwos(int levels) {
     std::vector<ztCAD_Structure*> above = {&make("root")};
     ztCAD_Structure& root = *above.front();

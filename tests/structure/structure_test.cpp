@@ -253,7 +253,7 @@ TEST_F(TemplateStructure, NestedStructuresAreReadAsTemplatesAndLostInTheSecondRe
   EXPECT_EQ(childrenOf(second), "point P");
 }
 
-// ---------------------------------------------------------------------------------------------- clone and copy
+// -------------------------------------------------------------------------------------------- clone and copy
 
 TEST_F(Structure, CreateEmptyReturnsTheSameClass) {
   const ztCAD_Structure made = structure("S");

@@ -145,7 +145,7 @@ TEST_F(Lock, GuardLockCanBeCreatedAndDestroyedRepeatedly) {
   }
 }
 
-// ---------------------------------------------------------------------------------------------------- many threads
+// ---------------------------------------------------------------------------------------------- many threads
 /// Releases two threads at the same moment by spinning; threads leave a sleeping barrier one after the other.
 class StartingLine {
  public:
@@ -225,7 +225,7 @@ TEST_F(Lock, AppendsOfEachThreadKeepTheirOrder) {
   EXPECT_EQ(next, std::vector<int>(threads, appends));
 }
 
-// -------------------------------------------------------------------------------------------------- the append guard
+// ------------------------------------------------------------------------------------------ the append guard
 TEST_F(Lock, AppendsTakeNoLockWithOneThreadConfigured) {
   configureThreads(1);
   LazyLock lock;
