@@ -234,8 +234,8 @@ const Row rows[] = {
      [](long granted, FailingMemory::Mode mode) {
        return isRefused(granted, mode, [] { return crtVertices(); });
      }},
-    {"crtFaces", [](long granted,
-                    FailingMemory::Mode mode) { return isRefused(granted, mode, [] { return crtFaces(); }); }},
+    {"crtFaces",
+     [](long granted, FailingMemory::Mode mode) { return isRefused(granted, mode, crtFaces); }},
     {"crtCoord",
      [](long granted, FailingMemory::Mode mode) {
        return isRefused(granted, mode, [] { return coord(1, 2, 3); });
@@ -320,8 +320,11 @@ const Row rows[] = {
        const Document document = newDocument("i");
        char text[200] = "earlier";
        std::int64_t length = 0;
-       const bool failed = failsDuring(
-           granted, mode, [&] { length = GMDDocumentToString_nostl(document.get(), true, text, sizeof text); });
+       const auto print = [&] {
+         // the text form
+         length = GMDDocumentToString_nostl(document.get(), true, text, sizeof text);
+       };
+       const bool failed = failsDuring(granted, mode, print);
        EXPECT_EQ(length == -1, failed);
        EXPECT_EQ(*text == '\0', failed);
        return failed;
