@@ -31,10 +31,10 @@ Result withContainer(Content& content, std::int32_t number, Result otherwise, Us
 }
 
 /// Calls `use(element, kind)` with the element cast to its own class, if its kind has all the fields.
-/// @tparam fields  `KindFields`
+/// @tparam Fields  `KindFields`
 /// @param  element a `ztCAD_Base` or `const ztCAD_Base`; may be null
 /// @return the result of `use`; `otherwise` for null, for kinds without the fields and for unknown classes
-template <unsigned fields, typename Base, typename Result, typename Use>
+template <unsigned Fields, typename Base, typename Result, typename Use>
 Result withKind(Base* element, Result otherwise, Use&& use) {
   if (!element) return otherwise;
   anyKindAtAll([&](auto kind) {
@@ -42,16 +42,16 @@ Result withKind(Base* element, Result otherwise, Use&& use) {
     using Plain = typename Kind::Element;
     using Element = std::conditional_t<std::is_const_v<Base>, const Plain, Plain>;
     if (typeid(*element) != typeid(Plain)) return false;
-    if constexpr ((Kind::fields & fields) == fields) otherwise = use(static_cast<Element&>(*element), kind);
+    if constexpr ((Kind::fields & Fields) == Fields) otherwise = use(static_cast<Element&>(*element), kind);
     return true;
   });
   return otherwise;
 }
 
 /// Calls `use(element)` likewise.
-template <unsigned fields, typename Base, typename Result, typename Use>
+template <unsigned Fields, typename Base, typename Result, typename Use>
 Result withFields(Base* element, Result otherwise, Use&& use) {
-  return withKind<fields>(element, otherwise, [&use](auto& known, auto /*kind*/) { return use(known); });
+  return withKind<Fields>(element, otherwise, [&use](auto& known, auto /*kind*/) { return use(known); });
 }
 
 }  // namespace ztcad

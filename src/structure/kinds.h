@@ -49,7 +49,7 @@ namespace kinds {
   };
 #include "kinds.def"
 #undef ZTCAD_KIND
-struct none {  // starts the list
+struct none {  // NOLINT(readability-identifier-naming): starts the list
   using Element = void;
   static constexpr std::int32_t number = 0;
   static constexpr unsigned holders = 0;

@@ -88,13 +88,6 @@ bool ztCAD_commonStructure::removeStructure(const void* address) {
   return true;
 }
 
-std::size_t ztCAD_commonStructure::holdingEntries() const {
-  std::size_t entries = 0;
-  for (const auto& [holder, count] : m_holders)
-    entries += count;
-  return entries;
-}
-
 void ztCAD_commonStructure::forgetEntry(ztCAD_commonStructure& holder) {
   const auto known = m_holders.find(&holder);
   if (known != m_holders.end() && --known->second == 0) m_holders.erase(known);

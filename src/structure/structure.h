@@ -84,8 +84,10 @@ class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
   /// @param address only compared: the object may no longer exist
   /// @return whether the structure was held
   bool removeStructure(const void* address);
-  /// Number of entries of this structure in other structures; each of several entries in one holder counts.
-  std::size_t holdingEntries() const;
+  /// Whether another structure holds this one.
+  bool isNested() const { return !m_holders.empty(); }
+  /// Whether this structure is held more than once, by one other structure or by several.
+  bool isShared() const { return m_holders.size() > 1 || (isNested() && m_holders.begin()->second > 1); }
   /// Whether an element of this many levels can be added without being nested deeper than a file may nest it.
   bool hasRoomFor(int levels) const;
 

@@ -9,12 +9,12 @@
 namespace ztcad {
 
 void StructurePass::mark(const ztCAD_commonStructure& structure) {
-  if (structure.holdingEntries() > 0) m_visited.insert(&structure);
+  if (structure.isNested()) m_visited.insert(&structure);
 }
 
-/// Whether this is the first visit to a nested structure. One with a single entry needs no record.
+/// Whether this is the first visit to a nested structure. One that is held once needs no record.
 bool StructurePass::visitNested(const ztCAD_commonStructure& structure) {
-  if (structure.holdingEntries() > 1) return m_visited.insert(&structure).second;
+  if (structure.isShared()) return m_visited.insert(&structure).second;
   return m_visited.empty() || m_visited.count(&structure) == 0;
 }
 

@@ -3,12 +3,14 @@
 #include "structure/structure_pass.h"
 
 #include <gtest/gtest.h>
+#include <deque>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "structure/read_structures.h"
 #include "structure/structure.h"
+#include "time_growth.h"
 
 namespace {
 
@@ -110,25 +112,49 @@ TEST_F(SharedStructures, RemovingOneHeldTwiceTakesItsFirstEntry) {
   EXPECT_TRUE(holder.removeStructure(&twice));
   const std::vector<ztCAD_commonStructure*> left(holder.structures().begin(), holder.structures().end());
   EXPECT_EQ(left, (std::vector<ztCAD_commonStructure*>{&other, &twice}));
-  EXPECT_EQ(twice.holdingEntries(), 1u);
+  EXPECT_TRUE(twice.isNested());
+  EXPECT_FALSE(twice.isShared());
   EXPECT_TRUE(holder.removeStructure(&twice));
   EXPECT_FALSE(holder.removeStructure(&twice));
-  EXPECT_EQ(twice.holdingEntries(), 0u);
+  EXPECT_FALSE(twice.isNested());
 }
 
-TEST_F(SharedStructures, EntriesAreCountedInEveryHolder) {
+TEST_F(SharedStructures, IsSharedWhileItIsHeldMoreThanOnce) {
   ztCAD_Structure& nested = make("N");
+  EXPECT_FALSE(nested.isNested());
   {
     ztCAD_Structure first;
-    ztCAD_Structure second;
     first.addStructure(nested);
+    EXPECT_TRUE(nested.isNested());
+    EXPECT_FALSE(nested.isShared());
+    {
+      ztCAD_Structure second;
+      second.addStructure(nested);
+      EXPECT_TRUE(nested.isShared());
+    }
+    EXPECT_FALSE(nested.isShared());
     first.addStructure(nested);
-    second.addStructure(nested);
-    EXPECT_EQ(nested.holdingEntries(), 3u);
+    EXPECT_TRUE(nested.isShared());
     const ztCAD_Structure copy = first;
-    EXPECT_EQ(nested.holdingEntries(), 5u);
+    EXPECT_TRUE(nested.isShared());
   }
-  EXPECT_EQ(nested.holdingEntries(), 0u);
+  EXPECT_FALSE(nested.isNested());
+  EXPECT_FALSE(nested.isShared());
+}
+
+TEST_F(SharedStructures, OneOfManyHoldersIsMetInLinearTime) {
+  const auto unifyAndCheck = [](int holders) {
+    ztCAD_Structure root;
+    ztCAD_Structure shared;
+    std::deque<ztCAD_Structure> between(static_cast<std::size_t>(holders));
+    for (ztCAD_Structure& holder : between) {
+      holder.addStructure(shared);
+      root.addStructure(holder);
+    }
+    root.unifyNames();
+    EXPECT_TRUE(root.passesCheck());
+  };
+  EXPECT_LT(timeGrowth(4000, unifyAndCheck), linearTimeGrowth);
 }
 
 }  // namespace

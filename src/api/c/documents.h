@@ -39,7 +39,7 @@ enum ztCAD_ResultCode {
 enum { ztCAD_MessageSize = 256 };
 
 /// The outcome of a load or save. Each call fills every field.
-typedef struct ztCAD_Outcome {
+typedef struct ztCAD_Outcome {  // NOLINT(modernize-use-using): C reads it too
   /// Loads: a `ztCAD_ResultCode` or a code of `QFile::error()`; saves: 0 or a code of `QFile::error()`.
   int32_t code;
   /// Loads: a child of the root failed to read itself. It is in the document nevertheless.
@@ -58,13 +58,13 @@ typedef struct ztCAD_Outcome {
 /// @param outcome output; may be null
 /// @return the document, also if its check failed (code 120); null, with nothing to end, if no document was
 ///         read: code 100, 110, 120 for another root element, or a file error
-ZTCAD_API ZTCAD_NODISCARD ztCAD_GMDDocument* ztCAD_loadDocument(const char* fileName, ztCAD_Outcome* outcome);
+ZTCAD_NODISCARD ZTCAD_API ztCAD_GMDDocument* ztCAD_loadDocument(const char* fileName, ztCAD_Outcome* outcome);
 
 /// The same for a text in memory, under the same rules. Text that is valid UTF-8 is read as UTF-8, whatever
 /// encoding it declares; other bytes are decoded as declared.
 /// @param text `size` bytes; null counts as empty
 /// @param size negative: the text ends at its first zero byte
-ZTCAD_API ZTCAD_NODISCARD ztCAD_GMDDocument* ztCAD_loadDocumentFromText(const char* text, int64_t size,
+ZTCAD_NODISCARD ZTCAD_API ztCAD_GMDDocument* ztCAD_loadDocumentFromText(const char* text, int64_t size,
                                                                         ztCAD_Outcome* outcome);
 
 /// Replaces the content of a document by that of a file, read as by `ztCAD_loadDocument`. The elements of the
@@ -80,7 +80,7 @@ ZTCAD_API bool ztCAD_reloadDocument(ztCAD_GMDDocument* document, const char* fil
 /// links or cannot be replaced is written directly, without this guarantee.)
 /// @param outcome output; may be null
 /// @return whether the whole file was written
-ZTCAD_API ZTCAD_NODISCARD bool ztCAD_saveDocument(ztCAD_GMDDocument* document, const char* fileName,
+ZTCAD_NODISCARD ZTCAD_API bool ztCAD_saveDocument(ztCAD_GMDDocument* document, const char* fileName,
                                                   ztCAD_Outcome* outcome);
 
 /// Ends a document, however it was made, with everything it owns: its elements and the nested structures that
