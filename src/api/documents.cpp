@@ -109,7 +109,8 @@ template <typename Load>
 ztCAD_GMDDocument* loadNew(ztCAD_Outcome* outcome, Load&& load) noexcept {
   report(outcome, notParsed, noMemory);
   return guarded<ztCAD_GMDDocument*>(nullptr, [&]() -> ztCAD_GMDDocument* {
-    std::unique_ptr<ztCAD_GMDDocument, ztcad::EndAlone> document(new ztCAD_GMDDocument(std::string()));
+    std::unique_ptr<ztCAD_GMDDocument, ztcad::EndAlone> document(
+        std::make_unique<ztCAD_GMDDocument>(std::string()).release());
     if (!loadInto(*document, outcome, load)) return nullptr;
     return ztcad::createdObjects().keepDocument(std::move(document));
   });
