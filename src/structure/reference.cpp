@@ -40,6 +40,28 @@ ztCAD_commonRef<Template>& ztCAD_commonRef<Template>::operator=(const ztCAD_comm
 template <typename Template>
 ztCAD_commonRef<Template>::~ztCAD_commonRef() = default;
 
+// Out of line, small as they are: a DLL does not export inline members of explicit instances, which hosts
+// that are built without optimisation call.
+template <typename Template>
+const ztCAD_LCS& ztCAD_commonRef<Template>::lcs() const {
+  return m_lcs;
+}
+
+template <typename Template>
+const ztCAD_gArche& ztCAD_commonRef<Template>::archetype() const {
+  return *m_archetype;
+}
+
+template <typename Template>
+ztCAD_gArche& ztCAD_commonRef<Template>::archetype() {
+  return *m_archetype;
+}
+
+template <typename Template>
+void ztCAD_commonRef<Template>::setArchetype(const ztCAD_gArche& archetype) {
+  *m_archetype = archetype;
+}
+
 template <typename Template>
 void ztCAD_commonRef<Template>::setLcs(const ztCAD_LCS& lcs) {
   m_lcs = ztCAD_LCS(false, lcs.values());

@@ -26,17 +26,17 @@ template <typename Template>
 class ZTCAD_API ztCAD_commonRef : public ztCAD_Base, public ztCAD_INode, public ztCAD_ISerialize {
  public:
   /// The placement: where the template is put. `isLocal` is false.
-  const ztCAD_LCS& lcs() const { return m_lcs; }
+  const ztCAD_LCS& lcs() const;
   /// Sets the values of the placement; `isLocal` of `lcs` is ignored.
   void setLcs(const ztCAD_LCS& lcs);
 
   // Each member has its own comment: Doxygen does not pass that of a group on to the instances of a template.
   /// What is placed: name and file of the template. The C++ reference is valid as long as this object.
-  const ztCAD_gArche& archetype() const { return *m_archetype; }
+  const ztCAD_gArche& archetype() const;
   /// The same, to be changed.
-  ztCAD_gArche& archetype() { return *m_archetype; }
+  ztCAD_gArche& archetype();
   /// Copies name and file of a template.
-  void setArchetype(const ztCAD_gArche& archetype) { *m_archetype = archetype; }
+  void setArchetype(const ztCAD_gArche& archetype);
 
   /// The tag of the reference's XML element, which also opens its text.
   virtual QString elementName() const = 0;
