@@ -46,7 +46,7 @@ bool holdsAll(ztCAD_GMDDocument* loaded, const Document& document) {
   }
 }
 
-/// SaveGMDDocument reports no outcome; the size of the file stands in for one.
+/// SaveGMDDocument reports no outcome, so success is judged by the size of the file.
 bool isWritten(const std::string& file, double minimumSize) {
   const QFileInfo written(QString::fromStdString(file));
   return written.exists() && static_cast<double>(written.size()) >= minimumSize;

@@ -12,7 +12,7 @@ namespace ztcad {
 
 namespace {
 
-/// The character that a reference stands for.
+/// The character that a reference denotes.
 /// @param name the text between "&" and ";"
 char32_t referencedCharacter(std::string_view name) {
   struct Entity {

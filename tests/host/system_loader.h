@@ -9,7 +9,7 @@
 #include <dlfcn.h>
 #endif
 
-// The system's library loader behind one set of functions. Failures throw.
+// One set of functions for the library loaders of Linux and Windows. Failures throw.
 namespace system_loader {
 
 #if defined(_WIN32)
