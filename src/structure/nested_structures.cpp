@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "../xml/xml_parse.h"
+#include "../xml/xml_outcome.h"
 #include "kinds.h"
 #include "read_structures.h"
 

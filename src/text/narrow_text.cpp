@@ -23,15 +23,6 @@ bool isBetween(char byte, unsigned char low, unsigned char high) {
   return low <= code && code <= high;
 }
 
-// Length of the sequence that starts with `first`; 0 for a byte that starts none.
-std::size_t sequenceLength(char first) {
-  if (isBetween(first, 0x00, 0x7F)) return 1;
-  if (isBetween(first, 0xC2, 0xDF)) return 2;
-  if (isBetween(first, 0xE0, 0xEF)) return 3;
-  if (isBetween(first, 0xF0, 0xF4)) return 4;
-  return 0;
-}
-
 // After four of the first bytes the range of the second one excludes overlong forms, surrogates and values
 // beyond U+10FFFF.
 bool isSecondByte(char first, char byte) {
@@ -74,9 +65,17 @@ std::string toWindows1251(const QString& text) {
 
 }  // namespace
 
+std::size_t utf8SequenceLength(char first) {
+  if (isBetween(first, 0x00, 0x7F)) return 1;
+  if (isBetween(first, 0xC2, 0xDF)) return 2;
+  if (isBetween(first, 0xE0, 0xEF)) return 3;
+  if (isBetween(first, 0xF0, 0xF4)) return 4;
+  return 0;
+}
+
 bool isUtf8(std::string_view bytes) {
   while (!bytes.empty()) {
-    const std::size_t length = sequenceLength(bytes.front());
+    const std::size_t length = utf8SequenceLength(bytes.front());
     if (length == 0 || length > bytes.size() || !isSequence(bytes.substr(0, length))) return false;
     bytes.remove_prefix(length);
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <QString>
 #include <string>
 #include <string_view>
@@ -11,6 +12,8 @@ namespace ztcad {
 enum class NarrowEncoding { Utf8, Windows1251 };
 
 bool isUtf8(std::string_view bytes);
+/// Length of the sequence that starts with a byte; 0 for a byte that starts none.
+std::size_t utf8SequenceLength(char first);
 NarrowEncoding narrowEncodingOf(std::string_view bytes);
 
 /// Decodes the bytes; a leading byte order mark is kept as a character. Throws `std::length_error` for more

@@ -10,8 +10,9 @@
 #include "plain_characters.h"
 #include "plain_decoder.h"
 #include "plain_xml.h"
+#include "shared_texts.h"
 #include "sibling_cache.h"
-#include "xml_parse.h"
+#include "xml_outcome.h"
 
 namespace ztcad {
 

@@ -6,14 +6,9 @@
 #include <string_view>
 
 #include "element_view.h"
+#include "xml_text.h"
 
 namespace ztcad {
-
-/// How bytes are decoded.
-enum class XmlBytes {
-  AsDeclared,  ///< as the XML declaration says; without one UTF-8
-  Utf8,        ///< as UTF-8, whatever the declaration says
-};
 
 /// Size of the longest text that is read: Qt counts in int, and a QString takes two bytes per character.
 constexpr std::size_t longestXml = std::numeric_limits<int>::max() / 2 - 64;
@@ -22,9 +17,8 @@ constexpr std::size_t longestXml = std::numeric_limits<int>::max() / 2 - 64;
 /// programs usually write: UTF-8 or windows-1251; elements, attributes, text, comments, the five predefined
 /// entities and numeric references; no document type, CDATA section or processing instruction.
 ///
-/// The views return what a `DomView` of the tree of `parseXml` returns, many times faster. Anything doubtful
-/// is refused (ill-formed text, nesting too deep, rare forms of any kind); the whole text must then be parsed
-/// into a tree.
+/// The views return what those of `readXml` return, twice as fast. Anything doubtful is refused (ill-formed
+/// text, nesting too deep, rare forms of any kind); the whole text must then be read by `readXml`.
 ///
 /// @param visit called with the root element, also for a text that proves not to be plain later on. Must read
 ///              every `text()` that it asks for completely: what it does not decode is not validated

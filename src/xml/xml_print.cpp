@@ -1,14 +1,16 @@
 #include "xml_print.h"
 
-#include <algorithm>
-#include <QChar>
-#include <QRegExp>
-#include <QStringList>
-#include <QTextCodec>
-#include <QTextStream>
+#include <map>
+#include <optional>
+#include <vector>
 
 #include "../text/append_character.h"
+#include "../text/code_pages.h"
+#include "../text/wide_utf8.h"
 #include "../text/windows1251.h"
+#include "document_type_printer.h"
+#include "reference.h"
+#include "xml_reader.h"
 #include "xml_writer.h"
 
 namespace ztcad {
@@ -24,24 +26,14 @@ class StringOutput final : public ByteOutput {
   std::string& m_text;
 };
 
-bool isXmlDeclaration(const QDomNode& node) {
-  return node.isProcessingInstruction() && node.nodeName() == QLatin1String("xml");
-}
-
-/// The encoding that the tree declares, found as QDom finds it; empty without one.
-QString declaredEncoding(const QDomDocument& tree) {
-  if (!isXmlDeclaration(tree.firstChild())) return {};
-  QRegExp encoding(QLatin1String("encoding\\s*=\\s*((\"([^\"]*)\")|('([^']*)'))"));
-  encoding.indexIn(tree.firstChild().nodeValue());
-  return encoding.cap(3).isEmpty() ? encoding.cap(5) : encoding.cap(3);
-}
-
 /// Writes UTF-8, limited to the characters of the named encoding; an unknown encoding has all characters.
 class DeclaredEncoder final : public CharacterEncoder {
  public:
-  explicit DeclaredEncoder(const QString& name)
-      : m_isWindows1251(name.compare(QLatin1String("windows-1251"), Qt::CaseInsensitive) == 0),
-        m_codec(m_isWindows1251 ? nullptr : QTextCodec::codecForName(name.toLatin1())) {}
+  explicit DeclaredEncoder(std::string_view declared) {
+    const std::string name = encodingName(declared);
+    m_isWindows1251 = isWindows1251(name);
+    m_page = findCodePage(name);
+  }
 
   bool append(char32_t character, std::string& out) const override {
     if (!has(character)) return false;
@@ -53,147 +45,145 @@ class DeclaredEncoder final : public CharacterEncoder {
  private:
   bool has(char32_t character) const {
     if (m_isWindows1251) return windows1251FromUnicode(character).has_value();
-    if (!m_codec) return true;
-    QString text;
-    appendUtf16(character, text);
-    return m_codec->canEncode(text);
+    return !m_page || hasCharacter(*m_page, character);
   }
 
-  const bool m_isWindows1251;
-  const QTextCodec* const m_codec;  // owned by Qt; null: all characters exist
+  bool m_isWindows1251 = false;
+  const CodePage* m_page = nullptr;  // null: all characters exist
 };
 
-/// The text that Qt writes for one node.
-QString textByQt(const QDomNode& node) {
+/// A node outside the root: an instruction, the XML declaration included, or a comment.
+struct OuterNode {
+  XmlEvent kind;
+  QString name;
   QString text;
-  QTextStream stream(&text);
-  node.save(stream, 0);
-  stream.flush();
-  return text;
+
+  bool isDeclaration() const { return kind == XmlEvent::Instruction && name == QLatin1String("xml"); }
+};
+
+void print(const OuterNode& node, XmlWriter& writer) {
+  if (node.kind == XmlEvent::Comment) {
+    writer.comment(node.text);
+  } else {
+    writer.processingInstruction(node.name, node.text);
+  }
 }
 
-/// Splits the text after each `[` and `>` outside quotes. The rest after the last one is dropped.
-QStringList splitAfterBrackets(const QString& text) {
-  QStringList pieces;
-  QChar quote;
-  int start = 0;
-  for (int at = 0; at < text.size(); ++at) {
-    const QChar here = text.at(at);
-    if (!quote.isNull()) {
-      if (here == quote) quote = QChar();
-    } else if (here == QLatin1Char('"') || here == QLatin1Char('\'')) {
-      quote = here;
-    } else if (here == QLatin1Char('[') || here == QLatin1Char('>')) {
-      pieces += text.mid(start, at + 1 - start);
-      start = at + 1;
+/// What comes before the root. It is collected, because the document type is printed first, wherever it is.
+class Prolog {
+ public:
+  /// Reads up to the root; the last event is its start or the end of the text.
+  XmlEvent read(XmlReader& reader) {
+    XmlEvent event = reader.next();
+    for (; event != XmlEvent::StartElement && event != XmlEvent::End; event = reader.next()) {
+      if (event == XmlEvent::DocumentType) {
+        m_type.start(reader.name(), reader.externalId());
+      } else if (event == XmlEvent::Notation) {
+        m_type.addNotation(reader.name(), reader.externalId());
+      } else {
+        m_nodes.push_back({event, fromWideUtf8(reader.name()), fromWideUtf8(reader.text())});
+      }
+    }
+    return event;
+  }
+
+  std::string encoding() const {
+    return isDeclared() ? encodingIn(m_nodes.front().text.toStdString()) : std::string();
+  }
+
+  void print(XmlWriter& writer) const {
+    std::size_t next = 0;
+    if (isDeclared()) ztcad::print(m_nodes[next++], writer);
+    if (const auto type = m_type.text()) writer.documentType(*type);
+    for (; next < m_nodes.size(); ++next)
+      ztcad::print(m_nodes[next], writer);
+  }
+
+ private:
+  bool isDeclared() const { return !m_nodes.empty() && m_nodes.front().isDeclaration(); }
+
+  std::vector<OuterNode> m_nodes;
+  DocumentTypePrinter m_type;
+};
+
+/// Prints from the start of the root to the end of the text.
+class BodyPrinter {
+ public:
+  BodyPrinter(XmlReader& reader, XmlWriter& writer) : m_reader(reader), m_writer(writer) {}
+
+  void print() {
+    for (XmlEvent event = XmlEvent::StartElement; event != XmlEvent::End; event = m_reader.next())
+      print(event);
+    for (; m_depth > 0; --m_depth)  // elements that an error leaves open
+      m_writer.endElement();
+  }
+
+ private:
+  void print(XmlEvent event) {
+    switch (event) {
+      case XmlEvent::StartElement:
+        printStartTag();
+        ++m_depth;
+        break;
+      case XmlEvent::EndElement:
+        m_writer.endElement();
+        --m_depth;
+        break;
+      case XmlEvent::Text:
+        m_writer.text(m_reader.hasReferences() ? withoutReferences(m_reader.text()) : text());
+        break;
+      case XmlEvent::Cdata:
+        m_writer.cdata(text());
+        break;
+      case XmlEvent::Comment:
+        m_writer.comment(text());
+        break;
+      case XmlEvent::EntityReference:
+        m_writer.entityReference(name());
+        break;
+      case XmlEvent::Instruction:
+        m_writer.processingInstruction(name(), text());
+        break;
+      default:
+        break;  // document types come before the root
     }
   }
-  return pieces;
-}
 
-/// Sorts the notations, which Qt writes in unspecified order: all pieces but the first and the last.
-void printDocumentType(const QDomDocumentType& type, XmlWriter& writer) {
-  if (type.name().isEmpty()) return;
-  QStringList pieces = splitAfterBrackets(textByQt(type));
-  if (pieces.size() > 2) std::sort(pieces.begin() + 1, pieces.end() - 1);
-  writer.documentType(pieces.join(QString()));
-}
-
-/// Extracts the names of an element's attributes from the text that Qt writes for its start tag.
-QStringList namesInStartTag(const QDomElement& element) {
-  const QString tag = textByQt(element.cloneNode(false));
-  QStringList names;
-  for (int at = tag.indexOf(QLatin1Char(' ')); at >= 0 && tag.at(at) == QLatin1Char(' ');) {
-    const int nameEnd = tag.indexOf(QLatin1String("=\""), at);
-    names += tag.mid(at + 1, nameEnd - at - 1);
-    at = tag.indexOf(QLatin1Char('"'), nameEnd + 2) + 1;
-  }
-  names.sort();  // the writer inserts each in order, which is cheapest at the end
-  return names;
-}
-
-/// The names of an element's attributes. `QDomNamedNodeMap::item` searches from the start each time (five
-/// minutes for eighty thousand attributes), so it is used for few attributes only.
-QStringList attributeNames(const QDomElement& element) {
-  constexpr int few = 100;
-  const QDomNamedNodeMap attributes = element.attributes();
-  if (attributes.count() > few) return namesInStartTag(element);
-  QStringList names;
-  for (int i = 0; i < attributes.count(); ++i)
-    names += attributes.item(i).nodeName();
-  return names;
-}
-
-void printStartTag(const QDomElement& element, XmlWriter& writer) {
-  writer.startElement(element.tagName());
-  for (const QString& name : attributeNames(element))
-    writer.attribute(name, element.attribute(name));
-}
-
-/// Writes one node without its children; of an element the start tag only.
-void printNode(const QDomNode& node, XmlWriter& writer) {
-  switch (node.nodeType()) {
-    case QDomNode::ElementNode:
-      printStartTag(node.toElement(), writer);
-      break;
-    case QDomNode::TextNode:
-      writer.text(node.nodeValue());
-      break;
-    case QDomNode::CDATASectionNode:
-      writer.cdata(node.nodeValue());
-      break;
-    case QDomNode::CommentNode:
-      writer.comment(node.nodeValue());
-      break;
-    case QDomNode::EntityReferenceNode:
-      writer.entityReference(node.nodeName());
-      break;
-    case QDomNode::ProcessingInstructionNode:
-      writer.processingInstruction(node.nodeName(), node.nodeValue());
-      break;
-    default:
-      break;  // a parsed tree has no other kind of node
-  }
-}
-
-/// Writes a top-level node with all its descendants. Not recursive, so the depth of the tree is not limited
-/// by the stack.
-void printSubtree(const QDomNode& top, XmlWriter& writer) {
-  QDomNode node = top;
-  while (true) {
-    printNode(node, writer);
-    if (node.isElement() && node.hasChildNodes()) {
-      node = node.firstChild();
-      continue;
+  void printStartTag() {
+    m_writer.startElement(name());
+    std::map<QString, QString> attributes;  // the last value of each name
+    for (std::size_t i = m_reader.firstAttribute(); i < m_reader.attributes().size(); ++i) {
+      const XmlAttribute& attribute = m_reader.attributes()[i];
+      attributes[fromWideUtf8(attribute.name)] = withoutReferences(attribute.value);
     }
-    if (node.isElement()) writer.endElement();
-    while (node != top && node.nextSibling().isNull()) {
-      node = node.parentNode();
-      writer.endElement();
-    }
-    if (node == top) return;
-    node = node.nextSibling();
+    for (const auto& [name, value] : attributes)
+      m_writer.attribute(name, value);
   }
-}
+
+  QString name() const { return fromWideUtf8(m_reader.name()); }
+  QString text() const { return fromWideUtf8(m_reader.text()); }
+
+  XmlReader& m_reader;
+  XmlWriter& m_writer;
+  int m_depth = 0;
+};
 
 }  // namespace
 
-std::string printXml(const QDomDocument& tree, int indent) {
-  std::string text;
-  StringOutput output(text);
-  const DeclaredEncoder encoder(declaredEncoding(tree));
-  XmlWriter writer(output, encoder, indent);
+std::string printXml(const XmlText& text, int indent) {
+  if (text.refusal()) return {};
+  XmlReader reader(text.characters());
+  Prolog prolog;
+  const XmlEvent event = prolog.read(reader);
 
-  bool typeIsDue = true;  // the document type comes after the XML declaration and before all else
-  for (QDomNode node = tree.firstChild(); !node.isNull(); node = node.nextSibling()) {
-    if (typeIsDue && !isXmlDeclaration(node)) {
-      printDocumentType(tree.doctype(), writer);
-      typeIsDue = false;
-    }
-    printSubtree(node, writer);
-  }
+  std::string printed;
+  StringOutput output(printed);
+  const DeclaredEncoder encoder(prolog.encoding());
+  XmlWriter writer(output, encoder, indent);
+  prolog.print(writer);
+  if (event == XmlEvent::StartElement) BodyPrinter(reader, writer).print();
   writer.finish();
-  return text;
+  return reader.outcome().isRefused ? std::string() : printed;
 }
 
 }  // namespace ztcad

@@ -1,18 +1,16 @@
 #pragma once
 
-#include <QDomDocument>
 #include <string>
+
+#include "xml_text.h"
 
 namespace ztcad {
 
-/// Prints a tree in UTF-8, in the layout of `QDomDocument::toString(indent)`, but with attributes and
-/// notations in the order of their names. A character that the encoding named in the tree's XML declaration
-/// lacks becomes one numeric reference (also beyond U+FFFF); without a known encoding all characters are
-/// written directly. In text and values, unpaired surrogates and the characters at which parsers stop
-/// (U+0000, U+FFFE, U+FFFF) become numeric references.
+/// Prints what an XML text holds as `QDomDocument::toString` of Qt 5.15 prints the tree of it, in UTF-8 and
+/// with the improvements of `XmlWriter`. Characters that the declared encoding lacks become numeric
+/// references. Of an ill-formed text, what comes before the error is printed; of a refused text nothing.
 ///
-/// @param tree   a tree built by `parseXml`: text inside elements only, no namespace processing
 /// @param indent spaces per level, not negative
-std::string printXml(const QDomDocument& tree, int indent);
+std::string printXml(const XmlText& text, int indent);
 
 }  // namespace ztcad

@@ -10,7 +10,7 @@
 
 #include "core/state.h"
 #include "xml/dom_backend.h"
-#include "xml/xml_print.h"
+#include "xml/tree_of_xml.h"
 
 namespace {
 
@@ -72,7 +72,7 @@ std::string written(const ztCAD_INode& node) {
   QDomElement parent = document.createElement("p");
   document.appendChild(parent);
   EXPECT_EQ(&node.writeXml(parent, document), &parent);
-  return ztcad::printXml(document, 0);
+  return xml_tree::printTree(document, 0);
 }
 
 QDomElement rootOf(QDomDocument& document, const char* xml) {
@@ -146,7 +146,7 @@ TEST(Node, WritingAppendsAfterExistingChildren) {
   QDomDocument document;
   QDomElement parent = rootOf(document, "<p a='1'><first/></p>");
   labelled("second").writeXml(parent, document);
-  EXPECT_EQ(ztcad::printXml(document, 0), "<p a=\"1\">\n<first/>\n<crate label=\"second\"/>\n</p>\n");
+  EXPECT_EQ(xml_tree::printTree(document, 0), "<p a=\"1\">\n<first/>\n<crate label=\"second\"/>\n</p>\n");
 }
 
 // --------------------------------------------------------------------------------------------------- reading

@@ -8,7 +8,7 @@
 
 #include "xml/dom_backend.h"
 #include "xml/plain_xml.h"
-#include "xml/xml_parse.h"
+#include "xml/tree_of_xml.h"
 
 /// The content of an element view and of its descendants as text, for comparing two backends.
 ///
@@ -88,7 +88,7 @@ inline PlainXmlComparison compareWithTree(std::string_view bytes) {
   if (!result.isPlain) return result;
 
   QDomDocument tree;
-  const auto outcome = ztcad::parseXml(QByteArray(bytes.data(), static_cast<int>(bytes.size())), tree);
+  const auto outcome = xml_tree::parseXml(QByteArray(bytes.data(), static_cast<int>(bytes.size())), tree);
   if (!outcome.parsed) {
     result.differences += QLatin1String("not well-formed: ") + outcome.message;
     return result;

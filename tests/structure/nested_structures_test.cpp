@@ -13,7 +13,7 @@
 #include "structure/sample_elements.h"
 #include "structure/structure.h"
 #include "time_growth.h"
-#include "xml/xml_parse.h"
+#include "xml/tree_of_xml.h"
 
 namespace {
 
@@ -353,7 +353,7 @@ class NestingDepth : public testing::TestWithParam<DepthRow> {
     QDomDocument tree;
     const std::string open = around.empty() ? "" : '<' + around + '>';
     const std::string close = around.empty() ? "" : "</" + around + '>';
-    return ztcad::parseXml(fromUtf8("<GMD>" + open + written(structure) + close + "</GMD>"), tree).parsed;
+    return xml_tree::parseXml(fromUtf8("<GMD>" + open + written(structure) + close + "</GMD>"), tree).parsed;
   }
 };
 

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "number/number_list.h"
+#include "tree_of_xml.h"
 #include "xml/dom_backend.h"
-#include "xml/xml_parse.h"
 
 using namespace std::string_literals;
 using ztcad::ElementView;
@@ -142,7 +142,7 @@ TEST(PlainXmlEnd, NoByteAfterTheEndIsRead) {
         const bool isRead =
             readPlainXml({bytes.data(), bytes.size()}, XmlBytes::AsDeclared, [](const ElementView&) {});
         QDomDocument tree;
-        EXPECT_TRUE(!isRead || ztcad::parseXml(QByteArray::fromStdString(xml), tree).parsed) << xml;
+        EXPECT_TRUE(!isRead || xml_tree::parseXml(QByteArray::fromStdString(xml), tree).parsed) << xml;
         EXPECT_TRUE(isRead || size < row.xml.size() || *end != '\0') << xml;
       }
     }
@@ -227,7 +227,7 @@ TEST(PlainXmlView, SeriesOfElementsMatchTheirDomTree) {
   };
   const auto check = [](const std::string& xml, bool isPlain) {
     QDomDocument tree;
-    ASSERT_TRUE(ztcad::parseXml(QByteArray::fromStdString(xml), tree).parsed || !isPlain) << xml;
+    ASSERT_TRUE(xml_tree::parseXml(QByteArray::fromStdString(xml), tree).parsed || !isPlain) << xml;
     for (int order = 0; order < 4; ++order) {
       std::string seen;
       ASSERT_EQ(readPlainXml(xml, XmlBytes::AsDeclared,

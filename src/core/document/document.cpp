@@ -5,7 +5,6 @@
 #include "../../structure/read_structures.h"
 #include "../../text/narrow_text.h"
 #include "../../xml/byte_sink.h"
-#include "../../xml/xml_print.h"
 #include "../vocabulary.h"
 #include "loaded_text.h"
 #include "loading.h"
@@ -97,6 +96,5 @@ QString& ztCAD_GMDDocument::toText(QString& out, bool /*debugForm*/) const {
 }
 
 std::string ztCAD_GMDDocument::xmlText() const {
-  return ztcad::printXml(m_loaded->tree(), indentOfTexts) +
-         " header state=" + ztcad::toNarrow(m_header.toText());
+  return m_loaded->printed(indentOfTexts) + " header state=" + ztcad::toNarrow(m_header.toText());
 }

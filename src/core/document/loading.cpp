@@ -1,13 +1,12 @@
 #include "loading.h"
 
-#include <QDomDocument>
 #include <QFile>
 #include <QFileInfo>
 
 #include "../../text/narrow_text.h"
 #include "../../xml/dom_backend.h"
 #include "../../xml/plain_xml.h"
-#include "../../xml/xml_parse.h"
+#include "../../xml/xml_view.h"
 #include "check.h"
 #include "file.h"
 #include "loaded_text.h"
@@ -19,6 +18,8 @@ namespace ztcad {
 struct DocumentLoader::Source {
   QByteArray bytes;
   XmlBytes kind;
+
+  std::string_view text() const { return {bytes.constData(), static_cast<std::size_t>(bytes.size())}; }
 };
 
 namespace {
@@ -64,7 +65,7 @@ LoadOutcome DocumentLoader::load(const Source& source, TextRules rules) {
   LoadOutcome outcome;
   outcome.code = ztCAD_GMDDocument::Loaded;
   Reader reader = readPlain(source, rules);
-  if (!reader) reader = readTree(source, rules, outcome);
+  if (!reader) reader = readAny(source, rules, outcome);
   if (!reader) return outcome;
   unifyNames(reader->content());
   if (rules == TextRules::Strict && !passesCheck(reader->content())) {
@@ -81,8 +82,7 @@ LoadOutcome DocumentLoader::load(const Source& source, TextRules rules) {
 DocumentLoader::Reader DocumentLoader::readPlain(const Source& source, TextRules rules) const {
   auto reader = std::make_unique<RootReader>(m_document.header());
   bool rootIsRight = true;
-  const std::string_view text(source.bytes.constData(), static_cast<std::size_t>(source.bytes.size()));
-  const bool isPlain = readPlainXml(text, source.kind, [&](const ElementView& root) {
+  const bool isPlain = readPlainXml(source.text(), source.kind, [&](const ElementView& root) {
     rootIsRight = rules == TextRules::Lenient || root.tag() == words().gmd;
     if (rootIsRight) reader->readRoot(root);
   });
@@ -90,24 +90,26 @@ DocumentLoader::Reader DocumentLoader::readPlain(const Source& source, TextRules
   return reader;
 }
 
-/// Reads a text through a tree; null, with the reason in `outcome`, if the rules refuse it.
-DocumentLoader::Reader DocumentLoader::readTree(const Source& source, TextRules rules,
-                                                LoadOutcome& outcome) const {
-  QDomDocument tree;
-  const ParseOutcome parse = parseBytes(source.bytes, source.kind, tree);
+/// Reads any text; null, with the reason in `outcome`, if the rules refuse it.
+DocumentLoader::Reader DocumentLoader::readAny(const Source& source, TextRules rules,
+                                               LoadOutcome& outcome) const {
+  auto reader = std::make_unique<RootReader>(m_document.header());
+  bool rootIsRight = false;
+  const XmlText text(source.text(), source.kind);
+  const ParseOutcome parse = readXml(text, [&](const ElementView& root) {
+    rootIsRight = root.tag() == words().gmd;
+    if (rootIsRight || rules == TextRules::Lenient) reader->readRoot(root);
+  });
   if (!parse.parsed) {
     outcome = failure(ztCAD_GMDDocument::NotParsed, parse.message);
     outcome.line = parse.line;
     outcome.column = parse.column;
     if (rules == TextRules::Strict) return nullptr;
-  }
-  const QDomElement root = tree.documentElement();
-  if (rules == TextRules::Strict && root.tagName() != words().gmd) {
+    if (parse.isRefused) reader = std::make_unique<RootReader>(m_document.header());
+  } else if (rules == TextRules::Strict && !rootIsRight) {
     outcome = failure(ztCAD_GMDDocument::NotADocument, QLatin1String("the root element is not \"GMD\""));
     return nullptr;
   }
-  auto reader = std::make_unique<RootReader>(m_document.header());
-  reader->readRoot(DomView(root));
   return reader;
 }
 

@@ -47,7 +47,7 @@ class DocumentLoader {
 
   LoadOutcome load(const Source& source, TextRules rules);
   Reader readPlain(const Source& source, TextRules rules) const;
-  Reader readTree(const Source& source, TextRules rules, LoadOutcome& outcome) const;
+  Reader readAny(const Source& source, TextRules rules, LoadOutcome& outcome) const;
   void takeOver(RootReader& reader, const Source& source);
 
   ztCAD_GMDDocument& m_document;

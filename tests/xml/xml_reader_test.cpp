@@ -1,16 +1,16 @@
-#include "xml/xml_parse.h"
+#include "xml/xml_reader.h"
 
 #include <gtest/gtest.h>
 #include <functional>
 #include <QThread>
 #include <string>
 
-#include "xml/xml_print.h"
+#include "tree_of_xml.h"
 
+using xml_tree::parseXml;
+using xml_tree::printTree;
 using ztcad::maximalDepth;
 using ztcad::ParseOutcome;
-using ztcad::parseXml;
-using ztcad::printXml;
 
 namespace {
 
@@ -45,9 +45,7 @@ QString valueOf(const char* xml) {
 
 /// The serialized content of the root.
 std::string contentOf(const char* xml) {
-  QDomDocument tree;
-  EXPECT_TRUE(parseXml(QByteArray(xml), tree).parsed) << xml;
-  const std::string printed = printXml(tree, 0);
+  const std::string printed = xml_tree::printXml(xml, 0);
   const std::size_t start = printed.find("<r>") + 3;
   return printed.substr(start, printed.rfind("</r>") - start);
 }
@@ -56,17 +54,17 @@ QString smiley() { return QString::fromUtf8("😀"); }
 
 }  // namespace
 
-TEST(ParseXml, SuccessLeavesNoMessageOrPosition) {
+TEST(XmlReader, SuccessLeavesNoMessageOrPosition) {
   QDomDocument tree;
   const ParseOutcome outcome = parseXml(QByteArray("<r>\n<a/>\n</r>"), tree);
   EXPECT_TRUE(outcome.parsed);
   EXPECT_TRUE(outcome.message.isEmpty());
   EXPECT_EQ(outcome.line, 0);
   EXPECT_EQ(outcome.column, 0);
-  EXPECT_EQ(printXml(tree, 1), "<r>\n <a/>\n</r>\n");
+  EXPECT_EQ(printTree(tree, 1), "<r>\n <a/>\n</r>\n");
 }
 
-TEST(ParseXml, IllFormedTextKeepsQtsMessageAndThePartialTree) {
+TEST(XmlReader, IllFormedTextKeepsQtsMessageAndThePartialTree) {
   QDomDocument tree;
   const ParseOutcome outcome = parseXml(QByteArray("<r>\n<a/><b></r>"), tree);
   QDomDocument byQt;
@@ -82,14 +80,14 @@ TEST(ParseXml, IllFormedTextKeepsQtsMessageAndThePartialTree) {
   EXPECT_EQ(tree.documentElement().tagName(), "r");
 }
 
-TEST(ParseXml, EmptyTextIsIllFormed) {
+TEST(XmlReader, EmptyTextIsIllFormed) {
   QDomDocument tree;
   EXPECT_FALSE(parseXml(QByteArray(), tree).parsed);
   EXPECT_FALSE(parseXml(QString(), tree).parsed);
   EXPECT_TRUE(tree.documentElement().isNull());
 }
 
-TEST(ParseXml, TheTreeIsReplacedAndOtherHandlesKeepTheOldOne) {
+TEST(XmlReader, TheTreeIsReplacedAndOtherHandlesKeepTheOldOne) {
   QDomDocument tree;
   parseXml(QByteArray("<old/>"), tree);
   const QDomDocument other = tree;
@@ -98,7 +96,7 @@ TEST(ParseXml, TheTreeIsReplacedAndOtherHandlesKeepTheOldOne) {
   EXPECT_EQ(other.documentElement().tagName(), "old");
 }
 
-TEST(ParseXml, BytesAreDecodedAsDeclared) {
+TEST(XmlReader, BytesAreDecodedAsDeclared) {
   QDomDocument tree;
   ASSERT_TRUE(
       parseXml(QByteArray("<?xml version='1.0' encoding='windows-1251'?><r a='\xdf\x98'/>"), tree).parsed);
@@ -109,7 +107,7 @@ TEST(ParseXml, BytesAreDecodedAsDeclared) {
   EXPECT_EQ(tree.documentElement().attribute("a"), QString(QChar(0x42f)));
 }
 
-TEST(ParseXml, Byte98HexOfDeclaredWindows1251IsKept) {
+TEST(XmlReader, Byte98HexOfDeclaredWindows1251IsKept) {
   for (const char* const declaration :
        {"<?xml version='1.0' encoding='windows-1251'?>", "<?xml version=\"1.0\" encoding=\"Windows-1251\"?>",
         "<?xml version='1.0' encoding = 'CP1251' standalone=\"yes\"?>"}) {
@@ -120,7 +118,7 @@ TEST(ParseXml, Byte98HexOfDeclaredWindows1251IsKept) {
   }
 }
 
-TEST(ParseXml, Byte98HexOfAnotherEncodingIsDecodedAsQtDoes) {
+TEST(XmlReader, Byte98HexOfAnotherEncodingIsDecodedAsQtDoes) {
   for (const char* const declaration :
        {"", "<?xml version='1.0' encoding='UTF-8'?>",
         "<?xml version='1.0' encoding='KOI8-R' note='windows-1251'?>", "<!-- encoding='windows-1251' -->"}) {
@@ -133,14 +131,14 @@ TEST(ParseXml, Byte98HexOfAnotherEncodingIsDecodedAsQtDoes) {
   }
 }
 
-TEST(ParseXml, TextIsNotDecodedAgainWhateverItDeclares) {
+TEST(XmlReader, TextIsNotDecodedAgainWhateverItDeclares) {
   QDomDocument tree;
   const QString text = QString::fromUtf8("<?xml version='1.0' encoding='windows-1251'?><r a='Я中'/>");
   ASSERT_TRUE(parseXml(text, tree).parsed);
   EXPECT_EQ(tree.documentElement().attribute("a"), QString::fromUtf8("Я中"));
 }
 
-TEST(ParseXml, ValuesAreDecodedAcrossTheParsersBlockBoundaries) {
+TEST(XmlReader, ValuesAreDecodedAcrossTheParsersBlockBoundaries) {
   for (const int filling : {1010, 1015, 1016, 1017, 1018, 1019, 1020, 1024, 5000}) {
     const QString value = QString(filling, 'x') + QString::fromUtf8("Я中😀") + QString(filling, 'y');
     QDomDocument tree;
@@ -238,14 +236,14 @@ std::vector<RefusalRow> refusalRows() {
 INSTANTIATE_TEST_SUITE_P(Rows, RefusedXml, testing::ValuesIn(refusalRows()),
                          [](const auto& row) { return row.param.name; });
 
-TEST(ParseXml, RefusesANulThatResultsFromDecoding) {
+TEST(XmlReader, RefusesANulThatResultsFromDecoding) {
   QDomDocument tree;
   const ParseOutcome outcome = parseXml(bytes(std::string("\xff\xfe<\0r\0>\0\0\0<\0/\0r\0>\0", 18)), tree);
   EXPECT_EQ(outcome.message.toStdString(), nulMessage);
   EXPECT_EQ(outcome.column, 4);
 }
 
-TEST(ParseXml, ElementsAtTheMaximalDepthAreRead) {
+TEST(XmlReader, ElementsAtTheMaximalDepthAreRead) {
   QDomDocument tree;
   EXPECT_TRUE(parseXml(nested(maximalDepth), tree).parsed);
   const QByteArray wide = "<a>" + repeated("<b/><c></c>", 1000) + "</a>";
@@ -253,7 +251,7 @@ TEST(ParseXml, ElementsAtTheMaximalDepthAreRead) {
   EXPECT_EQ(tree.documentElement().childNodes().count(), 2000);
 }
 
-TEST(ParseXml, ParenthesesAtTheMaximalDepthAreRead) {
+TEST(XmlReader, ParenthesesAtTheMaximalDepthAreRead) {
   QDomDocument tree;
   const QByteArray model = repeated("(", 256) + "a" + repeated(")", 256);
   EXPECT_TRUE(
@@ -321,7 +319,7 @@ const MessageRow acceptedRows[] = {
 INSTANTIATE_TEST_SUITE_P(Rows, AcceptedXml, testing::ValuesIn(acceptedRows),
                          [](const auto& row) { return row.param.name; });
 
-TEST(ParseXml, ASmallStackIsSufficient) {
+TEST(XmlReader, ASmallStackIsSufficient) {
   runOnSmallStack([] {
     QDomDocument tree;
     EXPECT_FALSE(parseXml(repeated("<a>", 1000000), tree).parsed);
@@ -329,7 +327,7 @@ TEST(ParseXml, ASmallStackIsSufficient) {
     const QByteArray model = repeated("(", maximalDepth) + "a" + repeated(")", maximalDepth);
     EXPECT_TRUE(parseXml("<!DOCTYPE r [<!ELEMENT r " + model + ">]><r/>", tree).parsed);
     EXPECT_TRUE(parseXml(nested(maximalDepth), tree).parsed);
-    EXPECT_FALSE(printXml(tree, 1).empty());
+    EXPECT_FALSE(printTree(tree, 1).empty());
     EXPECT_FALSE(tree.toString().isEmpty());
     tree = QDomDocument();  // frees the deep tree
   });
@@ -389,15 +387,15 @@ std::vector<ReferenceRow> referenceRows() {
 INSTANTIATE_TEST_SUITE_P(Rows, NumericReference, testing::ValuesIn(referenceRows()),
                          [](const auto& row) { return row.param.name; });
 
-TEST(ParseXml, EachOfSeveralLongReferencesIsRead) {
+TEST(XmlReader, EachOfSeveralLongReferencesIsRead) {
   EXPECT_EQ(contentOf("<r>&#x1f600;a&#x1f601;&#65;&#x1f602;</r>"), "😀a😁A😂");
 }
 
-TEST(ParseXml, ALongReferenceWhoseLowHalfIsWhitespaceIsKept) {
+TEST(XmlReader, ALongReferenceWhoseLowHalfIsWhitespaceIsKept) {
   EXPECT_EQ(contentOf("<r> &#x10020; </r>"), " \U00010020 ");
 }
 
-TEST(ParseXml, CommentsCdataAndInstructionsContainNoReferences) {
+TEST(XmlReader, CommentsCdataAndInstructionsContainNoReferences) {
   EXPECT_EQ(contentOf("<r>&#x1f600;<!--&#x1f600;--><![CDATA[&#x1f600;]]><?p &#x1f600;?>&#x1f600;</r>"),
             "😀<!--&#x1f600;--><![CDATA[&#x1f600;]]><?p &#x1f600;?>\n😀");
   QDomDocument tree;
@@ -408,9 +406,11 @@ TEST(ParseXml, CommentsCdataAndInstructionsContainNoReferences) {
   EXPECT_EQ(tree.documentElement().attribute("a"), smiley());
 }
 
-TEST(ParseXml, AnEscapedReferenceStaysText) { EXPECT_EQ(contentOf("<r>&amp;#x1f600;</r>"), "&amp;#x1f600;"); }
+TEST(XmlReader, AnEscapedReferenceStaysText) {
+  EXPECT_EQ(contentOf("<r>&amp;#x1f600;</r>"), "&amp;#x1f600;");
+}
 
-TEST(ParseXml, MessageAndPositionReferToTheOriginalText) {
+TEST(XmlReader, MessageAndPositionReferToTheOriginalText) {
   QDomDocument tree;
   const ParseOutcome outcome = parseXml(QByteArray("<r>&#x1f600;&#x1f600;<a/></s>"), tree);
   QDomDocument byQt;

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <QString>
+#include <string>
+#include <string_view>
+
+namespace ztcad {
+
+/// @file
+/// Text as it is parsed: UTF-8 in which a surrogate may stand alone, as three bytes, because UTF-16 input and
+/// numeric references may contain unpaired ones. (The field calls this WTF-8.) All functions require valid
+/// text.
+
+struct Utf8Character {
+  char32_t code;
+  std::size_t length;  ///< in bytes, 1 to 4
+};
+
+/// The character that starts at `at`.
+inline Utf8Character utf8Character(const char* at) {
+  const auto byte = [at](std::size_t i) { return static_cast<char32_t>(static_cast<unsigned char>(at[i])); };
+  const auto tail = [&byte](std::size_t i) { return byte(i) & 0x3fU; };
+  const char32_t first = byte(0);
+  if (first < 0x80) return {first, 1};
+  if (first < 0xe0) return {(first & 0x1fU) << 6 | tail(1), 2};
+  if (first < 0xf0) return {(first & 0x0fU) << 12 | tail(1) << 6 | tail(2), 3};
+  return {(first & 0x07U) << 18 | tail(1) << 12 | tail(2) << 6 | tail(3), 4};
+}
+
+/// Decodes a text. Throws `std::length_error` for more bytes than a QString can hold.
+QString fromWideUtf8(std::string_view text);
+
+bool isAscii(std::string_view text);
+/// Number of ASCII bytes at the start of a text.
+std::size_t asciiLength(std::string_view text);
+
+/// Whether a character is whitespace of any script: QChar::isSpace, the same with every Qt.
+bool isSpace(char32_t character);
+
+/// Whether the text has nothing but whitespace, or nothing at all.
+bool isBlank(std::string_view text);
+
+}  // namespace ztcad

@@ -1,0 +1,153 @@
+#include "unicode_bytes.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+
+#include "../text/append_character.h"
+#include "../text/narrow_text.h"
+
+namespace ztcad {
+
+namespace {
+
+constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
+constexpr std::string_view replacement = "\xEF\xBF\xBD";
+constexpr char32_t byteOrderMark = 0xfeff;
+
+bool startsWith(std::string_view bytes, std::string_view start) {
+  return bytes.substr(0, start.size()) == start;
+}
+
+bool isSurrogate(char32_t unit, char32_t first) { return unit >= first && unit < first + 0x400; }
+
+/// Joins the halves of surrogate pairs.
+class Utf16Joiner {
+ public:
+  explicit Utf16Joiner(std::string& out) : m_out(out) {}
+  ~Utf16Joiner() { flush(); }
+
+  void take(char32_t unit) {
+    if (m_high == 0 && unit < 0x80) {
+      m_out += static_cast<char>(unit);
+      return;
+    }
+    if (m_high != 0 && isSurrogate(unit, 0xdc00)) {
+      appendUtf8(0x10000 + ((m_high - 0xd800) << 10) + (unit - 0xdc00), m_out);
+      m_high = 0;
+      return;
+    }
+    flush();
+    if (isSurrogate(unit, 0xd800)) {
+      m_high = unit;
+    } else {
+      appendUtf8(unit, m_out);
+    }
+  }
+
+  void flush() {
+    if (m_high != 0) appendUtf8(m_high, m_out);
+    m_high = 0;
+  }
+
+ private:
+  std::string& m_out;
+  char32_t m_high = 0;  // a high surrogate that waits for its partner
+};
+
+/// The number at the start of `bytes`, which has as many bytes as `Number`.
+template <typename Number>
+char32_t numberAt(const char* bytes, bool isBigEndian) {
+  constexpr std::size_t last = sizeof(Number) - 1;
+  char32_t number = 0;
+  for (std::size_t i = 0; i <= last; ++i)
+    number = number << 8 | static_cast<unsigned char>(bytes[isBigEndian ? i : last - i]);
+  return number;
+}
+
+/// Decodes numbers of 16 or 32 bits.
+template <typename Number>
+std::string decodeWide(std::string_view bytes, bool isBigEndian) {
+  std::string text;
+  text.reserve(bytes.size() / sizeof(Number));
+  Utf16Joiner joiner(text);
+  for (std::size_t at = 0; at + sizeof(Number) <= bytes.size(); at += sizeof(Number)) {
+    const char32_t code = numberAt<Number>(bytes.data() + at, isBigEndian);
+    if (at == 0 && code == byteOrderMark) continue;
+    if (code > 0xffff) joiner.take(((code >> 10) + 0xd7c0) & 0xffff);
+    joiner.take(code > 0xffff ? code % 0x400 + 0xdc00 : code);
+  }
+  joiner.flush();
+  return text;
+}
+
+/// Length of the longest start of a sequence that lies in `bytes`, if the sequence is valid so far; 0 for an
+/// invalid start.
+std::size_t validLength(std::string_view bytes) {
+  const std::size_t needed = utf8SequenceLength(bytes.front());
+  const std::size_t available = std::min(needed, bytes.size());
+  const auto isContinuation = [](char byte) { return (static_cast<unsigned char>(byte) & 0xc0) == 0x80; };
+  if (!std::all_of(bytes.begin() + 1, bytes.begin() + static_cast<std::ptrdiff_t>(available), isContinuation))
+    return 0;
+  return available;
+}
+
+/// Decodes UTF-8 with invalid bytes. Qt reads blocks of 1024 bytes: an invalid sequence that the end of a
+/// block cuts becomes one U+FFFD up to the cut, any other invalid byte one of its own.
+std::string repairUtf8(std::string_view bytes) {
+  constexpr std::size_t blockSize = 1024;
+  std::string text;
+  text.reserve(bytes.size());
+  for (std::size_t at = 0; at < bytes.size();) {
+    const std::size_t length = utf8SequenceLength(bytes[at]);
+    const std::string_view sequence = bytes.substr(at, length);
+    if (length > 0 && sequence.size() == length && isUtf8(sequence)) {
+      if (at > 0 || sequence != utf8Mark) text += sequence;
+      at += length;
+      continue;
+    }
+    const std::size_t toBlockEnd = blockSize - at % blockSize;
+    const bool isCut = length > toBlockEnd && bytes.size() - at > toBlockEnd &&
+                       validLength(bytes.substr(at, toBlockEnd)) == toBlockEnd;
+    if (length > sequence.size() && validLength(sequence) == sequence.size()) break;  // incomplete
+    text += replacement;
+    at += isCut ? toBlockEnd : 1;
+  }
+  return text;
+}
+
+}  // namespace
+
+UnicodeEncoding detectUnicode(std::string_view bytes) {
+  const std::string_view four = bytes.size() >= 4 ? bytes.substr(0, 4) : std::string_view();
+  if (four == std::string_view("\0\0\xFE\xFF", 4) || four == std::string_view("\xFF\xFE\0\0", 4))
+    return UnicodeEncoding::Utf32;
+  if (four == std::string_view("<\0\0\0", 4)) return UnicodeEncoding::Utf32Le;
+  if (four == std::string_view("\0\0\0<", 4)) return UnicodeEncoding::Utf32Be;
+  if (startsWith(bytes, "\xFE\xFF") || startsWith(bytes, "\xFF\xFE")) return UnicodeEncoding::Utf16;
+  if (startsWith(bytes, std::string_view("<\0", 2))) return UnicodeEncoding::Utf16Le;
+  if (startsWith(bytes, std::string_view("\0<", 2))) return UnicodeEncoding::Utf16Be;
+  return UnicodeEncoding::Utf8;
+}
+
+std::string decodeUnicode(std::string_view bytes, UnicodeEncoding encoding) {
+  switch (encoding) {
+    case UnicodeEncoding::Utf16:
+      return decodeWide<std::uint16_t>(bytes, startsWith(bytes, "\xFE\xFF"));
+    case UnicodeEncoding::Utf16Be:
+      return decodeWide<std::uint16_t>(bytes, true);
+    case UnicodeEncoding::Utf16Le:
+      return decodeWide<std::uint16_t>(bytes, false);
+    case UnicodeEncoding::Utf32:
+      return decodeWide<std::uint32_t>(bytes, startsWith(bytes, std::string_view("\0\0\xFE\xFF", 4)));
+    case UnicodeEncoding::Utf32Be:
+      return decodeWide<std::uint32_t>(bytes, true);
+    case UnicodeEncoding::Utf32Le:
+      return decodeWide<std::uint32_t>(bytes, false);
+    case UnicodeEncoding::Utf8:
+      break;
+  }
+  return repairUtf8(bytes);
+}
+
+}  // namespace ztcad

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+#include <string_view>
+
+namespace ztcad {
+
+struct XmlError;
+
+/// Elements nested deeper are refused: a deeper document would overflow the stack when it is written or
+/// freed.
+constexpr int maximalDepth = 256;
+
+/// The outcome of a parse. After a success the message is empty, line and column are 0.
+struct ParseOutcome {
+  bool parsed = false;
+  bool isRefused = false;  // well-formed, as far as it was read, but not accepted
+  QString message;
+  int line = 0;    // from 1; a line ends with LF, CR or CR LF
+  int column = 0;  // from 1, in UTF-16 units
+};
+
+/// The outcome for a text with an error.
+ParseOutcome failedParse(std::string_view text, const XmlError& error);
+
+}  // namespace ztcad

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "xml_outcome.h"
+
+namespace ztcad {
+
+/// How bytes are decoded.
+enum class XmlBytes {
+  AsDeclared,  ///< by their byte order mark or XML declaration; without one as UTF-8
+  Utf8,        ///< as UTF-8, whatever the declaration says. The bytes must be valid UTF-8
+};
+
+/// The characters of an XML text, in the form that `XmlReader` takes. Valid UTF-8 is not copied.
+///
+/// Bytes are decoded as Qt 5.15 decodes them: UTF-8, UTF-16, UTF-32, windows-1251 and the other single-byte
+/// encodings of code_pages.h; invalid bytes become U+FFFD, and an encoding that Qt does not know is read as
+/// UTF-8. An encoding that Qt 5.15 knows and this library does not is refused.
+class XmlText {
+ public:
+  /// @param bytes must stay valid as long as this object
+  XmlText(std::string_view bytes, XmlBytes kind);
+  XmlText(const XmlText&) = delete;
+  XmlText& operator=(const XmlText&) = delete;
+
+  std::string_view characters() const { return m_characters; }
+  /// Set if the encoding is refused.
+  const std::optional<ParseOutcome>& refusal() const { return m_refusal; }
+
+ private:
+  void decode(std::string_view bytes);
+
+  std::string m_decoded;
+  std::string_view m_characters;
+  std::optional<ParseOutcome> m_refusal;
+};
+
+}  // namespace ztcad
