@@ -166,7 +166,7 @@ std::int64_t GMDDocumentToString_nostl(const ztCAD_GMDDocument* document, bool t
 
 ztCAD_GMDDocument* ztCAD_loadDocument(const char* fileName, ztCAD_Outcome* outcome) {
   return loadNew(outcome, [fileName](ztcad::DocumentLoader& loader) {
-    return loader.loadFile(ztcad::fileNameFromNarrow(ztcad::textOf(fileName)));
+    return loader.loadFile(ztcad::textOf(fileName));
   });
 }
 
@@ -184,7 +184,7 @@ bool ztCAD_reloadDocument(ztCAD_GMDDocument* document, const char* fileName, ztC
   report(outcome, notParsed, document ? noMemory : noDocument);
   return guarded(false, [&] {
     return document && loadInto(*document, outcome, [fileName](ztcad::DocumentLoader& loader) {
-             return loader.loadFile(ztcad::fileNameFromNarrow(ztcad::textOf(fileName)));
+             return loader.loadFile(ztcad::textOf(fileName));
            });
   });
 }
