@@ -7,8 +7,8 @@
 
 namespace ztcad {
 
-/// Makes the names in the document unique and writes the file, as `writeTextFile` does. A file longer than
-/// `longestXml`, which would not load again, is refused.
+/// Makes the names in the document unique and writes the file, as `writeTextFile` does. A document that would
+/// not load again is refused: one nested deeper than `maximalDepth`, or longer than `longestXml` as a file.
 FileError saveDocument(ztCAD_GMDDocument& document, std::string_view fileName);
 
 }  // namespace ztcad
