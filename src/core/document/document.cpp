@@ -6,6 +6,7 @@
 #include "../../text/narrow_text.h"
 #include "../../xml/xml_print.h"
 #include "../vocabulary.h"
+#include "live_documents.h"
 #include "loaded_text.h"
 #include "loading.h"
 #include "orders.h"
@@ -25,9 +26,12 @@ void ztCAD_DocumentContent::swap(ztCAD_DocumentContent& other) noexcept {
 }
 
 ztCAD_GMDDocument::ztCAD_GMDDocument(const std::string& inform)
-    : m_loaded(std::make_unique<ztcad::LoadedText>()), m_header(ztcad::fromNarrow(inform)) {}
+    : m_loaded(std::make_unique<ztcad::LoadedText>()), m_header(ztcad::fromNarrow(inform)) {
+  ztcad::addLiveDocument(*this);
+}
 
 ztCAD_GMDDocument::~ztCAD_GMDDocument() {
+  ztcad::removeLiveDocument(*this);
   if (m_endsSharedStructures) ztcad::clearReadStructures();
 }
 
