@@ -3,6 +3,7 @@
 #include <QDebug>
 
 #include "../../structure/read_structures.h"
+#include "../../support/floating_point.h"
 #include "../../text/narrow_text.h"
 #include "../../xml/xml_print.h"
 #include "../vocabulary.h"
@@ -65,6 +66,7 @@ std::string ztCAD_GMDDocument::loadFromString(const std::string& xml, bool& pars
 }
 
 QString& ztCAD_GMDDocument::toText(QString& out, bool /*debugForm*/) const {
+  const ztcad::DefaultFloatingPoint environment;
   out += words().documentText + m_header.toText() + QLatin1Char('\n');
   visitInOrder(ztcad::DocumentTextOrder(), m_content, [&out](const auto& elements) {
     for (const auto& element : elements)

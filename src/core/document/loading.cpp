@@ -3,6 +3,7 @@
 #include <QDomDocument>
 #include <utility>
 
+#include "../../support/floating_point.h"
 #include "../../text/narrow_text.h"
 #include "../../xml/dom_backend.h"
 #include "../../xml/plain_xml.h"
@@ -64,6 +65,7 @@ LoadOutcome DocumentLoader::loadText(const std::string& xml, TextRules rules) {
 }
 
 LoadOutcome DocumentLoader::load(const Source& source, TextRules rules) {
+  const DefaultFloatingPoint environment;
   LoadOutcome outcome;
   outcome.code = ztCAD_GMDDocument::Loaded;
   Reader reader = readPlain(source, rules);

@@ -1,5 +1,6 @@
 #include "saving.h"
 
+#include "../../support/floating_point.h"
 #include "../../xml/byte_sink.h"
 #include "../../xml/plain_xml.h"
 #include "../../xml/xml_parse.h"
@@ -50,6 +51,7 @@ void writeDocument(const ztCAD_HeaderNode& header, const ztCAD_DocumentContent& 
 }  // namespace
 
 FileError saveDocument(ztCAD_GMDDocument& document, std::string_view fileName) {
+  const DefaultFloatingPoint environment;
   unifyNames(document.content());
   return writeTextFile(fileNameOf(fileName), longestXml, [&document](ByteOutput& output) {
     writeDocument(document.header(), document.content(), output);

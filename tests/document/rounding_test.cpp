@@ -1,0 +1,92 @@
+#include <gtest/gtest.h>
+#include <cfenv>
+#include <cmath>
+#include <string>
+
+#include "differential/dice.h"
+#include "random_seed.h"
+#include "sample_documents.h"
+
+// Numbers are read and written in the same way whatever rounding mode the host has set.
+
+namespace {
+
+/// A rounding mode of the host for a scope.
+class HostRounding {
+ public:
+  explicit HostRounding(int mode) { EXPECT_EQ(std::fesetround(mode), 0); }
+  ~HostRounding() { std::fesetround(FE_TONEAREST); }
+  HostRounding(const HostRounding&) = delete;
+  HostRounding& operator=(const HostRounding&) = delete;
+};
+
+std::string randomDecimal(Dice& dice) {
+  return std::to_string(dice.roll(1000)) + '.' + std::to_string(dice.roll(1000000000)) +
+         std::to_string(dice.roll(1000000000)) + 'e' + std::to_string(dice.roll(40) - 20);
+}
+
+std::string randomDocument(Dice& dice) {
+  std::string lines;
+  for (int i = 0; i < 200; ++i)
+    lines += "<point name='P' center='" + randomDecimal(dice) + ',' + randomDecimal(dice) + ',' +
+             randomDecimal(dice) + "'/>";
+  return documentWith(lines + "<line name='L' method='polyline'><vertices>" + randomDecimal(dice) +
+                      ",0.1,0.2</vertices></line>");
+}
+
+/// The coordinates, bit by bit, and everything that is written.
+std::string fingerprint(const std::string& xml) {
+  ztCAD_GMDDocument document("");
+  EXPECT_EQ(loadBytes(document, xml).code, 0);
+  ztCAD_GMDDocument parsed("");
+  EXPECT_TRUE(loadString(parsed, xml).parsed);
+  std::string bits;
+  for (const ztCAD_GMDDocument* loaded : {&document, &parsed})
+    for (const ztCAD_Point& point : loaded->content().points)
+      for (const double value : {point.center().x(), point.center().y(), point.center().z()})
+        bits.append(reinterpret_cast<const char*>(&value), sizeof value);
+  return bits + savedBytes(document) + textOf(document) + document.xmlText();
+}
+
+TEST(Rounding, ReadsAndWritesAsIfToNearest) {
+  Dice dice(randomSeed());
+  for (int round = 0; round < 20; ++round) {
+    const std::string xml = randomDocument(dice);
+    const std::string expected = fingerprint(xml);
+    for (const int mode : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
+      const HostRounding host(mode);
+      EXPECT_TRUE(fingerprint(xml) == expected) << mode;
+      EXPECT_EQ(std::fegetround(), mode);
+    }
+  }
+}
+
+TEST(Rounding, FlagsOfTheHostAreKept) {
+  std::feclearexcept(FE_ALL_EXCEPT);
+  const std::string xml = documentWith("<point name='P' center='0.1,1e999,1e-320'/>");
+  fingerprint(xml);
+  EXPECT_EQ(std::fetestexcept(FE_ALL_EXCEPT), 0);
+  std::feraiseexcept(FE_INVALID);
+  fingerprint(xml);
+  EXPECT_EQ(std::fetestexcept(FE_ALL_EXCEPT), FE_INVALID);
+  std::feclearexcept(FE_ALL_EXCEPT);
+}
+
+#if defined(__GLIBC__)
+TEST(Rounding, TrapsOfTheHostAreNotSprung) {
+  const std::string xml = documentWith("<point name='P' center='0.1,1e999,1e-320'/>");
+  const TemporaryFiles files;
+  const std::string fileName = files.path("a.xml");
+  ztCAD_GMDDocument document("");
+  std::feclearexcept(FE_ALL_EXCEPT);
+  ASSERT_NE(feenableexcept(FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW | FE_UNDERFLOW | FE_INEXACT), -1);
+  const StringLoad load = loadString(document, xml);
+  document.saveToFile(fileName);
+  const int traps = fedisableexcept(FE_ALL_EXCEPT);
+  EXPECT_NE(traps, 0) << "the traps of the host are restored";
+  EXPECT_TRUE(load.parsed);
+  EXPECT_NE(bytesOf(fileName), "");
+}
+#endif
+
+}  // namespace
