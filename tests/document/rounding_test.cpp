@@ -34,41 +34,63 @@ std::string randomDocument(Dice& dice) {
                       ",0.1,0.2</vertices></line>");
 }
 
-/// The coordinates, bit by bit, and everything that is written.
-std::string fingerprint(const std::string& xml) {
+std::string coordinatesOf(const ztCAD_GMDDocument& document) {
+  std::string bits;
+  for (const ztCAD_Point& point : document.content().points)
+    for (const double value : {point.center().x(), point.center().y(), point.center().z()})
+      bits.append(reinterpret_cast<const char*>(&value), sizeof value);
+  return bits;
+}
+
+/// What a document is in memory and in writing.
+struct Results {
+  std::string read;
+  std::string parsed;
+  std::string saved;
+  std::string text;
+  std::string xml;
+};
+
+Results resultsOf(const std::string& xml) {
   ztCAD_GMDDocument document("");
   EXPECT_EQ(loadBytes(document, xml).code, 0);
   ztCAD_GMDDocument parsed("");
   EXPECT_TRUE(loadString(parsed, xml).parsed);
-  std::string bits;
-  for (const ztCAD_GMDDocument* loaded : {&document, &parsed})
-    for (const ztCAD_Point& point : loaded->content().points)
-      for (const double value : {point.center().x(), point.center().y(), point.center().z()})
-        bits.append(reinterpret_cast<const char*>(&value), sizeof value);
-  return bits + savedBytes(document) + textOf(document) + document.xmlText();
+  return {coordinatesOf(document), coordinatesOf(parsed), savedBytes(document), textOf(document),
+          document.xmlText()};
 }
 
 TEST(Rounding, ReadsAndWritesAsIfToNearest) {
   Dice dice(randomSeed());
   for (int round = 0; round < 20; ++round) {
     const std::string xml = randomDocument(dice);
-    const std::string expected = fingerprint(xml);
+    const Results expected = resultsOf(xml);
     for (const int mode : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
       const HostRounding host(mode);
-      EXPECT_TRUE(fingerprint(xml) == expected) << mode;
+      const Results results = resultsOf(xml);
+      EXPECT_TRUE(results.read == expected.read) << mode;
+      EXPECT_TRUE(results.parsed == expected.parsed) << mode;
+      EXPECT_TRUE(results.saved == expected.saved) << mode;
+      EXPECT_TRUE(results.text == expected.text) << mode;
+      EXPECT_TRUE(results.xml == expected.xml) << mode;
       EXPECT_EQ(std::fegetround(), mode);
     }
   }
 }
 
 TEST(Rounding, FlagsOfTheHostAreKept) {
-  std::feclearexcept(FE_ALL_EXCEPT);
   const std::string xml = documentWith("<point name='P' center='0.1,1e999,1e-320'/>");
-  fingerprint(xml);
-  EXPECT_EQ(std::fetestexcept(FE_ALL_EXCEPT), 0);
-  std::feraiseexcept(FE_INVALID);
-  fingerprint(xml);
-  EXPECT_EQ(std::fetestexcept(FE_ALL_EXCEPT), FE_INVALID);
+  const TemporaryFiles files;
+  const std::string fileName = files.path("a.xml");
+  ztCAD_GMDDocument document("");
+  for (const int flags : {0, FE_INVALID, FE_INEXACT, FE_ALL_EXCEPT}) {
+    std::feclearexcept(FE_ALL_EXCEPT);
+    std::feraiseexcept(flags);
+    loadString(document, xml);
+    EXPECT_EQ(std::fetestexcept(FE_ALL_EXCEPT), flags);
+    document.saveToFile(fileName);
+    EXPECT_EQ(std::fetestexcept(FE_ALL_EXCEPT), flags);
+  }
   std::feclearexcept(FE_ALL_EXCEPT);
 }
 

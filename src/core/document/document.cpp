@@ -2,8 +2,8 @@
 
 #include <QDebug>
 
+#include "../../number/floating_point.h"
 #include "../../structure/read_structures.h"
-#include "../../support/floating_point.h"
 #include "../../text/narrow_text.h"
 #include "../../xml/xml_print.h"
 #include "../vocabulary.h"

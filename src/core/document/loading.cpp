@@ -3,7 +3,7 @@
 #include <QDomDocument>
 #include <utility>
 
-#include "../../support/floating_point.h"
+#include "../../number/floating_point.h"
 #include "../../text/narrow_text.h"
 #include "../../xml/dom_backend.h"
 #include "../../xml/plain_xml.h"

@@ -1,6 +1,6 @@
 #include "saving.h"
 
-#include "../../support/floating_point.h"
+#include "../../number/floating_point.h"
 #include "../../xml/byte_sink.h"
 #include "../../xml/plain_xml.h"
 #include "../../xml/xml_parse.h"
