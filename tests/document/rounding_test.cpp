@@ -20,9 +20,12 @@ class HostRounding {
   HostRounding& operator=(const HostRounding&) = delete;
 };
 
+/// Of any length: short ones are read by one division, longer ones in other ways.
 std::string randomDecimal(Dice& dice) {
-  return std::to_string(dice.roll(1000)) + '.' + std::to_string(dice.roll(1000000000)) +
-         std::to_string(dice.roll(1000000000)) + 'e' + std::to_string(dice.roll(40) - 20);
+  const std::string digits =
+      std::to_string(dice.bits()).substr(0, static_cast<std::size_t>(2 + dice.roll(18)));
+  const std::string decimal = digits.substr(0, 1) + '.' + digits.substr(1);
+  return dice.oneIn(4) ? decimal + 'e' + std::to_string(dice.roll(40) - 20) : decimal;
 }
 
 std::string randomDocument(Dice& dice) {
