@@ -22,8 +22,8 @@ class HostRounding {
 
 /// Of any length: short ones are read by one division, longer ones in other ways.
 std::string randomDecimal(Dice& dice) {
-  const std::string digits =
-      std::to_string(dice.bits()).substr(0, static_cast<std::size_t>(2 + dice.roll(18)));
+  std::string digits = std::to_string(dice.bits());
+  digits.resize(2 + dice.bits() % (digits.size() - 2));
   const std::string decimal = digits.substr(0, 1) + '.' + digits.substr(1);
   return dice.oneIn(4) ? decimal + 'e' + std::to_string(dice.roll(40) - 20) : decimal;
 }

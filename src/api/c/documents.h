@@ -5,9 +5,9 @@
 /// @file
 /// Documents: create, load, save, print, end.
 ///
-/// Texts are UTF-8, else windows-1251. File names are passed to the system unchanged; on Windows they are UTF-8,
-/// else in the system's narrow encoding. A null text counts as empty. A null document fails as each function
-/// states, and so does a pointer that is no live document. No function throws. The library is
+/// Texts are UTF-8, else windows-1251. File names are passed to the system unchanged; on Windows they are
+/// UTF-8, else in the system's narrow encoding. A null text counts as empty. A null document fails as each
+/// function states, and so does a pointer that is no live document. No function throws. The library is
 /// not thread-safe: call it from one thread at a time.
 ///
 /// Documents belong to the host, which ends each one with `ztCAD_endDocument` (or with `DeleteGMDDoc`, which

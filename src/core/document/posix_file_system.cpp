@@ -43,8 +43,9 @@ std::string withoutLinks(std::string name) {
     std::array<char, PATH_MAX> target = {};
     const ssize_t length = ::readlink(name.c_str(), target.data(), target.size());
     if (length <= 0) return name;
-    const std::string next(target.data(), static_cast<std::size_t>(length));
-    name = next.front() == '/' ? next : folderOf(name) + next;
+    if (target.front() == '/') name.clear();
+    name.erase(folderOf(name).size());  // a link is relative to its folder
+    name.append(target.data(), static_cast<std::size_t>(length));
   }
   throw FileFailure(QFileDevice::OpenError, ELOOP);
 }
@@ -67,9 +68,9 @@ class ReplacementRefused final : public FileFailure {
   throw FileFailure(code, error);
 }
 
-/// A file beside the target, removed unless it takes the target's place. Where the system can, it gets its name
-/// only at the end, so that nothing is left of it if the process is killed before. The name is short: it must
-/// be possible for every name that the target may have.
+/// A file beside the target, removed unless it takes the target's place. Where the system can, it gets its
+/// name only at the end, so that nothing is left of it if the process is killed before. The name is short: it
+/// must be possible for every name that the target may have.
 class TemporaryFile {
  public:
   /// @param replaces whether the target exists; if not, the new file gets the permissions of a new file
