@@ -1,9 +1,11 @@
 #include "contents.h"
 
+#include "../core/document/live_documents.h"
 #include "element_kinds.h"
 #include "guard.h"
 
 using ztcad::guarded;
+using ztcad::isLive;
 
 namespace {
 
@@ -13,8 +15,8 @@ constexpr bool notAdded = true;
 
 template <typename Kind>
 bool add(const typename Kind::Element* element, ztCAD_GMDDocument* document) noexcept {
-  return guarded(notAdded,
-                 [&] { return !element || !document || Kind::in(document->content()).add(*element); });
+  return guarded(
+      notAdded, [&] { return !element || !isLive(document) || Kind::in(document->content()).add(*element); });
 }
 
 template <typename Kind>
@@ -27,12 +29,13 @@ bool add(const typename Kind::Element* element, ztCAD_commonStructure* structure
 
 template <typename Kind>
 bool remove(const typename Kind::Element* element, ztCAD_GMDDocument* document) noexcept {
-  return guarded(false, [&] { return element && document && Kind::in(document->content()).remove(element); });
+  return guarded(
+      false, [&] { return element && isLive(document) && Kind::in(document->content()).remove(element); });
 }
 
 template <typename Kind>
 ztCAD_Cont<typename Kind::Element>* get(ztCAD_GMDDocument* document) noexcept {
-  return document ? &Kind::in(document->content()) : nullptr;
+  return isLive(document) ? &Kind::in(document->content()) : nullptr;
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "../core/document/live_documents.h"
 #include "c/contents.h"
 #include "created_objects.h"
 #include "element_kinds.h"
@@ -9,6 +10,7 @@
 #include "text_output.h"
 
 using ztcad::guarded;
+using ztcad::live;
 using ztcad::withContainer;
 
 namespace {
@@ -124,7 +126,7 @@ ztCAD_Base* appendNested(ztCAD_commonStructure& structure) {
 }  // namespace
 
 std::int32_t ztCAD_countInDoc(const ztCAD_GMDDocument* document, std::int32_t kind) {
-  return count(document, kind);
+  return count(live(document), kind);
 }
 std::int32_t ztCAD_countInStructure(const ztCAD_commonStructure* structure, std::int32_t kind) {
   if (structure && isStructure(kind)) return ztcad::countOf(structure->structures().size());
@@ -135,7 +137,7 @@ std::int32_t ztCAD_countInDetail(const ztCAD_cmnDetail* detail, std::int32_t kin
 }
 
 ztCAD_Base* ztCAD_getFromDoc(ztCAD_GMDDocument* document, std::int32_t kind, std::int32_t index) {
-  return get(document, kind, index);
+  return get(live(document), kind, index);
 }
 ztCAD_Base* ztCAD_getFromStructure(ztCAD_commonStructure* structure, std::int32_t kind, std::int32_t index) {
   if (structure && isStructure(kind)) return elementAt(structure->structures(), index);
@@ -147,7 +149,7 @@ ztCAD_Base* ztCAD_getFromDetail(ztCAD_cmnDetail* detail, std::int32_t kind, std:
 
 std::int32_t ztCAD_listDoc(ztCAD_GMDDocument* document, std::int32_t kind, ztCAD_Base** elements,
                            std::int32_t capacity) {
-  return list(document, kind, elements, capacity);
+  return list(live(document), kind, elements, capacity);
 }
 std::int32_t ztCAD_listStructure(ztCAD_commonStructure* structure, std::int32_t kind, ztCAD_Base** elements,
                                  std::int32_t capacity) {
@@ -159,7 +161,9 @@ std::int32_t ztCAD_listDetail(ztCAD_cmnDetail* detail, std::int32_t kind, ztCAD_
   return list(detail, kind, elements, capacity);
 }
 
-bool ztCAD_addToDoc(const ztCAD_Base* element, ztCAD_GMDDocument* document) { return add(element, document); }
+bool ztCAD_addToDoc(const ztCAD_Base* element, ztCAD_GMDDocument* document) {
+  return add(element, live(document));
+}
 bool ztCAD_addToStructure(const ztCAD_Base* element, ztCAD_commonStructure* structure) {
   const auto* const nested = dynamic_cast<const ztCAD_commonStructure*>(element);
   return nested ? addStructureToStructure(nested, structure) : add(element, structure);
@@ -167,7 +171,7 @@ bool ztCAD_addToStructure(const ztCAD_Base* element, ztCAD_commonStructure* stru
 bool ztCAD_addToDetail(const ztCAD_Base* element, ztCAD_cmnDetail* detail) { return add(element, detail); }
 
 ztCAD_Base* ztCAD_appendToDoc(ztCAD_GMDDocument* document, std::int32_t kind) {
-  return append(document, kind);
+  return append(live(document), kind);
 }
 ztCAD_Base* ztCAD_appendToStructure(ztCAD_commonStructure* structure, std::int32_t kind) {
   if (structure && isStructure(kind)) return guarded(none, [&] { return appendNested(*structure); });
@@ -176,7 +180,7 @@ ztCAD_Base* ztCAD_appendToStructure(ztCAD_commonStructure* structure, std::int32
 ztCAD_Base* ztCAD_appendToDetail(ztCAD_cmnDetail* detail, std::int32_t kind) { return append(detail, kind); }
 
 bool ztCAD_removeFromDoc(const ztCAD_Base* element, ztCAD_GMDDocument* document, std::int32_t kind) {
-  return remove(element, document, kind);
+  return remove(element, live(document), kind);
 }
 bool ztCAD_removeFromStructure(const ztCAD_Base* element, ztCAD_commonStructure* structure,
                                std::int32_t kind) {

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "../core/document/check.h"
+#include "../core/document/live_documents.h"
 #include "../core/document/loading.h"
 #include "../core/document/saving.h"
 #include "../structure/read_structures.h"
@@ -15,6 +16,7 @@
 #include "text_output.h"
 
 using ztcad::guarded;
+using ztcad::isLive;
 
 namespace {
 
@@ -29,7 +31,7 @@ void load(ztCAD_GMDDocument* document, const Name& fileName, std::int32_t& resul
   fault = false;
   resultCode = guarded(failure, [&] {
     std::int32_t code = failure;
-    if (document) document->loadFromFile(ztcad::textOf(fileName), code, fault);
+    if (isLive(document)) document->loadFromFile(ztcad::textOf(fileName), code, fault);
     return code;
   });
 }
@@ -44,7 +46,7 @@ ztCAD_GMDDocument* createFrom(const Name& fileName, std::int32_t& resultCode, bo
 template <typename Name>
 void update(ztCAD_GMDDocument* document, const Name& fileName, std::int32_t& resultCode,
             bool& fault) noexcept {
-  if (document) ClearGMDDoc();
+  if (isLive(document)) ClearGMDDoc();
   load(document, fileName, resultCode, fault);
 }
 
@@ -154,19 +156,20 @@ ztCAD_GMDDocument* crtGMDDocumentFromStdString_nostl(const char* xml, bool& pars
 void GMDDocumentToString(const ztCAD_GMDDocument* document, std::string& text, bool textForm) {
   guarded([&] {
     text.clear();
-    if (document) text = textOf(*document, textForm);
+    if (isLive(document)) text = textOf(*document, textForm);
   });
 }
 
 std::int64_t GMDDocumentToString_nostl(const ztCAD_GMDDocument* document, bool textForm, char* text,
                                        std::int64_t size) {
-  return ztcad::writeText(
-      text, size, [&] { return document ? std::optional(textOf(*document, textForm)) : std::nullopt; });
+  return ztcad::writeText(text, size, [&] {
+    return isLive(document) ? std::optional(textOf(*document, textForm)) : std::nullopt;
+  });
 }
 
 ztCAD_GMDDocument* ztCAD_loadDocument(const char* fileName, ztCAD_Outcome* outcome) {
   return loadNew(outcome, [fileName](ztcad::DocumentLoader& loader) {
-    return loader.loadFile(ztcad::fileNameFromNarrow(ztcad::textOf(fileName)));
+    return loader.loadFile(ztcad::textOf(fileName));
   });
 }
 
@@ -181,18 +184,18 @@ ztCAD_GMDDocument* ztCAD_loadDocumentFromText(const char* text, std::int64_t siz
 }
 
 bool ztCAD_reloadDocument(ztCAD_GMDDocument* document, const char* fileName, ztCAD_Outcome* outcome) {
-  report(outcome, notParsed, document ? noMemory : noDocument);
+  report(outcome, notParsed, isLive(document) ? noMemory : noDocument);
   return guarded(false, [&] {
-    return document && loadInto(*document, outcome, [fileName](ztcad::DocumentLoader& loader) {
-             return loader.loadFile(ztcad::fileNameFromNarrow(ztcad::textOf(fileName)));
+    return isLive(document) && loadInto(*document, outcome, [fileName](ztcad::DocumentLoader& loader) {
+             return loader.loadFile(ztcad::textOf(fileName));
            });
   });
 }
 
 bool ztCAD_saveDocument(ztCAD_GMDDocument* document, const char* fileName, ztCAD_Outcome* outcome) {
-  report(outcome, QFileDevice::ResourceError, document ? noMemory : noDocument);
+  report(outcome, QFileDevice::ResourceError, isLive(document) ? noMemory : noDocument);
   return guarded(false, [&] {
-    if (!document) return false;
+    if (!isLive(document)) return false;
     const ztcad::FileError error = ztcad::saveDocument(*document, ztcad::textOf(fileName));
     report(outcome, error.code, ztcad::toNarrow(error.message));
     return error.code == 0;
@@ -207,13 +210,13 @@ void ztCAD_endDocument(ztCAD_GMDDocument* document) {
 
 void SaveGMDDocument(ztCAD_GMDDocument* document, const std::string& fileName) {
   guarded([&] {
-    if (document) document->saveToFile(fileName);
+    if (isLive(document)) document->saveToFile(fileName);
   });
 }
 
 void SaveGMDDocument_nostl(ztCAD_GMDDocument* document, const char* fileName) {
   guarded([&] {
-    if (document) document->saveToFile(ztcad::textOf(fileName));
+    if (isLive(document)) document->saveToFile(ztcad::textOf(fileName));
   });
 }
 
@@ -236,5 +239,5 @@ void DeleteGMDDoc(ztCAD_GMDDocument* document) {
 }
 
 bool checkGMDDocument(const ztCAD_GMDDocument* document) {
-  return guarded(false, [&] { return document && ztcad::passesCheck(document->content()); });
+  return guarded(false, [&] { return isLive(document) && ztcad::passesCheck(document->content()); });
 }

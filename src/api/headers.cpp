@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "../core/document/document.h"
+#include "../core/document/live_documents.h"
 #include "../text/narrow_text.h"
 #include "c/documents.h"
 #include "created_objects.h"
@@ -17,12 +18,12 @@ ztCAD_HeaderNode* crtHeader() {
 
 void setHeader(const ztCAD_HeaderNode* header, ztCAD_GMDDocument* document) {
   guarded([&] {
-    if (header && document) document->setHeader(*header);
+    if (header && ztcad::isLive(document)) document->setHeader(*header);
   });
 }
 
 const ztCAD_HeaderNode* ztCAD_getHeader(const ztCAD_GMDDocument* document) {
-  return document ? &document->header() : nullptr;
+  return ztcad::isLive(document) ? &document->header() : nullptr;
 }
 
 namespace {

@@ -2,6 +2,7 @@
 
 #include <ztCAD/version.h>
 
+#include "../core/document/live_documents.h"
 #include "../core/name_registry.h"
 #include "../core/vocabulary.h"
 #include "../structure/read_structures.h"
@@ -40,6 +41,7 @@ class Library {
     ztcad::abandonNestedStructures(true);  // for good: structures of the host may be linked to released ones
     ztcad::releaseHostLog();
     ztcad::releaseCreatedObjects();
+    ztcad::releaseLiveDocuments();
     ztcad::clearReadStructures();
     ztcad::releaseNameRegistry();
     ztcad::releaseWords();

@@ -20,6 +20,9 @@ class ProcessObject {
     return *m_object;
   }
 
+  /// Whether it was created and not released since.
+  bool exists() const { return m_object != nullptr; }
+
   void release() {
     T* object = m_object;
     m_object = nullptr;  // first: the destructor may call back

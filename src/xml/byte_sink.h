@@ -6,17 +6,18 @@
 namespace ztcad {
 
 /// The sink backend that writes the bytes of a file; builds no tree.
-class ByteSink final : public ElementSink {
+class ByteSink : public ElementSink {
  public:
   explicit ByteSink(XmlWriter& writer) : m_writer(writer) {}
 
   void attribute(const QString& name, const QString& value) override { m_writer.attribute(name, value); }
   void text(std::string_view ascii) override { m_writer.plainText(ascii); }
 
- private:
+ protected:
   void open(const QString& tag) override { m_writer.startElement(tag); }
   void close() override { m_writer.endElement(); }
 
+ private:
   XmlWriter& m_writer;
 };
 

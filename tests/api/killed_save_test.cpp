@@ -55,11 +55,11 @@ class KilledSave : public testing::Test {
     ASSERT_EQ(waitpid(child, nullptr, 0), child);
   }
 
-  /// On a file system without unnamed files, a killed save leaves its temporary file next to the target.
+  /// A save that is killed at the last moment, or that has no unnamed files, leaves its temporary file.
   void removeTemporaryFiles() const {
     for (const std::string& name : files.names()) {
       if (name == "document.xml") continue;
-      EXPECT_EQ(name.rfind("document.xml.", 0), 0U) << name;
+      EXPECT_EQ(name.rfind(".ztcad-", 0), 0U) << name;
       std::filesystem::remove(files.path(name));
     }
   }

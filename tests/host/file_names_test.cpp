@@ -1,4 +1,4 @@
-// File names passed by hosts are UTF-8, whatever the system's encoding of file names.
+// File names passed by hosts are UTF-8 on Windows and bytes elsewhere, whatever the locale.
 
 #include <gtest/gtest.h>
 #include <filesystem>
@@ -50,6 +50,26 @@ TEST(FileNames, FoldersCanHaveCyrillicNames) {
   EXPECT_EQ(pointsIn(library, (inner / "a.xml").u8string()), static_cast<std::size_t>(pointsPerRun));
   library.DeleteGMDDoc(document);
 }
+
+#if !defined(_WIN32)
+// Names that are no UTF-8: two names of three letters each in windows-1251.
+TEST(FileNames, AreBytesThatGoToTheSystemUnchanged) {
+  const LoadedLibrary& library = permanentlyLoadedLibrary();
+  const ScratchFolder folder;
+  const std::string one = folder.file("\xec\xe8\xf0.xml");
+  const std::string other = folder.file("\xe4\xee\xec.xml");
+  ztCAD_GMDDocument* const full = makeDocument(library);
+  ztCAD_GMDDocument* const empty = library.crtGMDDocument("");
+  library.SaveGMDDocument(full, one);
+  library.SaveGMDDocument(empty, other);
+  EXPECT_TRUE(std::filesystem::is_regular_file(one));
+  EXPECT_TRUE(std::filesystem::is_regular_file(other));
+  EXPECT_EQ(pointsIn(library, one), static_cast<std::size_t>(pointsPerRun));
+  EXPECT_EQ(pointsIn(library, other), 0U);
+  library.DeleteGMDDoc(full);
+  library.DeleteGMDDoc(empty);
+}
+#endif
 
 TEST(SavedFiles, HaveTheSystemsLineEndsAndAreReadWithEither) {
   const LoadedLibrary& library = permanentlyLoadedLibrary();

@@ -1,10 +1,11 @@
 // A host that loads the given documents from files and from strings, between marks that are visible in a
-// trace of its system calls.
+// trace of its system calls. What follows the dashes is loaded only by its name: no such file is a document.
 //
-//   reading_host <file>...
+//   reading_host <file>... -- <no document>...
 
 #include <unistd.h>
 #include <ztCAD/ztCAD.h>
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
@@ -25,6 +26,13 @@ void load(const std::string& file) {
   std::fprintf(stderr, "%d %s\n", code, file.c_str());
 }
 
+/// By the call that prints nothing.
+void loadSilently(const std::string& file) {
+  ztCAD_Outcome outcome;
+  ztCAD_endDocument(ztCAD_loadDocument(file.c_str(), &outcome));
+  std::fprintf(stderr, "%d %s: %s\n", outcome.code, file.c_str(), outcome.message);
+}
+
 void parse(const std::string& text) {
   bool parsed = false;
   std::string message;
@@ -36,7 +44,9 @@ void parse(const std::string& text) {
 }  // namespace
 
 int main(int count, char** arguments) {
-  const std::vector<std::string> files(arguments + 1, arguments + count);
+  char** const dashes = std::find(arguments + 1, arguments + count, std::string("--"));
+  const std::vector<std::string> files(arguments + 1, dashes);
+  const std::vector<std::string> noDocuments(std::min(dashes + 1, arguments + count), arguments + count);
   std::vector<std::string> texts;
   for (const std::string& file : files) {
     std::ifstream stream(file, std::ios::binary);
@@ -44,10 +54,22 @@ int main(int count, char** arguments) {
   }
   // whatever Qt and the system load once per process is loaded before the first mark
   parse("<GMD><?x?></GMD>");
-  if (!files.empty()) load(files.front());
+
+  mark("/silent reading begins");
+  for (const std::string& file : files)
+    loadSilently(file);
+  for (const std::string& file : noDocuments)
+    loadSilently(file);
+  mark("/silent reading has ended");
+
+  // the first message of a process makes Qt search for the settings of its log
+  for (const std::string& file : noDocuments)
+    load(file);
 
   mark("/reading begins");
   for (const std::string& file : files)
+    load(file);
+  for (const std::string& file : noDocuments)
     load(file);
   mark("/reading has ended, now the texts");
   for (const std::string& text : texts)

@@ -80,7 +80,7 @@ ZTCAD_API bool ztCAD_addToDetail(const ztCAD_Base* element, ztCAD_cmnDetail* det
 /// for more: a radius of a sphere, and for a detail that was built `ztCAD_setReadOk`.
 ///
 /// The depth is checked when elements are added and structures nested, not when a detail is filled: details
-/// filled later can make a document deeper than 256 levels, which is saved, and refused when it is loaded.
+/// filled later can make a document deeper than 256 levels, which a save refuses.
 /// @return the new element; null if it was not added
 /// @{
 ZTCAD_API ztCAD_Base* ztCAD_appendToDoc(ztCAD_GMDDocument* document, int32_t kind);

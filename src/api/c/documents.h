@@ -5,8 +5,9 @@
 /// @file
 /// Documents: create, load, save, print, end.
 ///
-/// Texts are UTF-8, else windows-1251; file names are UTF-8, else in the system's narrow encoding. A null
-/// text counts as empty. A null document fails as each function states. No function throws. The library is
+/// Texts are UTF-8, else windows-1251. File names are passed to the system unchanged; on Windows they are
+/// UTF-8, else in the system's narrow encoding. A null text counts as empty. A null document fails as each
+/// function states, and so does a pointer that is no live document. No function throws. The library is
 /// not thread-safe: call it from one thread at a time.
 ///
 /// Documents belong to the host, which ends each one with `ztCAD_endDocument` (or with `DeleteGMDDoc`, which
@@ -26,8 +27,8 @@ ZTCAD_API ztCAD_GMDDocument* crtGMDDocument_nostl(const char* inform);
 
 // -------------------------------------------------------------------------------- load, save, end
 
-/// Results of loading. A file that cannot be opened or read gives the code of `QFile::error()` instead, which
-/// is below 100.
+/// Results of loading. A file that cannot be opened or read, or is no regular file, gives the code that
+/// `QFile::error()` has for this, which is below 100.
 enum ztCAD_ResultCode {
   ztCAD_ResultLoaded = 0,         ///< the document is loaded and passes the check
   ztCAD_ResultFileMissing = 100,  ///< there is no such file
@@ -77,7 +78,8 @@ ZTCAD_API bool ztCAD_reloadDocument(ztCAD_GMDDocument* document, const char* fil
 
 /// Makes the names of the document unique, in memory too, and writes it as XML in windows-1251. A save that
 /// fails leaves an earlier file of that name unchanged. (A target that is no regular file, has several hard
-/// links or cannot be replaced is written directly, without this guarantee.)
+/// links or cannot be replaced is written directly, without this guarantee; SECURITY.md has the details.) A
+/// document that is too deep or too long to be loaded again is refused.
 /// @param outcome output; may be null
 /// @return whether the whole file was written
 ZTCAD_NODISCARD ZTCAD_API bool ztCAD_saveDocument(ztCAD_GMDDocument* document, const char* fileName,

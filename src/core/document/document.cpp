@@ -2,38 +2,21 @@
 
 #include <QDebug>
 
+#include "../../number/floating_point.h"
 #include "../../structure/read_structures.h"
 #include "../../text/narrow_text.h"
-#include "../../xml/byte_sink.h"
 #include "../vocabulary.h"
+#include "live_documents.h"
 #include "loaded_text.h"
 #include "loading.h"
 #include "orders.h"
 #include "saving.h"
-#include "unification.h"
 
 using ztcad::words;
 
 namespace {
 
-constexpr int indentOfFiles = 3;
 constexpr int indentOfTexts = 1;
-
-void writeDocument(const ztCAD_HeaderNode& header, const ztCAD_DocumentContent& content,
-                   ztcad::ByteOutput& output) {
-  const ztcad::Windows1251Encoder encoder;
-  ztcad::XmlWriter writer(output, encoder, indentOfFiles);
-  writer.processingInstruction(words().xml, words().xmlDeclaration);
-  ztcad::ByteSink sink(writer);
-  sink.element(words().gmd, [&](ztcad::ElementSink& root) {
-    header.write(root);
-    visitInOrder(ztcad::DocumentFileOrder(), content, [&root](const auto& elements) {
-      for (const auto& element : elements)
-        element.write(root);
-    });
-  });
-  writer.finish();
-}
 
 }  // namespace
 
@@ -43,9 +26,12 @@ void ztCAD_DocumentContent::swap(ztCAD_DocumentContent& other) noexcept {
 }
 
 ztCAD_GMDDocument::ztCAD_GMDDocument(const std::string& inform)
-    : m_loaded(std::make_unique<ztcad::LoadedText>()), m_header(ztcad::fromNarrow(inform)) {}
+    : m_loaded(std::make_unique<ztcad::LoadedText>()), m_header(ztcad::fromNarrow(inform)) {
+  ztcad::addLiveDocument(*this);
+}
 
 ztCAD_GMDDocument::~ztCAD_GMDDocument() {
+  ztcad::removeLiveDocument(*this);
   if (m_endsSharedStructures) ztcad::clearReadStructures();
 }
 
@@ -53,9 +39,8 @@ void ztCAD_GMDDocument::saveToFile(const std::string& fileName) { ztcad::saveDoc
 
 bool ztCAD_GMDDocument::loadFromFile(const std::string& fileName, std::int32_t& resultCode, bool& fault) {
   fault = false;
-  const QString name = ztcad::fileNameFromNarrow(fileName);
   const ztcad::LoadOutcome outcome =
-      ztcad::DocumentLoader(*this, ztcad::NestedOwner::Everyone).loadFile(name);
+      ztcad::DocumentLoader(*this, ztcad::NestedOwner::Everyone).loadFile(fileName);
   resultCode = outcome.code;
   fault = outcome.fault;
   if (outcome.replaced || outcome.code == FileMissing) return outcome.replaced;
@@ -64,7 +49,7 @@ bool ztCAD_GMDDocument::loadFromFile(const std::string& fileName, std::int32_t& 
   else if (outcome.code == NotADocument)
     qDebug().noquote() << "Error on scanning ztCAD_GMD-file";
   else
-    qDebug().noquote().nospace() << "Error on opening file " << name;
+    qDebug().noquote().nospace() << "Error on opening file " << ztcad::fileNameFromNarrow(fileName);
   return false;
 }
 
@@ -79,14 +64,8 @@ std::string ztCAD_GMDDocument::loadFromString(const std::string& xml, bool& pars
   return message;
 }
 
-ztcad::FileError ztcad::saveDocument(ztCAD_GMDDocument& document, const std::string& fileName) {
-  unifyNames(document.content());
-  return writeTextFile(fileNameFromNarrow(fileName), [&document](ByteOutput& output) {
-    writeDocument(document.header(), document.content(), output);
-  });
-}
-
 QString& ztCAD_GMDDocument::toText(QString& out, bool /*debugForm*/) const {
+  const ztcad::DefaultFloatingPoint environment;
   out += words().documentText + m_header.toText() + QLatin1Char('\n');
   visitInOrder(ztcad::DocumentTextOrder(), m_content, [&out](const auto& elements) {
     for (const auto& element : elements)

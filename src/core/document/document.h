@@ -83,13 +83,13 @@ class ZTCAD_API ztCAD_GMDDocument : public ztCAD_ISerialize {
   /// @}
 
   /// Makes names unique (in this document, not only in the file) and writes the file. Reports nothing
-  /// (`ztCAD_saveDocument` does). A save that fails leaves an earlier file of that name unchanged.
-  /// @param fileName UTF-8, else the system's narrow encoding
+  /// (`ztCAD_saveDocument` does, and states the guarantees).
+  /// @param fileName passed to the system unchanged; on Windows UTF-8, else the system's narrow encoding
   void saveToFile(const std::string& fileName);
 
   /// Replaces the content by that of the file, makes names unique and checks the document. If the file is
   /// missing, cannot be read, is not well-formed or has a wrong root, the document is unchanged.
-  /// @param fileName   UTF-8, else the system's narrow encoding
+  /// @param fileName   passed to the system unchanged; on Windows UTF-8, else the system's narrow encoding
   /// @param resultCode output: `ResultCode` or a `QFile::FileError`
   /// @param fault      output: whether a child of the root failed to read itself
   /// @return whether the content was replaced, which it is also if the check failed

@@ -1,10 +1,9 @@
 #include "loading.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include <utility>
 
+#include "../../number/floating_point.h"
 #include "../../text/narrow_text.h"
-#include "../../xml/dom_backend.h"
 #include "../../xml/plain_xml.h"
 #include "../../xml/xml_view.h"
 #include "check.h"
@@ -33,21 +32,25 @@ LoadOutcome failure(std::int32_t code, const QString& message) {
 
 LoadOutcome tooLong() { return failure(ztCAD_GMDDocument::NotParsed, QLatin1String("text too long")); }
 
-bool isTooLong(qint64 size) { return size > static_cast<qint64>(longestXml); }
-
 }  // namespace
 
-LoadOutcome DocumentLoader::loadFile(const QString& fileName) {
-  if (!QFile::exists(fileName)) return failure(ztCAD_GMDDocument::FileMissing, QLatin1String("no such file"));
-  if (isTooLong(QFileInfo(fileName).size())) return tooLong();
-  Source source{{}, XmlBytes::AsDeclared};
-  const FileError error = readFile(fileName, source.bytes);
-  if (error.code != 0) return failure(error.code, error.message);
-  return load(source, TextRules::Strict);
+LoadOutcome DocumentLoader::loadFile(std::string_view fileName) {
+  FileBytes file = readFile(fileNameOf(fileName), longestXml);
+  switch (file.outcome) {
+    case ReadOutcome::Missing:
+      return failure(ztCAD_GMDDocument::FileMissing, QLatin1String("no such file"));
+    case ReadOutcome::TooLong:
+      return tooLong();
+    case ReadOutcome::Failed:
+      return failure(file.error.code, file.error.message);
+    case ReadOutcome::Done:
+      break;
+  }
+  return load({std::move(file.bytes), XmlBytes::AsDeclared}, TextRules::Strict);
 }
 
 LoadOutcome DocumentLoader::loadText(const std::string& xml, TextRules rules) {
-  if (isTooLong(static_cast<qint64>(xml.size()))) {
+  if (xml.size() > longestXml) {
     LoadOutcome outcome = tooLong();
     if (rules == TextRules::Lenient) {
       RootReader nothing(m_document.header());
@@ -62,6 +65,7 @@ LoadOutcome DocumentLoader::loadText(const std::string& xml, TextRules rules) {
 }
 
 LoadOutcome DocumentLoader::load(const Source& source, TextRules rules) {
+  const DefaultFloatingPoint environment;
   LoadOutcome outcome;
   outcome.code = ztCAD_GMDDocument::Loaded;
   Reader reader = readPlain(source, rules);

@@ -4,6 +4,7 @@
 #include <memory>
 #include <QString>
 #include <string>
+#include <string_view>
 
 #include "document.h"
 
@@ -38,7 +39,8 @@ class DocumentLoader {
  public:
   DocumentLoader(ztCAD_GMDDocument& document, NestedOwner owner) : m_document(document), m_owner(owner) {}
 
-  LoadOutcome loadFile(const QString& fileName);
+  /// @param fileName as a host passes it, see `fileNameOf`
+  LoadOutcome loadFile(std::string_view fileName);
   LoadOutcome loadText(const std::string& xml, TextRules rules);
 
  private:

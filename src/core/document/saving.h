@@ -1,13 +1,14 @@
 #pragma once
 
-#include <string>
+#include <string_view>
 
 #include "document.h"
 #include "file.h"
 
 namespace ztcad {
 
-/// Makes the names in the document unique and writes the file.
-FileError saveDocument(ztCAD_GMDDocument& document, const std::string& fileName);
+/// Makes the names in the document unique and writes the file, as `writeTextFile` does. A document that would
+/// not load again is refused: one nested deeper than `maximalDepth`, or longer than `longestXml` as a file.
+FileError saveDocument(ztCAD_GMDDocument& document, std::string_view fileName);
 
 }  // namespace ztcad
