@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <QString>
 #include <string>
 #include <string_view>
@@ -12,6 +13,15 @@ enum class NarrowEncoding { Utf8, Windows1251 };
 
 bool isUtf8(std::string_view bytes);
 NarrowEncoding narrowEncodingOf(std::string_view bytes);
+
+/// A character of narrow text and the number of bytes that encode it.
+struct NarrowCharacter {
+  char32_t code;
+  std::size_t length;
+};
+
+/// The character at the start of `bytes`, which must be valid in this encoding and must not be empty.
+NarrowCharacter firstCharacter(std::string_view bytes, NarrowEncoding encoding);
 
 /// Decodes the bytes; a leading byte order mark is kept as a character. Throws `std::length_error` for more
 /// bytes than a QString can hold.
