@@ -4,10 +4,12 @@
 
 #include "../core/name_registry.h"
 #include "../core/vocabulary.h"
+#include "../number/number_text.h"
 #include "../structure/read_structures.h"
 #include "../structure/structure.h"
 #include "../support/lazy_lock.h"
 #include "created_objects.h"
+#include "guard.h"
 #include "host_log.h"
 
 #if defined(_WIN32)
@@ -30,8 +32,12 @@ class Library {
   Library() {
     ztcad::createGuardLock();
     ztcad::parallelSettings().initialise(1);
-    ztcad::words();
-    ztcad::createdObjects();
+    ztcad::guarded(
+        [] {  // without memory the host may still load the library: what is missing is created later
+          ztcad::words();
+          ztcad::createdObjects();
+      ztcad::queryLocale();
+        });
   }
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
