@@ -5,10 +5,12 @@
 #include "../core/document/live_documents.h"
 #include "../core/name_registry.h"
 #include "../core/vocabulary.h"
+#include "../number/number_text.h"
 #include "../structure/read_structures.h"
 #include "../structure/structure.h"
 #include "../support/lazy_lock.h"
 #include "created_objects.h"
+#include "guard.h"
 #include "host_log.h"
 
 #if defined(_WIN32)
@@ -31,8 +33,12 @@ class Library {
   Library() {
     ztcad::createGuardLock();
     ztcad::parallelSettings().initialise(1);
-    ztcad::words();
-    ztcad::createdObjects();
+    ztcad::guarded(
+        [] {  // without memory the host may still load the library: what is missing is created later
+          ztcad::words();
+          ztcad::createdObjects();
+      ztcad::queryLocale();
+        });
   }
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;

@@ -86,6 +86,17 @@ NarrowEncoding narrowEncodingOf(std::string_view bytes) {
   return isAscii(bytes) || isUtf8(bytes) ? NarrowEncoding::Utf8 : NarrowEncoding::Windows1251;
 }
 
+NarrowCharacter firstCharacter(std::string_view bytes, NarrowEncoding encoding) {
+  const auto first = static_cast<unsigned char>(bytes.front());
+  if (first < 0x80) return {first, 1};
+  if (encoding == NarrowEncoding::Windows1251) return {windows1251ToUnicode(first).unicode(), 1};
+  const std::size_t length = sequenceLength(bytes.front());
+  char32_t code = first & (0x7FU >> length);  // the first byte holds the bits after its length mark
+  for (const char byte : bytes.substr(1, length - 1))
+    code = code << 6U | (static_cast<unsigned char>(byte) & 0x3FU);
+  return {code, length};
+}
+
 QString fromNarrow(std::string_view bytes) {
   if (isAscii(bytes)) return QString::fromLatin1(bytes.data(), qtSize(bytes));
   return isUtf8(bytes) ? fromUtf8(bytes) : fromWindows1251(bytes);

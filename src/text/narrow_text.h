@@ -16,6 +16,15 @@ bool isUtf8(std::string_view bytes);
 std::size_t utf8SequenceLength(char first);
 NarrowEncoding narrowEncodingOf(std::string_view bytes);
 
+/// A character of narrow text and the number of bytes that encode it.
+struct NarrowCharacter {
+  char32_t code;
+  std::size_t length;
+};
+
+/// The character at the start of `bytes`, which must be valid in this encoding and must not be empty.
+NarrowCharacter firstCharacter(std::string_view bytes, NarrowEncoding encoding);
+
 /// Decodes the bytes; a leading byte order mark is kept as a character. Throws `std::length_error` for more
 /// bytes than a QString can hold.
 QString fromNarrow(std::string_view bytes);

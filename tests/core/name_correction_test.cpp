@@ -5,6 +5,16 @@
 #include <QString>
 #include <string>
 
+#include "differential/dice.h"
+#include "random_seed.h"
+#include "text/append_character.h"
+#include "text/narrow_text.h"
+#include "time_growth.h"
+
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+#include <QRegExp>
+#endif
+
 namespace {
 
 using namespace std::string_literals;
@@ -95,6 +105,41 @@ TEST(NameCorrection, CorrectsAMillionCharacters) {
   EXPECT_EQ(ztcad::correctName(std::string(1000000, '-'), ""), "_");
   EXPECT_EQ(ztcad::correctName(std::string(1000000, '1'), "").size(), 1000001u);
 }
+
+// Replacing in place would move the rest of the text once for each run.
+TEST(NameCorrection, TakesLinearTimeForAnyNumberOfRuns) {
+  const auto correct = [](int count) {
+    std::string runs;
+    for (int i = 0; i < count; ++i)
+      runs += "a! ";
+    EXPECT_EQ(ztcad::correctName(runs, "").size(), 2 * static_cast<std::size_t>(count));
+  };
+  EXPECT_LT(timeGrowth(100000, correct), linearTimeGrowth);
+}
+
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+// The definition of a corrected name, by Qt.
+std::string correctedByQt(const std::string& name) {
+  QString text = ztcad::fromNarrow(name);
+  if (text.contains(QRegExp(QLatin1String("^\\d")))) text.prepend(QLatin1Char('_'));
+  text.replace(QRegExp(QLatin1String("([^\\d\\w]|_)+")), QLatin1String("_"));
+  return ztcad::toNarrow(text, ztcad::narrowEncodingOf(name));
+}
+
+TEST(NameCorrection, IsThatOfRegularExpressionsForRandomTexts) {
+  Dice dice(randomSeed());
+  const auto below = [&](int bound) { return static_cast<char32_t>(dice.roll(bound)); };
+  for (int rounds = randomRounds(20000); rounds > 0; --rounds) {
+    std::string name;
+    for (int length = 1 + dice.roll(12); length > 0; --length) {
+      const char32_t characters[] = {below(0x80), below(0x800), below(0xD800), 0x10000 + below(0x1000), U'_'};
+      ztcad::appendUtf8(dice.pick(characters), name);
+    }
+    if (dice.oneIn(4)) name += static_cast<char>(0x80 + dice.roll(0x80));  // windows-1251, most likely
+    ASSERT_EQ(ztcad::correctName(name, ""), correctedByQt(name)) << name;
+  }
+}
+#endif
 
 TEST(NameCorrection, NameFallbackAndResultMayBeOneObject) {
   std::string name = "1 a";

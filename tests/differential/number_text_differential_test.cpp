@@ -14,7 +14,7 @@
 #include "number/number_text.h"
 #include "random_seed.h"
 
-// The fast conversions against the Qt calls that define them.
+// The conversions against the Qt calls that define them.
 
 namespace {
 
@@ -236,6 +236,30 @@ TEST(NumberTextDifferential, IndicesAreReadAsQtReadsThem) {
   EXPECT_GT(converting, inputs / 20) << "hardly any text was an index";
   EXPECT_LT(converting, inputs - inputs / 10) << "hardly any text was not a number";
 }
+
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+// Each UTF-16 unit before, after, around and inside numbers, and twice: 65,536 units in each place.
+TEST(NumberTextDifferential, EveryCharacterAroundANumberIsReadAsQtReadsIt) {
+  const QString forms[] = {"%1",    "%17",   "7%1",   "%17%1", "7%17",  "%1%17", "7%1%1",
+                           "%1nan", "nan%1", "%1inf", "+%17",  "7e%11", "7e1%1", "7.%1",
+                           "%1.5",  " %17",  "7%1 ",  "7%1 7", "%1 7",  "-%17"};
+  for (int unit = 0; unit <= 0xFFFF; ++unit) {
+    for (const QString& form : forms) {
+      const QString text = QString(form).replace(QLatin1String("%1"), QString(QChar(unit)));
+      bool converts = false;
+      double real = 7;
+      const double expectedReal = text.toDouble(&converts);
+      ASSERT_EQ(ztcad::toReal(text, real), converts) << form.toStdString() << ", " << std::hex << unit;
+      ASSERT_TRUE(sameBits(real, converts ? expectedReal : 7))
+          << form.toStdString() << ", " << std::hex << unit;
+      std::uint32_t index = 7;
+      const uint expectedIndex = text.toUInt(&converts);
+      ASSERT_EQ(ztcad::toIndex(text, index), converts) << form.toStdString() << ", " << std::hex << unit;
+      ASSERT_EQ(index, converts ? expectedIndex : 7) << form.toStdString() << ", " << std::hex << unit;
+    }
+  }
+}
+#endif
 
 // As when a saved document is loaded.
 TEST(NumberTextDifferential, WrittenRealsAreReadAsQtReadsThem) {

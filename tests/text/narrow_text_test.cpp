@@ -5,6 +5,7 @@
 #include <QTextCodec>
 #include <string>
 
+#include "text/append_character.h"
 #include "text/windows1251.h"
 
 namespace {
@@ -114,6 +115,25 @@ TEST(NarrowText, NulIsAnOrdinaryCharacter) {
   EXPECT_EQ(ztcad::fromNarrow("\0\xD0\x94"s), QString(QChar(0)) + QChar(0x414));
   EXPECT_EQ(ztcad::fromNarrow("\0\xC4"s), QString(QChar(0)) + QChar(0x414));
   EXPECT_EQ(ztcad::toNarrow(QString(QChar(0))), "\0"s);
+}
+
+TEST(NarrowText, TheFirstCharacterIsDecodedAsTheWholeText) {
+  for (char32_t code = 0; code <= 0x10FFFF; ++code) {
+    if (code >= 0xD800 && code <= 0xDFFF) continue;
+    std::string text;
+    ztcad::appendUtf8(code, text);
+    text += "\xD0\x94";
+    const auto [decoded, length] = ztcad::firstCharacter(text, NarrowEncoding::Utf8);
+    ASSERT_EQ(decoded, code);
+    ASSERT_EQ(length, text.size() - 2) << std::hex << code;
+  }
+  for (int byte = 0; byte < 256; ++byte) {
+    const char text[] = {static_cast<char>(byte), 'a'};
+    const auto [decoded, length] =
+        ztcad::firstCharacter(std::string_view(text, 2), NarrowEncoding::Windows1251);
+    EXPECT_EQ(decoded, ztcad::windows1251ToUnicode(static_cast<unsigned char>(byte)).unicode());
+    EXPECT_EQ(length, 1u);
+  }
 }
 
 TEST(NarrowText, EmptyTextStaysEmptyInBothDirections) {
