@@ -10,6 +10,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "../text/wide_utf8.h"
 #include "six_digits.h"
 
 namespace ztcad {
@@ -28,19 +29,12 @@ void append(QString& out, const char* from, const char* to) {
   out += QLatin1String(from, static_cast<int>(to - from));
 }
 
-// The whitespace of Qt 5.15, in every build: QChar::isSpace follows the version of Unicode.
-bool isWhitespace(char16_t c) {
-  return (c >= 0x09 && c <= 0x0d) || c == 0x20 || c == 0x85 || c == 0xa0 || c == 0x1680 ||
-         (c >= 0x2000 && c <= 0x200a) || c == 0x2028 || c == 0x2029 || c == 0x202f || c == 0x205f ||
-         c == 0x3000;
-}
-
 QStringView trimmed(QStringView text) {
   qsizetype first = 0;
   qsizetype last = text.size();
-  while (first < last && isWhitespace(text[first].unicode()))
+  while (first < last && isSpace(text[first].unicode()))
     ++first;
-  while (last > first && isWhitespace(text[last - 1].unicode()))
+  while (last > first && isSpace(text[last - 1].unicode()))
     --last;
   return text.mid(first, last - first);
 }

@@ -3,6 +3,7 @@
 #include <QVector>
 
 #include "qt_size.h"
+#include "wide_utf8.h"
 #include "windows1251.h"
 
 namespace ztcad {
@@ -10,13 +11,6 @@ namespace ztcad {
 namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
-bool isAscii(std::string_view bytes) {
-  unsigned char seen = 0;
-  for (const char byte : bytes)
-    seen = static_cast<unsigned char>(seen | static_cast<unsigned char>(byte));
-  return seen < 0x80;
-}
 
 bool isBetween(char byte, unsigned char low, unsigned char high) {
   const auto code = static_cast<unsigned char>(byte);
@@ -90,11 +84,8 @@ NarrowCharacter firstCharacter(std::string_view bytes, NarrowEncoding encoding) 
   const auto first = static_cast<unsigned char>(bytes.front());
   if (first < 0x80) return {first, 1};
   if (encoding == NarrowEncoding::Windows1251) return {windows1251ToUnicode(first).unicode(), 1};
-  const std::size_t length = sequenceLength(bytes.front());
-  char32_t code = first & (0x7FU >> length);  // the first byte holds the bits after its length mark
-  for (const char byte : bytes.substr(1, length - 1))
-    code = code << 6U | (static_cast<unsigned char>(byte) & 0x3FU);
-  return {code, length};
+  const Utf8Character character = utf8Character(bytes.data());
+  return {character.code, character.length};
 }
 
 QString fromNarrow(std::string_view bytes) {

@@ -3,7 +3,7 @@
 #include "../../number/floating_point.h"
 #include "../../xml/byte_sink.h"
 #include "../../xml/plain_xml.h"
-#include "../../xml/xml_parse.h"
+#include "../../xml/xml_outcome.h"
 #include "../vocabulary.h"
 #include "orders.h"
 #include "unification.h"
