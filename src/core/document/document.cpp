@@ -1,8 +1,9 @@
 #include "document.h"
 
-#include <QDebug>
+#include <QtGlobal>
 
 #include "../../structure/read_structures.h"
+#include "../../support/qt_thread.h"
 #include "../../text/narrow_text.h"
 #include "../../xml/byte_sink.h"
 #include "../../xml/xml_print.h"
@@ -60,12 +61,14 @@ bool ztCAD_GMDDocument::loadFromFile(const std::string& fileName, std::int32_t& 
   resultCode = outcome.code;
   fault = outcome.fault;
   if (outcome.replaced || outcome.code == FileMissing) return outcome.replaced;
+  ztcad::makeQtThreadData();
+  // not as a stream, whose destructor prints: it would end the process if memory runs out there
   if (outcome.code == NotParsed)
-    qDebug().noquote() << "Error on parsing file";
+    qDebug("Error on parsing file");
   else if (outcome.code == NotADocument)
-    qDebug().noquote() << "Error on scanning ztCAD_GMD-file";
+    qDebug("Error on scanning ztCAD_GMD-file");
   else
-    qDebug().noquote().nospace() << "Error on opening file " << name;
+    qDebug("Error on opening file %s", qUtf8Printable(name));
   return false;
 }
 
