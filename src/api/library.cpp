@@ -36,7 +36,7 @@ class Library {
         [] {  // without memory the host may still load the library: what is missing is created later
           ztcad::words();
           ztcad::createdObjects();
-      ztcad::queryLocale();
+          ztcad::queryLocale();
         });
   }
   Library(const Library&) = delete;
