@@ -110,12 +110,15 @@ bool loadInto(ztCAD_GMDDocument& document, ztCAD_Outcome* outcome, Load&& load) 
 template <typename Load>
 ztCAD_GMDDocument* loadNew(ztCAD_Outcome* outcome, Load&& load) noexcept {
   report(outcome, notParsed, noMemory);
-  return guarded<ztCAD_GMDDocument*>(nullptr, [&]() -> ztCAD_GMDDocument* {
+  auto* const made = guarded<ztCAD_GMDDocument*>(nullptr, [&]() -> ztCAD_GMDDocument* {
     std::unique_ptr<ztCAD_GMDDocument, ztcad::EndAlone> document(
         std::make_unique<ztCAD_GMDDocument>(std::string()).release());
     if (!loadInto(*document, outcome, load)) return nullptr;
     return ztcad::createdObjects().keepDocument(std::move(document));
   });
+  // loaded, but then there was no memory to register the document
+  if (!made && outcome && outcome->code == ztCAD_ResultLoaded) report(outcome, notParsed, noMemory);
+  return made;
 }
 
 }  // namespace

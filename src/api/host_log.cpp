@@ -2,7 +2,9 @@
 
 #include <memory>
 #include <ostream>
-#include <sstream>
+#include <streambuf>
+#include <string>
+#include <utility>
 
 #include "../support/assertion_log.h"
 #include "../support/process_object.h"
@@ -23,19 +25,37 @@ struct HostFunction {
 
 HostFunction hostFunction;
 
-/// Passes what was written to the host's function whenever the stream is flushed.
-class HostBuffer : public std::stringbuf {
+/// Passes what was written to the host's function whenever the stream is flushed. Nothing here throws, which
+/// would close the stream for later lines: a line for which there is no memory is dropped.
+class HostBuffer : public std::streambuf {
  protected:
-  int sync() override {
+  std::streamsize xsputn(const char* text, std::streamsize count) override {
     try {
-      const std::string line = str();
-      str(std::string());
-      const HostFunction function = hostFunction;
-      function.call(line);
+      m_written.append(text, static_cast<std::size_t>(count));
+    } catch (...) {
+      m_written.clear();
+    }
+    return count;
+  }
+
+  int_type overflow(int_type character) override {
+    const char written = traits_type::to_char_type(character);
+    if (!traits_type::eq_int_type(character, traits_type::eof())) xsputn(&written, 1);
+    return traits_type::not_eof(character);
+  }
+
+  int sync() override {
+    const std::string lines = std::exchange(m_written, {});
+    const HostFunction function = hostFunction;
+    try {
+      function.call(lines);
     } catch (...) {  // not reported: the report would arrive here again
     }
-    return 0;  // a failure here would close the stream for later lines
+    return 0;
   }
+
+ private:
+  std::string m_written;
 };
 
 /// A stream that owns its buffer.

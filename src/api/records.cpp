@@ -1,6 +1,7 @@
 #include "records.h"
 
 #include <algorithm>
+#include <type_traits>
 
 #include "../property/equal_systems.h"
 #include "created_objects.h"
@@ -19,13 +20,34 @@ Record* fromThree(const Number* a, const Number* b, const Number* c, Make&& make
   return guarded<Record*>(nullptr, [&]() -> Record* { return a && b && c ? make(*a, *b, *c) : nullptr; });
 }
 
-/// Appends what the entries from `first` to `last` point to; null entries are skipped.
+template <typename Entry, typename List>
+void addOne(const Entry* added, List* list) noexcept {
+  guarded([&] {
+    if (added && list) list->add(*added);
+  });
+}
+
+template <typename List>
+using NumberOf = std::conditional_t<std::is_same_v<List, ztCAD_Vertices>, double, std::uint32_t>;
+
+void append(std::vector<double>& flat, const ztCAD_Vertex& vertex) {
+  const ztCAD_Coord& coord = vertex.coord();
+  flat.insert(flat.end(), {coord.x(), coord.y(), coord.z()});
+}
+void append(std::vector<std::uint32_t>& flat, const ztCAD_Facet& facet) {
+  flat.insert(flat.end(), {facet.I1(), facet.I2(), facet.I3()});
+}
+
+/// Appends what the entries from `first` to `last` point to, all or, if memory runs out, none; null entries
+/// are skipped.
 template <typename Iterator, typename List>
 void addEach(Iterator first, Iterator last, List* list) noexcept {
   guarded([&] {
     if (!list) return;
+    std::vector<NumberOf<List>> flat;
     for (; first != last; ++first)
-      if (*first) list->add(**first);
+      if (*first) append(flat, **first);
+    list->add(flat.data(), flat.size() / 3);
   });
 }
 
@@ -144,9 +166,7 @@ void ztCAD_setMIPIntegers(ztCAD_MIP* record, std::int32_t first, std::int32_t se
   record->setSecondInteger(second);
 }
 
-void addVertex(const ztCAD_Vertex* vertex, ztCAD_Vertices* vertices) {
-  addEach(&vertex, &vertex + 1, vertices);
-}
+void addVertex(const ztCAD_Vertex* vertex, ztCAD_Vertices* vertices) { addOne(vertex, vertices); }
 
 void addVertexN(const std::list<ztCAD_Vertex*>& added, ztCAD_Vertices* vertices) {
   addEach(added.begin(), added.end(), vertices);
@@ -177,7 +197,7 @@ void ztCAD_clearVertices(ztCAD_Vertices* vertices) {
   if (vertices) vertices->clear();
 }
 
-void addFacet(const ztCAD_Facet* facet, ztCAD_Faces* faces) { addEach(&facet, &facet + 1, faces); }
+void addFacet(const ztCAD_Facet* facet, ztCAD_Faces* faces) { addOne(facet, faces); }
 
 void addFacetN(const std::list<ztCAD_Facet*>& added, ztCAD_Faces* faces) {
   addEach(added.begin(), added.end(), faces);

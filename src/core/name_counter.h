@@ -7,6 +7,7 @@
 #include <QString>
 #include <vector>
 
+#include "renames.h"
 #include "vocabulary.h"
 
 namespace ztcad {
@@ -123,14 +124,14 @@ class NameCounter {
 };
 
 /// Gives the element a new name if its name is taken.
-template <typename Element>
-void renameIfTaken(Element& element, NameCounter& counter) {
-  if (const auto newName = counter.newNameFor(element.name())) element.setName(*newName);
+template <typename Element, typename Named>
+void renameIfTaken(Element& element, NameCounter& counter, Renames<Named>& renames) {
+  if (const auto newName = counter.newNameFor(element.name())) renames.rename(element, *newName);
 }
 
 /// Renames the duplicates in a container of named elements, in container order.
-template <typename Container>
-void renameDuplicates(Container& elements, NameCounter& counter) {
+template <typename Container, typename Named>
+void renameDuplicates(Container& elements, NameCounter& counter, Renames<Named>& renames) {
   counter.expect(elements.size());
   auto ahead = elements.begin();
   const auto prefetchNext = [&] {
@@ -141,7 +142,7 @@ void renameDuplicates(Container& elements, NameCounter& counter) {
     prefetchNext();
   for (auto& element : elements) {
     prefetchNext();
-    renameIfTaken(element, counter);
+    renameIfTaken(element, counter, renames);
   }
 }
 

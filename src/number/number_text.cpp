@@ -140,8 +140,8 @@ namespace {
 
 std::atomic<bool> localeFailed{false};
 
-// When the default locale is first used, Qt queries the system under a mutex. If memory runs out there, the mutex
-// stays locked, and every later use would hang: there must be none.
+// When the default locale is first used, Qt queries the system under a mutex. If memory runs out there, the
+// mutex stays locked, and every later use would hang: there must be none.
 template <typename Use>
 void withLocale(Use use) {
   if (localeFailed) return;

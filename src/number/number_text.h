@@ -9,8 +9,8 @@ namespace ztcad {
 
 /// Conversion of single numbers to and from text. Nothing here depends on a locale.
 ///
-/// Numbers are written as the installed Qt writes them, to the last character: `QString::arg(value, 0, 'g', -1,
-/// ' ')` and `QString::arg(value)`. They are read as Qt 5.15 reads them (`QString::toDouble` and
+/// Numbers are written as the installed Qt writes them, to the last character: `QString::arg(value, 0, 'g',
+/// -1, ' ')` and `QString::arg(value)`. They are read as Qt 5.15 reads them (`QString::toDouble` and
 /// `QString::toUInt`), whichever Qt is installed: other versions differ in whitespace and NUL characters.
 
 /// Writes at most six significant digits: 0.5, 1e-07, 1.23457e+06, inf, nan. -0.0 is written as 0; exact ties
@@ -24,8 +24,9 @@ void appendReal(QString& out, double value);
 void appendIndex(QString& out, std::uint32_t value);
 
 /// Converts one number; whitespace of every script around it is ignored. A real may have a fraction and an
-/// exponent, or be "nan", "inf", "+inf" or "-inf" in any case; its signs may be U+2212. False, with `value` unchanged, for text that is no
-/// number and for a number out of range (for a real also one so small that it would become 0).
+/// exponent, or be "nan", "inf", "+inf" or "-inf" in any case; its signs may be U+2212. False, with `value`
+/// unchanged, for text that is no number and for a number out of range (for a real also one so small that it
+/// would become 0).
 /// @{
 [[nodiscard]] bool toReal(QStringView text, double& value);
 [[nodiscard]] bool toIndex(QStringView text, std::uint32_t& value);

@@ -7,9 +7,12 @@
 namespace {
 template <typename Record>
 void applyDescription(const Record& record, ztCAD_cmnProperty& property) {
-  property.attributes().setComment(ztcad::fromNarrow(record.comment));
-  property.attributes().setInform(ztcad::fromNarrow(record.inform));
+  // whatever allocates comes first, so that the change is all or nothing
+  const QString comment = ztcad::fromNarrow(record.comment);
+  const QString inform = ztcad::fromNarrow(record.inform);
   if (record.lcs) property.setLcs(record.lcs);
+  property.attributes().setComment(comment);
+  property.attributes().setInform(inform);
 }
 }  // namespace
 

@@ -79,7 +79,9 @@ void ztCAD_commonStructure::copyWithClones(const ztCAD_commonStructure& source) 
 }
 
 bool ztCAD_commonStructure::unifyNames() {
-  ztcad::StructurePass().unifyNames(*this);
+  ztcad::ElementRenames renames;
+  ztcad::StructurePass().unifyNames(*this, renames);
+  renames.keep();
   return true;
 }
 

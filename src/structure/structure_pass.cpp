@@ -18,21 +18,21 @@ bool StructurePass::visitNested(const ztCAD_commonStructure& structure) {
   return m_visited.empty() || m_visited.count(&structure) == 0;
 }
 
-void StructurePass::unifyNames(ztCAD_commonStructure& structure) {
+void StructurePass::unifyNames(ztCAD_commonStructure& structure, ElementRenames& renames) {
   NameCounter counter;
   std::vector<ztCAD_commonStructure*> firstVisited;
   for (ztCAD_commonStructure* const nested : structure.structures()) {
     if (visitNested(*nested)) {
-      renameIfTaken(*nested, counter);
+      renameIfTaken(*nested, counter, renames);
       firstVisited.push_back(nested);
     } else {
       counter.isNew(nested->name());  // it keeps its name, which later elements here must not take
     }
   }
   visitInOrder(StructureTextOrder(), structure.content(),
-               [&counter](auto& elements) { renameDuplicates(elements, counter); });
+               [&](auto& elements) { renameDuplicates(elements, counter, renames); });
   for (ztCAD_commonStructure* const nested : firstVisited)
-    unifyNames(*nested);
+    unifyNames(*nested, renames);
 }
 
 bool StructurePass::passesCheck(const ztCAD_commonStructure& structure) {
@@ -45,9 +45,9 @@ bool StructurePass::passesCheck(const ztCAD_commonStructure& structure) {
   });
 }
 
-void unifyNames(ztCAD_DetailContent& content) {
+void unifyNames(ztCAD_DetailContent& content, ElementRenames& renames) {
   NameCounter counter;
-  visitInOrder(DetailOrder(), content, [&counter](auto& elements) { renameDuplicates(elements, counter); });
+  visitInOrder(DetailOrder(), content, [&](auto& elements) { renameDuplicates(elements, counter, renames); });
 }
 
 }  // namespace ztcad

@@ -2,10 +2,15 @@
 
 #include <unordered_set>
 
+#include "../core/renames.h"
+
+class ztCAD_Base;
 class ztCAD_commonStructure;
 struct ztCAD_DetailContent;
 
 namespace ztcad {
+
+using ElementRenames = Renames<ztCAD_Base>;
 
 /// One pass over structures that visits each structure object once, however many holders it has. The pass
 /// takes time in proportion to the number of objects, not of the paths that lead to them, and renames each
@@ -22,7 +27,7 @@ class StructurePass {
 
   /// Makes the names in a structure unique, then those in its nested structures, each level separately. A
   /// nested structure that was visited before keeps its name.
-  void unifyNames(ztCAD_commonStructure& structure);
+  void unifyNames(ztCAD_commonStructure& structure, ElementRenames& renames);
 
   /// Whether a structure and everything nested in it is sound. Stops at the first element that is not.
   bool passesCheck(const ztCAD_commonStructure& structure);
@@ -35,6 +40,6 @@ class StructurePass {
 };
 
 /// Makes the names in a detail unique.
-void unifyNames(ztCAD_DetailContent& content);
+void unifyNames(ztCAD_DetailContent& content, ElementRenames& renames);
 
 }  // namespace ztcad

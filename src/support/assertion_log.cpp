@@ -4,6 +4,8 @@
 #include <QtGlobal>
 #include <utility>
 
+#include "qt_thread.h"
+
 namespace {
 
 ztLogWriter* installedWriter = nullptr;
@@ -32,7 +34,13 @@ ztLogWriter::~ztLogWriter() {
   if (installedWriter == this) installedWriter = nullptr;
 }
 
-std::string& ztLogWriter::accept(const std::string& message) { return m_pending.emplace_back(message); }
+std::string& ztLogWriter::accept(const std::string& message) {
+  std::string line;
+  line.reserve(message.size() +
+               1);  // for the line feed: without memory for it, half a line would stay pending
+  line = message;
+  return m_pending.emplace_back(std::move(line));
+}
 
 void ztLogWriter::flush() {
   std::list<std::string> lines;
@@ -52,7 +60,9 @@ ztBaseAsserter::~ztBaseAsserter() {
 void ztBaseAsserter::report(const char* expression, const char* file, std::uint32_t line) noexcept {
   try {
     const std::string message = messageText(expression, file, line);
-    if (!writeToInstalled(message)) qWarning("%s", message.c_str());
+    if (writeToInstalled(message)) return;
+    ztcad::makeQtThreadData();
+    qWarning("%s", message.c_str());
   } catch (...) {  // losing a report harms less than ending the host's process
   }
 }

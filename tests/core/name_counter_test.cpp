@@ -65,12 +65,19 @@ const Row rows[] = {
 
 void PrintTo(const Row& row, std::ostream* out) { *out << row.name; }
 
+template <typename Elements>
+void renameDuplicates(Elements& elements, ztcad::NameCounter& counter) {
+  ztcad::Renames<Named> renames;
+  ztcad::renameDuplicates(elements, counter, renames);
+  renames.keep();
+}
+
 class RenamedDuplicates : public testing::TestWithParam<Row> {};
 
 TEST_P(RenamedDuplicates, GetACounterAfterTheirName) {
   std::list<Named> elements = elementsNamed(GetParam().before);
   ztcad::NameCounter counter;
-  ztcad::renameDuplicates(elements, counter);
+  renameDuplicates(elements, counter);
   EXPECT_EQ(namesOf(elements), GetParam().after);
 }
 
@@ -80,8 +87,8 @@ TEST(NameCounter, CountsAcrossContainers) {
   std::list<Named> points = elementsNamed({"A", "B"});
   std::list<Named> lines = elementsNamed({"A", "A"});
   ztcad::NameCounter counter;
-  ztcad::renameDuplicates(points, counter);
-  ztcad::renameDuplicates(lines, counter);
+  renameDuplicates(points, counter);
+  renameDuplicates(lines, counter);
   EXPECT_EQ(namesOf(points), (Names{"A", "B"}));
   EXPECT_EQ(namesOf(lines), (Names{"A_$1", "A_$2"}));
 }
@@ -148,7 +155,7 @@ TEST(NameCounter, ASecondPassChangesNothing) {
   std::list<Named> elements = elementsNamed({"A", "A", "A"});
   for (int pass = 0; pass < 2; ++pass) {
     ztcad::NameCounter counter;
-    ztcad::renameDuplicates(elements, counter);
+    renameDuplicates(elements, counter);
   }
   EXPECT_EQ(namesOf(elements), (Names{"A", "A_$1", "A_$2"}));
 }
@@ -156,9 +163,20 @@ TEST(NameCounter, ASecondPassChangesNothing) {
 TEST(NameCounter, UniqueElementsAreNotRenamed) {
   std::list<Named> elements = elementsNamed({"A", "A"});
   ztcad::NameCounter counter;
-  ztcad::renameDuplicates(elements, counter);
+  renameDuplicates(elements, counter);
   EXPECT_EQ(elements.front().renamings(), 0);
   EXPECT_EQ(elements.back().renamings(), 1);
+}
+
+TEST(NameCounter, RenamesThatAreNotKeptAreUndone) {
+  std::list<Named> elements = elementsNamed({"A", "A", "A"});
+  {
+    ztcad::NameCounter counter;
+    ztcad::Renames<Named> renames;
+    ztcad::renameDuplicates(elements, counter, renames);
+    EXPECT_EQ(namesOf(elements), (Names{"A", "A_$1", "A_$2"}));
+  }
+  EXPECT_EQ(namesOf(elements), (Names{"A", "A", "A"}));
 }
 
 // a quadratic search for a free counter would not finish in reasonable time
@@ -166,7 +184,7 @@ TEST(NameCounter, RenamesAMillionDuplicates) {
   constexpr std::size_t count = 1000000;
   std::deque<Named> elements(count, Named("A"));
   ztcad::NameCounter counter;
-  ztcad::renameDuplicates(elements, counter);
+  renameDuplicates(elements, counter);
   for (std::size_t i = 1; i < count; ++i)
     ASSERT_EQ(elements[i].name(), QString(QLatin1String("A_$%1")).arg(static_cast<qulonglong>(i)));
   EXPECT_EQ(elements.front().name(), QLatin1String("A"));

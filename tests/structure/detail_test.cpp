@@ -278,7 +278,9 @@ TEST(Detail, NamesAreMadeUniqueAcrossItsKinds) {
   made.content().spheres.add(named<ztCAD_Sphere>("A"));
   made.content().points.add(named<ztCAD_Point>("A"));
   made.content().points.add(named<ztCAD_Point>("B"));
-  ztcad::unifyNames(made.content());
+  ztcad::ElementRenames renames;
+  ztcad::unifyNames(made.content(), renames);
+  renames.keep();
   EXPECT_EQ(childrenOf(made), "point A, point B, solid sphere A_$1, solid triangulation A_$2, line A_$3");
 }
 

@@ -77,7 +77,7 @@ ZTCAD_API bool isEqual(const ztCAD_LCS* a, const ztCAD_LCS* b);
 /// Appends a vertex; one without a value is appended as 0, 0, 0, so that facet indices keep their meaning.
 ZTCAD_API void addVertex(const ztCAD_Vertex* vertex, ztCAD_Vertices* vertices);
 /// Appends `count` vertices, given by pointers, in order. Null entries are skipped; a negative count counts
-/// as 0. If memory runs out, the vertices before that point have been appended.
+/// as 0. If memory runs out, the list is unchanged.
 ZTCAD_API void addVertexN_nostl(const ztCAD_Vertex* const* added, int32_t count, ztCAD_Vertices* vertices);
 /// Appends the vertices of a flat array, without a record for each of them: the function for large meshes.
 /// @param xyz   `count` * 3 reals, x y z interleaved, in the document's length unit; null: nothing happens
@@ -106,7 +106,7 @@ ZTCAD_API void ztCAD_clearVertices(ztCAD_Vertices* vertices);
 /// Appends the three indices of a facet.
 ZTCAD_API void addFacet(const ztCAD_Facet* facet, ztCAD_Faces* faces);
 /// Appends `count` facets, given by pointers, in order. Null entries are skipped; a negative count counts as
-/// 0. If memory runs out, the facets before that point have been appended.
+/// 0. If memory runs out, the list is unchanged.
 ZTCAD_API void addFacetN_nostl(const ztCAD_Facet* const* added, int32_t count, ztCAD_Faces* faces);
 /// Appends the facets of a flat array.
 /// @param ijk   `count` * 3 indices into a list of vertices, by convention from 0; they are not compared with

@@ -1,9 +1,10 @@
 #include "document.h"
 
-#include <QDebug>
+#include <QtGlobal>
 
 #include "../../number/floating_point.h"
 #include "../../structure/read_structures.h"
+#include "../../support/qt_thread.h"
 #include "../../text/narrow_text.h"
 #include "../vocabulary.h"
 #include "live_documents.h"
@@ -44,12 +45,14 @@ bool ztCAD_GMDDocument::loadFromFile(const std::string& fileName, std::int32_t& 
   resultCode = outcome.code;
   fault = outcome.fault;
   if (outcome.replaced || outcome.code == FileMissing) return outcome.replaced;
+  ztcad::makeQtThreadData();
+  // not as a stream, whose destructor prints: it would end the process if memory runs out there
   if (outcome.code == NotParsed)
-    qDebug().noquote() << "Error on parsing file";
+    qDebug("Error on parsing file");
   else if (outcome.code == NotADocument)
-    qDebug().noquote() << "Error on scanning ztCAD_GMD-file";
+    qDebug("Error on scanning ztCAD_GMD-file");
   else
-    qDebug().noquote().nospace() << "Error on opening file " << ztcad::fileNameFromNarrow(fileName);
+    qDebug("Error on opening file %s", qUtf8Printable(ztcad::fileNameFromNarrow(fileName)));
   return false;
 }
 

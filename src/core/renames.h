@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+#include <utility>
+#include <vector>
+
+namespace ztcad {
+
+/// The renames of one pass. They are undone if the pass does not come to its end, because memory ran out:
+/// names of which only some are unique could make the next pass give a name twice.
+///
+/// @tparam Named has `name` and `setName`, which must not throw: assigning a QString shares its text
+template <typename Named>
+class Renames {
+ public:
+  Renames() = default;
+  Renames(const Renames&) = delete;
+  Renames& operator=(const Renames&) = delete;
+  ~Renames() {
+    for (auto former = m_former.rbegin(); former != m_former.rend(); ++former)
+      former->first->setName(former->second);
+  }
+
+  /// @param element must outlive this object
+  void rename(Named& element, const QString& name) {
+    m_former.emplace_back(&element, element.name());
+    element.setName(name);
+  }
+
+  /// Makes the renames final.
+  void keep() { m_former.clear(); }
+
+ private:
+  std::vector<std::pair<Named*, QString>> m_former;
+};
+
+}  // namespace ztcad
