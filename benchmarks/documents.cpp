@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 
 #include "coordinates.h"
@@ -29,6 +30,25 @@ std::vector<PointRecord> makePoints(Shape shape, std::size_t size) {
 bool write(const Document& document) {
   if (document.shape == Shape::Mesh) return referenceSave(makeMesh(document.size), document.file);
   return referenceSave(makePoints(document.shape, document.size), document.shape, document.file);
+}
+
+std::string withCommentsAfterElements(const std::string& text) {
+  const std::string end = "/>";
+  std::string commented;
+  std::size_t copied = 0;
+  for (std::size_t found = text.find(end); found != std::string::npos; found = text.find(end, copied)) {
+    commented += text.substr(copied, found + end.size() - copied) + "<!---->";
+    copied = found + end.size();
+  }
+  return commented + text.substr(copied);
+}
+
+/// @param ascii all documents are
+std::string inUtf16(const std::string& ascii) {
+  std::string units = "\xff\xfe";
+  for (const char c : ascii)
+    (units += c) += '\0';
+  return units;
 }
 
 }  // namespace
@@ -74,11 +94,29 @@ const Document& Documents::make(Shape shape, std::size_t size) {
   return m_documents.emplace_back(created);
 }
 
-Document Documents::forTheDomPath(const Document& document) {
+Document Documents::inForm(Form form, const Document& document) {
+  std::ifstream plain(document.file, std::ios::binary);
+  std::string text((std::istreambuf_iterator<char>(plain)), std::istreambuf_iterator<char>());
+  const std::size_t afterDeclaration = text.find("?>") + 2;
+  switch (form) {
+    case Form::DocumentType:
+      text.insert(afterDeclaration, "<!DOCTYPE GMD>");
+      break;
+    case Form::Comments:
+      text = text.substr(0, afterDeclaration) + "<!DOCTYPE GMD>" +
+             withCommentsAfterElements(text.substr(afterDeclaration));
+      break;
+    case Form::InstructionAtTheEnd:
+      text += "<?note?>\n";
+      break;
+    case Form::Utf16:
+      text = inUtf16("<?xml version=\"1.0\"?>" + text.substr(afterDeclaration));
+      break;
+  }
   Document copy = document;
-  copy.file += ".tree.xml";
-  std::filesystem::copy_file(document.file, copy.file, std::filesystem::copy_options::overwrite_existing);
-  std::ofstream(copy.file, std::ios::app) << "<?note read through a DOM tree?>\n";
+  copy.file += ".form.xml";
+  std::ofstream(copy.file, std::ios::binary) << text;
+  copy.bytes = static_cast<double>(text.size());
   return copy;
 }
 

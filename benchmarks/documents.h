@@ -16,6 +16,14 @@ enum class Shape {
   Templates,       // template points
 };
 
+/// Forms of XML beyond the plain one that programs write, each with the same content.
+enum class Form {
+  DocumentType,         // a document type declaration at the start
+  Comments,             // a document type, and a comment after each empty element
+  InstructionAtTheEnd,  // the plain reader reads everything before it gives up
+  Utf16,
+};
+
 /// A file as a save of the library would write it.
 struct Document {
   Shape shape = Shape::Mesh;
@@ -45,9 +53,8 @@ class Documents {
 
   /// Writes a document, unless it has been written before. Throws if it cannot be written.
   const Document& make(Shape shape, std::size_t size);
-  /// A copy of the document that the library must read through a DOM tree: a processing instruction at its
-  /// end is beyond the plain reader.
-  static Document forTheDomPath(const Document& document);
+  /// A copy of the document that the plain reader does not accept.
+  static Document inForm(Form form, const Document& document);
   /// Target file for saves, in the same folder.
   std::string scratch() const { return m_folder + "/saved.xml"; }
 

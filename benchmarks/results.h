@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "documents.h"
 #include "measurement.h"
 
 namespace benchmarks {
@@ -16,12 +17,25 @@ enum class MemoryKind { NotReported, Load, Save };
 /// One measured case: the library and, where they exist, the Qt baseline and the reference implementation.
 struct Row {
   std::string name;
-  std::size_t size = 0;  // vertices or points
-  double bytes = 0;      // of the file; 0 if there is none
+  std::size_t size = 0;       // vertices or points
+  double bytes = 0;           // of the file; 0 if there is none
+  double referenceBytes = 0;  // of the file of the reference, if it reads another one
   MemoryKind memory = MemoryKind::NotReported;
   Measurement library;
   std::optional<Measurement> qt;
   std::optional<Measurement> reference;
+};
+
+/// The forms of XML that loads are measured in, each compared with the plain form.
+struct FormName {
+  Form form;
+  const char* suffix;  // of the name of the case
+};
+inline constexpr FormName forms[] = {
+    {Form::DocumentType, " with a document type (reference: plain)"},
+    {Form::Comments, " with comments everywhere (reference: plain)"},
+    {Form::InstructionAtTheEnd, " with an instruction at the end (reference: plain)"},
+    {Form::Utf16, " from UTF-16 (reference: plain)"},
 };
 
 /// The implementations of one case; an empty function is not run.

@@ -125,15 +125,21 @@ TEST_F(PosixFiles, APipeIsWrittenToAndNotReplaced) {
   ASSERT_EQ(mkfifo(target.c_str(), 0600), 0);
   std::string received;
   const int pipe = openPipe(target);
+  constexpr std::size_t size = 100000;  // more than a pipe holds
   std::thread reader([&] {
     char bytes[1000];
-    for (ssize_t count = 1; count > 0 && received.size() < 100000; received.append(bytes, std::size_t(count)))
-      count = ::read(pipe, bytes, sizeof bytes);
+    while (received.size() < size) {
+      const ssize_t count = ::read(pipe, bytes, sizeof bytes);
+      if (count > 0)
+        received.append(bytes, std::size_t(count));
+      else
+        std::this_thread::yield();  // the writer has not opened the pipe, or has not written yet
+    }
   });
-  EXPECT_TRUE(write(target, std::string(100000, 'x')));
+  EXPECT_TRUE(write(target, std::string(size, 'x')));
   reader.join();
   close(pipe);
-  EXPECT_EQ(received, std::string(100000, 'x'));
+  EXPECT_EQ(received, std::string(size, 'x'));
   EXPECT_EQ(typeOf(target), static_cast<mode_t>(S_IFIFO));
   EXPECT_EQ(files.names(), Names{"document.xml"});
 }
