@@ -196,7 +196,11 @@ QByteArray textWithAllBytes(const QByteArray& encoding) {
   return text + "'/>";
 }
 
+/// The names of encodings, and some of their tables, are those of Qt with ICU.
+bool qtHasIcu() { return QTextCodec::availableCodecs().contains("ibm-912"); }
+
 TEST(XmlReaderDifferential, EveryEncodingThatQtKnowsIsDecodedAsByQtOrRefusedByName) {
+  if (!qtHasIcu()) GTEST_SKIP() << "this Qt has no ICU";
   int decoded = 0;
   int refused = 0;
   for (const QByteArray& name : QTextCodec::availableCodecs()) {
@@ -218,6 +222,7 @@ TEST(XmlReaderDifferential, EveryEncodingThatQtKnowsIsDecodedAsByQtOrRefusedByNa
 }
 
 TEST(XmlReaderDifferential, NamesOfEncodingsAreComparedAsByQt) {
+  if (!qtHasIcu()) GTEST_SKIP() << "this Qt has no ICU";
   ParseCounts counts;
   for (const char* const name : {"koi8-r",      "KOI8_R",        "koi8r",       "KOI 8 R", "iso-8859-05",
                                  "ISO_8859-5",  "iso8859-5",     "iso-8859-50", "latin02", "",

@@ -16,12 +16,12 @@ std::string list(const Numbers& numbers) {
 
 }  // namespace
 
-std::string print(const ztCAD_GMDDocument* document) {
+std::string print(ztCAD_GMDDocument* document) {
   std::string text = textOf(document, true);
   for (std::int32_t kind = 0; kind <= ztCAD_ElementSphere; ++kind) {
     const std::int32_t count = ztCAD_countInDoc(document, kind);
-    for (std::int32_t i = 0; i < count; ++i)  // the elements are not changed
-      text += print(ztCAD_getFromDoc(const_cast<ztCAD_GMDDocument*>(document), kind, i)) + '\n';
+    for (std::int32_t i = 0; i < count; ++i)
+      text += print(ztCAD_getFromDoc(document, kind, i)) + '\n';
   }
   return text;
 }

@@ -47,7 +47,7 @@ inline const std::string& longText() {
 }
 
 // What an object holds, as text.
-std::string print(const ztCAD_GMDDocument* document);
+std::string print(ztCAD_GMDDocument* document);
 std::string print(const ztCAD_Base* element);
 std::string print(const ztCAD_Vertices* list);
 std::string print(const ztCAD_Faces* list);
