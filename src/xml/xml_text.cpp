@@ -84,7 +84,7 @@ void XmlText::decode(std::string_view bytes) {
   const UnicodeEncoding detected = detectUnicode(bytes);
   const std::string start = decodeUnicode(bytes.substr(0, blockSize), detected);
   const std::string_view declared = declaredEncoding(start);
-  const std::string name = encodingName(declared);
+  const std::string name = encodingName(declared.substr(0, declared.find('\0')));  // Qt reads no further
   if (isForeignEncoding(name)) {
     const auto offset = static_cast<std::size_t>(declared.data() - start.data());
     m_refusal = failedParse(start, {"encoding not supported", offset, true});

@@ -19,6 +19,9 @@
 /// Comparison of the library's XML reader with Qt's parser. Where the library deliberately differs from Qt
 /// (characters beyond U+FFFF, hostile input), a comment states how the comparison allows for it.
 
+/// The names of encodings, and some of their tables, are those of Qt with ICU.
+inline bool qtHasIcu() { return QTextCodec::availableCodecs().contains("ibm-912"); }
+
 inline void describe(const QDomNode& node, QString& out) {
   out += QString("(%1 %2 %3 ").arg(node.nodeType()).arg(node.nodeName(), node.nodeValue());
   QStringList attributes;

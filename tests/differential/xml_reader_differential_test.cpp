@@ -196,9 +196,6 @@ QByteArray textWithAllBytes(const QByteArray& encoding) {
   return text + "'/>";
 }
 
-/// The names of encodings, and some of their tables, are those of Qt with ICU.
-bool qtHasIcu() { return QTextCodec::availableCodecs().contains("ibm-912"); }
-
 TEST(XmlReaderDifferential, EveryEncodingThatQtKnowsIsDecodedAsByQtOrRefusedByName) {
   if (!qtHasIcu()) GTEST_SKIP() << "this Qt has no ICU";
   int decoded = 0;
@@ -269,6 +266,7 @@ QByteArray encoded(const QString& text, const char* codec) {
 }
 
 TEST(XmlReaderDifferential, WideEncodingsAreReadAsByQt) {
+  if (!qtHasIcu()) GTEST_SKIP() << "this Qt has no ICU";
   Dice dice(randomSeed());
   ParseCounts counts;
   const char* const codecs[] = {"UTF-16", "UTF-16BE", "UTF-16LE", "UTF-32", "UTF-32BE", "UTF-32LE"};
