@@ -52,9 +52,9 @@ TEST(XmlReaderDifferential, MutatedDocumentsAreReadAsQtReadsThem) {
       mutate(bytes, dice);
     ASSERT_NO_FATAL_FAILURE(compareWithQt(bytes, counts)) << i;
   }
-  EXPECT_GT(counts.accepted, 1000);
-  EXPECT_GT(counts.illFormed, 1000);
-  EXPECT_GT(counts.refused, 500);
+  EXPECT_GT(counts.accepted, rounds / 30);
+  EXPECT_GT(counts.illFormed, rounds / 30);
+  EXPECT_GT(counts.refused, rounds / 60);
 }
 
 TEST(XmlReaderDifferential, RandomFragmentsAreReadAsQtReadsThem) {
@@ -248,7 +248,8 @@ TEST(XmlReaderDifferential, InvalidUtf8IsReplacedAsByQt) {
                                 "\xf4\x90\x80\x80",
                                 "\xff",
                                 "\xc0\x80"};
-  for (int i = 0; i < randomRounds(3000); ++i) {
+  const int rounds = randomRounds(3000);
+  for (int i = 0; i < rounds; ++i) {
     // around the end of Qt's first and second block
     QByteArray text = "<r a='" + QByteArray(1000 * dice.roll(3) + dice.roll(40), 'x');
     for (int count = dice.roll(12); count > 0; --count)
@@ -258,7 +259,7 @@ TEST(XmlReaderDifferential, InvalidUtf8IsReplacedAsByQt) {
       text += dice.pick(pieces);
     ASSERT_NO_FATAL_FAILURE(compareWithQt(text, counts)) << i;
   }
-  EXPECT_GT(counts.accepted, 300);
+  EXPECT_GT(counts.accepted, rounds / 10);
 }
 
 QByteArray encoded(const QString& text, const char* codec) {
@@ -272,7 +273,8 @@ TEST(XmlReaderDifferential, WideEncodingsAreReadAsByQt) {
   const char* const codecs[] = {"UTF-16", "UTF-16BE", "UTF-16LE", "UTF-32", "UTF-32BE", "UTF-32LE"};
   const char* const declared[] = {"",         "utf-8",  "utf-16",       "UTF-16BE",
                                   "UTF-16LE", "utf-32", "windows-1251", "KOI8-R"};
-  for (int i = 0; i < randomRounds(3000); ++i) {
+  const int rounds = randomRounds(3000);
+  for (int i = 0; i < rounds; ++i) {
     const QByteArray encoding = dice.pick(declared);
     QString text = encoding.isEmpty() ? "" : "<?xml version='1.0' encoding='" + encoding + "'?>";
     text += QString::fromUtf8("<r a='Я中\U0001f600'>t&#x42f;</r>");
@@ -282,8 +284,8 @@ TEST(XmlReaderDifferential, WideEncodingsAreReadAsByQt) {
     if (dice.oneIn(3)) bytes.truncate(dice.roll(bytes.size()));
     ASSERT_NO_FATAL_FAILURE(compareWithQt(bytes, counts)) << i;
   }
-  EXPECT_GT(counts.accepted, 100);
-  EXPECT_GT(counts.illFormed, 100);
+  EXPECT_GT(counts.accepted, rounds / 30);
+  EXPECT_GT(counts.illFormed, rounds / 30);
 }
 
 }  // namespace
