@@ -1,6 +1,7 @@
 #include "unicode_bytes.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -45,6 +46,8 @@ class Utf16Joiner {
     }
   }
 
+  bool isComplete() const { return m_high == 0; }
+
   void flush() {
     if (m_high != 0) appendUtf8(m_high, m_out);
     m_high = 0;
@@ -65,13 +68,37 @@ char32_t numberAt(const char* bytes, bool isBigEndian) {
   return number;
 }
 
+/// Appends the ASCII characters at the start of UTF-16, in blocks; returns their size in bytes.
+std::size_t appendAsciiBlocks(std::string_view bytes, bool isBigEndian, std::string& out) {
+  constexpr std::size_t blockSize = 64;
+  std::array<char, blockSize> block = {};
+  const std::size_t low = isBigEndian ? 1 : 0;
+  std::size_t read = 0;
+  for (; read + 2 * blockSize <= bytes.size(); read += 2 * blockSize) {
+    const char* const units = bytes.data() + read;
+    unsigned seen = 0;  // loops without branches, which compilers vectorise
+    for (std::size_t i = 0; i < blockSize; ++i) {
+      block[i] = units[2 * i + low];
+      seen |= static_cast<unsigned char>(block[i]) & 0x80U;
+      seen |= static_cast<unsigned char>(units[2 * i + 1 - low]);
+    }
+    if (seen != 0) break;
+    out.append(block.data(), blockSize);
+  }
+  return read;
+}
+
 /// Decodes numbers of 16 or 32 bits.
 template <typename Number>
 std::string decodeWide(std::string_view bytes, bool isBigEndian) {
   std::string text;
   text.reserve(bytes.size() / sizeof(Number));
   Utf16Joiner joiner(text);
+  constexpr std::size_t tryAsciiEvery = 128;  // bytes
   for (std::size_t at = 0; at + sizeof(Number) <= bytes.size(); at += sizeof(Number)) {
+    if (sizeof(Number) == 2 && at % tryAsciiEvery == 0 && joiner.isComplete())
+      at += appendAsciiBlocks(bytes.substr(at), isBigEndian, text);
+    if (at + sizeof(Number) > bytes.size()) break;
     const char32_t code = numberAt<Number>(bytes.data() + at, isBigEndian);
     if (at == 0 && code == byteOrderMark) continue;
     if (code > 0xffff) joiner.take(((code >> 10) + 0xd7c0) & 0xffff);
