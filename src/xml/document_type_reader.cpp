@@ -257,7 +257,7 @@ void DocumentTypeReader::readAttributeList() {
 void DocumentTypeReader::readAttributeType() {
   switch (m_cursor.peek()) {
     case '(':
-      readEnumeration();
+      readAlternatives(&XmlCursor::readToken);
       break;
     case 'C':
       m_cursor.readWord("CDATA");
@@ -295,20 +295,15 @@ void DocumentTypeReader::readTokenOrNotationType() {
   m_cursor.readWord("OTATION");
   readWhitespace(letter);
   if (m_cursor.peek() != '(') m_cursor.fail(letter);
-  do {
-    m_cursor.advance();
-    m_cursor.skipWhitespace();
-    m_cursor.readName();
-    m_cursor.skipWhitespace();
-  } while (m_cursor.peek() == '|');
-  if (!skip(')')) m_cursor.fail(letter);
+  readAlternatives(&XmlCursor::readName);
 }
 
-void DocumentTypeReader::readEnumeration() {
+/// Reads alternatives from their "(" to their ")"; `readOne` reads each of them.
+void DocumentTypeReader::readAlternatives(std::string_view (XmlCursor::*readOne)()) {
   do {
     m_cursor.advance();
     m_cursor.skipWhitespace();
-    m_cursor.readToken();
+    (m_cursor.*readOne)();
     m_cursor.skipWhitespace();
   } while (m_cursor.peek() == '|');
   if (!skip(')')) m_cursor.fail(letter);

@@ -52,7 +52,7 @@ class DocumentTypeReader {
   void readAttributeList();
   void readAttributeType();
   void readTokenOrNotationType();
-  void readEnumeration();
+  void readAlternatives(std::string_view (XmlCursor::*readOne)());
   void readDefault();
 
   std::optional<Part> readNotation();
