@@ -21,8 +21,8 @@ class DocumentTypeReader {
 
   explicit DocumentTypeReader(XmlCursor& cursor) : m_cursor(cursor) {}
 
-  /// Reads from the "D" of "DOCTYPE" to the "[" of the internal subset, or to the end of a declaration without
-  /// one.
+  /// Reads from the "D" of "DOCTYPE" to the "[" of the internal subset, or to the end of a declaration
+  /// without one.
   void readStart();
   /// Reads to the next part that is reported, or to the end of the declaration.
   Part next();
