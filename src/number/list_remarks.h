@@ -33,10 +33,8 @@ struct ListRemarks {
 /// The significant digits with which reals are written.
 constexpr int writtenDigits = 6;
 
-/// Whether a real has more significant digits than are written. Zeros at its end do not count.
-/// @param real a number as it lies in a text; whitespace around it is ignored
-inline bool hasMoreDigitsThanWritten(std::string_view real) {
-  if (real.size() <= static_cast<std::size_t>(writtenDigits)) return false;
+/// The number of significant digits of a real, without zeros at its end.
+inline int significantDigits(std::string_view real) {
   int digits = 0;  // from the first that is not 0
   int significant = 0;
   for (const char c : real) {
@@ -45,7 +43,18 @@ inline bool hasMoreDigitsThanWritten(std::string_view real) {
     if (c != '0' || digits > 0) ++digits;
     if (c != '0') significant = digits;
   }
-  return significant > writtenDigits;
+  return significant;
+}
+
+/// Whether a real has more significant digits than are written. Usual spellings are decided by their length.
+/// @param real a number as it lies in a text; whitespace around it is ignored
+inline bool hasMoreDigitsThanWritten(std::string_view real) {
+  constexpr std::size_t most = writtenDigits;
+  if (real.substr(0, 1) == "-") real.remove_prefix(1);
+  if (real.substr(0, 2) == "0.") real.remove_prefix(2);
+  if (real.size() <= most) return false;
+  if (real.size() == most + 1 && real.find('.') != std::string_view::npos) return false;
+  return significantDigits(real) > writtenDigits;
 }
 
 }  // namespace ztcad

@@ -75,7 +75,7 @@ std::string decodeBytes(std::string_view bytes, ToUnicode&& toUnicode) {
 
 XmlText::XmlText(std::string_view bytes, XmlBytes kind) {
   constexpr std::string_view mark = "\xEF\xBB\xBF";
-  m_sourceStart = startsWith(bytes, mark) ? mark.size() : 0;
+  m_sourceStart = kind != XmlBytes::Decoded && startsWith(bytes, mark) ? mark.size() : 0;
   m_characters = bytes.substr(m_sourceStart);
   if (kind == XmlBytes::AsDeclared) decode(bytes);
 }

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "../text/wide_utf8.h"
 #include "unicode_bytes.h"
@@ -14,6 +15,7 @@ namespace ztcad {
 enum class XmlBytes {
   AsDeclared,  ///< by their byte order mark or XML declaration; without one as UTF-8
   Utf8,        ///< as UTF-8, whatever the declaration says. The bytes must be valid UTF-8
+  Decoded,     ///< not at all: they are `characters()` of another XmlText
 };
 
 /// The characters of an XML text, in the form that `XmlReader` takes. Valid UTF-8 is not copied.
@@ -29,6 +31,13 @@ class XmlText {
   XmlText& operator=(const XmlText&) = delete;
 
   std::string_view characters() const { return m_characters; }
+  /// Whether the characters are a copy: the source is no longer needed then, except for places in it.
+  bool isCopy() const { return !m_decoded.empty(); }
+  /// The characters of a copy, after which this object has none.
+  std::string takeCharacters() {
+    m_characters = {};
+    return std::move(m_decoded);
+  }
   /// Set if the encoding is refused.
   const std::optional<ParseOutcome>& refusal() const { return m_refusal; }
 

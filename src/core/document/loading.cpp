@@ -62,7 +62,7 @@ LoadOutcome DocumentLoader::loadText(std::string_view xml, TextRules rules) {
     LoadOutcome outcome = refuseLength();
     if (rules == TextRules::Lenient) {
       RootReader nothing(m_document.header());
-      takeOver(nothing, {QByteArray(), XmlBytes::AsDeclared});
+      takeOver(nothing, std::make_unique<LoadedText>());
       outcome.replaced = true;
     }
     return outcome;
@@ -72,7 +72,7 @@ LoadOutcome DocumentLoader::loadText(std::string_view xml, TextRules rules) {
   return load({QByteArray(xml.data(), static_cast<int>(xml.size())), kind}, rules);
 }
 
-LoadOutcome DocumentLoader::load(const Source& source, TextRules rules) {
+LoadOutcome DocumentLoader::load(Source source, TextRules rules) {
   const DefaultFloatingPoint environment;
   std::optional<XmlText> text;
   const LoadOutcome outcome = load(source, rules, text);
@@ -96,12 +96,15 @@ void DocumentLoader::reviewDecoding(const Source& source, const XmlText& text) c
 }
 
 /// @param text output: set if the text is not plain
-LoadOutcome DocumentLoader::load(const Source& source, TextRules rules, std::optional<XmlText>& text) {
+LoadOutcome DocumentLoader::load(Source& source, TextRules rules, std::optional<XmlText>& text) {
+  // places in the source, which only a review needs, take its bytes
+  const auto isDecoded = [&] { return text && text->isCopy() && !m_review; };
   LoadOutcome outcome;
   outcome.code = ztCAD_GMDDocument::Loaded;
   Reader reader = readPlain(source, rules);
   if (!reader) {
     text.emplace(source.text(), source.kind);
+    if (isDecoded()) source.bytes = QByteArray();  // UTF-16 takes twice the memory of its characters
     reader = readAny(*text, rules, outcome);
   }
   if (!reader) return outcome;
@@ -111,7 +114,8 @@ LoadOutcome DocumentLoader::load(const Source& source, TextRules rules, std::opt
     outcome.message = QLatin1String("the document check failed");
   }
   outcome.fault = reader->fault();
-  takeOver(*reader, source);
+  takeOver(*reader, isDecoded() ? std::make_unique<LoadedText>(text->takeCharacters())
+                                : std::make_unique<LoadedText>(source.bytes, source.kind));
   outcome.replaced = true;
   return outcome;
 }
@@ -195,8 +199,7 @@ void DocumentLoader::nameElements(RootReader& reader) const {
 
 /// Moves what was read into the document. Everything that can throw comes first, so the change is all or
 /// nothing.
-void DocumentLoader::takeOver(RootReader& reader, const Source& source) {
-  auto text = std::make_unique<LoadedText>(source.bytes, source.kind);
+void DocumentLoader::takeOver(RootReader& reader, std::unique_ptr<LoadedText> text) {
   if (m_owner == NestedOwner::Everyone) shareReadStructures(reader.nested());
   m_document.m_content.swap(reader.content());
   m_document.m_ownStructures.swap(reader.nested());

@@ -57,11 +57,11 @@ class DocumentLoader {
   struct Source;
   using Reader = std::unique_ptr<RootReader>;
 
-  LoadOutcome load(const Source& source, TextRules rules);
-  LoadOutcome load(const Source& source, TextRules rules, std::optional<XmlText>& text);
+  LoadOutcome load(Source source, TextRules rules);
+  LoadOutcome load(Source& source, TextRules rules, std::optional<XmlText>& text);
   Reader readPlain(const Source& source, TextRules rules) const;
   Reader readAny(const XmlText& text, TextRules rules, LoadOutcome& outcome) const;
-  void takeOver(RootReader& reader, const Source& source);
+  void takeOver(RootReader& reader, std::unique_ptr<LoadedText> text);
   LoadOutcome refuseLength() const;
   void reportAlone(Rule rule, const char* position, const QString& argument) const;
   void reviewDecoding(const Source& source, const XmlText& text) const;
