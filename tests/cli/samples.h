@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+/// Documents of the tests.
+inline const char* const goodDocument = R"(<?xml version="1.0" encoding="windows-1251"?>
+<GMD>
+<header majorVersion="2" minorVersion="1" inform="good"/>
+<point name="origin" center="0, 0, 0;"/>
+</GMD>
+)";
+
+/// An error on line 4, a warning on line 5, a note on line 6.
+inline const char* const badDocument = R"(<GMD>
+<header majorVersion="2" minorVersion="1" inform="bad"/>
+<point name="origin" center="0, 0, 0;"/>
+<point name="hinge"/>
+<bracket/>
+<!-- a note -->
+</GMD>
+)";
+
+inline const char* const brokenDocument = "<GMD>\n<point></GMD>\n";
