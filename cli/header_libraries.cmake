@@ -1,5 +1,5 @@
-# ztcad_header_library(folder header): the target ztcad_headers_<folder> for a library that consists of headers
-# in one folder, such as "CLI" of <CLI/CLI.hpp>. No target if it is not found.
+# ztcad_header_library(folder header): the target ztcad_headers_<folder> for a library that consists of
+# headers in one folder, such as "CLI" of <CLI/CLI.hpp>. No target if it is not found.
 #
 # Such headers serve every system. When cross-compiling, those of the build system are used, through a folder
 # that has nothing else of it.

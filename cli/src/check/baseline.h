@@ -8,8 +8,8 @@
 
 namespace cli {
 
-/// The findings of an earlier report. A finding is known if the report has one of the same file, rule, element
-/// and message: positions change with every edit. Each finding of the report makes one finding known.
+/// The findings of an earlier report. A finding is known if the report has one of the same file, rule,
+/// element and message: positions change with every edit. Each finding of the report makes one finding known.
 class Baseline {
  public:
   /// Knows nothing.

@@ -102,6 +102,6 @@ std::string namesOf(const CLI::Option& option, const std::string& separator) {
   return names;
 }
 
-bool takesValue(const CLI::Option& option) { return option.get_type_size() != 0; }
+bool takesValue(const CLI::Option& option) { return !option.get_type_name().empty(); }
 
 }  // namespace cli

@@ -57,12 +57,12 @@ const char* const ending = R"man(.SH EXIT STATUS
 Well.
 .TP
 .B 1
-The command did its work, and what it looked at is not well: a finding of the level of \fB\-\-fail\-on\fR, a document
-that \fBformat \-\-check\fR would change, a document with errors.
+The command did its work, and what it looked at is not well: a finding of the level of \fB\-\-fail\-on\fR,
+a document that \fBformat \-\-check\fR would change, a document with errors.
 .TP
 .B 2
-The command could not do its work, or not all of it: wrong arguments, a file that cannot be read or written, a document
-that ends its worker process or takes too long.
+The command could not do its work, or not all of it: wrong arguments, a file that cannot be read or written,
+a document that ends its worker process or takes too long.
 .PP
 Over several files the highest code counts.
 .SH ENVIRONMENT

@@ -6,8 +6,8 @@
 
 namespace cli {
 
-/// Prepares the standard streams: bytes pass unchanged, and a reader that leaves is an error of the write, not
-/// the end of the process. Called first.
+/// Prepares the standard streams: bytes pass unchanged, and a reader that leaves is an error of the write,
+/// not the end of the process. Called first.
 void prepareStandardStreams();
 
 /// The arguments of the program without its name; UTF-8 on Windows, bytes elsewhere.

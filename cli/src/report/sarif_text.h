@@ -7,8 +7,8 @@
 
 namespace cli {
 
-/// The name of a file as a URI reference: percent-encoded, and relative unless the file is outside the current
-/// folder and named by its full path.
+/// The name of a file as a URI reference: percent-encoded, and relative unless the file is outside the
+/// current folder and named by its full path.
 std::string sarifUri(const std::string& file);
 
 /// A message in which braces are no placeholders.
