@@ -20,4 +20,13 @@ inline const char* const badDocument = R"(<GMD>
 </GMD>
 )";
 
+/// A document that takes a while.
+inline std::string slowDocument() {
+  std::string points;
+  for (int i = 0; i < 20000; ++i)
+    points += "<point name=\"p" + std::to_string(i) + "\" center=\"0, 0, 0;\"/>\n";
+  std::string document = badDocument;
+  return document.insert(document.find("<bracket"), points);
+}
+
 inline const char* const brokenDocument = "<GMD>\n<point></GMD>\n";

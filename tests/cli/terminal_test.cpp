@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
 
 #include "program.h"
 #include "samples.h"
@@ -32,15 +33,22 @@ std::string onTerminal(const std::vector<std::string>& arguments, const char* no
     ::execv(ZTCAD_TEST_PROGRAM, words.data());
     ::_exit(127);
   }
-  ::waitpid(process, nullptr, 0);
-  ::fcntl(master, F_SETFL, O_NONBLOCK);
   std::string text;
   char buffer[4096];
+  // ends with an error when the last process that has the terminal ends
   for (ssize_t size = ::read(master, buffer, sizeof buffer); size > 0;
        size = ::read(master, buffer, sizeof buffer))
     text.append(buffer, static_cast<std::size_t>(size));
+  ::waitpid(process, nullptr, 0);
   ::close(master);
   return text;
+}
+
+std::size_t occurrences(const std::string& text, const std::string& part) {
+  std::size_t count = 0;
+  for (std::size_t place = text.find(part); place != std::string::npos; place = text.find(part, place + 1))
+    ++count;
+  return count;
 }
 
 }  // namespace
@@ -59,4 +67,14 @@ TEST(Terminal, ShowsNoColoursIfTheEnvironmentForbidsThem) {
   const std::string text = onTerminal({"check", files.put("bad.xml", badDocument)}, "1");
   EXPECT_EQ(text.find('\x1b'), std::string::npos) << text;
   EXPECT_NE(text.find("bad.xml:4:1: error: "), std::string::npos) << text;
+}
+
+TEST(Terminal, ShowsTheProgressOfLongWork) {
+  const TemporaryFiles files;
+  const std::string document = files.put("0.xml", slowDocument());
+  for (int i = 1; i < 100; ++i)
+    std::filesystem::create_hard_link(document, files.path(std::to_string(i) + ".xml"));
+  const std::string text = onTerminal({"check", "--jobs", "1", "--only", "wrong-root", files.folder()}, "");
+  EXPECT_NE(text.find(" of 100 documents"), std::string::npos) << text;
+  EXPECT_EQ(occurrences(text, " of 100 documents"), occurrences(text, "\r\x1b[K")) << "each count is removed";
 }

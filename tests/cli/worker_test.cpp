@@ -39,15 +39,6 @@ bool isRunning(pid_t process) {
   return !text.empty() && text.find(") Z ") == std::string::npos;
 }
 
-/// A document that takes a while.
-std::string slowDocument() {
-  std::string points;
-  for (int i = 0; i < 20000; ++i)
-    points += "<point name=\"p" + std::to_string(i) + "\" center=\"0, 0, 0;\"/>\n";
-  std::string document = badDocument;
-  return document.insert(document.find("<bracket"), points);
-}
-
 /// Sends a signal to the first worker that appears: a child of the program, which is a child of this process.
 /// It is stopped first, so that a document is under way when the signal comes.
 class FirstWorker {
