@@ -45,6 +45,7 @@ file(GLOB pages CONFIGURE_DEPENDS docs/*.md docs/*.svg docs/*.xsd)
 file(GLOB examples CONFIGURE_DEPENDS examples/*.cpp examples/*.h examples/*.c)
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
+install(DIRECTORY docs/rules DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
 install(FILES ${examples} DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 # and the schemas where programs look for them
 install(FILES docs/ztCAD-gmd.xsd docs/ztCAD-gmd-strict.xsd DESTINATION ${CMAKE_INSTALL_DATADIR}/ztCAD)

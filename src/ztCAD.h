@@ -6,6 +6,7 @@
 
 #include <ztCAD/version.h>
 
+#include "api/c/reviews.h"
 #include "api/contents.h"
 #include "api/documents.h"
 #include "api/elements.h"

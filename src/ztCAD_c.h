@@ -14,3 +14,4 @@
 #include "api/c/library.h"
 #include "api/c/names.h"
 #include "api/c/records.h"
+#include "api/c/reviews.h"

@@ -35,8 +35,9 @@ class CreatedObjects {
     return record.release();
   }
 
+  /// Takes a document over; it stays the caller's if memory runs out.
   template <typename Deleter>
-  ztCAD_GMDDocument* keepDocument(std::unique_ptr<ztCAD_GMDDocument, Deleter> document) {
+  ztCAD_GMDDocument* keepDocument(std::unique_ptr<ztCAD_GMDDocument, Deleter>&& document) {
     m_documents.insert(document.get());
     return document.release();
   }

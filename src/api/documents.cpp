@@ -1,6 +1,5 @@
 #include "documents.h"
 
-#include <algorithm>
 #include <memory>
 #include <QFileDevice>
 #include <string_view>
@@ -13,10 +12,13 @@
 #include "../text/narrow_text.h"
 #include "created_objects.h"
 #include "guard.h"
+#include "outcome.h"
 #include "text_output.h"
 
 using ztcad::guarded;
 using ztcad::isLive;
+using ztcad::report;
+using ztcad::reportNoMemory;
 
 namespace {
 
@@ -68,34 +70,7 @@ std::string textOf(const ztCAD_GMDDocument& document, bool textForm) {
   return textForm ? ztcad::toNarrow(document.toText(out, true)) : document.xmlText();
 }
 
-/// Copies as much of a UTF-8 text as the buffer holds, cut after a whole character.
-void cutInto(char* buffer, std::int32_t size, std::string_view text) noexcept {
-  if (!buffer || size <= 0) return;
-  std::size_t length = std::min(text.size(), static_cast<std::size_t>(size) - 1);
-  const auto isInside = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; };
-  while (length > 0 && length < text.size() && isInside(text[length]))
-    --length;
-  buffer[text.copy(buffer, length)] = '\0';
-}
-
-/// Fills every field of an outcome, which may be null.
-void report(ztCAD_Outcome* outcome, std::int32_t code, std::string_view message) noexcept {
-  if (!outcome) return;
-  *outcome = {};
-  outcome->code = code;
-  cutInto(outcome->message, ztCAD_MessageSize, message);
-}
-
-void report(ztCAD_Outcome* outcome, const ztcad::LoadOutcome& load) {
-  report(outcome, load.code, ztcad::toNarrow(load.message));
-  if (!outcome) return;
-  outcome->fault = load.fault;
-  outcome->line = load.line;
-  outcome->column = load.column;
-}
-
 constexpr std::int32_t notParsed = ztCAD_ResultNotParsed;
-constexpr std::string_view noMemory = "out of memory, or another failure inside the library";
 constexpr std::string_view noDocument = "no document was given";
 
 /// @param load called with a `DocumentLoader`; returns its `LoadOutcome`
@@ -109,7 +84,7 @@ bool loadInto(ztCAD_GMDDocument& document, ztCAD_Outcome* outcome, Load&& load) 
 
 template <typename Load>
 ztCAD_GMDDocument* loadNew(ztCAD_Outcome* outcome, Load&& load) noexcept {
-  report(outcome, notParsed, noMemory);
+  reportNoMemory(outcome);
   auto* const made = guarded<ztCAD_GMDDocument*>(nullptr, [&]() -> ztCAD_GMDDocument* {
     std::unique_ptr<ztCAD_GMDDocument, ztcad::EndAlone> document(
         std::make_unique<ztCAD_GMDDocument>(std::string()).release());
@@ -117,8 +92,20 @@ ztCAD_GMDDocument* loadNew(ztCAD_Outcome* outcome, Load&& load) noexcept {
     return ztcad::createdObjects().keepDocument(std::move(document));
   });
   // loaded, but then there was no memory to register the document
-  if (!made && outcome && outcome->code == ztCAD_ResultLoaded) report(outcome, notParsed, noMemory);
+  if (!made && outcome && outcome->code == ztCAD_ResultLoaded) reportNoMemory(outcome);
   return made;
+}
+
+/// @param save called if the document is live; returns a `FileError`
+template <typename Save>
+bool saveReporting(const ztCAD_GMDDocument* document, ztCAD_Outcome* outcome, Save&& save) noexcept {
+  report(outcome, QFileDevice::ResourceError, isLive(document) ? ztcad::noMemory : noDocument);
+  return guarded(false, [&] {
+    if (!isLive(document)) return false;
+    const ztcad::FileError error = save();
+    report(outcome, error.code, ztcad::toNarrow(error.message));
+    return error.code == 0;
+  });
 }
 
 }  // namespace
@@ -152,7 +139,7 @@ ztCAD_GMDDocument* crtGMDDocumentFromStdString_nostl(const char* xml, bool& pars
                                                      std::int32_t messageSize, int& line, int& column) {
   std::string parserMessage;
   ztCAD_GMDDocument* const document = parse(xml, parsed, parserMessage, line, column);
-  cutInto(message, messageSize, parserMessage);
+  ztcad::cutInto(message, messageSize, parserMessage);
   return document;
 }
 
@@ -178,16 +165,12 @@ ztCAD_GMDDocument* ztCAD_loadDocument(const char* fileName, ztCAD_Outcome* outco
 
 ztCAD_GMDDocument* ztCAD_loadDocumentFromText(const char* text, std::int64_t size, ztCAD_Outcome* outcome) {
   return loadNew(outcome, [text, size](ztcad::DocumentLoader& loader) {
-    const char* const begin = ztcad::textOf(text);
-    const bool isCounted = text && size >= 0;
-    return loader.loadText(
-        isCounted ? std::string(begin, static_cast<std::size_t>(size)) : std::string(begin),
-        ztcad::TextRules::Strict);
+    return loader.loadText(ztcad::countedText(text, size), ztcad::TextRules::Strict);
   });
 }
 
 bool ztCAD_reloadDocument(ztCAD_GMDDocument* document, const char* fileName, ztCAD_Outcome* outcome) {
-  report(outcome, notParsed, isLive(document) ? noMemory : noDocument);
+  report(outcome, notParsed, isLive(document) ? ztcad::noMemory : noDocument);
   return guarded(false, [&] {
     return isLive(document) && loadInto(*document, outcome, [fileName](ztcad::DocumentLoader& loader) {
              return loader.loadFile(ztcad::textOf(fileName));
@@ -196,12 +179,35 @@ bool ztCAD_reloadDocument(ztCAD_GMDDocument* document, const char* fileName, ztC
 }
 
 bool ztCAD_saveDocument(ztCAD_GMDDocument* document, const char* fileName, ztCAD_Outcome* outcome) {
-  report(outcome, QFileDevice::ResourceError, isLive(document) ? noMemory : noDocument);
-  return guarded(false, [&] {
-    if (!isLive(document)) return false;
-    const ztcad::FileError error = ztcad::saveDocument(*document, ztcad::textOf(fileName));
-    report(outcome, error.code, ztcad::toNarrow(error.message));
-    return error.code == 0;
+  return saveReporting(document, outcome,
+                       [&] { return ztcad::saveDocument(*document, ztcad::textOf(fileName)); });
+}
+
+namespace {
+
+/// Hands bytes to a function of the host.
+class HostOutput final : public ztcad::ByteOutput {
+ public:
+  HostOutput(ztCAD_WriteBytes function, void* context) : m_write(function), m_context(context) {}
+
+  void write(std::string_view bytes) override {
+    const bool goesOn = m_write(bytes.data(), static_cast<std::int64_t>(bytes.size()), m_context);
+    if (!goesOn) throw ztcad::TextRefused("the host ended the save");
+  }
+
+ private:
+  const ztCAD_WriteBytes m_write;
+  void* const m_context;
+};
+
+}  // namespace
+
+bool ztCAD_saveDocumentTo(ztCAD_GMDDocument* document, ztCAD_WriteBytes write, void* context,
+                          ztCAD_Outcome* outcome) {
+  return saveReporting(document, outcome, [&] {
+    if (!write) return ztcad::FileError{QFileDevice::OpenError, QLatin1String("no function was given")};
+    HostOutput output(write, context);
+    return ztcad::saveDocument(*document, output);
   });
 }
 

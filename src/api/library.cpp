@@ -12,6 +12,7 @@
 #include "created_objects.h"
 #include "guard.h"
 #include "host_log.h"
+#include "reviews.h"
 
 #if defined(_WIN32)
 #include <windows.h>
@@ -46,6 +47,7 @@ class Library {
     if (processIsEnding) return;
     ztcad::abandonNestedStructures(true);  // for good: structures of the host may be linked to released ones
     ztcad::releaseHostLog();
+    ztcad::releaseReviews();
     ztcad::releaseCreatedObjects();
     ztcad::releaseLiveDocuments();
     ztcad::clearReadStructures();

@@ -27,6 +27,13 @@ class Renames {
     element.setName(name);
   }
 
+  /// Calls `visit(element, formerName)` for each rename since the last `keep`.
+  template <typename Visit>
+  void forEach(Visit&& visit) const {
+    for (const auto& [element, former] : m_former)
+      visit(*element, former);
+  }
+
   /// Makes the renames final.
   void keep() { m_former.clear(); }
 

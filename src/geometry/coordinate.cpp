@@ -1,5 +1,6 @@
 #include "coordinate.h"
 
+#include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../number/number_list.h"
 #include "triple_text.h"
@@ -14,13 +15,34 @@ QString& ztCAD_Coord::toText(QString& out, bool debugForm) const {
   return out;
 }
 
-bool ztCAD_Coord::fromText(const QString& text) { return ztcad::readCoord(ztcad::ElementText(text), *this); }
-
-bool ztcad::readCoord(const ElementText& text, ztCAD_Coord& coord) {
+namespace {
+/// Returns how many numbers were read; 0 if the text does not parse.
+int parse(const ztcad::ElementText& text, ztCAD_Coord& coord) {
   double xyz[3] = {};
-  if (parseShortList(text, xyz, 3) == 0) return false;
-  coord.set(xyz[0], xyz[1], xyz[2]);
-  return true;
+  const int count = ztcad::parseShortList(text, xyz, 3);
+  if (count > 0) coord.set(xyz[0], xyz[1], xyz[2]);
+  return count;
+}
+}  // namespace
+
+bool ztCAD_Coord::fromText(const QString& text) { return parse(ztcad::ElementText(text), *this) > 0; }
+
+bool ztcad::readCenter(const ElementView& element, ztCAD_Coord& coord) {
+  const QString& word = words().center;
+  const auto text = element.attributeText(word);
+  if (!text) {
+    report(element, Rule::missing_centre);
+    return false;
+  }
+  const int count = parse(*text, coord);
+  if (count == 3) {
+    reviewReals(element, word);
+    return true;
+  }
+  const Rule rule = count == 0 ? Rule::bad_centre : Rule::short_centre;
+  reportAttribute(element, word, rule, Quoted{text->toString()}, std::int64_t{count});
+  reviewReals(element, word);
+  return count > 0;
 }
 
 QString& ztCAD_Vertex::toText(QString& out, bool debugForm) const { return m_coord.toText(out, debugForm); }

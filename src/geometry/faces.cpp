@@ -39,12 +39,13 @@ QString& ztCAD_Faces::toText(QString& out, bool debugForm) const {
 }
 
 namespace {
-bool parse(const ztcad::ElementText& text, std::vector<std::uint32_t>& indices) {
+bool parse(const ztcad::ElementText& text, std::vector<std::uint32_t>& indices,
+           ztcad::ListRemarks* remarks = nullptr) {
   // One lock around all appends of the call, taken only if more than one thread is configured.
   ztcad::LazyLock lock;
   const ztcad::AppendGuard guard(lock);
   indices.clear();
-  return ztcad::parseTriples(text, indices);
+  return ztcad::parseTriples(text, indices, remarks);
 }
 }  // namespace
 
@@ -56,4 +57,8 @@ void ztCAD_Faces::writeElement(ztcad::ElementSink& parent) const {
   });
 }
 
-bool ztCAD_Faces::readElement(const ztcad::ElementView& element) { return parse(element.text(), m_indices); }
+bool ztCAD_Faces::readElement(const ztcad::ElementView& element) {
+  return ztcad::readList(element, [this](const ztcad::ElementText& text, ztcad::ListRemarks* remarks) {
+    return parse(text, m_indices, remarks);
+  });
+}

@@ -1,5 +1,6 @@
 #include "line.h"
 
+#include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../property/base_parts.h"
 #include "../xml/element_sink.h"
@@ -27,10 +28,17 @@ void ztCAD_commonLine::write(ztcad::ElementSink& parent) const {
 
 bool ztCAD_commonLine::readAndCheck(const ztcad::ElementView& element, bool& fault) {
   const bool baseOk = ztcad::readBaseParts(*this, *this, element, fault);
+  reviewMethod(element, words().polyline);
   std::optional<bool> verticesOk;
   element.forEachChild([&](const ztcad::ElementView& child) {
-    if (!verticesOk && child.tag() == words().vertices) verticesOk = m_vertices.readElement(child);
+    if (child.tag() != words().vertices)
+      skipUnknown(child);
+    else if (verticesOk)
+      skipRepeated(child);
+    else
+      verticesOk = m_vertices.readElement(child);
   });
+  if (!verticesOk) report(element, ztcad::Rule::missing_vertices);
   setReadOk(verticesOk.value_or(false) && baseOk);
   return readOk();
 }

@@ -2,6 +2,7 @@
 
 #include <QVector>
 
+#include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../number/number_text.h"
 #include "../xml/element_sink.h"
@@ -40,8 +41,13 @@ void ztCAD_MIP::write(ztcad::ElementSink& element) const {
 bool ztCAD_MIP::read(const ztcad::ElementView& element, bool& fault) {
   fault = false;
   const auto text = element.attribute(words().mip);
+  if (!text) return false;
   ztCAD_MIP fresh;
-  if (!text || !fresh.fromText(*text)) return false;
+  if (!fresh.fromText(*text)) {
+    reportAttribute(element, words().mip, ztcad::Rule::bad_mass_inertia, ztcad::Quoted{*text});
+    return false;
+  }
+  ztcad::reviewReals(element, words().mip);
   m_isValid = fresh.m_isValid;
   m_values = fresh.m_values;
   return true;

@@ -1,5 +1,6 @@
 #include "mip_element.h"
 
+#include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../property/base_parts.h"
 #include "../text/narrow_text.h"
@@ -32,8 +33,11 @@ void ztCAD_commonElementMIP::write(ztcad::ElementSink& parent) const {
 }
 
 bool ztCAD_commonElementMIP::readAndCheck(const ztcad::ElementView& element, bool& fault) {
-  const bool methodOk = element.attribute(words().method) == words().mip;
+  const QString method = element.attribute(words().method).value_or(QString());
+  const bool methodOk = method == words().mip;
+  if (!methodOk) report(element, ztcad::Rule::wrong_method, ztcad::Quoted{method});
   const bool recordOk = m_record.read(element);
+  if (!element.hasAttribute(words().mip)) report(element, ztcad::Rule::missing_mass_inertia);
   const bool baseOk = ztcad::readBaseParts(*this, *this, element, fault);
   setReadOk(methodOk && recordOk && baseOk);
   return readOk();

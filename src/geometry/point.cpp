@@ -33,8 +33,7 @@ void ztCAD_commonPoint::write(ztcad::ElementSink& parent) const {
 }
 
 bool ztCAD_commonPoint::readAndCheck(const ztcad::ElementView& element, bool& fault) {
-  const auto center = element.attributeText(words().center);
-  const bool centerOk = center && ztcad::readCoord(*center, m_center);
+  const bool centerOk = ztcad::readCenter(element, m_center);
   const bool baseOk = ztcad::readBaseParts(*this, *this, element, fault);
   setReadOk(centerOk && baseOk);
   return readOk();

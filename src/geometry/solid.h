@@ -30,7 +30,7 @@ class ZTCAD_API ztCAD_cmnSolid {
   void writeMip(ztcad::ElementSink& element) const { m_mip.write(element); }
   /// Takes the data from the attribute "MIP". One that is absent or does not parse leaves the data unchanged
   /// and is no failure.
-  void readMip(const ztcad::ElementView& element) { m_mip.read(element); }
+  void readMip(const ztcad::ElementView& element);
   /// Appends the record's text; nothing if there is no data.
   void appendMipText(QString& out, bool debugForm) const { m_mip.toText(out, debugForm); }
 

@@ -1,5 +1,6 @@
 #include "sphere.h"
 
+#include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../number/number_text.h"
 #include "../property/base_parts.h"
@@ -7,6 +8,8 @@
 #include "../xml/element_view.h"
 #include "triple_text.h"
 
+using ztcad::Quoted;
+using ztcad::Rule;
 using ztcad::words;
 
 ztCAD_Sphere::ztCAD_Sphere(const QString& name, const ztCAD_Coord& center, double radius, bool& nameIsFree)
@@ -39,17 +42,34 @@ void ztCAD_Sphere::write(ztcad::ElementSink& parent) const {
   });
 }
 
-bool ztCAD_Sphere::readAndCheck(const ztcad::ElementView& element, bool& fault) {
-  const auto center = element.attributeText(words().center);
-  const bool centerOk = center && ztcad::readCoord(*center, m_center);
-  const auto radius = element.attribute(words().radius);
-  if (radius) {
+namespace {
+/// Sets the radius from the attribute, of which a save will only keep that there is one.
+/// @return whether there is one
+bool readRadius(const ztcad::ElementView& element, ztCAD_Sphere& sphere) {
+  const auto text = element.attribute(words().radius);
+  double radius = 0;
+  if (text) {
     ztcad::useCLocale();
-    setRadius(ztcad::realOrZero(*radius));
+    ztcad::ReviewedNumbers number(element, words().radius);
+    radius = number.realOrZero(*text);
+    if (!text->isEmpty()) number.report();
+    sphere.setRadius(radius);
   }
+  if (!text || text->isEmpty()) {
+    report(element, Rule::missing_radius);
+    return false;
+  }
+  if (radius != 1) reportAttribute(element, words().radius, Rule::radius_not_kept, Quoted{*text});
+  return true;
+}
+}  // namespace
+
+bool ztCAD_Sphere::readAndCheck(const ztcad::ElementView& element, bool& fault) {
+  const bool centerOk = ztcad::readCenter(element, m_center);
+  const bool radiusOk = readRadius(element, *this);
   const bool baseOk = ztcad::readBaseParts(*this, *this, element, fault);
   readMip(element);
-  setReadOk(centerOk && radius && !radius->isEmpty() && baseOk);
+  setReadOk(centerOk && radiusOk && baseOk);
   return readOk();
 }
 

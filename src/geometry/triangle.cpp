@@ -1,5 +1,6 @@
 #include "triangle.h"
 
+#include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../property/base_parts.h"
 #include "../support/parallel_settings.h"
@@ -35,14 +36,24 @@ void ztCAD_commonTriangle::write(ztcad::ElementSink& parent) const {
 bool ztCAD_commonTriangle::readAndCheck(const ztcad::ElementView& element, bool& fault) {
   const ztcad::ParallelModeScope scope(ztParallel::Logical);
   const bool baseOk = ztcad::readBaseParts(*this, *this, element, fault);
+  reviewMethod(element, words().triangulation);
   readMip(element);
   std::optional<bool> verticesOk;
   std::optional<bool> facesOk;
   element.forEachChild([&](const ztcad::ElementView& child) {
     const QString tag = child.tag();
-    if (!verticesOk && tag == words().vertices) verticesOk = m_vertices.readElement(child);
-    if (!facesOk && tag == words().faces) facesOk = m_faces.readElement(child);
+    const bool isVertices = tag == words().vertices;
+    if (!isVertices && tag != words().faces)
+      skipUnknown(child);
+    else if (isVertices ? verticesOk : facesOk)
+      skipRepeated(child);
+    else if (isVertices)
+      verticesOk = m_vertices.readElement(child);
+    else
+      facesOk = m_faces.readElement(child);
   });
+  if (!verticesOk) report(element, ztcad::Rule::missing_vertices);
+  if (!facesOk) report(element, ztcad::Rule::missing_faces);
   setReadOk(verticesOk.value_or(false) && facesOk.value_or(false) && baseOk);
   return readOk();
 }

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "../core/review.h"
 #include "../number/number_text.h"
 #include "../text/element_text.h"
 
@@ -52,8 +53,19 @@ void storageText(const std::vector<Number>& numbers, Take&& take) {
   take(std::string_view(begin, static_cast<std::size_t>(end - begin)));
 }
 
-/// `ztCAD_Coord::fromText` for the text of an element or attribute.
-[[nodiscard]] bool readCoord(const ElementText& text, ztCAD_Coord& coord);
+/// Parses the text of a list element and reports what its parser remarks.
+/// @param parse a function of the text and of `ListRemarks*`, null if nobody wants them
+template <typename Parse>
+bool readList(const ElementView& list, Parse&& parse) {
+  ListRemarks remarks;
+  const bool ok = parse(list.text(), reviewOf(list) ? &remarks : nullptr);
+  reviewList(list, remarks);
+  return ok;
+}
+
+/// Reads the attribute "center" as `ztCAD_Coord::fromText` does. False, with `coord` unchanged, if it is
+/// absent or does not parse.
+[[nodiscard]] bool readCenter(const ElementView& element, ztCAD_Coord& coord);
 
 /// Appends the diagnostic form of a list: a line feed, `word`, "(", then each triple on its own line,
 /// formatted by `appendOne` (a function of the text and a pointer to the first number), and ")".

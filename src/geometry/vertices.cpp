@@ -51,5 +51,7 @@ void ztCAD_Vertices::writeElement(ztcad::ElementSink& parent) const {
 
 bool ztCAD_Vertices::readElement(const ztcad::ElementView& element) {
   m_coordinates.clear();
-  return ztcad::parseTriples(element.text(), m_coordinates);
+  return ztcad::readList(element, [this](const ztcad::ElementText& text, ztcad::ListRemarks* remarks) {
+    return ztcad::parseTriples(text, m_coordinates, remarks);
+  });
 }

@@ -1,12 +1,18 @@
 #include "character_list.h"
 
+#include <algorithm>
 #include <QString>
 
+#include "../text/wide_utf8.h"
 #include "number_text.h"
 
 namespace ztcad {
 
 namespace {
+
+bool isBlank(QStringView text) {
+  return std::all_of(text.begin(), text.end(), [](QChar c) { return isSpace(c.unicode()); });
+}
 
 bool convert(QStringView text, double& value) { return toReal(text, value); }
 bool convert(QStringView text, std::uint32_t& value) { return toIndex(text, value); }
@@ -34,17 +40,25 @@ bool appendParts(QStringView list, std::vector<Number>& values) {
 }
 
 template <typename Number>
+TriplePiece parseAnyTriple(QStringView piece, std::vector<Number>& values) {
+  if (!piece.contains(QLatin1Char(','))) return isBlank(piece) ? TriplePiece::Blank : TriplePiece::Skipped;
+  const std::size_t before = values.size();
+  const bool allConverted = appendParts(piece, values);
+  const std::size_t count = values.size() - before;
+  const bool isGood = allConverted && count >= 3;
+  values.resize(before + (isGood ? 3 : 0));
+  if (!isGood) return TriplePiece::Bad;
+  return count == 3 ? TriplePiece::Whole : TriplePiece::Cut;
+}
+
+template <typename Number>
 bool parseAnyTriples(QStringView text, std::vector<Number>& values) {
   useCLocale();
-  bool allWhole = true;
+  bool noneBad = true;
   forEachPart(text, QLatin1Char(';'), [&](QStringView piece) {
-    if (!piece.contains(QLatin1Char(','))) return;
-    const std::size_t before = values.size();
-    const bool whole = appendParts(piece, values) && values.size() - before >= 3;
-    values.resize(before + (whole ? 3 : 0));
-    allWhole = allWhole && whole;
+    noneBad = parseAnyTriple(piece, values) != TriplePiece::Bad && noneBad;
   });
-  return allWhole;
+  return noneBad;
 }
 
 }  // namespace
@@ -54,6 +68,13 @@ bool parseList(QStringView text, std::vector<double>& values) {
   if (!text.contains(QLatin1Char(';'))) return appendParts(text, values);
   const QString list = text.toString().remove(QLatin1Char(';'));
   return appendParts(QStringView(list), values);
+}
+
+TriplePiece parseTriple(QStringView piece, std::vector<double>& values) {
+  return parseAnyTriple(piece, values);
+}
+TriplePiece parseTriple(QStringView piece, std::vector<std::uint32_t>& values) {
+  return parseAnyTriple(piece, values);
 }
 
 bool parseTriples(QStringView text, std::vector<double>& values) { return parseAnyTriples(text, values); }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "../text/element_text.h"
+#include "list_remarks.h"
 
 namespace ztcad {
 
@@ -13,9 +14,12 @@ namespace ztcad {
 /// Parses pieces separated by ";", each a list of at least three numbers, and appends the first three of each
 /// to `values`. A piece without a comma is skipped. A piece that is too short or does not convert adds
 /// nothing and makes the result false; all other pieces are kept.
+/// @param remarks output for a text in bytes: what else a review reports; null: not wanted, which is faster
 /// @{
-[[nodiscard]] bool parseTriples(const ElementText& text, std::vector<double>& values);
-[[nodiscard]] bool parseTriples(const ElementText& text, std::vector<std::uint32_t>& values);
+[[nodiscard]] bool parseTriples(const ElementText& text, std::vector<double>& values,
+                                ListRemarks* remarks = nullptr);
+[[nodiscard]] bool parseTriples(const ElementText& text, std::vector<std::uint32_t>& values,
+                                ListRemarks* remarks = nullptr);
 /// @}
 
 /// Parses a list of one to `most` numbers separated by commas.

@@ -1,5 +1,6 @@
 #include "archetype.h"
 
+#include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
@@ -20,7 +21,7 @@ void ztCAD_gArche::write(ztcad::ElementSink& element) const {
 
 bool ztCAD_gArche::read(const ztcad::ElementView& element, bool& fault) {
   fault = false;
-  m_templateName = element.attribute(words().templateName).value_or(QString());
-  m_file = element.attribute(words().file).value_or(QString());
+  m_templateName = ztcad::keptText(element, words().templateName);
+  m_file = ztcad::keptText(element, words().file);
   return true;
 }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
@@ -26,9 +27,10 @@ bool ztCAD_gAttr::read(const ztcad::ElementView& element, bool& fault) {
   fault = false;
   auto name = element.attribute(words().name);
   setReadOk(name.has_value());
+  reviewName(element, name);
   m_name = std::move(name).value_or(QString());
-  m_comment = element.attribute(words().comment).value_or(QString());
-  m_inform = element.attribute(words().inform).value_or(QString());
+  m_comment = ztcad::keptText(element, words().comment);
+  m_inform = ztcad::keptText(element, words().inform);
   return readOk();
 }
 

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <QVector>
 
+#include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../number/number_text.h"
 #include "../xml/element_sink.h"
@@ -34,10 +35,16 @@ bool ztCAD_LCS::read(const ztcad::ElementView& element, bool& fault) {
   const QString text = element.attribute(attributeName()).value_or(QString());
   if (text.isEmpty()) return false;
   const QVector<QStringRef> parts = text.splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
-  if (parts.size() != 1 + valueCount || parts[0] != words().cs) return false;
+  if (parts.size() != 1 + valueCount || parts[0] != words().cs) {
+    reportAttribute(element, attributeName(), ztcad::Rule::system_parts, ztcad::Quoted{text});
+    return false;
+  }
   m_values.reserve(m_values.size() + valueCount);
+  ztcad::ReviewedNumbers numbers(element, attributeName());
   std::transform(parts.begin() + 1, parts.end(), std::back_inserter(m_values),
-                 [](const QStringRef& part) { return ztcad::realOrZero(part); });
+                 [&numbers](const QStringRef& part) { return numbers.realOrZero(part); });
+  numbers.report();
+  ztcad::reviewReals(element, attributeName());
   return true;
 }
 

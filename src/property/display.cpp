@@ -1,12 +1,16 @@
 #include "display.h"
 
+#include <algorithm>
 #include <QVector>
 
+#include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../number/number_text.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
 
+using ztcad::Quoted;
+using ztcad::Rule;
 using ztcad::words;
 
 QString& ztCAD_Color::toText(QString& out, bool /*debugForm*/) const {
@@ -33,10 +37,21 @@ bool readColor(const ztcad::ElementView& element, Take take) {
   const std::optional<QString> text = element.attribute(words().color);
   if (!text || text->isEmpty()) return true;
   const QVector<QStringRef> parts = text->splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
-  if (parts.isEmpty()) return true;
-  if (parts[0] != words().rgb) return false;
-  if (parts.size() != 4) return true;
-  take(ztCAD_Color(ztcad::indexOrZero(parts[1]), ztcad::indexOrZero(parts[2]), ztcad::indexOrZero(parts[3])));
+  if (!parts.isEmpty() && parts[0] != words().rgb) {
+    reportAttribute(element, words().color, Rule::bad_colour, Quoted{*text});
+    return false;
+  }
+  if (parts.size() != 4) {
+    const std::int64_t components = std::max(0, static_cast<int>(parts.size()) - 1);
+    reportAttribute(element, words().color, Rule::colour_parts, Quoted{*text}, components);
+    return true;
+  }
+  ztcad::ReviewedNumbers components(element, words().color);
+  const std::uint32_t red = components.indexOrZero(parts[1]);
+  const std::uint32_t green = components.indexOrZero(parts[2]);
+  const std::uint32_t blue = components.indexOrZero(parts[3]);
+  components.report();
+  take(ztCAD_Color(red, green, blue));
   return true;
 }
 
@@ -57,11 +72,20 @@ bool visibleFrom(const QString& text) {
   return !ztcad::toReal(text, number) || number > 0.0;
 }
 
+/// Whether a text says that something is visible or not; any other is read as true.
+bool isVisibility(const QString& text) {
+  double number = 0;
+  const QString word = text.toLower();
+  return word == words().falseWord || word == words().trueWord || ztcad::toReal(text, number);
+}
+
 /// Passes the visibility of an element to `take`, if it is set.
 template <typename Take>
 void readVisible(const ztcad::ElementView& element, Take take) {
   const std::optional<QString> text = element.attribute(words().visible);
-  if (text) take(ztCAD_Visible(visibleFrom(*text)));
+  if (!text) return;
+  if (!isVisibility(*text)) reportAttribute(element, words().visible, Rule::bad_visibility, Quoted{*text});
+  take(ztCAD_Visible(visibleFrom(*text)));
 }
 
 }  // namespace

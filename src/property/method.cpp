@@ -1,5 +1,6 @@
 #include "method.h"
 
+#include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
@@ -13,6 +14,9 @@ void ztCAD_gMethod::write(ztcad::ElementSink& element) const { element.attribute
 bool ztCAD_gMethod::read(const ztcad::ElementView& element, bool& fault) {
   fault = false;
   auto method = element.attribute(words().method);
-  if (method) m_method.swap(*method);
+  if (method) {
+    ztcad::reviewText(element, words().method, *method);
+    m_method.swap(*method);
+  }
   return method.has_value();
 }

@@ -1,16 +1,19 @@
 #pragma once
 
+#include "../core/review.h"
 #include "../xml/element_view.h"
 #include "kinds.h"
 
 namespace ztcad {
 
-/// Appends a new element to `elements` and reads it in its final place. It stays there even if its read
-/// fails.
-template <typename Container>
-bool readNew(Container& elements, const ElementView& child) {
+/// Appends a new element of a kind to a content struct and reads it in its final place. It stays there even
+/// if its read fails.
+template <typename Kind, typename Content>
+bool readNew(Content& content, const ElementView& child) {
+  auto& element = Kind::in(content).appendNew();
+  const ReviewedElement reviewed(child, Kind::name, element);
   bool ownFault = false;
-  return elements.appendNew().read(child, ownFault);
+  return reviewed.read(element.read(child, ownFault));
 }
 
 /// The "method" of an element; empty if it has none.
@@ -40,16 +43,30 @@ ChildOutcome readChild(Content& content, const ElementView& child, const QString
       outcome = ChildOutcome::Skipped;
       if (method != words().*Kind::method) return false;
     }
-    outcome = readNew(Kind::in(content), child) ? ChildOutcome::Read : ChildOutcome::Failed;
+    outcome = readNew<Kind>(content, child) ? ChildOutcome::Read : ChildOutcome::Failed;
     return true;
   });
   return outcome;
 }
 
-/// Whether the read of a structure or detail fails because of this child. A solid of an unknown method makes
-/// it fail; lines and mass-inertia elements of other methods do not.
-inline bool failsItsHolder(ChildOutcome outcome, const QString& tag) {
-  return outcome == ChildOutcome::Failed || (outcome == ChildOutcome::Skipped && tag == words().solid);
+/// Reports a child that was not read.
+/// @param unknownMethod the rule for a child of an unknown method
+inline void reviewSkipped(const ElementView& child, ChildOutcome outcome, Rule unknownMethod) {
+  if (outcome == ChildOutcome::Unknown) skipUnknown(child);
+  if (outcome != ChildOutcome::Skipped || !reviewOf(child)) return;
+  report(child, unknownMethod, Quoted{child.tag()}, Quoted{methodOf(child)});
+  child.skipSilently();
+}
+
+/// Reads a child of a structure or detail.
+/// @return whether the holder may still read well. A solid of an unknown method makes it fail; lines and
+///         mass-inertia elements of other methods do not
+template <typename Content>
+bool readChildOf(Content& content, const ElementView& child, const QString& tag) {
+  const ChildOutcome outcome = readChild(content, child, tag);
+  const bool isSolid = tag == words().solid;
+  reviewSkipped(child, outcome, isSolid ? Rule::unknown_solid : Rule::unknown_method);
+  return outcome != ChildOutcome::Failed && !(outcome == ChildOutcome::Skipped && isSolid);
 }
 
 }  // namespace ztcad

@@ -1,5 +1,6 @@
 #include "detail.h"
 
+#include "../core/review.h"
 #include "../xml/element_sink.h"
 #include "child_reader.h"
 #include "orders.h"
@@ -49,10 +50,10 @@ void ztCAD_cmnDetail::write(ztcad::ElementSink& parent) const {
 bool ztCAD_cmnDetail::readAndCheck(const ztcad::ElementView& element, bool& fault) {
   bool ok = property().read(element, fault);
   const bool mipOk = m_mip.read(element);
+  if (!element.hasAttribute(words().mip)) report(element, ztcad::Rule::missing_mass_inertia);
   *m_content = ztCAD_DetailContent();  // assigned, not replaced: a host may hold a reference to it
   element.forEachChild([&](const ztcad::ElementView& child) {
-    const QString tag = child.tag();
-    if (ztcad::failsItsHolder(ztcad::readChild(*m_content, child, tag), tag)) ok = false;
+    ok = ztcad::readChildOf(*m_content, child, child.tag()) && ok;
   });
   setReadOk(ok && mipOk);
   return readOk();

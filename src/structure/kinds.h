@@ -5,6 +5,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "structure.h"
 
@@ -33,19 +34,21 @@ enum KindFields : unsigned {
 
 /// The rows of the table, each a type named after its container.
 namespace kinds {
-#define ZTCAD_KIND(element, container, tagWord, methodWord, kindNumber, levelCount, holderFlags, fieldFlags) \
-  struct container {                                                                                         \
-    using Element = ztCAD_##element;                                                                         \
-    static constexpr std::int32_t number = kindNumber;                                                       \
-    static constexpr int levels = levelCount;                                                                \
-    static constexpr unsigned holders = holderFlags;                                                         \
-    static constexpr unsigned fields = fieldFlags;                                                           \
-    static const QString& tag() { return words().tagWord; }                                                  \
-    static constexpr const QString Vocabulary::*method = methodWord;                                         \
-    template <typename Content>                                                                              \
-    static constexpr auto in(Content& content) -> decltype((content.container)) {                            \
-      return content.container;                                                                              \
-    }                                                                                                        \
+#define ZTCAD_KIND(element, container, tagWord, methodWord, kindNumber, kindWord, levelCount, holderFlags, \
+                   fieldFlags)                                                                             \
+  struct container {                                                                                       \
+    using Element = ztCAD_##element;                                                                       \
+    static constexpr std::int32_t number = kindNumber;                                                     \
+    static constexpr KindName name = {kindNumber, kindWord};                                               \
+    static constexpr int levels = levelCount;                                                              \
+    static constexpr unsigned holders = holderFlags;                                                       \
+    static constexpr unsigned fields = fieldFlags;                                                         \
+    static const QString& tag() { return words().tagWord; }                                                \
+    static constexpr const QString Vocabulary::*method = methodWord;                                       \
+    template <typename Content>                                                                            \
+    static constexpr auto in(Content& content) -> decltype((content.container)) {                          \
+      return content.container;                                                                            \
+    }                                                                                                      \
   };
 #include "kinds.def"
 #undef ZTCAD_KIND

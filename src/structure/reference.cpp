@@ -1,5 +1,6 @@
 #include "reference.h"
 
+#include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
@@ -88,7 +89,10 @@ void ztCAD_commonRef<Template>::write(ztcad::ElementSink& parent) const {
 
 template <typename Template>
 bool ztCAD_commonRef<Template>::read(const ztcad::ElementView& element, bool& fault) {
-  property().read(element, fault);
+  {
+    const ztcad::Tolerated tolerated(element);
+    property().read(element, fault);
+  }
   ztCAD_LCS placement(false, {});
   if (placement.read(element, fault)) m_lcs = placement;
   m_archetype->read(element, fault);

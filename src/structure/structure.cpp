@@ -4,6 +4,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
@@ -116,7 +117,10 @@ void ztCAD_commonStructure::write(ztcad::ElementSink& parent) const {
 bool ztCAD_commonStructure::read(const ztcad::ElementView& element, bool& fault) {
   releaseNested();
   m_content = ztCAD_StructureContent();
-  property().read(element, fault);
+  {
+    const ztcad::Tolerated tolerated(element);
+    property().read(element, fault);
+  }
   bool allRead = true;
   element.forEachChild([&](const ztcad::ElementView& child) { allRead = readChild(child) && allRead; });
   setReadOk(allRead);
@@ -126,15 +130,19 @@ bool ztCAD_commonStructure::read(const ztcad::ElementView& element, bool& fault)
 bool ztCAD_commonStructure::readChild(const ztcad::ElementView& child) {
   const QString tag = child.tag();
   if (tag == words().structure) return readNested(child);
-  return !ztcad::failsItsHolder(ztcad::readChild(m_content, child, tag), tag);
+  return ztcad::readChildOf(m_content, child, tag);
 }
 
 bool ztCAD_commonStructure::readNested(const ztcad::ElementView& child) {
   ztCAD_commonStructure* const nested = createEmpty();
   if (!nested) return false;
   hold(*nested);
+  const ztcad::ReviewedElement reviewed(child, ztcad::kinds::structures::name, *nested,
+                                        ztcad::NameCheck::ByHolder);
   bool ownFault = false;
-  return nested->read(child, ownFault) && !nested->name().isEmpty();
+  const bool isRead = nested->read(child, ownFault);
+  if (nested->name().isEmpty()) report(child, ztcad::Rule::nested_without_name);
+  return reviewed.read(isRead && !nested->name().isEmpty());
 }
 
 bool ztCAD_commonStructure::passesCheck() const { return ztcad::StructurePass().passesCheck(*this); }

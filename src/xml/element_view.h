@@ -8,6 +8,8 @@
 
 namespace ztcad {
 
+class ReadObserver;
+
 /// The interface that elements read themselves from, with two backends: a DOM tree and the bytes of a file.
 /// Valid only while the backend visits the element.
 class ElementView {
@@ -34,6 +36,32 @@ class ElementView {
   /// Calls `visit` for each child element in document order; other nodes are skipped. A backend may read its
   /// bytes only once: read attributes first, then call either `text` or this, once.
   virtual void forEachChild(const ChildVisitor& visit) const = 0;
+
+  // For reports about the element. Backends without positions, as the DOM, have no observer.
+
+  /// Who learns what is not read of the element; null: nobody.
+  ReadObserver* observer() const { return m_observer; }
+  /// Nothing more of the element or its children is observed: it is skipped as a whole.
+  void skipSilently() const { m_observer = nullptr; }
+
+  /// Tells the observer what was not read of the element. Backends do so when the element ends, if nobody
+  /// asks for it before.
+  virtual void reportUnread() const {}
+
+  /// The "<" of the start tag; null if the backend has no positions.
+  virtual const char* position() const { return nullptr; }
+  /// The start of the attribute's name; null without positions, or if there is no such attribute.
+  virtual const char* attributePosition(const QString& /*name*/) const { return nullptr; }
+  /// Where a byte of what `text()` returned lies in the text.
+  virtual const char* textPosition(const char* byte) const { return byte; }
+
+ protected:
+  explicit ElementView(ReadObserver* observer = nullptr) : m_observer(observer) {}
+  ElementView(const ElementView&) = default;
+  ElementView& operator=(const ElementView&) = default;
+
+ private:
+  mutable ReadObserver* m_observer;
 };
 
 }  // namespace ztcad

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "../number/number_text.h"
+#include "../text/wide_utf8.h"
 
 namespace ztcad {
 
@@ -15,6 +16,10 @@ bool equalsIgnoringCase(std::string_view text, std::string_view lowerCase) {
                     [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a - 'A' + 'a' : a) == b; });
 }
 
+bool isBlank(const QString& text) {
+  return std::all_of(text.begin(), text.end(), [](QChar c) { return isSpace(c.unicode()); });
+}
+
 const char* endWithoutWhitespace(std::string_view bytes) {
   while (!bytes.empty() && isWhitespace(bytes.back()))
     bytes.remove_suffix(1);
@@ -23,8 +28,8 @@ const char* endWithoutWhitespace(std::string_view bytes) {
 
 }  // namespace
 
-PlainReader::PlainReader(std::string_view bytes, XmlBytes kind)
-    : m_at(bytes.data()), m_end(endWithoutWhitespace(bytes)) {
+PlainReader::PlainReader(std::string_view bytes, XmlBytes kind, ReadObserver* observer)
+    : m_at(bytes.data()), m_end(endWithoutWhitespace(bytes)), m_observer(observer) {
   require(m_at != m_end && m_end[-1] == '>');
   readDeclaration(kind);
 }
@@ -70,11 +75,15 @@ void PlainReader::readBetweenElements() {
   }
 }
 
-bool PlainReader::nextChild(std::string_view tag) {
+bool PlainReader::nextChild(std::string_view tag, ReadObserver* observer) {
   while (true) {
     require(m_at != m_end);
     skipWhitespace();
-    if (*m_at != '<') m_decoder.checkText(readUntilMarkup());
+    if (*m_at != '<') {
+      const std::string_view text = readUntilMarkup();
+      m_decoder.checkText(text);
+      if (observer && !isBlank(m_decoder.characters(text))) observer->unreadText(tag.data() - 1, text.data());
+    }
     ++m_at;
     if (*m_at == '/') {
       readEndTag(tag);
@@ -130,6 +139,7 @@ void PlainReader::readEndTag(std::string_view tag) {
 
 void PlainReader::readComment() {
   require(startsWith("!--"));
+  if (m_observer) m_observer->unreadMarkup(ReadObserver::Markup::Comment, m_at - 1);
   m_at += 3;
   const std::string_view rest(m_at, static_cast<std::size_t>(m_end - m_at));
   const std::size_t end = rest.find("--");
@@ -194,6 +204,7 @@ void PlainReader::readValue(PlainAttribute& attribute) {
   const char* at = first;
   attribute.hasReferences = false;
   attribute.isAscii = true;
+  attribute.isRead = false;
   while (true) {
     at = skipValueCharacters(at, m_end);
     require(at != m_end);

@@ -10,8 +10,10 @@
 #include "plain_characters.h"
 #include "plain_decoder.h"
 #include "plain_xml.h"
+#include "read_observer.h"
 #include "shared_texts.h"
 #include "sibling_cache.h"
+#include "unread.h"
 #include "xml_outcome.h"
 
 namespace ztcad {
@@ -22,7 +24,8 @@ namespace ztcad {
 /// inside values.
 class PlainReader {
  public:
-  PlainReader(std::string_view bytes, XmlBytes kind);
+  /// @param observer may be null
+  PlainReader(std::string_view bytes, XmlBytes kind, ReadObserver* observer);
 
   /// Reads the whole document and calls `visit` with the root.
   void readDocument(const std::function<void(const ElementView& root)>& visit);
@@ -30,8 +33,9 @@ class PlainReader {
   // The parts of an element. Each call leaves the position after what it has read.
 
   /// Moves to the next child or to the end tag of the open element.
+  /// @param observer learns of text before it; may be null
   /// @return true, with the position after "<", for a child
-  bool nextChild(std::string_view tag);
+  bool nextChild(std::string_view tag, ReadObserver* observer);
 
   /// Reads the start tag whose "<" has been read.
   PlainStartTag readStartTag() {
@@ -70,6 +74,14 @@ class PlainReader {
 
   /// Bytes for a parser of numbers. The first call of a document sets the default locale to C.
   ElementText numbers(std::string_view bytes);
+
+  ReadObserver* observer() const { return m_observer; }
+  /// Tells the observer of an element which of its attributes nobody has asked for.
+  void reportUnread(const PlainStartTag& tag, ReadObserver& observer) const {
+    const PlainAttribute* const attributes = m_attributes.data();
+    reportUnreadAttributes(attributes + tag.firstAttribute, attributes + tag.attributeEnd,
+                           tag.name.data() - 1, observer);
+  }
 
   void enter() { require(++m_depth <= maximalDepth); }
   void leave() { --m_depth; }
@@ -118,6 +130,7 @@ class PlainReader {
 
   const char* m_at;
   const char* m_end;
+  ReadObserver* const m_observer;
   PlainDecoder m_decoder;
   SharedTexts m_sharedTexts;
   SiblingCache m_siblings;

@@ -9,8 +9,8 @@ namespace {
 class PlainView final : public ElementView {
  public:
   /// The reader's position is after the "<" of the element.
-  explicit PlainView(PlainReader& reader)
-      : m_reader(reader), m_tag(reader.readStartTag()), m_isRead(m_tag.isEmpty) {
+  PlainView(PlainReader& reader, ReadObserver* observer)
+      : ElementView(observer), m_reader(reader), m_tag(reader.readStartTag()), m_isRead(m_tag.isEmpty) {
     m_reader.enter();
   }
 
@@ -31,34 +31,58 @@ class PlainView final : public ElementView {
   bool hasAttribute(const QString& name) const override { return find(name) != nullptr; }
 
   ElementText text() const override {
+    reportUnreadAttributes();
     if (m_isRead) return ElementText(QString());
     m_isRead = true;
     return m_reader.numbers(m_reader.readText(m_tag.name));
   }
 
   void forEachChild(const ChildVisitor& visit) const override {
+    reportUnreadAttributes();
     if (m_isRead) return;
     m_isRead = true;
-    while (m_reader.nextChild(m_tag.name)) {
-      const PlainView child(m_reader);
+    while (m_reader.nextChild(m_tag.name, observer())) {
+      const PlainView child(m_reader, observer());
       visit(child);
       child.finish();
     }
   }
 
+  void reportUnread() const override { forEachChild(skipUnread); }
+
+  const char* position() const override { return m_tag.name.data() - 1; }
+
+  const char* attributePosition(const QString& name) const override {
+    const PlainAttribute* const found = find(name);
+    return found ? found->position() : nullptr;
+  }
+
   /// Moves to the end of the element, however much of it was read.
   void finish() const {
-    if (!m_isRead) forEachChild([](const ElementView&) {});
+    reportUnreadAttributes();
+    if (!m_isRead) forEachChild(skipUnread);
     m_reader.forgetAttributes(m_tag);
     m_reader.leave();
   }
 
  private:
-  const PlainAttribute* find(const QString& name) const { return m_reader.findAttribute(m_tag, name); }
+  const PlainAttribute* find(const QString& name) const {
+    const PlainAttribute* const found = m_reader.findAttribute(m_tag, name);
+    if (found && observer()) found->isRead = true;
+    return found;
+  }
+
+  /// Once, after the attributes were read and before anything else is.
+  void reportUnreadAttributes() const {
+    if (m_areUnreadReported || !observer()) return;
+    m_areUnreadReported = true;
+    m_reader.reportUnread(m_tag, *observer());
+  }
 
   PlainReader& m_reader;
   const PlainStartTag m_tag;
   mutable bool m_isRead;  // whether children or text were read
+  mutable bool m_areUnreadReported = false;
 };
 
 }  // namespace
@@ -67,7 +91,7 @@ void PlainReader::readDocument(const std::function<void(const ElementView& root)
   readBetweenElements();
   require(m_at != m_end);
   {
-    const PlainView root(*this);
+    const PlainView root(*this, m_observer);
     visit(root);
     root.finish();
   }
@@ -76,10 +100,10 @@ void PlainReader::readDocument(const std::function<void(const ElementView& root)
 }
 
 bool readPlainXml(std::string_view bytes, XmlBytes kind,
-                  const std::function<void(const ElementView& root)>& visit) {
+                  const std::function<void(const ElementView& root)>& visit, ReadObserver* observer) {
   if (bytes.size() > longestXml) return false;
   try {
-    PlainReader(bytes, kind).readDocument(visit);
+    PlainReader(bytes, kind, observer).readDocument(visit);
     return true;
   } catch (const NotPlain&) {
     return false;

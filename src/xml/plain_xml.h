@@ -22,8 +22,11 @@ constexpr std::size_t longestXml = std::numeric_limits<int>::max() / 2 - 64;
 ///
 /// @param visit called with the root element, also for a text that proves not to be plain later on. Must read
 ///              every `text()` that it asks for completely: what it does not decode is not validated
-/// @return false for a text that is not plain; the results of `visit` must then be discarded
+/// @param observer learns what is not read; may be null
+/// @return false for a text that is not plain; the results of `visit` must then be discarded, and what the
+///         observer has learnt
 [[nodiscard]] bool readPlainXml(std::string_view bytes, XmlBytes kind,
-                                const std::function<void(const ElementView& root)>& visit);
+                                const std::function<void(const ElementView& root)>& visit,
+                                ReadObserver* observer = nullptr);
 
 }  // namespace ztcad

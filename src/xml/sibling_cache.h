@@ -15,6 +15,10 @@ struct PlainAttribute {
   quint64 key = 0;  // see keyOf
   bool hasReferences = false;
   bool isAscii = true;
+  mutable bool isRead = false;  // kept for observers only
+
+  /// The start of the name. A sibling's name is not parsed: `name` then lies in the start tag before.
+  const char* position() const { return value.data() - std::string_view("=\"").size() - name.size(); }
 };
 
 struct PlainStartTag {

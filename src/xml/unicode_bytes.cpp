@@ -119,26 +119,35 @@ std::size_t validLength(std::string_view bytes) {
   return available;
 }
 
-/// Decodes UTF-8 with invalid bytes. Qt reads blocks of 1024 bytes: an invalid sequence that the end of a
-/// block cuts becomes one U+FFFD up to the cut, any other invalid byte one of its own.
-std::string repairUtf8(std::string_view bytes) {
+/// The bytes from an offset on that become one character, or U+FFFD.
+struct Utf8Source {
+  std::size_t length;  // 0: incomplete bytes at the end of the text, which become nothing
+  bool isValid;
+};
+
+/// Qt reads blocks of 1024 bytes: an invalid sequence that the end of a block cuts becomes one U+FFFD up to
+/// the cut, any other invalid byte one of its own.
+Utf8Source utf8Source(std::string_view bytes, std::size_t at) {
   constexpr std::size_t blockSize = 1024;
+  const std::size_t length = utf8SequenceLength(bytes[at]);
+  const std::string_view sequence = bytes.substr(at, length);
+  if (length > 0 && sequence.size() == length && isUtf8(sequence)) return {length, true};
+  if (length > sequence.size() && validLength(sequence) == sequence.size()) return {0, false};
+  const std::size_t toBlockEnd = blockSize - at % blockSize;
+  const bool isCut = length > toBlockEnd && bytes.size() - at > toBlockEnd &&
+                     validLength(bytes.substr(at, toBlockEnd)) == toBlockEnd;
+  return {isCut ? toBlockEnd : 1, false};
+}
+
+/// Decodes UTF-8 with invalid bytes.
+std::string repairUtf8(std::string_view bytes) {
   std::string text;
   text.reserve(bytes.size());
-  for (std::size_t at = 0; at < bytes.size();) {
-    const std::size_t length = utf8SequenceLength(bytes[at]);
-    const std::string_view sequence = bytes.substr(at, length);
-    if (length > 0 && sequence.size() == length && isUtf8(sequence)) {
-      if (at > 0 || sequence != utf8Mark) text += sequence;
-      at += length;
-      continue;
-    }
-    const std::size_t toBlockEnd = blockSize - at % blockSize;
-    const bool isCut = length > toBlockEnd && bytes.size() - at > toBlockEnd &&
-                       validLength(bytes.substr(at, toBlockEnd)) == toBlockEnd;
-    if (length > sequence.size() && validLength(sequence) == sequence.size()) break;  // incomplete
-    text += replacement;
-    at += isCut ? toBlockEnd : 1;
+  for (std::size_t at = markSize(bytes, UnicodeEncoding::Utf8); at < bytes.size();) {
+    const Utf8Source source = utf8Source(bytes, at);
+    if (source.length == 0) break;
+    text += source.isValid ? bytes.substr(at, source.length) : replacement;
+    at += source.length;
   }
   return text;
 }
@@ -175,6 +184,39 @@ std::string decodeUnicode(std::string_view bytes, UnicodeEncoding encoding) {
       break;
   }
   return repairUtf8(bytes);
+}
+
+int unitSize(UnicodeEncoding encoding) {
+  switch (encoding) {
+    case UnicodeEncoding::Utf8:
+      return 1;
+    case UnicodeEncoding::Utf16:
+    case UnicodeEncoding::Utf16Be:
+    case UnicodeEncoding::Utf16Le:
+      return 2;
+    default:
+      return 4;
+  }
+}
+
+std::size_t markSize(std::string_view bytes, UnicodeEncoding encoding) {
+  if (encoding == UnicodeEncoding::Utf8) return startsWith(bytes, utf8Mark) ? utf8Mark.size() : 0;
+  const auto unit = static_cast<std::size_t>(unitSize(encoding));
+  // nothing but a mark is decoded to nothing
+  return bytes.size() >= unit && decodeUnicode(bytes.substr(0, unit), encoding).empty() ? unit : 0;
+}
+
+std::size_t utf8SourceLength(std::string_view bytes, std::size_t offset) {
+  return utf8Source(bytes, offset).length;
+}
+
+std::size_t utf32SourceLength(std::string_view bytes, std::size_t offset, char32_t decoded) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes[offset + i]); };
+  const auto isHigh = [&byte](std::size_t i) { return (byte(i) & 0xfcU) == 0xd8U; };
+  // a surrogate pair takes two numbers
+  const bool isLittleEndian = byte(2) == 0 && byte(3) == 0 && isHigh(1);
+  const bool isBigEndian = byte(0) == 0 && byte(1) == 0 && isHigh(2);
+  return decoded > 0xffff && (isLittleEndian || isBigEndian) ? 8 : 4;
 }
 
 }  // namespace ztcad

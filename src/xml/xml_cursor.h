@@ -24,6 +24,9 @@ struct XmlAttribute {
   std::string_view name;
   std::string_view value;
   bool hasReferences = false;
+  mutable bool isRead = false;  // kept for observers only
+
+  const char* position() const { return name.data(); }
 };
 
 /// A processing instruction, or the XML declaration as one.

@@ -6,7 +6,7 @@
 namespace ztcad {
 
 ParseOutcome failedParse(std::string_view text, const XmlError& error) {
-  ParseOutcome outcome{false, error.isRefusal, QString(QLatin1String(error.message)), 1, 1};
+  ParseOutcome outcome{false, error.isRefusal, QString(QLatin1String(error.message)), 1, 1, error.offset};
   const char* at = text.data();
   const char* const stop = at + error.offset;
   const char* const end = at + text.size();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <QString>
 #include <string_view>
 
@@ -16,8 +17,9 @@ struct ParseOutcome {
   bool parsed = false;
   bool isRefused = false;  // well-formed, as far as it was read, but not accepted
   QString message;
-  int line = 0;    // from 1; a line ends with LF, CR or CR LF
-  int column = 0;  // from 1, in UTF-16 units
+  int line = 0;            // from 1; a line ends with LF, CR or CR LF
+  int column = 0;          // from 1, in UTF-16 units
+  std::size_t offset = 0;  // in bytes of the decoded text
 };
 
 /// The outcome for a text with an error.

@@ -64,7 +64,7 @@ ParseOutcome XmlReader::outcome() const {
   const bool hasNul = m_nul != std::string_view::npos;
   if (hasNul && (!m_error || m_error->offset == m_nul))
     return failedParse(m_whole, {nulCharacter, m_nul, true});
-  return m_error ? failedParse(m_whole, *m_error) : ParseOutcome{true, false, {}, 0, 0};
+  return m_error ? failedParse(m_whole, *m_error) : ParseOutcome{true, false, {}, 0, 0, 0};
 }
 
 // ------------------------------------------------------------------------------------------ outside the root

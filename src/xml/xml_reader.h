@@ -51,6 +51,8 @@ class XmlReader {
   std::string_view name() const { return m_name; }
   std::string_view text() const { return m_text; }
   bool hasReferences() const { return m_hasReferences; }
+  /// Whether an `Instruction` is the XML declaration.
+  bool isDeclaration() const { return m_name.data() == m_declaration.target.data() && !m_name.empty(); }
   const XmlExternalId& externalId() const { return m_documentType.externalId(); }
 
   /// The attributes of all open elements, those of the innermost one from `firstAttribute` on.
@@ -60,6 +62,9 @@ class XmlReader {
   /// The result, once `End` was returned.
   ParseOutcome outcome() const;
 
+  /// The first byte that was not read yet.
+  const char* position() const { return m_cursor.position(); }
+  std::string_view wholeText() const { return m_whole; }
   /// End of the memory that may be read.
   const char* endOfText() const { return m_cursor.endOfText(); }
 

@@ -75,7 +75,8 @@ std::string decodeBytes(std::string_view bytes, ToUnicode&& toUnicode) {
 
 XmlText::XmlText(std::string_view bytes, XmlBytes kind) {
   constexpr std::string_view mark = "\xEF\xBB\xBF";
-  m_characters = startsWith(bytes, mark) ? bytes.substr(mark.size()) : bytes;
+  m_sourceStart = startsWith(bytes, mark) ? mark.size() : 0;
+  m_characters = bytes.substr(m_sourceStart);
   if (kind == XmlBytes::AsDeclared) decode(bytes);
 }
 
@@ -89,6 +90,7 @@ void XmlText::decode(std::string_view bytes) {
     const auto offset = static_cast<std::size_t>(declared.data() - start.data());
     m_refusal = failedParse(start, {"encoding not supported", offset, true});
     m_refusal->message += QLatin1String(": ") + fromWideUtf8(declared);
+    decode(bytes.substr(0, blockSize), detected);
     return;
   }
   const CodePage* const page = findCodePage(name);
@@ -98,11 +100,40 @@ void XmlText::decode(std::string_view bytes) {
   } else if (isWindows1251(name)) {
     m_decoded = decodeBytes(bytes, [](unsigned char byte) { return windows1251ToUnicode(byte).unicode(); });
   } else {
-    const UnicodeEncoding encoding = unicodeEncoding(name).value_or(detected);
-    if (encoding == UnicodeEncoding::Utf8 && isUtf8(bytes)) return;  // not copied either
-    m_decoded = decodeUnicode(bytes, encoding);
+    const auto encoding = unicodeEncoding(name);
+    if (!encoding && !name.empty()) m_unknownEncoding = declared;
+    decode(bytes, encoding.value_or(detected));
+    return;
   }
+  m_form = Form::SingleByte;
+  m_sourceStart = 0;
   m_characters = m_decoded;
+}
+
+void XmlText::decode(std::string_view bytes, UnicodeEncoding encoding) {
+  if (encoding == UnicodeEncoding::Utf8 && isUtf8(bytes)) return;  // not copied
+  m_decoded = decodeUnicode(bytes, encoding);
+  m_characters = m_decoded;
+  const int unit = unitSize(encoding);
+  m_form = unit == 1 ? Form::RepairedUtf8 : unit == 2 ? Form::Wide16 : Form::Wide32;
+  m_sourceStart = markSize(bytes, encoding);
+}
+
+std::size_t XmlText::sourceLength(const Utf8Character& character, std::string_view bytes,
+                                  std::size_t offset) const {
+  switch (m_form) {
+    case Form::SingleByte:
+      return 1;
+    case Form::Wide16:
+      return character.code > 0xffff ? 4 : 2;
+    case Form::Wide32:
+      return utf32SourceLength(bytes, offset, character.code);
+    case Form::RepairedUtf8:
+      return utf8SourceLength(bytes, offset);
+    case Form::Utf8:
+      break;
+  }
+  return character.length;
 }
 
 }  // namespace ztcad

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "../text/wide_utf8.h"
+#include "unicode_bytes.h"
 #include "xml_outcome.h"
 
 namespace ztcad {
@@ -30,11 +32,29 @@ class XmlText {
   /// Set if the encoding is refused.
   const std::optional<ParseOutcome>& refusal() const { return m_refusal; }
 
+  // How the source of the text was decoded.
+
+  /// Whether invalid bytes of UTF-8 were replaced.
+  bool isRepaired() const { return m_form == Form::RepairedUtf8; }
+  /// The name of an encoding that is not known, so that the text was read as UTF-8; empty without one.
+  std::string_view unknownEncoding() const { return m_unknownEncoding; }
+  /// Length of a byte order mark at the start of the source, which the text lacks.
+  std::size_t sourceStart() const { return m_sourceStart; }
+  /// How many bytes of the source a character was decoded from.
+  /// @param offset its start in `bytes`
+  std::size_t sourceLength(const Utf8Character& character, std::string_view bytes, std::size_t offset) const;
+
  private:
+  enum class Form { Utf8, RepairedUtf8, SingleByte, Wide16, Wide32 };
+
   void decode(std::string_view bytes);
+  void decode(std::string_view bytes, UnicodeEncoding encoding);
 
   std::string m_decoded;
   std::string_view m_characters;
+  Form m_form = Form::Utf8;
+  std::size_t m_sourceStart = 0;
+  std::string m_unknownEncoding;
   std::optional<ParseOutcome> m_refusal;
 };
 

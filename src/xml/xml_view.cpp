@@ -1,12 +1,17 @@
 #include "xml_view.h"
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
 #include <string>
+#include <vector>
 
 #include "../number/number_text.h"
 #include "../text/wide_utf8.h"
 #include "plain_characters.h"
+#include "read_observer.h"
 #include "shared_texts.h"
+#include "unread.h"
 #include "xml_reader.h"
 
 namespace ztcad {
@@ -18,9 +23,35 @@ class WideUtf8Decoder final : public TextDecoder {
   QString decoded(std::string_view part) const override { return fromWideUtf8(part); }
 };
 
+/// The start of the first character of a run that is no ASCII whitespace.
+const char* afterWhitespace(std::string_view run) {
+  return std::find_if_not(run.begin(), run.end(), XmlCursor::isXmlWhitespace);
+}
+
 /// What the views of one text share.
 struct ViewedText {
-  explicit ViewedText(std::string_view text) : reader(text) {}
+  ViewedText(std::string_view text, ReadObserver* textObserver) : reader(text), observer(textObserver) {}
+
+  XmlEvent next() {
+    const XmlEvent event = reader.next();
+    if (observer) observe(event);
+    return event;
+  }
+
+  void observe(XmlEvent event) const {
+    using Markup = ReadObserver::Markup;
+    const char* const name = reader.name().data();
+    if (event == XmlEvent::Comment)
+      observer->unreadMarkup(Markup::Comment, reader.text().data() - std::string_view("<!--").size());
+    if (event == XmlEvent::Instruction && !reader.isDeclaration())
+      observer->unreadMarkup(Markup::Instruction, name - std::string_view("<?").size());
+    if (event == XmlEvent::EntityReference) observer->unreadMarkup(Markup::EntityReference, name - 1);
+    if (event == XmlEvent::DocumentType)
+      observer->unreadMarkup(
+          Markup::DocumentType,
+          reader.wholeText().data() +
+              reader.wholeText().rfind('<', static_cast<std::size_t>(name - reader.wholeText().data())));
+  }
 
   QString decoded(std::string_view bytes) {
     const bool mayBeShared = SharedTexts::isWorthSharing(bytes) && isAscii(bytes);
@@ -34,18 +65,50 @@ struct ViewedText {
     return ElementText(bytes, decoder, endOfMemory);
   }
 
+  /// Adds a piece to the text of an element.
+  void join(std::string_view piece, bool hasReferences) {
+    if (observer) pieces.push_back({joinedText.size(), piece.data(), hasReferences});
+    if (hasReferences) {
+      appendWithoutReferences(piece, joinedText);
+    } else {
+      joinedText += piece;
+    }
+  }
+
+  /// Where a byte of the joined text comes from: exactly, or for a piece with references its start.
+  const char* sourceOf(const char* byte) const {
+    const std::less_equal<> notAfter;
+    const bool isJoined =
+        notAfter(joinedText.data(), byte) && notAfter(byte, joinedText.data() + joinedText.size());
+    if (!isJoined || pieces.empty()) return byte;
+    const auto offset = static_cast<std::size_t>(byte - joinedText.data());
+    const auto after = std::upper_bound(pieces.begin(), pieces.end(), offset,
+                                        [](std::size_t at, const Piece& piece) { return at < piece.start; });
+    const Piece& piece = *std::prev(after);
+    return piece.hasReferences ? piece.source : piece.source + (offset - piece.start);
+  }
+
+  struct Piece {
+    std::size_t start;  // in the joined text
+    const char* source;
+    bool hasReferences;
+  };
+
   XmlReader reader;
+  ReadObserver* const observer;
   WideUtf8Decoder decoder;
   SharedTexts shared;
-  std::string joinedText;  // of the last element whose text consists of several pieces
+  std::string joinedText;     // of the last element whose text consists of several pieces
+  std::vector<Piece> pieces;  // of that text, for observers only
   bool hasNumbers = false;
 };
 
 class XmlView final : public ElementView {
  public:
   /// The reader has just returned the start of the element.
-  explicit XmlView(ViewedText& text)
-      : m_text(text),
+  XmlView(ViewedText& text, ReadObserver* observer)
+      : ElementView(observer),
+        m_text(text),
         m_tag(text.reader.name()),
         m_firstAttribute(text.reader.firstAttribute()),
         m_attributeEnd(text.reader.attributes().size()) {}
@@ -68,43 +131,60 @@ class XmlView final : public ElementView {
   bool hasAttribute(const QString& name) const override { return find(name) != nullptr; }
 
   ElementText text() const override {
-    std::string& joined = m_text.joinedText;
+    reportUnreadAttributes();
     std::string_view only;
     bool isJoined = false;
+    m_text.joinedText.clear();
+    m_text.pieces.clear();
     forEachEvent([&](XmlEvent event) {
-      if (event != XmlEvent::Text && event != XmlEvent::Cdata) return;
       const XmlReader& reader = m_text.reader;
+      if (event == XmlEvent::StartElement && observer())
+        observer()->unreadElement(reader.name().data() - 1, m_text.decoded(reader.name()));
+      if (event != XmlEvent::Text && event != XmlEvent::Cdata) return;
       if (!isJoined && only.empty() && !reader.hasReferences()) {
         only = reader.text();
         return;
       }
-      if (!isJoined) joined = only;
+      if (!isJoined) m_text.join(only, false);
       isJoined = true;
-      if (reader.hasReferences()) {
-        appendWithoutReferences(reader.text(), joined);
-      } else {
-        joined += reader.text();
-      }
+      m_text.join(reader.text(), reader.hasReferences());
     });
-    if (isJoined) return m_text.numbers(joined, nullptr);
+    if (isJoined) return m_text.numbers(m_text.joinedText, nullptr);
     return m_text.numbers(only, only.empty() ? nullptr : m_text.reader.endOfText());
   }
 
   void forEachChild(const ChildVisitor& visit) const override {
+    reportUnreadAttributes();
     if (m_isRead) return;
     m_isRead = true;
     while (true) {
-      const XmlEvent event = m_text.reader.next();
+      const XmlEvent event = m_text.next();
       if (event == XmlEvent::EndElement || event == XmlEvent::End) return;
+      if ((event == XmlEvent::Text || event == XmlEvent::Cdata) && observer())
+        observer()->unreadText(position(), afterWhitespace(m_text.reader.text()));
       if (event != XmlEvent::StartElement) continue;
-      const XmlView child(m_text);
+      const XmlView child(m_text, observer());
       visit(child);
       child.finish();
     }
   }
 
+  void reportUnread() const override {
+    if (observer()) forEachChild(skipUnread);
+  }
+
+  const char* position() const override { return m_tag.data() - 1; }
+
+  const char* attributePosition(const QString& name) const override {
+    const XmlAttribute* const found = find(name);
+    return found ? found->position() : nullptr;
+  }
+
+  const char* textPosition(const char* byte) const override { return m_text.sourceOf(byte); }
+
   /// Moves to the end of the element, however much of it was read.
   void finish() const {
+    reportUnread();
     forEachEvent([](XmlEvent) {});
   }
 
@@ -113,7 +193,7 @@ class XmlView final : public ElementView {
   template <typename Take>
   void forEachEvent(Take&& take) const {
     for (int depth = m_isRead ? 0 : 1; depth > 0;) {
-      const XmlEvent event = m_text.reader.next();
+      const XmlEvent event = m_text.next();
       if (event == XmlEvent::End) break;
       if (event == XmlEvent::StartElement) ++depth;
       if (event == XmlEvent::EndElement) --depth;
@@ -122,11 +202,26 @@ class XmlView final : public ElementView {
     m_isRead = true;
   }
 
-  /// The last attribute of this name, as in Qt.
   const XmlAttribute* find(const QString& name) const {
+    const XmlAttribute* const found = search(name);
+    if (found && observer()) found->isRead = true;
+    return found;
+  }
+
+  /// The last attribute of this name, as in Qt.
+  const XmlAttribute* search(const QString& name) const {
     const auto found = findLast([&name](std::string_view other) { return equals(other, name); });
     if (found || isAsciiText(name)) return found;
     return findLast([&name](std::string_view other) { return fromWideUtf8(other) == name; });
+  }
+
+  /// Once, after the attributes were read and before anything else is.
+  void reportUnreadAttributes() const {
+    if (m_areUnreadReported || !observer()) return;
+    m_areUnreadReported = true;
+    const XmlAttribute* const attributes = m_text.reader.attributes().data();
+    ztcad::reportUnreadAttributes(attributes + m_firstAttribute, attributes + m_attributeEnd, position(),
+                                  *observer());
   }
 
   static bool isAsciiText(const QString& name) {
@@ -146,22 +241,24 @@ class XmlView final : public ElementView {
   const std::size_t m_firstAttribute;
   const std::size_t m_attributeEnd;
   mutable bool m_isRead = false;  // whether children or text were read
+  mutable bool m_areUnreadReported = false;
 };
 
 }  // namespace
 
-ParseOutcome readXml(const XmlText& text, const std::function<void(const ElementView& root)>& visit) {
+ParseOutcome readXml(const XmlText& text, const std::function<void(const ElementView& root)>& visit,
+                     ReadObserver* observer) {
   if (text.refusal()) return *text.refusal();
-  ViewedText viewed(text.characters());
-  XmlEvent event = viewed.reader.next();
+  ViewedText viewed(text.characters(), observer);
+  XmlEvent event = viewed.next();
   while (event != XmlEvent::StartElement && event != XmlEvent::End)
-    event = viewed.reader.next();
+    event = viewed.next();
   if (event == XmlEvent::StartElement) {
-    const XmlView root(viewed);
+    const XmlView root(viewed, observer);
     visit(root);
     root.finish();
   }
-  while (viewed.reader.next() != XmlEvent::End) {
+  while (viewed.next() != XmlEvent::End) {
   }
   return viewed.reader.outcome();
 }

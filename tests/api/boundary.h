@@ -19,6 +19,7 @@ std::vector<Row> elementRows();
 std::vector<Row> contentRows();
 std::vector<Row> fieldRows();
 std::vector<Row> countedRows();
+std::vector<Row> reviewRows();
 std::vector<Row> flatRows();
 
 }  // namespace boundary

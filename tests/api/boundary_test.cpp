@@ -470,8 +470,9 @@ const Row rows[] = {
 
 std::vector<Row> allRows() {
   std::vector<Row> all(std::begin(rows), std::end(rows));
-  for (const std::vector<Row>& more : {boundary::elementRows(), boundary::contentRows(),
-                                       boundary::fieldRows(), boundary::countedRows(), boundary::flatRows()})
+  for (const std::vector<Row>& more :
+       {boundary::elementRows(), boundary::contentRows(), boundary::fieldRows(), boundary::countedRows(),
+        boundary::reviewRows(), boundary::flatRows()})
     all.insert(all.end(), more.begin(), more.end());
   return all;
 }

@@ -60,6 +60,14 @@ const Row rows[] = {
        EXPECT_STREQ(outcome.message, "no document was given");
        EXPECT_EQ(files.names(), Names{});
      }},
+    {"ztCAD_saveDocumentTo",
+     [](Doc* document) {
+       ztCAD_Outcome outcome = {0, true, -1, -1, ""};
+       const auto neverCalled = [](const char*, std::int64_t, void*) { return false; };
+       EXPECT_FALSE(ztCAD_saveDocumentTo(document, neverCalled, nullptr, &outcome));
+       EXPECT_GT(outcome.code, 0);
+       EXPECT_STREQ(outcome.message, "no document was given");
+     }},
     {"SaveGMDDocument",
      [](Doc* document) {
        const TemporaryFiles files;

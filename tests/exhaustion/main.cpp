@@ -30,7 +30,7 @@ using namespace exhaustion;
 std::vector<Row> allRows() {
   std::vector<Row> all;
   for (const std::vector<Row>& rows :
-       {documentRows(), elementRows(), contentRows(), fieldRows(), recordRows(), libraryRows()})
+       {documentRows(), elementRows(), contentRows(), fieldRows(), recordRows(), libraryRows(), reviewRows()})
     all.insert(all.end(), rows.begin(), rows.end());
   return all;
 }

@@ -39,6 +39,7 @@ std::vector<Row> contentRows();
 std::vector<Row> fieldRows();
 std::vector<Row> recordRows();
 std::vector<Row> libraryRows();
+std::vector<Row> reviewRows();
 
 /// A host's text, too long for the small string optimisation.
 inline const std::string& longText() {

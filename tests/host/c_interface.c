@@ -388,6 +388,40 @@ static void saveAndLoadWithOutcome(ztCAD_GMDDocument* document, const char* file
   ztCAD_endDocument(fromText);
 }
 
+static bool countBytes(const char* bytes, int64_t size, void* context) {
+  *(int64_t*)context += size;
+  return bytes != NULL;
+}
+
+static void saveToFunction(ztCAD_GMDDocument* document) {
+  ztCAD_Outcome outcome;
+  int64_t size = 0;
+  EXPECT(ztCAD_saveDocumentTo(document, countBytes, &size, &outcome));
+  EXPECT(outcome.code == 0 && size > 100);
+}
+
+static void reviews(void) {
+  ztCAD_Outcome outcome;
+  ztCAD_Review* const review =
+      ztCAD_reviewText("<GMD>\n<point name='hinge'/><!-- --></GMD>", -1, 1, &outcome);
+  EXPECT(review && outcome.code == ztCAD_ResultLoaded && outcome.fault);
+  EXPECT(ztCAD_findingCount(review) == 1 && ztCAD_omittedFindings(review, ztCAD_SeverityNote) == 1);
+  const ztCAD_Finding* const finding = ztCAD_findingAt(review, 0);
+  EXPECT(finding && finding->severity == ztCAD_SeverityError && !strcmp(finding->rule, "missing-centre"));
+  EXPECT(!strcmp(finding->message, "The point \"hinge\" has no centre."));
+  EXPECT(finding->place.line == 2 && finding->place.column == 1 && finding->place.offset == 6);
+  EXPECT(!strcmp(finding->path, "/GMD/point[1]") && !strcmp(finding->name, "hinge"));
+  EXPECT(!strcmp(ztCAD_kindWord(finding->kind), "point") && !finding->attribute && finding->count == 1);
+  ztCAD_GMDDocument* const document = ztCAD_takeReviewedDocument(review);
+  ztCAD_endReview(review);
+  EXPECT(ztCAD_countInDoc(document, ztCAD_ElementPoint) == 1);
+  ztCAD_endDocument(document);
+  EXPECT(ztCAD_ruleCount() > 0 && strlen(ztCAD_ruleAt(0)->sentence) > 0 && !ztCAD_ruleAt(-1));
+  ztCAD_Review* const missing = ztCAD_reviewFile("no such file", 0, &outcome);
+  EXPECT(missing && outcome.code == ztCAD_ResultFileMissing && !ztCAD_findingCount(missing));
+  ztCAD_endReview(missing);
+}
+
 static void texts(ztCAD_GMDDocument* document) {
   const int64_t length = GMDDocumentToString_nostl(document, true, NULL, 0);
   char* const text = malloc((size_t)length + 1);
@@ -453,6 +487,8 @@ int main(int count, char** arguments) {
   header(document);
   referenceFields(document);
   texts(document);
+  saveToFunction(document);
+  reviews();
   saveAndLoad(document, arguments[1]);
   saveAndLoadWithOutcome(document, arguments[1]);
   ztCAD_Base* const point = onlyOne(document, ztCAD_ElementPoint);

@@ -85,6 +85,17 @@ ZTCAD_API bool ztCAD_reloadDocument(ztCAD_GMDDocument* document, const char* fil
 ZTCAD_NODISCARD ZTCAD_API bool ztCAD_saveDocument(ztCAD_GMDDocument* document, const char* fileName,
                                                   ztCAD_Outcome* outcome);
 
+/// Receives the bytes of a saved document, in order. Must not throw.
+/// @return false ends the save, which then fails
+typedef bool (*ztCAD_WriteBytes)(const char* bytes, int64_t size, void* context);  // NOLINT
+
+/// Saves a document as `ztCAD_saveDocument` does, but hands its bytes to a function instead of a file.
+/// @param context passed to `write` unchanged
+/// @param outcome output; may be null
+/// @return whether all bytes were written
+ZTCAD_NODISCARD ZTCAD_API bool ztCAD_saveDocumentTo(ztCAD_GMDDocument* document, ztCAD_WriteBytes write,
+                                                    void* context, ztCAD_Outcome* outcome);
+
 /// Ends a document, however it was made, with everything it owns: its elements and the nested structures that
 /// `ztCAD_loadDocument`, `ztCAD_loadDocumentFromText` or `ztCAD_reloadDocument` read. Other documents are
 /// unaffected. Nested structures that the older calls below read are not the document's: they stay until the

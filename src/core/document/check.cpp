@@ -30,9 +30,12 @@ class Bits {
   std::vector<std::uint64_t> m_words;  // their number is a power of two
 };
 
+/// Calls `visit` with each element whose name one before it has, until it returns false.
+///
 /// Names with different bits are different; only names that share a bit are compared.
-template <typename Container>
-bool namesAreUnique(const Container& elements) {
+/// @return whether all calls returned true
+template <typename Container, typename Visit>
+bool visitDuplicates(const Container& elements, Visit&& visit) {
   std::vector<uint> hashes;
   hashes.reserve(elements.size());
   Bits seen(elements.size());
@@ -45,19 +48,37 @@ bool namesAreUnique(const Container& elements) {
   ztcad::NameCounter names;
   auto hash = hashes.begin();
   return std::all_of(elements.begin(), elements.end(), [&](const auto& element) {
-    return !shared.has(*hash++) || names.isNew(element.name());
+    return !shared.has(*hash++) || names.isNew(element.name()) || visit(element);
   });
+}
+
+/// Calls `visit(container)` for the containers of templates that references find by name, until it returns
+/// false.
+template <typename Visit>
+bool visitTemplates(const ztCAD_DocumentContent& content, Visit&& visit) {
+  return visit(content.templateDetails) && visit(content.templateStructures) &&
+         visit(content.templatePoints) && visit(content.templateMipElements);
 }
 
 }  // namespace
 
 bool ztcad::passesCheck(const ztCAD_DocumentContent& content) {
-  const bool templatesAreUnique =
-      namesAreUnique(content.templateDetails) && namesAreUnique(content.templateStructures) &&
-      namesAreUnique(content.templatePoints) && namesAreUnique(content.templateMipElements);
+  const bool templatesAreUnique = visitTemplates(content, [](const auto& templates) {
+    return visitDuplicates(templates, [](const auto& /*duplicate*/) { return false; });
+  });
   if (!templatesAreUnique) return false;
   StructurePass pass;
   pass.markAll(content.structures);
   return std::all_of(content.structures.begin(), content.structures.end(),
                      [&pass](const ztCAD_Structure& structure) { return pass.passesCheck(structure); });
+}
+
+void ztcad::forEachDuplicate(const ztCAD_DocumentContent& content,
+                             const std::function<void(const ztCAD_Base& element)>& visit) {
+  visitTemplates(content, [&visit](const auto& templates) {
+    return visitDuplicates(templates, [&visit](const auto& duplicate) {
+      visit(duplicate);
+      return true;
+    });
+  });
 }

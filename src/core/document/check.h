@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+
+class ztCAD_Base;
 struct ztCAD_DocumentContent;
 
 namespace ztcad {
@@ -8,5 +11,9 @@ namespace ztcad {
 /// structures, by which references find them, are unique within each kind, and every structure is sound.
 /// Template lines and template solids may share names: documents with such names are in use.
 bool passesCheck(const ztCAD_DocumentContent& content);
+
+/// Calls `visit` with each of these templates whose name one before it in its container has.
+void forEachDuplicate(const ztCAD_DocumentContent& content,
+                      const std::function<void(const ztCAD_Base& element)>& visit);
 
 }  // namespace ztcad

@@ -59,6 +59,16 @@ FileError writeTextFile(const FileName& fileName, std::size_t longest, const Wri
   return {};
 }
 
+FileError writeText(ByteOutput& output, std::size_t longest, const WriteText& write) {
+  try {
+    TextOutput text(output, longest);
+    write(text);
+  } catch (const TextRefused& refusal) {
+    return {QFileDevice::WriteError, QLatin1String(refusal.what())};
+  }
+  return {};
+}
+
 FileBytes readFile(const FileName& fileName, std::size_t longest) {
   if (hasNul(fileName)) return FileBytes(ReadOutcome::Missing);
   try {

@@ -61,6 +61,9 @@ class TextRefused final : public std::exception {
 /// @param longest greatest size of the file in bytes; a longer text is refused
 FileError writeTextFile(const FileName& fileName, std::size_t longest, const WriteText& write);
 
+/// Passes a text on with the system's line ends. An error of `output` must be a `TextRefused`.
+FileError writeText(ByteOutput& output, std::size_t longest, const WriteText& write);
+
 /// What became of reading a file.
 enum class ReadOutcome {
   Done,

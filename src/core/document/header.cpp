@@ -3,8 +3,10 @@
 #include "../../number/number_text.h"
 #include "../../xml/element_sink.h"
 #include "../../xml/element_view.h"
+#include "../review.h"
 #include "../vocabulary.h"
 
+using ztcad::Rule;
 using ztcad::words;
 
 namespace {
@@ -24,7 +26,11 @@ void writeVersion(ztcad::ElementSink& element, const QString& name, const Versio
 void readVersion(const ztcad::ElementView& element, const QString& name, Version& version) {
   std::uint32_t number = 0;
   const auto text = element.attribute(name);
-  if (text && ztcad::toIndex(*text, number)) version = number;
+  if (!text) return report(element, Rule::missing_version, name);
+  if (ztcad::toIndex(*text, number))
+    version = number;
+  else
+    reportAttribute(element, name, Rule::bad_version, name, ztcad::Quoted{*text});
 }
 
 QLatin1String presence(const Version& version) { return QLatin1String(version ? "1" : "0"); }
@@ -53,7 +59,13 @@ bool ztCAD_HeaderNode::read(const ztcad::ElementView& element, bool& fault) {
   fault = false;
   readVersion(element, words().majorVersion, m_majorVersion);
   readVersion(element, words().minorVersion, m_minorVersion);
-  if (auto inform = element.attribute(words().inform)) m_inform = std::move(inform);
+  if (auto inform = element.attribute(words().inform)) {
+    reviewText(element, words().inform, *inform);
+    m_inform = std::move(inform);
+  }
+  for (const QString& name : {words().producerVersion, words().producerName, words().producerPlatform})
+    if (reviewOf(element) && element.hasAttribute(name))
+      reportAttribute(element, name, Rule::producer_not_kept, name);
   constexpr std::uint32_t error = 3;
   if (!m_majorVersion || !m_minorVersion) m_state = {true, error};
   return true;

@@ -1,9 +1,12 @@
 #include "loading.h"
 
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "../../number/floating_point.h"
 #include "../../text/narrow_text.h"
+#include "../../text/wide_utf8.h"
 #include "../../xml/plain_xml.h"
 #include "../../xml/xml_view.h"
 #include "check.h"
@@ -30,9 +33,14 @@ LoadOutcome failure(std::int32_t code, const QString& message) {
   return outcome;
 }
 
-LoadOutcome tooLong() { return failure(ztCAD_GMDDocument::NotParsed, QLatin1String("text too long")); }
-
 }  // namespace
+
+/// The text is longer than what is read.
+LoadOutcome DocumentLoader::refuseLength() const {
+  const QLatin1String message("text too long");
+  if (m_findings) *m_findings = soleFinding(m_review->limit(), Rule::text_refused, message);
+  return failure(ztCAD_GMDDocument::NotParsed, message);
+}
 
 LoadOutcome DocumentLoader::loadFile(std::string_view fileName) {
   FileBytes file = readFile(fileNameOf(fileName), longestXml);
@@ -40,7 +48,7 @@ LoadOutcome DocumentLoader::loadFile(std::string_view fileName) {
     case ReadOutcome::Missing:
       return failure(ztCAD_GMDDocument::FileMissing, QLatin1String("no such file"));
     case ReadOutcome::TooLong:
-      return tooLong();
+      return refuseLength();
     case ReadOutcome::Failed:
       return failure(file.error.code, file.error.message);
     case ReadOutcome::Done:
@@ -49,9 +57,9 @@ LoadOutcome DocumentLoader::loadFile(std::string_view fileName) {
   return load({std::move(file.bytes), XmlBytes::AsDeclared}, TextRules::Strict);
 }
 
-LoadOutcome DocumentLoader::loadText(const std::string& xml, TextRules rules) {
+LoadOutcome DocumentLoader::loadText(std::string_view xml, TextRules rules) {
   if (xml.size() > longestXml) {
-    LoadOutcome outcome = tooLong();
+    LoadOutcome outcome = refuseLength();
     if (rules == TextRules::Lenient) {
       RootReader nothing(m_document.header());
       takeOver(nothing, {QByteArray(), XmlBytes::AsDeclared});
@@ -66,12 +74,38 @@ LoadOutcome DocumentLoader::loadText(const std::string& xml, TextRules rules) {
 
 LoadOutcome DocumentLoader::load(const Source& source, TextRules rules) {
   const DefaultFloatingPoint environment;
+  std::optional<XmlText> text;
+  const LoadOutcome outcome = load(source, rules, text);
+  if (m_review) {
+    if (text && outcome.replaced) reviewDecoding(source, *text);
+    m_review->finish();
+    if (!text) text.emplace(source.text(), source.kind);
+    *m_findings = findingsOf(*m_review, source.text(), *text);
+  }
+  return outcome;
+}
+
+/// Reports what the text lost when it was decoded.
+void DocumentLoader::reviewDecoding(const Source& source, const XmlText& text) const {
+  if (!text.unknownEncoding().empty()) {
+    const QString name = fromWideUtf8(text.unknownEncoding());
+    m_review->report(Rule::unknown_encoding, text.characters().data(), {argumentText(Quoted{name})});
+  }
+  const Occurrences replaced = replacedBytes(source.text(), text);
+  if (replaced.count > 0) m_review->report(Rule::invalid_bytes, replaced);
+}
+
+/// @param text output: set if the text is not plain
+LoadOutcome DocumentLoader::load(const Source& source, TextRules rules, std::optional<XmlText>& text) {
   LoadOutcome outcome;
   outcome.code = ztCAD_GMDDocument::Loaded;
   Reader reader = readPlain(source, rules);
-  if (!reader) reader = readAny(source, rules, outcome);
+  if (!reader) {
+    text.emplace(source.text(), source.kind);
+    reader = readAny(*text, rules, outcome);
+  }
   if (!reader) return outcome;
-  unifyNames(reader->content());
+  nameElements(*reader);
   if (rules == TextRules::Strict && !passesCheck(reader->content())) {
     outcome.code = ztCAD_GMDDocument::NotADocument;
     outcome.message = QLatin1String("the document check failed");
@@ -86,35 +120,77 @@ LoadOutcome DocumentLoader::load(const Source& source, TextRules rules) {
 DocumentLoader::Reader DocumentLoader::readPlain(const Source& source, TextRules rules) const {
   auto reader = std::make_unique<RootReader>(m_document.header());
   bool rootIsRight = true;
-  const bool isPlain = readPlainXml(source.text(), source.kind, [&](const ElementView& root) {
+  const auto readRoot = [&](const ElementView& root) {
     rootIsRight = rules == TextRules::Lenient || root.tag() == words().gmd;
     if (rootIsRight) reader->readRoot(root);
-  });
-  if (!isPlain || !rootIsRight) reader.reset();
-  return reader;
+  };
+  const bool isPlain = readPlainXml(source.text(), source.kind, readRoot, m_review.get());
+  if (isPlain && rootIsRight) return reader;
+  if (m_review) m_review->clear();
+  return nullptr;
 }
 
 /// Reads any text; null, with the reason in `outcome`, if the rules refuse it.
-DocumentLoader::Reader DocumentLoader::readAny(const Source& source, TextRules rules,
+DocumentLoader::Reader DocumentLoader::readAny(const XmlText& text, TextRules rules,
                                                LoadOutcome& outcome) const {
   auto reader = std::make_unique<RootReader>(m_document.header());
   bool rootIsRight = false;
-  const XmlText text(source.text(), source.kind);
-  const ParseOutcome parse = readXml(text, [&](const ElementView& root) {
-    rootIsRight = root.tag() == words().gmd;
+  QString rootTag;
+  const char* rootPosition = nullptr;
+  const auto readRoot = [&](const ElementView& root) {
+    rootTag = root.tag();
+    rootPosition = root.position();
+    rootIsRight = rootTag == words().gmd;
     if (rootIsRight || rules == TextRules::Lenient) reader->readRoot(root);
-  });
+  };
+  const ParseOutcome parse = readXml(text, readRoot, m_review.get());
   if (!parse.parsed) {
     outcome = failure(ztCAD_GMDDocument::NotParsed, parse.message);
     outcome.line = parse.line;
     outcome.column = parse.column;
+    reportAlone(parse.isRefused ? Rule::text_refused : Rule::not_well_formed,
+                text.characters().data() + parse.offset, parse.message);
     if (rules == TextRules::Strict) return nullptr;
     if (parse.isRefused) reader = std::make_unique<RootReader>(m_document.header());
   } else if (rules == TextRules::Strict && !rootIsRight) {
     outcome = failure(ztCAD_GMDDocument::NotADocument, QLatin1String("the root element is not \"GMD\""));
+    reportAlone(Rule::wrong_root, rootPosition, argumentText(Quoted{rootTag}));
     return nullptr;
   }
   return reader;
+}
+
+/// Reports why nothing was read.
+void DocumentLoader::reportAlone(Rule rule, const char* position, const QString& argument) const {
+  if (!m_review) return;
+  m_review->clear();
+  m_review->report(rule, position, {argument});
+}
+
+/// Makes the names unique and reports that, and the names of templates that are not.
+void DocumentLoader::nameElements(RootReader& reader) const {
+  if (!m_review) {
+    unifyNames(reader.content());
+    return;
+  }
+  std::unordered_map<const ztCAD_Base*, QString> renamed;
+  unifyNames(reader.content(), [&renamed](const ztCAD_Base& element, const QString& former) {
+    renamed.emplace(&element, former);
+  });
+  std::unordered_set<const ztCAD_Base*> duplicates;
+  forEachDuplicate(reader.content(),
+                   [&duplicates](const ztCAD_Base& element) { duplicates.insert(&element); });
+  if (renamed.empty() && duplicates.empty()) return;
+  m_review->beginAfterReading();
+  for (const ElementInText& element : m_review->elements()) {
+    const QString& name = element.element->name();
+    const auto rename = renamed.find(element.element);
+    const QString& former = rename == renamed.end() ? name : rename->second;
+    if (rename != renamed.end())
+      m_review->report(element, Rule::name_renamed, former, {argumentText(Quoted{name})});
+    if (duplicates.count(element.element) > 0)
+      m_review->report(element, Rule::duplicate_template_name, former, {argumentText(Quoted{name})});
+  }
 }
 
 /// Moves what was read into the document. Everything that can throw comes first, so the change is all or

@@ -2,11 +2,14 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <QString>
 #include <string>
 #include <string_view>
 
+#include "../../xml/xml_text.h"
 #include "document.h"
+#include "findings.h"
 
 namespace ztcad {
 
@@ -38,22 +41,36 @@ enum class TextRules {
 class DocumentLoader {
  public:
   DocumentLoader(ztCAD_GMDDocument& document, NestedOwner owner) : m_document(document), m_owner(owner) {}
+  /// Reports what it finds.
+  /// @param findings output of a load under strict rules
+  DocumentLoader(ztCAD_GMDDocument& document, NestedOwner owner, std::int64_t limit, Findings& findings)
+      : m_document(document),
+        m_owner(owner),
+        m_review(std::make_unique<Review>(limit)),
+        m_findings(&findings) {}
 
   /// @param fileName as a host passes it, see `fileNameOf`
   LoadOutcome loadFile(std::string_view fileName);
-  LoadOutcome loadText(const std::string& xml, TextRules rules);
+  LoadOutcome loadText(std::string_view xml, TextRules rules);
 
  private:
   struct Source;
   using Reader = std::unique_ptr<RootReader>;
 
   LoadOutcome load(const Source& source, TextRules rules);
+  LoadOutcome load(const Source& source, TextRules rules, std::optional<XmlText>& text);
   Reader readPlain(const Source& source, TextRules rules) const;
-  Reader readAny(const Source& source, TextRules rules, LoadOutcome& outcome) const;
+  Reader readAny(const XmlText& text, TextRules rules, LoadOutcome& outcome) const;
   void takeOver(RootReader& reader, const Source& source);
+  LoadOutcome refuseLength() const;
+  void reportAlone(Rule rule, const char* position, const QString& argument) const;
+  void reviewDecoding(const Source& source, const XmlText& text) const;
+  void nameElements(RootReader& reader) const;
 
   ztCAD_GMDDocument& m_document;
   const NestedOwner m_owner;
+  const std::unique_ptr<Review> m_review;  // null: nobody wants findings
+  Findings* const m_findings = nullptr;
 };
 
 /// Destroys a document and what it owns, without emptying the list of structures that all documents share.

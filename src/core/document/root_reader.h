@@ -25,24 +25,53 @@ class RootReader {
   bool fault() const { return m_fault; }
 
  private:
+  /// A child that failed to read itself, and what a review found in it.
+  struct FailedChild {
+    const ztCAD_Structure* structure;  // null: another element
+    Review::Mark from;
+    Review::Mark to;
+  };
+
   void readOne(const ElementView& child) {
     const QString tag = child.tag();
-    if (tag == words().header)
-      readHeader(child);
-    else if (readChild(m_content, child, tag) == ChildOutcome::Failed)
-      m_fault = true;
+    if (tag == words().header) return readHeader(child);
+    m_hasChildren = true;
+    const Review* const review = reviewOf(child);
+    const Review::Mark from = review ? review->mark() : Review::Mark();
+    const ChildOutcome outcome = readChild(m_content, child, tag);
+    reviewSkipped(child, outcome, Rule::unknown_method);
+    if (outcome != ChildOutcome::Failed) return;
+    m_fault = true;
+    if (!review) return;
+    const bool isStructure = tag == words().structure;
+    m_failed.push_back({isStructure ? &m_content.structures.back() : nullptr, from, review->mark()});
   }
 
   /// The read of a header clears the flag that it is given, so faults of children before it are forgotten.
   void readHeader(const ElementView& child) {
+    if (m_hasHeader) report(child, Rule::repeated_header);
+    if (m_hasChildren && !m_hasHeader) report(child, Rule::header_not_first);
+    m_hasHeader = true;
     ztCAD_HeaderNode header;
     if (header.read(child, m_fault)) m_header = header;
+    if (reviewOf(child)) forgetFailures(*reviewOf(child));
+  }
+
+  /// What was found in a child that no longer counts is no error, unless the document check fails because of
+  /// it.
+  void forgetFailures(Review& review) {
+    for (const FailedChild& child : m_failed)
+      if (!child.structure || child.structure->passesCheck()) review.tolerate(child.from, child.to);
+    m_failed.clear();
   }
 
   ztCAD_DocumentContent m_content;
   ztCAD_HeaderNode m_header;
   StructureList m_nested;
   bool m_fault = false;
+  bool m_hasChildren = false;
+  bool m_hasHeader = false;
+  std::vector<FailedChild> m_failed;  // since the last header; for reviews only
 };
 
 }  // namespace ztcad

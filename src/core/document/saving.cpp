@@ -58,4 +58,12 @@ FileError saveDocument(ztCAD_GMDDocument& document, std::string_view fileName) {
   });
 }
 
+FileError saveDocument(ztCAD_GMDDocument& document, ByteOutput& output) {
+  const DefaultFloatingPoint environment;
+  unifyNames(document.content());
+  return writeText(output, longestXml, [&document](ByteOutput& text) {
+    writeDocument(document.header(), document.content(), text);
+  });
+}
+
 }  // namespace ztcad

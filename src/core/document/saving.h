@@ -10,5 +10,7 @@ namespace ztcad {
 /// Makes the names in the document unique and writes the file, as `writeTextFile` does. A document that would
 /// not load again is refused: one nested deeper than `maximalDepth`, or longer than `longestXml` as a file.
 FileError saveDocument(ztCAD_GMDDocument& document, std::string_view fileName);
+/// The same to another output.
+FileError saveDocument(ztCAD_GMDDocument& document, ByteOutput& output);
 
 }  // namespace ztcad

@@ -4,7 +4,8 @@
 #include "../name_counter.h"
 #include "orders.h"
 
-bool ztcad::unifyNames(ztCAD_DocumentContent& content) {
+bool ztcad::unifyNames(ztCAD_DocumentContent& content,
+                       const std::function<void(const ztCAD_Base& element, const QString& former)>& visit) {
   ElementRenames renames;
   NameCounter topLevel;
   visitInOrder(UnificationOrder(), content,
@@ -20,6 +21,7 @@ bool ztcad::unifyNames(ztCAD_DocumentContent& content) {
     unifyNames(detail.content(), renames);
   for (ztCAD_TmplDetail& detail : content.templateDetails)
     unifyNames(detail.content(), renames);
+  if (visit) renames.forEach(visit);
   renames.keep();
   return true;
 }
