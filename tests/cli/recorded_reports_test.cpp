@@ -75,7 +75,8 @@ ordered_json reportOn(const std::string& folder) {
 const ordered_json& goldenDocument(const std::string& name) {
   static const std::map<std::string, ordered_json> documents = [] {
     std::map<std::string, ordered_json> all;
-    for (const ordered_json& document : reportOn(golden).at("documents"))
+    const ordered_json report = reportOn(golden);
+    for (const ordered_json& document : report.at("documents"))
       all[document.at("file").get<std::string>()] = document;
     return all;
   }();
