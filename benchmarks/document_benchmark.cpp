@@ -157,6 +157,12 @@ class Benchmark {
     }
   }
 
+  /// Compares a review with a load of the same document.
+  void runReview(const std::string& name, const Document& document) {
+    add(name + ", review", document, MemoryKind::Load,
+        {[&] { return libraryReview(document); }, {}, [&] { return libraryLoad(document); }});
+  }
+
   void runSave(const std::string& name, const Document& document) {
     const std::string file = m_documents.scratch();
     Implementations implementations;
@@ -169,6 +175,7 @@ class Benchmark {
 
   void runMesh(const Document& mesh) {
     runLoad("mesh", mesh);
+    runReview("mesh", mesh);
     runForms("mesh, load", mesh);
     runSave("mesh", mesh);
   }
@@ -176,9 +183,12 @@ class Benchmark {
   void runPoints(std::size_t size) {
     const Document& points = m_documents.make(Shape::DifferentNames, size);
     runLoad("points", points);
+    runReview("points", points);
     runForms("points, load", points);
     runSave("points", points);
-    runLoad("points with one name", m_documents.make(Shape::SameName, size));
+    const Document& oneName = m_documents.make(Shape::SameName, size);
+    runLoad("points with one name", oneName);
+    runReview("points with one name", oneName);
     runUnify(size);
     const Document& structures = m_documents.make(Shape::Structures, size);
     runLoad("points in structures", structures);

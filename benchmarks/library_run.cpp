@@ -76,6 +76,18 @@ Measurement libraryLoad(const Document& document) {
   return measurement;
 }
 
+Measurement libraryReview(const Document& document) {
+  ztCAD_Review* review = nullptr;
+  Measurement measurement = timed([&] {
+    ztCAD_Outcome outcome;
+    review = ztCAD_reviewFile(document.file.c_str(), 1000, &outcome);
+    return outcome.code == 0 && !outcome.fault;
+  });
+  ztCAD_GMDDocument* const loaded = ztCAD_takeReviewedDocument(review);
+  measurement.succeeded = measurement.succeeded && holdsAll(loaded, document);
+  return measurement;
+}
+
 Measurement librarySave(const Document& document, const std::string& file) {
   ztCAD_GMDDocument* const loaded = loadOrThrow(document);
   Measurement measurement = timed([&] {

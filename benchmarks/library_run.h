@@ -12,6 +12,8 @@ namespace benchmarks {
 /// process of its own; its preparation is not measured.
 
 Measurement libraryLoad(const Document& document);
+/// The same as a review, which keeps at most a thousand findings.
+Measurement libraryReview(const Document& document);
 /// Loads the document and measures saving it.
 Measurement librarySave(const Document& document, const std::string& file);
 /// Loads the document and measures checking it; `prepare`, if not empty, runs before each check and is not

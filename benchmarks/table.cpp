@@ -219,12 +219,14 @@ void printTargets(std::ostream& out, const Results& results, bool markdown) {
       targets.atMost(2, "x its memory beyond the file", name + form.suffix, memoryRatioToReference);
     }
   }
+  targets.atMost(1.15, "x load", "mesh, review", ratioToReference);
   targets.atMost(3, "x plain structs", "vertices, build", ratioToReference);
   targets.atMost(3, "x plain structs", "points, build", ratioToReference);
   for (const char* const name :
-       {"points, load", "points with one name, load", "points in structures, load", "points, save",
-        "points with one name, first save", "points with one name, second save",
-        "points in structures, check (cold)", "template points, check (cold)", "points, delete"})
+       {"points, load", "points with one name, load", "points with one name, review",
+        "points in structures, load", "points, save", "points with one name, first save",
+        "points with one name, second save", "points in structures, check (cold)",
+        "template points, check (cold)", "points, delete"})
     targets.growsLinearly(name);
   targets.atMost(0.6, "x one job", "program, check with two jobs (reference: one)", ratioToReference);
   targets.atMost(1.2, "x a load", "program, info (reference: a load)", ratioToReference);

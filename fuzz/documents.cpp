@@ -18,6 +18,20 @@ bool passes(ztCAD_GMDDocument* document) {
   return passed;
 }
 
+/// A review of the file that was written last comes to the same result, and finds an error exactly if the
+/// load fails or raises the fault flag.
+void requireReview(bool fault, std::int32_t code) {
+  ztCAD_Outcome outcome;
+  constexpr std::int64_t limit = 20;
+  ztCAD_Review* const review = ztCAD_reviewFile(files().path("loaded.xml").c_str(), limit, &outcome);
+  require(outcome.code == code && outcome.fault == fault, "a review loads as a load does");
+  std::int64_t errors = ztCAD_omittedFindings(review, ztCAD_SeverityError);
+  for (std::int64_t i = 0; i < ztCAD_findingCount(review); ++i)
+    errors += ztCAD_findingAt(review, i)->severity == ztCAD_SeverityError ? 1 : 0;
+  require((errors == 0) == (code == 0 && !fault), "errors are the reasons for a code or fault");
+  ztCAD_endReview(review);
+}
+
 }  // namespace
 
 std::string fileWith(std::string_view bytes) { return files().put("loaded.xml", std::string(bytes)); }
@@ -30,6 +44,7 @@ Loaded load(std::string_view bytes) {
   require(loaded.code == 0 || loaded.code == 110 || loaded.code == 120,
           "the result code is one of those for a file that opens");
   require(loaded.code != 110 || !fault, "no fault is reported if nothing was read");
+  requireReview(fault, loaded.code);
   if (loaded.code == 0)
     require(passes(loaded.document.get()), "a document loaded with code 0 passes the check");
   return loaded;

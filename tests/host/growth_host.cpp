@@ -26,8 +26,10 @@ std::string numbered(const std::string& before, const std::string& after, int ti
   return text;
 }
 
-/// Loads a text and prints it.
+/// Reviews a text, loads it and prints it.
 void load(const std::string& xml) {
+  ztCAD_Outcome outcome;
+  ztCAD_endReview(ztCAD_reviewText(xml.data(), static_cast<std::int64_t>(xml.size()), 100, &outcome));
   bool parsed = false;
   std::string text;
   int line = 0;
@@ -76,6 +78,10 @@ const std::vector<Case>& cases() {
        [](int n) { load("<?p?><GMD>" + repeated("<point name='p' center='1,2,3'/>", n) + "</GMD>"); }},
       {"siblings_of_a_plain_text",
        [](int n) { load("<GMD>" + repeated("<point name='p' center='1,2,3'/>", n) + "</GMD>"); }},
+      {"findings",
+       [](int n) {
+         load("<GMD>" + numbered("<x", " a='' a='' b=''>t</x><point name='p' a=''/>", n) + "</GMD>");
+       }},
       {"open_elements", [](int n) { load(repeated("<a>", n)); }},
       {"long_name", [](int n) { load("<?p?><GMD><point name='" + repeated("x", n) + "'/></GMD>"); }},
       {"invalid_utf8", [](int n) { load("<GMD a='" + repeated("\xd0\xe0", n) + "'/>"); }},
