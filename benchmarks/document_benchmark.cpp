@@ -17,6 +17,7 @@
 
 #include "library_run.h"
 #include "plain_structs.h"
+#include "program_run.h"
 #include "qt_baseline.h"
 #include "reference_implementation.h"
 #include "table.h"
@@ -103,6 +104,8 @@ class Benchmark {
       runPoints(size);
     for (const std::size_t size : points)
       runBuilding(size);
+    runProgram(m_documents.make(Shape::Mesh, vertices.back()),
+               m_documents.make(Shape::DifferentNames, points.front()));
     return m_results;
   }
 
@@ -237,6 +240,16 @@ class Benchmark {
                    {[&] { return libraryBuildPoints(count); }, {}, [&] { return plainBuildPoints(count); }});
   }
 
+  /// The program ztcad, compared with itself and with a bare load.
+  void runProgram(const Document& mesh, const Document& points) {
+    constexpr int documents = 500;
+    const std::string folder = folderOfLinks(points, documents);
+    addWithoutFile("program, check with two jobs (reference: one)", documents,
+                   {[&] { return programCheck(folder, 2); }, {}, [&] { return programCheck(folder, 1); }});
+    add("program, info (reference: a load)", mesh, MemoryKind::NotReported,
+        {[&] { return programInfo(mesh); }, {}, [&] { return programLoad(mesh); }});
+  }
+
   const Options& m_options;
   Documents m_documents;
   Results m_results;
@@ -264,6 +277,7 @@ bool parseOptions(int argc, char** argv, Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc == 3 && std::string(argv[1]) == loadOption) return loadAlone(argv[2]) ? 0 : 1;
   Options options;
   if (!parseOptions(argc, argv, options)) {
     std::cerr << "usage: document_benchmark [--quick] [--all-qt] [--markdown] [--folder <folder>] "

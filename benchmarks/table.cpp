@@ -228,6 +228,8 @@ void printTargets(std::ostream& out, const Results& results, bool markdown) {
         "points with one name, second save", "points in structures, check (cold)",
         "template points, check (cold)", "points, delete"})
     targets.growsLinearly(name);
+  targets.atMost(0.6, "x one job", "program, check with two jobs (reference: one)", ratioToReference);
+  targets.atMost(1.2, "x a load", "program, info (reference: a load)", ratioToReference);
   targets.print(out, markdown);
 }
 

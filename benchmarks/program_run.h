@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+#include "documents.h"
+#include "measurement.h"
+
+namespace benchmarks {
+
+/// The program ztcad, called as users call it. Each function is one run, from the start of the process to its
+/// end.
+
+/// Writes a folder with many links to a document, beside it.
+std::string folderOfLinks(const Document& document, int count);
+/// Checks a folder with so many jobs.
+Measurement programCheck(const std::string& folder, int jobs);
+/// Describes a document.
+Measurement programInfo(const Document& document);
+/// Runs this benchmark with `loadOption`: a process that loads the document and does nothing else.
+Measurement programLoad(const Document& document);
+
+inline constexpr const char* loadOption = "--load";
+/// What a process with `loadOption` does.
+bool loadAlone(const std::string& file);
+
+}  // namespace benchmarks

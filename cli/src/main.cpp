@@ -1,0 +1,46 @@
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "command_line.h"
+#include "failure.h"
+#include "output.h"
+#include "platform/standard_streams.h"
+#include "worker/serve.h"
+
+namespace {
+
+using cli::ExitCode;
+
+struct Runner {
+  ExitCode operator()(const cli::CheckOptions& options) const { return cli::check(options); }
+  ExitCode operator()(const cli::InfoOptions& options) const { return cli::printInfo(options); }
+  ExitCode operator()(const cli::FormatOptions& options) const { return cli::format(options); }
+  ExitCode operator()(const cli::RulesOptions& options) const { return cli::printRules(options); }
+  ExitCode operator()(const cli::WorkerOptions&) const { return cli::serve(); }
+  ExitCode operator()(const cli::PrintedText& printed) const {
+    cli::Output output;
+    output << printed.text;
+    output.flush();
+    return ExitCode::Good;
+  }
+};
+
+ExitCode run(std::vector<std::string> arguments) {
+  try {
+    cli::CommandLine commandLine;
+    return std::visit(Runner(), commandLine.parse(std::move(arguments)));
+  } catch (const std::bad_alloc&) {
+    cli::printError("memory ran out");
+  } catch (const std::exception& error) {
+    cli::printError(error.what());
+  }
+  return ExitCode::Failed;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  cli::prepareStandardStreams();
+  return static_cast<int>(run(cli::programArguments(argc, argv)));
+}

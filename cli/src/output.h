@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace cli {
+
+/// Standard output. A write that fails throws `Failure`.
+class Output {
+ public:
+  Output& operator<<(std::string_view text) {
+    write(text);
+    return *this;
+  }
+  void write(std::string_view bytes);
+  void flush();
+};
+
+/// Prints "ztcad: message" to standard error.
+void printError(std::string_view message);
+
+/// The text on one line: control characters, which could also control a terminal, are replaced by escapes
+/// such as "\n" and "\x1b".
+std::string onOneLine(std::string_view text);
+
+}  // namespace cli

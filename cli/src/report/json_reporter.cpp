@@ -1,0 +1,86 @@
+#include "json_text.h"
+#include "reporter.h"
+
+namespace cli {
+
+namespace {
+
+using nlohmann::ordered_json;
+
+ordered_json toJson(const Place& place) {
+  return {{"line", place.line}, {"column", place.column}, {"offset", place.offset}};
+}
+
+ordered_json elementOf(const Finding& finding) {
+  ordered_json element{{"kind", finding.kind}};
+  if (finding.name) element["name"] = *finding.name;
+  return element;
+}
+
+ordered_json toJson(const Finding& finding) {
+  ordered_json object{{"severity", wordFor(finding.severity)},
+                      {"rule", finding.rule},
+                      {"message", finding.message},
+                      {"line", finding.place.line},
+                      {"column", finding.place.column},
+                      {"offset", finding.place.offset},
+                      {"path", finding.path}};
+  if (finding.attribute) object["attribute"] = *finding.attribute;
+  if (!finding.kind.empty()) object["element"] = elementOf(finding);
+  if (finding.count > 1) {
+    object["count"] = finding.count;
+    object["places"] = ordered_json::array();
+    for (const Place& place : finding.places)
+      object["places"].push_back(toJson(place));
+  }
+  return object;
+}
+
+/// docs/check.schema.json describes the form. Each document and each finding is a line, so that two reports
+/// can be compared line by line.
+class JsonReporter : public Reporter {
+ public:
+  explicit JsonReporter(Output& output) : m_output(output) {}
+
+  void begin() override { m_output << jsonBeginning("documents"); }
+
+  void add(const CheckedDocument& document) override {
+    const Review& review = document.review;
+    ordered_json head{{"file", document.file}};
+    head["code"] = review.problem.empty() ? ordered_json(review.code) : ordered_json();
+    head["fault"] = review.fault;
+    head["omitted"] = document.omitted;
+    if (!review.problem.empty()) head["problem"] = review.problem;
+    std::string line = jsonText(head);
+    line.pop_back();  // the brace that the findings come before
+    m_output << (m_isFirst ? "\n    " : ",\n    ") << line << ",\"findings\":[";
+    m_isFirst = false;
+    const char* separator = "\n      ";
+    for (const Finding& finding : review.findings) {
+      m_output << separator << jsonText(toJson(finding));
+      separator = ",\n      ";
+    }
+    m_output << "]}";
+  }
+
+  void end(const Summary& summary) override {
+    const auto count = [&](Severity severity) {
+      return summary.counts.at(static_cast<std::size_t>(severity));
+    };
+    const ordered_json object{{"documents", summary.documents},
+                              {"errors", count(Severity::Error)},
+                              {"warnings", count(Severity::Warning)},
+                              {"notes", count(Severity::Note)}};
+    m_output << (m_isFirst ? "]" : "\n  ]") << ",\n  \"summary\": " << jsonText(object) << "\n}\n";
+  }
+
+ private:
+  Output& m_output;
+  bool m_isFirst = true;
+};
+
+}  // namespace
+
+std::unique_ptr<Reporter> makeJsonReporter(Output& output) { return std::make_unique<JsonReporter>(output); }
+
+}  // namespace cli

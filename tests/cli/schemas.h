@@ -1,0 +1,13 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+/// Whether a text is JSON that a schema accepts. The message says where not.
+testing::AssertionResult validates(const std::string& text, const std::string& schemaFile);
+
+/// The committed schema of an output: "check", "info" or "rules".
+inline std::string schemaOf(const std::string& command) {
+  return std::string(ZTCAD_TEST_PAGES) + "/" + command + ".schema.json";
+}
