@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include "../text/parts.h"
 #include "number_text.h"
 
 namespace ztcad {
@@ -10,16 +11,6 @@ namespace {
 
 bool convert(QStringView text, double& value) { return toReal(text, value); }
 bool convert(QStringView text, std::uint32_t& value) { return toIndex(text, value); }
-
-template <typename Visit>
-void forEachPart(QStringView text, QChar separator, Visit visit) {
-  for (qsizetype start = 0; start < text.size();) {
-    const qsizetype found = text.indexOf(separator, start);
-    const qsizetype end = found < 0 ? text.size() : found;
-    if (end > start) visit(text.mid(start, end - start));
-    start = end + 1;
-  }
-}
 
 template <typename Number>
 bool appendParts(QStringView list, std::vector<Number>& values) {

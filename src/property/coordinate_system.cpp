@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <iterator>
-#include <QVector>
 
 #include "../core/vocabulary.h"
 #include "../number/number_text.h"
+#include "../text/parts.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
 #include "equal_systems.h"
@@ -33,11 +33,11 @@ bool ztCAD_LCS::read(const ztcad::ElementView& element, bool& fault) {
   fault = false;
   const QString text = element.attribute(attributeName()).value_or(QString());
   if (text.isEmpty()) return false;
-  const QVector<QStringRef> parts = text.splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
+  const std::vector<QStringView> parts = ztcad::commaParts(text);
   if (parts.size() != 1 + valueCount || parts[0] != words().cs) return false;
   m_values.reserve(m_values.size() + valueCount);
   std::transform(parts.begin() + 1, parts.end(), std::back_inserter(m_values),
-                 [](const QStringRef& part) { return ztcad::realOrZero(part); });
+                 ztcad::realOrZero);
   return true;
 }
 

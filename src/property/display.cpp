@@ -1,9 +1,8 @@
 #include "display.h"
 
-#include <QVector>
-
 #include "../core/vocabulary.h"
 #include "../number/number_text.h"
+#include "../text/parts.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
 
@@ -32,8 +31,8 @@ template <typename Take>
 bool readColor(const ztcad::ElementView& element, Take take) {
   const std::optional<QString> text = element.attribute(words().color);
   if (!text || text->isEmpty()) return true;
-  const QVector<QStringRef> parts = text->splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
-  if (parts.isEmpty()) return true;
+  const std::vector<QStringView> parts = ztcad::commaParts(*text);
+  if (parts.empty()) return true;
   if (parts[0] != words().rgb) return false;
   if (parts.size() != 4) return true;
   take(ztCAD_Color(ztcad::indexOrZero(parts[1]), ztcad::indexOrZero(parts[2]), ztcad::indexOrZero(parts[3])));
