@@ -113,7 +113,7 @@ TEST(LoadingStrings, ReturnsTheDocumentAndTheResultOfParsing) {
   EXPECT_FALSE(bad.parsed);
   EXPECT_EQ(bad.message, "unexpected end of file");
   EXPECT_EQ(bad.line, 2);
-  EXPECT_EQ(bad.column, 30);
+  EXPECT_EQ(bad.column, 29);
   EXPECT_EQ(namesIn(ztCAD_getPoints(bad.document.get())), Names{"A"});
 }
 
