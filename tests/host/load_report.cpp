@@ -167,8 +167,13 @@ int main(int count, char** values) try {
   const Library library(arguments.library);
   const Report report(library);
   print(arguments.samples, report);
+  if (arguments.mutations == 0) return 0;
   const auto mutated = sample_texts::mutated(arguments.samples, arguments.mutations);
-  arguments.inTens ? printTens(mutated, report) : print(mutated, report);
+  if (arguments.inTens) {
+    printTens(mutated, report);
+  } else {
+    print(mutated, report);
+  }
   return 0;
 } catch (const std::exception& failure) {
   std::fprintf(stderr, "load_report: %s\n", failure.what());
