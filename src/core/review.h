@@ -26,9 +26,9 @@ struct KindName {
 
 /// A finding while the text is being read. Positions are addresses in the text that the backend reads.
 struct FindingInText {
-  Rule rule;
-  Severity severity;
-  const char* element;              // the "<" of its start tag, or of other markup
+  Rule rule = {};
+  Severity severity = {};
+  const char* element = nullptr;    // the "<" of its start tag, or of other markup
   const char* attribute = nullptr;  // its name; null: the finding is about the element
   QString attributeName;
   QString message;

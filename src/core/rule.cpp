@@ -8,17 +8,17 @@ namespace ztcad {
 namespace {
 
 /// The name of a rule: its identifier with hyphens.
-template <std::size_t size>
-constexpr std::array<char, size> nameOf(const char (&identifier)[size]) {
-  std::array<char, size> name{};
-  for (std::size_t i = 0; i < size; ++i)
+template <std::size_t Size>
+constexpr std::array<char, Size> nameOf(const char (&identifier)[Size]) {
+  std::array<char, Size> name{};
+  for (std::size_t i = 0; i < Size; ++i)
     name[i] = identifier[i] == '_' ? '-' : identifier[i];
   return name;
 }
 
 namespace names {
 #define ZTCAD_RULE(identifier, severity, since, sentence, message) \
-  constexpr auto identifier = nameOf(#identifier);
+  constexpr auto identifier = nameOf(#identifier);  // NOLINT(bugprone-macro-parentheses): a name
 #include "rules.def"
 #undef ZTCAD_RULE
 }  // namespace names

@@ -23,10 +23,15 @@ struct RuleInfo {
 };
 
 const RuleInfo& infoOf(Rule rule);
-constexpr int ruleCount = 0
-#define ZTCAD_RULE(identifier, severity, since, sentence, message) +1
+
+namespace rule_numbers {
+enum Number : int {
+#define ZTCAD_RULE(identifier, severity, since, sentence, message) identifier,
 #include "rules.def"
 #undef ZTCAD_RULE
-    ;
+  end
+};
+}  // namespace rule_numbers
+constexpr int ruleCount = rule_numbers::end;
 
 }  // namespace ztcad
