@@ -1,5 +1,5 @@
-/// The reports of all golden documents, and of some with what these lack, compared with recorded ones. To record
-/// them again:
+/// The reports of all golden documents, and of some with what these lack, compared with recorded ones. To
+/// record them again:
 ///
 ///   ZTCAD_REFRESH_REPORTS=1 build/release/tests/cli_program_tests --gtest_filter='*Reports*'
 
