@@ -37,7 +37,7 @@ if(WIN32)
 else()
   set(pc_pic_option -fPIC)
 endif()
-ztcad_pkg_config(ztCAD.pc ztCAD "Qt5Core Qt5Xml" "${pc_pic_option}")
+ztcad_pkg_config(ztCAD.pc ztCAD "Qt${ZTCAD_QT}Core Qt${ZTCAD_QT}Xml" "${pc_pic_option}")
 ztcad_pkg_config(ztCAD_c.pc "ztCAD for C" "" "")
 
 # The guide, the schemas and the examples, in the folders that the pages' links expect.

@@ -29,7 +29,8 @@ function(ztcad_test name)
   target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
   target_sources(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/leak_suppressions.cpp)
   target_compile_definitions(${name} PRIVATE
-    ZTCAD_TEST_LEAK_SUPPRESSIONS="${PROJECT_SOURCE_DIR}/tests/leak_suppressions.txt")
+    ZTCAD_TEST_LEAK_SUPPRESSIONS="${PROJECT_SOURCE_DIR}/tests/leak_suppressions.txt"
+    ZTCAD_TEST_QT5_ANSWERS="${PROJECT_SOURCE_DIR}/tests/qt5_answers")
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
   if(NOT test_OPTIMISED AND NOT MSVC)
     target_compile_options(${name} PRIVATE -O0)

@@ -6,7 +6,6 @@
 
 #include <fstream>
 #include <iterator>
-#include <QTextCodec>
 #include <sstream>
 #include <vector>
 
@@ -36,11 +35,27 @@ void print(const std::string& text) {
     std::cout << "   | " << line << "\n";
 }
 
+namespace {
+
+/// Decodes the characters of windows-1251 that this program writes; any other becomes a question mark.
+QChar decoded(char byte) {
+  const auto code = static_cast<unsigned char>(byte);
+  if (code < 0x80) return QChar(code);
+  if (code >= 0xC0) return QChar(0x410 + (code - 0xC0));  // the Russian alphabet without its seventh letter
+  if (code == 0xA8) return QChar(0x401);                  // which is apart, as a capital
+  if (code == 0xB8) return QChar(0x451);                  // and as a small letter
+  return QChar(code == 0xB9 ? 0x2116 : '?');              // the numero sign
+}
+
+}  // namespace
+
 void printFile(const std::filesystem::path& file) {
   const std::string bytes = bytesOf(file);
   std::cout << "   " << bytes.size() << " bytes in windows-1251:\n";
-  const auto size = static_cast<int>(bytes.size());
-  print(QTextCodec::codecForName("windows-1251")->toUnicode(bytes.data(), size).toStdString());
+  QString text;
+  for (const char byte : bytes)
+    text += decoded(byte);
+  print(text.toStdString());
 }
 
 }  // namespace demo

@@ -12,17 +12,29 @@
 
 namespace ztcad {
 
+/// Qt's hash of a name, with the seed of the process.
+struct NameHash {
+  uint operator()(const QString& name) const {
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    return qHash(name, static_cast<uint>(qGlobalQHashSeed()));
+#else
+    return static_cast<uint>(qHash(name, QHashSeed::globalSeed()));
+#endif
+  }
+};
+
 /// Makes names unique within one pass. The first element with a name keeps it; "_$1", "_$2", ... are appended
 /// to the names of the next ones. A new name is not compared with names that come later in the pass.
 ///
 /// A flat table with open addressing holds the hashes; the names are stored in insertion order, in which they
 /// are also freed: freeing a million names in hash order costs more than finding them. If many names collide
-/// (Qt's hash is easily inverted, so a document may be crafted that way), an ordered map replaces the table,
-/// so that no document takes quadratic time.
-class NameCounter {
+/// (the hash of Qt 5 is easily inverted, so a document may be crafted that way), an ordered map replaces the
+/// table, so that no document takes quadratic time.
+///
+/// @tparam Hash a function object; tests replace it
+template <typename Hash>
+class BasicNameCounter {
  public:
-  static uint hashOf(const QString& name) { return qHash(name, static_cast<uint>(qGlobalQHashSeed())); }
-
   /// Reserves space for `count` further names.
   void expect(std::size_t count) {
     if (m_ordered.empty() && 2 * (m_names.size() + count) > m_slots.size()) resize(m_names.size() + count);
@@ -32,7 +44,7 @@ class NameCounter {
   /// cache miss.
   void prefetch(const QString& name) const {
     if (m_slots.empty()) return;
-    [[maybe_unused]] const Slot* const slot = &m_slots[hashOf(name) & (m_slots.size() - 1)];
+    [[maybe_unused]] const Slot* const slot = &m_slots[Hash()(name) & (m_slots.size() - 1)];
 #if defined(__GNUC__)
     __builtin_prefetch(slot, 1);
 #endif
@@ -73,7 +85,7 @@ class NameCounter {
     if (!m_ordered.empty()) return findInOrder(name);
     constexpr std::size_t longestProbe =
         256;  // several times the longest probe among a million names of any kind
-    const uint hash = hashOf(name);
+    const uint hash = Hash()(name);
     const std::size_t mask = m_slots.size() - 1;
     for (std::size_t probe = 0; probe < longestProbe; ++probe) {
       Slot& slot = m_slots[(hash + probe) & mask];
@@ -122,6 +134,8 @@ class NameCounter {
   std::vector<Slot> m_slots;                 // their number is a power of two
   std::map<QString, std::size_t> m_ordered;  // once not empty, replaces the slots
 };
+
+using NameCounter = BasicNameCounter<NameHash>;
 
 /// Gives the element a new name if its name is taken.
 template <typename Element, typename Named>

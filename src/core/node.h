@@ -3,6 +3,7 @@
 #include <QString>
 
 #include "../support/export.h"
+#include "../support/qt_version.h"
 
 class QDomDocument;
 class QDomElement;

@@ -1,6 +1,7 @@
 #include "review.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "../number/number_text.h"
 #include "../text/narrow_text.h"
@@ -28,21 +29,19 @@ QString phraseOf(const KindName* kind, const std::optional<QString>& name) {
   return phrase;
 }
 
+/// Replaces "{element}" and "{1}", "{2}", ... in the message of a rule.
 QString messageOf(Rule rule, const QString& element, std::initializer_list<QString> arguments) {
-  const QString pattern = QLatin1String(infoOf(rule).message);
+  std::string_view pattern = infoOf(rule).message;
   QString message;
-  for (int at = 0; at < pattern.size();) {
-    const int opening = pattern.indexOf(QLatin1Char('{'), at);
-    const int end = opening < 0 ? pattern.size() : opening;
-    message += pattern.mid(at, end - at);
-    if (opening < 0) break;
-    const int closing = pattern.indexOf(QLatin1Char('}'), opening);
-    const QString word = pattern.mid(opening + 1, closing - opening - 1);
-    const auto index = static_cast<std::size_t>(word.toUInt());
-    message += index == 0 ? element : *(arguments.begin() + (index - 1));
-    at = closing + 1;
+  while (true) {
+    const std::string_view text = pattern.substr(0, pattern.find('{'));
+    message += QLatin1String(text.data(), static_cast<int>(text.size()));
+    if (text.size() == pattern.size()) return message;
+    pattern.remove_prefix(text.size() + 1);
+    const std::string_view word = pattern.substr(0, pattern.find('}'));
+    message += word == "element" ? element : *(arguments.begin() + (word.front() - '1'));
+    pattern.remove_prefix(word.size() + 1);
   }
-  return message;
 }
 
 Rule ruleOf(ReadObserver::Markup markup) {

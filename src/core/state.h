@@ -4,6 +4,7 @@
 #include <QString>
 
 #include "../support/export.h"
+#include "../support/qt_version.h"
 
 /// @file
 /// The state of a document.

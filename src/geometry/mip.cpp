@@ -1,10 +1,9 @@
 #include "mip.h"
 
-#include <QVector>
-
 #include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../number/number_text.h"
+#include "../text/parts.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
 
@@ -21,7 +20,7 @@ QString& ztCAD_MIP::toText(QString& out, bool /*debugForm*/) const {
 }
 
 bool ztCAD_MIP::fromText(const QString& text) {
-  const QVector<QStringRef> parts = text.splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
+  const std::vector<QStringView> parts = ztcad::commaParts(text);
   if (parts.size() != 1 + valueCount || parts[0] != words().mip) return false;
   if (!m_isValid) setValues({});
   bool allConverted = true;

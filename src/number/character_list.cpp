@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <QString>
 
+#include "../text/parts.h"
 #include "../text/wide_utf8.h"
 #include "number_text.h"
 
@@ -16,16 +17,6 @@ bool isBlank(QStringView text) {
 
 bool convert(QStringView text, double& value) { return toReal(text, value); }
 bool convert(QStringView text, std::uint32_t& value) { return toIndex(text, value); }
-
-template <typename Visit>
-void forEachPart(QStringView text, QChar separator, Visit visit) {
-  for (qsizetype start = 0; start < text.size();) {
-    const qsizetype found = text.indexOf(separator, start);
-    const qsizetype end = found < 0 ? text.size() : found;
-    if (end > start) visit(text.mid(start, end - start));
-    start = end + 1;
-  }
-}
 
 template <typename Number>
 bool appendParts(QStringView list, std::vector<Number>& values) {

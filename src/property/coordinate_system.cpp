@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <iterator>
-#include <QVector>
 
 #include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../number/number_text.h"
+#include "../text/parts.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
 #include "equal_systems.h"
@@ -34,7 +34,7 @@ bool ztCAD_LCS::read(const ztcad::ElementView& element, bool& fault) {
   fault = false;
   const QString text = element.attribute(attributeName()).value_or(QString());
   if (text.isEmpty()) return false;
-  const QVector<QStringRef> parts = text.splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
+  const std::vector<QStringView> parts = ztcad::commaParts(text);
   if (parts.size() != 1 + valueCount || parts[0] != words().cs) {
     reportAttribute(element, attributeName(), ztcad::Rule::system_parts, ztcad::Quoted{text});
     return false;
@@ -42,7 +42,7 @@ bool ztCAD_LCS::read(const ztcad::ElementView& element, bool& fault) {
   m_values.reserve(m_values.size() + valueCount);
   ztcad::ReviewedNumbers numbers(element, attributeName());
   std::transform(parts.begin() + 1, parts.end(), std::back_inserter(m_values),
-                 [&numbers](const QStringRef& part) { return numbers.realOrZero(part); });
+                 [&numbers](QStringView part) { return numbers.realOrZero(part); });
   numbers.report();
   ztcad::reviewReals(element, attributeName());
   return true;

@@ -1,11 +1,11 @@
 #include "display.h"
 
 #include <algorithm>
-#include <QVector>
 
 #include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../number/number_text.h"
+#include "../text/parts.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
 
@@ -36,8 +36,8 @@ template <typename Take>
 bool readColor(const ztcad::ElementView& element, Take take) {
   const std::optional<QString> text = element.attribute(words().color);
   if (!text || text->isEmpty()) return true;
-  const QVector<QStringRef> parts = text->splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
-  if (!parts.isEmpty() && parts[0] != words().rgb) {
+  const std::vector<QStringView> parts = ztcad::commaParts(*text);
+  if (!parts.empty() && parts[0] != words().rgb) {
     reportAttribute(element, words().color, Rule::bad_colour, Quoted{*text});
     return false;
   }

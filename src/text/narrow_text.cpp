@@ -93,7 +93,10 @@ QString fromNarrow(std::string_view bytes) {
   return isUtf8(bytes) ? fromUtf8(bytes) : fromWindows1251(bytes);
 }
 
-std::string toNarrow(const QString& text) { return text.toStdString(); }
+std::string toNarrow(const QString& text) {
+  const QByteArray utf8 = text.toUtf8();
+  return {utf8.constData(), static_cast<std::size_t>(utf8.size())};
+}
 
 std::string toNarrow(const QString& text, NarrowEncoding encoding) {
   return encoding == NarrowEncoding::Utf8 ? toNarrow(text) : toWindows1251(text);

@@ -10,7 +10,8 @@
 
 namespace ztcad {
 
-/// Size of the longest text that is read: Qt counts in int, and a QString takes two bytes per character.
+/// Size of the longest text that is read: Qt 5 counts in int, and a QString takes two bytes per character. A
+/// build with Qt 6, which could take more, has the same limit.
 constexpr std::size_t longestXml = std::numeric_limits<int>::max() / 2 - 64;
 
 /// Reads plain XML from its bytes, without a tree and without copies of long texts. Plain XML is what

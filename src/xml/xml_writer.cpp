@@ -15,10 +15,10 @@ constexpr std::size_t pieceSize = 65536;
 /// A character and its number of UTF-16 units. An unpaired surrogate counts as a character.
 struct Decoded {
   char32_t character;
-  int units;
+  qsizetype units;
 };
 
-Decoded decode(const QString& text, int at) {
+Decoded decode(QStringView text, qsizetype at) {
   const QChar first = text.at(at);
   if (first.isHighSurrogate() && at + 1 < text.size() && text.at(at + 1).isLowSurrogate())
     return {QChar::surrogateToUcs4(first, text.at(at + 1)), 2};
@@ -29,17 +29,17 @@ Decoded decode(const QString& text, int at) {
 bool endsParsing(char32_t character) { return character == 0 || character == 0xfffe || character == 0xffff; }
 
 /// Whether the `>` at `at` follows two brackets: text must not contain the end of a CDATA section.
-bool closesCdata(const QString& text, int at) {
+bool closesCdata(QStringView text, qsizetype at) {
   return at >= 2 && text.at(at - 1) == QLatin1Char(']') && text.at(at - 2) == QLatin1Char(']');
 }
 
 bool isAscii(char32_t character) { return character < 128; }
 
-void appendAscii(const ushort* units, int count, std::string& out) {
+void appendAscii(const char16_t* units, qsizetype count, std::string& out) {
   const std::size_t before = out.size();
   out.resize(before + static_cast<std::size_t>(count));
   std::transform(units, units + count, out.begin() + static_cast<std::ptrdiff_t>(before),
-                 [](ushort unit) { return static_cast<char>(unit); });
+                 [](char16_t unit) { return static_cast<char>(unit); });
 }
 
 }  // namespace
@@ -54,9 +54,9 @@ struct XmlWriter::Specials {
 
   /// Number of units at the start of `units` that need no escaping; at most one piece, to keep the buffer
   /// small.
-  int plainRun(const ushort* units, int count) const {
-    const int limit = std::min(count, static_cast<int>(pieceSize));
-    int run = 0;
+  qsizetype plainRun(const char16_t* units, qsizetype count) const {
+    const qsizetype limit = std::min(count, static_cast<qsizetype>(pieceSize));
+    qsizetype run = 0;
     while (run < limit && units[run] < 128 && !is[units[run]])
       ++run;
     return run;
@@ -210,15 +210,15 @@ void XmlWriter::closeStartTag(std::string_view closing) {
 
 void XmlWriter::writeIndent() { m_buffer.append(m_openTags.size() * m_indent, ' '); }
 
-void XmlWriter::writeUnescaped(const QString& text) {
-  for (int at = 0; at < text.size();) {
+void XmlWriter::writeUnescaped(QStringView text) {
+  for (qsizetype at = 0; at < text.size();) {
     at += writePlainRun(text, at, noSpecials);
     if (at < text.size() && text.at(at).unicode() > 127) at += writeUnescapedCharacter(text, at);
     flushIfFull();
   }
 }
 
-int XmlWriter::writeUnescapedCharacter(const QString& text, int at) {
+qsizetype XmlWriter::writeUnescapedCharacter(QStringView text, qsizetype at) {
   const Decoded next = decode(text, at);
   if (QChar::isSurrogate(next.character)) {
     m_buffer += '?';
@@ -228,24 +228,24 @@ int XmlWriter::writeUnescapedCharacter(const QString& text, int at) {
   return next.units;
 }
 
-void XmlWriter::writeEscaped(const QString& text, const Specials& specials) {
-  for (int at = 0; at < text.size();) {
-    const int run = writePlainRun(text, at, specials);
+void XmlWriter::writeEscaped(QStringView text, const Specials& specials) {
+  for (qsizetype at = 0; at < text.size();) {
+    const qsizetype run = writePlainRun(text, at, specials);
     at += run > 0 ? run : writeSpecial(text, at);
     flushIfFull();
   }
 }
 
 /// Writes the units from `at` on that need no escaping, at most one piece; returns their number.
-int XmlWriter::writePlainRun(const QString& text, int at, const Specials& specials) {
-  const ushort* const units = text.utf16() + at;
-  const int run = specials.plainRun(units, text.size() - at);
+qsizetype XmlWriter::writePlainRun(QStringView text, qsizetype at, const Specials& specials) {
+  const char16_t* const units = text.utf16() + at;
+  const qsizetype run = specials.plainRun(units, text.size() - at);
   appendAscii(units, run, m_buffer);
   return run;
 }
 
 /// Writes the character at `at`, which may need escaping; returns its number of units.
-int XmlWriter::writeSpecial(const QString& text, int at) {
+qsizetype XmlWriter::writeSpecial(QStringView text, qsizetype at) {
   const Decoded next = decode(text, at);
   switch (next.character) {
     case '<':

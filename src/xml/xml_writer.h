@@ -86,11 +86,11 @@ class XmlWriter {
   void beginText();
   void closeStartTag(std::string_view closing);
   void writeIndent();
-  void writeUnescaped(const QString& text);
-  int writeUnescapedCharacter(const QString& text, int at);
-  void writeEscaped(const QString& text, const Specials& specials);
-  int writePlainRun(const QString& text, int at, const Specials& specials);
-  int writeSpecial(const QString& text, int at);
+  void writeUnescaped(QStringView text);
+  qsizetype writeUnescapedCharacter(QStringView text, qsizetype at);
+  void writeEscaped(QStringView text, const Specials& specials);
+  qsizetype writePlainRun(QStringView text, qsizetype at, const Specials& specials);
+  qsizetype writeSpecial(QStringView text, qsizetype at);
   void writeReference(char32_t character);
   void flushIfFull();
 

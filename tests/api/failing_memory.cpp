@@ -21,7 +21,7 @@ std::atomic<const char*> watchedElement{nullptr};
 
 bool isQt(const void* code) {
   Dl_info module = {};
-  return dladdr(code, &module) != 0 && module.dli_fname && std::strstr(module.dli_fname, "/libQt5");
+  return dladdr(code, &module) != 0 && module.dli_fname && std::strstr(module.dli_fname, "/libQt");
 }
 
 bool mustFail(const void* caller) {

@@ -1,7 +1,7 @@
 /// The examples of docs/cli.md and README.md. A block "xml" follows a comment that names its file; in a block
 /// "console", lines that start with "$ ztcad" are calls, and the lines after them are what the call prints,
-/// standard error before standard output. "..." as a line stands for any lines. A comment before the block
-/// gives the exit code of its last call, if that is not 0.
+/// standard error before standard output. "..." as a line matches any lines. A comment before the block gives
+/// the exit code of its last call, if that is not 0.
 
 #include <gtest/gtest.h>
 

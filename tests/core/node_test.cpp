@@ -76,7 +76,7 @@ std::string written(const ztCAD_INode& node) {
 }
 
 QDomElement rootOf(QDomDocument& document, const char* xml) {
-  EXPECT_TRUE(document.setContent(QString(xml)));
+  EXPECT_TRUE(xml_tree::parseXml(QString(xml), document).parsed);
   return document.documentElement();
 }
 

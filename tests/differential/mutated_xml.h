@@ -1,7 +1,8 @@
 #pragma once
 
 #include <algorithm>
-#include <QByteArray>
+#include <cstddef>
+#include <string>
 
 #include "dice.h"
 
@@ -61,18 +62,22 @@ inline const char* const xmlFragments[] = {"<",
 
 /// Makes one random change: truncates, repeats or removes a piece, inserts or replaces with a fragment, or
 /// sets a byte.
-inline void mutate(QByteArray& bytes, Dice& dice) {
-  const int at = dice.roll(bytes.size() + 1);
-  const int length = dice.roll(std::min(bytes.size() - at, 30) + 1);
+inline void mutate(std::string& bytes, Dice& dice) {
+  const auto roll = [&dice](std::size_t sides) {
+    return static_cast<std::size_t>(dice.roll(static_cast<int>(sides)));
+  };
+  constexpr std::size_t longestPiece = 30;
+  const std::size_t at = roll(bytes.size() + 1);
+  const std::size_t length = roll(std::min(bytes.size() - at, longestPiece) + 1);
   switch (dice.roll(6)) {
     case 0:
-      bytes.truncate(at);
+      bytes.resize(at);
       break;
     case 1:
-      bytes.insert(dice.roll(bytes.size() + 1), bytes.mid(at, length));
+      bytes.insert(roll(bytes.size() + 1), bytes.substr(at, length));
       break;
     case 2:
-      bytes.remove(at, length);
+      bytes.erase(at, length);
       break;
     case 3:
       bytes.insert(at, dice.pick(xmlFragments));

@@ -66,7 +66,7 @@ class Texts {
       case 3:
         return QChar(0x2000 + m_dice.roll(0xB000));
       default: {
-        const uint character = 0x10000 + static_cast<uint>(m_dice.roll(0x100000)) % 0xFFFF0;
+        const char32_t character = 0x10000 + static_cast<uint>(m_dice.roll(0x100000)) % 0xFFFF0;
         return QString::fromUcs4(&character, 1);
       }
     }
@@ -148,8 +148,9 @@ void PrintTo(const Character& character, std::ostream* out) { *out << character.
 class OddCharacter : public testing::TestWithParam<Character> {};
 
 TEST_P(OddCharacter, SurvivesSavingEvenIfXmlForbidsIt) {
-  const uint code = GetParam().code;
-  const QString name = "a" + (code < 0x10000 ? QString(QChar(code)) : QString::fromUcs4(&code, 1)) + "b";
+  const char32_t code = GetParam().code;
+  const QString name =
+      "a" + (code < 0x10000 ? QString(QChar(static_cast<ushort>(code))) : QString::fromUcs4(&code, 1)) + "b";
   const Document document = newDocument();
   auto* const point = make<ztCAD_Point>("P");
   point->setName(name);

@@ -8,12 +8,12 @@
 #include "core/vocabulary.h"
 #include "dice.h"
 #include "qt_parser_comparison.h"
-#include "random_seed.h"
 #include "xml/byte_sink.h"
 #include "xml/dom_backend.h"
 #include "xml/tree_of_xml.h"
 
-// XML text against the Qt calls that define it. Where the library deliberately differs from Qt (order of
+// XML text against the calls of Qt 5.15 that define it; recorded_answers.h describes how a build with another
+// Qt is tested. Where the library deliberately differs from Qt (order of
 // attributes, characters beyond U+FFFF, hostile input), a comment states how the comparison allows for it.
 
 namespace {
@@ -181,31 +181,39 @@ std::string throughTree(const RandomElement& root) {
 }
 
 TEST(XmlDifferential, BytesAreThoseThatQtSaves) {
-  Dice dice(randomSeed());
-  for (int i = 0; i < 4000; ++i) {
+  checkRandomInputs("saved_elements", 4000, [](Dice& dice) {
     RandomElement root = randomElement(dice, 4);
     root.textPieces.clear();
-    ASSERT_EQ(throughBytes(root), sorted(throughTree(root))) << i;
-  }
+    const std::string bytes = throughBytes(root);
+    if (qtIsTheReference) {
+      EXPECT_EQ(bytes, sorted(throughTree(root)));
+    }
+    return bytes;
+  });
 }
 
 TEST(XmlDifferential, BytesOfASingleAttributeAreThoseOfQt) {
-  Dice dice(randomSeed());
-  for (int i = 0; i < 20000; ++i) {
+  checkRandomInputs("saved_attributes", 20000, [](Dice& dice) {
     const RandomElement root{"r", {{"a", randomText(dice, 60)}}, {}, {}};
-    ASSERT_EQ(throughBytes(root), throughTree(root)) << i;
-  }
+    const std::string bytes = throughBytes(root);
+    if (qtIsTheReference) {
+      EXPECT_EQ(bytes, throughTree(root));
+    }
+    return bytes;
+  });
 }
 
 TEST(XmlDifferential, EveryCharacterIsWrittenAsByQt) {
-  QString all;
-  for (uint code = 1; code < 0x10000; ++code) {
+  checkEveryUnit("saved_characters", [](int code) {
     const bool isHighSurrogate = code >= 0xd800 && code <= 0xdbff;
     const bool isUndefined = code == 0x98;  // undefined in windows-1251; builds of Qt differ
-    if (!isHighSurrogate && !isUndefined) all += QChar(code);
-  }
-  const RandomElement root{"r", {{"a", all}}, {}, {}};
-  EXPECT_TRUE(throughBytes(root) == throughTree(root));
+    const RandomElement root{"r", {{"a", QString(QChar(code)) + 'x'}}, {}, {}};
+    const std::string bytes = throughBytes(root);
+    if (qtIsTheReference && code != 0 && !isHighSurrogate && !isUndefined) {
+      EXPECT_EQ(bytes, throughTree(root));
+    }
+    return bytes;
+  });
 }
 
 TEST(XmlDifferential, AnyValueSurvivesWritingAndReading) {
@@ -224,83 +232,104 @@ TEST(XmlDifferential, AnyValueSurvivesWritingAndReading) {
 
 // -------------------------------------------------------------------------------------------------- printing
 
-class RandomTree {
+/// A random document as text. Names are ASCII.
+class RandomDocument {
  public:
-  RandomTree(Dice& dice, const QString& encoding) : m_dice(dice) {
-    if (!encoding.isNull()) {
-      const QString data = QString("version='1.0' encoding='%1'").arg(encoding);
-      document.appendChild(document.createProcessingInstruction("xml", data));
-    }
+  RandomDocument(Dice& dice, const char* encoding) : m_dice(dice) {
+    if (encoding) text += QString("<?xml version='1.0' encoding='%1'?>").arg(encoding);
     addMisc();
-    fill(document.appendChild(document.createElement(randomName(dice))), 4);
+    addElement(4);
     addMisc();
   }
 
-  QDomDocument document;
+  QString text;
 
  private:
   void addMisc() {
     for (int i = m_dice.roll(3); i > 0; --i)
-      document.appendChild(m_dice.oneIn(2) ? QDomNode(comment()) : QDomNode(instruction()));
+      m_dice.oneIn(2) ? addComment() : addInstruction();
   }
 
-  void fill(const QDomNode& node, int depth) {
-    QDomElement element = node.toElement();
-    for (int i = m_dice.roll(4); i > 0; --i)
-      element.setAttribute(randomName(m_dice), anyText());
+  void addElement(int depth) {
+    const QString tag = randomName(m_dice);
+    text += '<' + tag;
+    for (int i = m_dice.roll(4); i > 0; --i) {
+      text += ' ' + randomName(m_dice) + "=\"";
+      addEscaped();
+      text += '"';
+    }
+    text += '>';
     for (int i = m_dice.roll(7); i > 0; --i)
-      addChild(element, depth);
+      addChild(depth);
+    text += "</" + tag + '>';
   }
 
-  void addChild(QDomElement& element, int depth) {
+  void addChild(int depth) {
     switch (m_dice.roll(depth > 0 ? 7 : 5)) {
       case 0:
-        element.appendChild(document.createTextNode(anyText()));
+        addEscaped();
         break;
       case 1:
-        element.appendChild(document.createCDATASection(anyText().remove("]]>")));
+        text += "<![CDATA[" + anyText().remove("]]>") + "]]>";
         break;
       case 2:
-        element.appendChild(comment());
+        addComment();
         break;
       case 3:
-        element.appendChild(instruction());
+        addInstruction();
         break;
       case 4:
-        element.appendChild(document.createEntityReference(randomName(m_dice)));
+        text += '&' + randomName(m_dice) + ';';
         break;
       default:
-        fill(element.appendChild(document.createElement(randomName(m_dice))), depth - 1);
+        addElement(depth - 1);
         break;
     }
   }
 
   // Qt writes an unpaired surrogate as a question mark in UTF-8
   QString anyText() { return randomText(m_dice).remove(QChar(0xdc00)).remove(QChar(0xdfff)); }
-  QDomComment comment() { return document.createComment(anyText().replace("-", "- ")); }
-  QDomProcessingInstruction instruction() {
-    return document.createProcessingInstruction(randomName(m_dice), anyText().remove("?>"));
+
+  void addEscaped() {
+    for (const QChar unit : anyText()) {
+      const bool isSpecial = QString("<&>\"\t\n\r").contains(unit);
+      text += isSpecial ? QString("&#%1;").arg(unit.unicode()) : QString(unit);
+    }
+  }
+  void addComment() { text += "<!--" + anyText().replace("-", "- ") + "-->"; }
+  void addInstruction() {
+    const QString target = randomName(m_dice);
+    text += "<?" + target + ' ' + anyText().remove("?>") + "?>";
   }
 
   Dice& m_dice;
 };
 
+/// What Qt prints; nothing for an ill-formed text.
+std::string printedByQt(const QString& xml, int indent) {
+  QDomDocument document;
+  return document.setContent(xml) ? sorted(document.toString(indent).toUtf8().toStdString()) : std::string();
+}
+
 TEST(XmlDifferential, PrintsWhatQtPrints) {
-  Dice dice(randomSeed());
-  std::vector<QString> encodings = {QString(), "windows-1251", "UTF-8",         "KOI8-R", "ISO-8859-1",
-                                    "cp1251",  "GB18030",      "no-such-thing", ""};
-  if (qtHasIcu()) encodings.emplace_back("US-ASCII");
   int compared = 0;
-  for (int i = 0; i < 5000; ++i) {
-    const QString xml = RandomTree(dice, dice.pick(encodings)).document.toString(-1);
+  const int rounds = checkRandomInputs("printed", 5000, [&](Dice& dice) {
+    const char* const encodings[] = {nullptr,  "windows-1251", "UTF-8",         "KOI8-R", "ISO-8859-1",
+                                     "cp1251", "GB18030",      "no-such-thing", "",       "US-ASCII"};
+    const char* const encoding = dice.pick(encodings);
+    const QString xml = RandomDocument(dice, encoding).text;
     const int indent = dice.roll(4);
-    QDomDocument document;
-    if (!document.setContent(xml)) continue;  // such as "--" in a comment
+    QDomDocument tree;
+    if (!xml_tree::parseXml(xml, tree).parsed) return std::string();
     ++compared;
-    const std::string byQt = document.toString(indent).toUtf8().toStdString();
-    ASSERT_EQ(xml_tree::printXml(text(xml), indent), sorted(byQt)) << i;
-  }
-  EXPECT_GT(compared, 3000);
+    const std::string printed = xml_tree::printXml(text(xml), indent);
+    const bool qtKnows = qtIsTheReference && (qtHasIcu() || encoding != encodings[9]);
+    if (qtKnows) {
+      EXPECT_EQ(printed, printedByQt(xml, indent));
+    }
+    return printed;
+  });
+  EXPECT_GT(compared, rounds / 2);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <string>
 #include <type_traits>
 
+#include "recorded_answers.h"
 #include "sample_documents.h"
 
 namespace {
@@ -133,6 +134,7 @@ TEST(DocumentXmlText, AttributesAreSortedByName) {
 }
 
 TEST(DocumentXmlText, LineBreaksAndIndentationAreThoseOfQt) {
+  RecordedAnswers recorded("xml_texts");
   const QString texts[] = {
       "<GMD/>",
       "<GMD>text</GMD>",
@@ -141,14 +143,18 @@ TEST(DocumentXmlText, LineBreaksAndIndentationAreThoseOfQt) {
       QString::fromUtf8("<?xml version='1.0' encoding='UTF-8'?><GMD a='Ё零'>零</GMD>"),
   };
   for (const QString& text : texts) {
-    QDomDocument tree;
-    ASSERT_TRUE(tree.setContent(text)) << text.toStdString();
     ztCAD_GMDDocument document("");
     document.setHeader({});
     loadString(document, text.toStdString());
-    EXPECT_EQ(document.xmlText(), tree.toString(1).toStdString() + " header state=" + emptyHeaderText)
-        << text.toStdString();
+    if (qtIsTheReference) {
+      QDomDocument tree;
+      ASSERT_TRUE(tree.setContent(text)) << text.toStdString();
+      EXPECT_EQ(document.xmlText(), tree.toString(1).toStdString() + " header state=" + emptyHeaderText)
+          << text.toStdString();
+    }
+    recorded.expect(text.toStdString(), document.xmlText());
   }
+  recorded.finish();
 }
 
 TEST(DocumentXmlText, IsUtf8AndReproducible) {

@@ -24,8 +24,8 @@ std::vector<Example> examples() {
   std::vector<Example> found;
   for (auto match = block.globalMatch(page); match.hasNext();) {
     const QRegularExpressionMatch one = match.next();
-    found.push_back({page.left(one.capturedStart()).count('\n') + 1, one.captured(1).toStdString(),
-                     one.captured(2).toStdString()});
+    const auto line = static_cast<int>(page.left(one.capturedStart()).count('\n')) + 1;
+    found.push_back({line, one.captured(1).toStdString(), one.captured(2).toStdString()});
   }
   return found;
 }

@@ -2,21 +2,8 @@
 
 #include <ztCAD/ztCAD.h>
 
+#include "exported_address.h"
 #include "system_loader.h"
-
-/// The address of an exported symbol, convertible to a reference to any function type.
-class ExportedAddress {
- public:
-  explicit ExportedAddress(void* address) : m_address(address) {}
-
-  template <typename Function>
-  operator Function&() const {
-    return *reinterpret_cast<Function*>(m_address);
-  }
-
- private:
-  void* m_address;
-};
 
 /// The shared library, opened at run time by a host that is not linked with it. Functions are looked up by
 /// name; their types are those of the public headers.

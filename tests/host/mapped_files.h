@@ -23,7 +23,7 @@ struct MappedPart {
 
   bool isOfLibrary() const {
     const std::string name = std::filesystem::path(file).filename().string();
-    return name == "ztCAD.dll" || name.rfind("libztCAD.so", 0) == 0;
+    return name == "ztCAD.dll" || name.rfind("libztCAD", 0) == 0;
   }
 };
 

@@ -65,7 +65,7 @@ PlainResults openRunAndClose() {
 TEST(PlainHost, StartsWithoutTheLibraryAndItsDependencies) {
   expectUnloaded();
   for (const std::string& file : mappedFiles()) {
-    for (const char* const needed : {"Qt5Core", "Qt5Xml", "libgomp"})
+    for (const char* const needed : {"Qt5Core", "Qt5Xml", "Qt6Core", "Qt6Xml", "libgomp"})
       EXPECT_EQ(file.find(needed), std::string::npos) << file;
   }
 }

@@ -248,7 +248,11 @@ void addLoaded(Texts& texts) {
 
 bool isStatic(const QString& text) {
   QString copy = text;
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
   return copy.data_ptr()->ref.isStatic();
+#else
+  return !copy.isNull() && !copy.data_ptr().d_ptr();
+#endif
 }
 
 void expectOnTheHeap(const Texts& texts) {

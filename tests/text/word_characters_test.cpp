@@ -1,7 +1,9 @@
 #include "text/word_characters.h"
 
 #include <gtest/gtest.h>
-#include <QtGlobal>
+#include <string>
+
+#include "recorded_answers.h"
 
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 #include <QRegExp>
@@ -13,8 +15,8 @@ namespace {
 using ztcad::isDigit;
 using ztcad::isWordCharacter;
 
-#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 TEST(WordCharacters, AreThoseOfQRegExp) {
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
   const QRegExp digit(QLatin1String("\\d"));
   const QRegExp word(QLatin1String("\\w"));
   for (char32_t unit = 0; unit <= 0xFFFF; ++unit) {
@@ -22,8 +24,12 @@ TEST(WordCharacters, AreThoseOfQRegExp) {
     EXPECT_EQ(isDigit(unit), digit.exactMatch(text)) << std::hex << unit;
     EXPECT_EQ(isWordCharacter(unit), word.exactMatch(text)) << std::hex << unit;
   }
-}
 #endif
+  checkEveryUnit("word_characters", [](int unit) {
+    const auto character = static_cast<char32_t>(unit);
+    return std::string(isDigit(character) ? "d" : "") + (isWordCharacter(character) ? "w" : "");
+  });
+}
 
 TEST(WordCharacters, EveryDigitIsAWordCharacter) {
   int digits = 0;

@@ -4,6 +4,7 @@
 #include <QDomDocument>
 #include <string>
 
+#include "recorded_answers.h"
 #include "tree_of_xml.h"
 
 using xml_tree::printXml;
@@ -31,22 +32,12 @@ std::string printedText(const std::string& encoding, const std::string& content)
 
 }  // namespace
 
-// ----------------------------------------------------------------------------- compared with Qt's own output
+// ---------------------------------------------------------------------- compared with the output of Qt 5.15
 
 struct PrintRow {
   const char* name;
   const char* xml;
 };
-
-void PrintTo(const PrintRow& row, std::ostream* out) { *out << row.name; }
-
-class PrintXml : public testing::TestWithParam<PrintRow> {};
-
-TEST_P(PrintXml, MatchesTheOutputOfQt) {
-  const QDomDocument document = tree(GetParam().xml);
-  for (const int indent : {0, 1, 3})
-    EXPECT_EQ(printXml(GetParam().xml, indent), byQt(document, indent)) << indent;
-}
 
 // no row has an element with several attributes or several notations: Qt writes them in an unspecified order
 const PrintRow printRows[] = {
@@ -72,19 +63,36 @@ const PrintRow printRows[] = {
     {"NotationWithBrackets", "<!DOCTYPE r [<!NOTATION n PUBLIC 'p' \"]>'[\">]><r/>"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, PrintXml, testing::ValuesIn(printRows),
-                         [](const auto& row) { return row.param.name; });
+TEST(PrintXml, MatchesTheOutputOfQt) {
+  RecordedAnswers recorded("printed_rows");
+  for (const PrintRow& row : printRows) {
+    for (const int indent : {0, 1, 3}) {
+      const std::string printed = printXml(row.xml, indent);
+      if (qtIsTheReference) {
+        EXPECT_EQ(printed, byQt(tree(row.xml), indent)) << row.name << ", " << indent;
+      }
+      recorded.expect(numbered(row.name, indent), printed);
+    }
+  }
+  recorded.finish();
+}
 
 TEST(PrintXml, AnEmptyTextIsPrintedAsNothing) { EXPECT_EQ(printXml("", 1), ""); }
 
 TEST(PrintXml, OfAnIllFormedTextWhatComesBeforeTheErrorIsPrinted) {
+  RecordedAnswers recorded("printed_before_an_error");
   for (const char* const xml :
        {"<?xml version='1.0'?>", "<!--1--><!DOCTYPE r [<!NOTATION n SYSTEM 's'><?p q?>", "<r><a b='1'/>t<c>u",
         "<r><a></b></r>", "<r/>t", "<r a='1' a='2'>&x;", "<r"}) {
-    QDomDocument document;
-    EXPECT_FALSE(document.setContent(QString(xml))) << xml;
-    EXPECT_EQ(printXml(xml, 1), byQt(document, 1)) << xml;
+    const std::string printed = printXml(xml, 1);
+    if (qtIsTheReference) {
+      QDomDocument document;
+      EXPECT_FALSE(document.setContent(QString(xml))) << xml;
+      EXPECT_EQ(printed, byQt(document, 1)) << xml;
+    }
+    recorded.expect(xml, printed);
   }
+  recorded.finish();
 }
 
 TEST(PrintXml, OfARefusedTextNothingIsPrinted) {
@@ -153,12 +161,18 @@ INSTANTIATE_TEST_SUITE_P(Rows, PrintEncoding, testing::ValuesIn(encodingRows),
                          [](const auto& row) { return row.param.name; });
 
 TEST(PrintXml, TheEncodingOfADeclarationMayHaveOtherQuotesInside) {
+  RecordedAnswers recorded("printed_declarations");
   for (const char* const declaration :
        {"version='1.0' encoding=\"KOI8-R\"", "version=\"x encoding='KOI8-R'\" encoding='UTF-8'",
         "version='1.0' encoding=\"a'b\""}) {
     const std::string xml = std::string("<?xml ") + declaration + "?><r a='éЯ'/>";
-    EXPECT_EQ(printXml(xml, 1), byQt(tree(xml.c_str()), 1));
+    const std::string printed = printXml(xml, 1);
+    if (qtIsTheReference) {
+      EXPECT_EQ(printed, byQt(tree(xml.c_str()), 1));
+    }
+    recorded.expect(xml, printed);
   }
+  recorded.finish();
 }
 
 TEST(PrintXml, OnlyTheXmlDeclarationNamesTheEncoding) {

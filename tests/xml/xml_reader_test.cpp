@@ -5,6 +5,8 @@
 #include <QThread>
 #include <string>
 
+#include "described_xml.h"
+#include "recorded_answers.h"
 #include "tree_of_xml.h"
 
 using xml_tree::parseXml;
@@ -50,6 +52,31 @@ std::string contentOf(const char* xml) {
   return printed.substr(start, printed.rfind("</r>") - start);
 }
 
+/// Compares message, position and partial tree of an ill-formed text with those of Qt, if it can be asked,
+/// and returns them for the record.
+std::string comparedFailure(const QByteArray& xml) {
+  QDomDocument tree;
+  const ParseOutcome outcome = parseXml(xml, tree);
+  EXPECT_FALSE(outcome.parsed);
+  if (qtIsTheReference) {
+    QDomDocument byQt;
+    QString message;
+    int line = 0;
+    int column = 0;
+    EXPECT_FALSE(byQt.setContent(xml, &message, &line, &column));
+    EXPECT_EQ(outcome.message.toStdString(), message.toStdString());
+    EXPECT_EQ(outcome.line, line);
+    EXPECT_EQ(outcome.column, column);
+    // plain Qt truncates references beyond U+FFFF
+    if (!xml.contains("&#x1f600;")) {
+      EXPECT_EQ(tree.toString().toStdString(), byQt.toString().toStdString());
+    }
+  }
+  const xml_tree::DescribedXml described(xml_tree::view(xml), ztcad::XmlBytes::AsDeclared);
+  return outcome.message.toStdString() + ' ' + std::to_string(outcome.line) + ':' +
+         std::to_string(outcome.column) + ' ' + sumOf(described.content());
+}
+
 QString smiley() { return QString::fromUtf8("😀"); }
 
 }  // namespace
@@ -65,19 +92,14 @@ TEST(XmlReader, SuccessLeavesNoMessageOrPosition) {
 }
 
 TEST(XmlReader, IllFormedTextKeepsQtsMessageAndThePartialTree) {
+  const QByteArray xml("<r>\n<a/><b></r>");
+  RecordedAnswers recorded("partial_tree");
+  recorded.expect("wrong end tag", comparedFailure(xml));
+  recorded.finish();
   QDomDocument tree;
-  const ParseOutcome outcome = parseXml(QByteArray("<r>\n<a/><b></r>"), tree);
-  QDomDocument byQt;
-  QString message;
-  int line = 0;
-  int column = 0;
-  EXPECT_FALSE(byQt.setContent(QByteArray("<r>\n<a/><b></r>"), &message, &line, &column));
-  EXPECT_FALSE(outcome.parsed);
-  EXPECT_EQ(outcome.message.toStdString(), message.toStdString());
-  EXPECT_EQ(outcome.line, line);
-  EXPECT_EQ(outcome.column, column);
-  EXPECT_EQ(tree.toString().toStdString(), byQt.toString().toStdString());
+  parseXml(xml, tree);
   EXPECT_EQ(tree.documentElement().tagName(), "r");
+  EXPECT_EQ(tree.documentElement().firstChildElement().tagName(), "a");
 }
 
 TEST(XmlReader, EmptyTextIsIllFormed) {
@@ -119,16 +141,22 @@ TEST(XmlReader, Byte98HexOfDeclaredWindows1251IsKept) {
 }
 
 TEST(XmlReader, Byte98HexOfAnotherEncodingIsDecodedAsQtDoes) {
+  RecordedAnswers recorded("byte_98");
   for (const char* const declaration :
        {"", "<?xml version='1.0' encoding='UTF-8'?>",
         "<?xml version='1.0' encoding='KOI8-R' note='windows-1251'?>", "<!-- encoding='windows-1251' -->"}) {
     const QByteArray text = QByteArray(declaration) + "<r a='\x98'/>";
-    QDomDocument byQt;
-    byQt.setContent(text);
     QDomDocument tree;
     parseXml(text, tree);
-    EXPECT_EQ(tree.documentElement().attribute("a"), byQt.documentElement().attribute("a")) << declaration;
+    const QString value = tree.documentElement().attribute("a");
+    if (qtIsTheReference) {
+      QDomDocument byQt;
+      byQt.setContent(text);
+      EXPECT_EQ(value, byQt.documentElement().attribute("a")) << declaration;
+    }
+    recorded.expect(std::string("declared ") + declaration, value.toStdString());
   }
+  recorded.finish();
 }
 
 TEST(XmlReader, TextIsNotDecodedAgainWhateverItDeclares) {
@@ -265,23 +293,6 @@ struct MessageRow {
 
 void PrintTo(const MessageRow& row, std::ostream* out) { *out << row.name; }
 
-class IllFormedBeforeRefusedContent : public testing::TestWithParam<MessageRow> {};
-
-TEST_P(IllFormedBeforeRefusedContent, KeepsQtsMessage) {
-  QDomDocument tree;
-  const ParseOutcome outcome = parseXml(GetParam().xml, tree);
-  QDomDocument byQt;
-  QString message;
-  int line = 0;
-  int column = 0;
-  EXPECT_FALSE(byQt.setContent(GetParam().xml, &message, &line, &column));
-  EXPECT_FALSE(outcome.parsed);
-  EXPECT_EQ(outcome.message.toStdString(), message.toStdString());
-  EXPECT_EQ(outcome.line, line);
-  EXPECT_EQ(outcome.column, column);
-  EXPECT_EQ(tree.toString().toStdString(), byQt.toString().toStdString());
-}
-
 const MessageRow messageRows[] = {
     {"ThenDeepElements", "<r></s>" + repeated("<a>", 300)},
     {"ThenNul", bytes(std::string("<r></s>\0", 8))},
@@ -290,8 +301,14 @@ const MessageRow messageRows[] = {
     {"ThenEntityInALaterDocumentType", "<r/><!DOCTYPE r [<!ENTITY e 'x'>]>"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, IllFormedBeforeRefusedContent, testing::ValuesIn(messageRows),
-                         [](const auto& row) { return row.param.name; });
+TEST(XmlReader, IllFormedBeforeRefusedContentKeepsQtsMessage) {
+  RecordedAnswers recorded("ill_formed_before_refused");
+  for (const MessageRow& row : messageRows) {
+    SCOPED_TRACE(row.name);
+    recorded.expect(row.name, comparedFailure(row.xml));
+  }
+  recorded.finish();
+}
 
 class AcceptedXml : public testing::TestWithParam<MessageRow> {};
 
@@ -398,12 +415,11 @@ TEST(XmlReader, ALongReferenceWhoseLowHalfIsWhitespaceIsKept) {
 TEST(XmlReader, CommentsCdataAndInstructionsContainNoReferences) {
   EXPECT_EQ(contentOf("<r>&#x1f600;<!--&#x1f600;--><![CDATA[&#x1f600;]]><?p &#x1f600;?>&#x1f600;</r>"),
             "😀<!--&#x1f600;--><![CDATA[&#x1f600;]]><?p &#x1f600;?>\n😀");
-  QDomDocument tree;
-  parseXml(QByteArray("<!DOCTYPE r SYSTEM '&#x1f600;' [<!NOTATION n SYSTEM '&#x1f600;'>]><r a='&#x1f600;'/>"),
-           tree);
-  EXPECT_EQ(tree.doctype().systemId(), "&#x1f600;");
-  EXPECT_EQ(tree.doctype().notations().item(0).toNotation().systemId(), "&#x1f600;");
-  EXPECT_EQ(tree.documentElement().attribute("a"), smiley());
+  const char* const xml =
+      "<!DOCTYPE r SYSTEM '&#x1f600;' [<!NOTATION n SYSTEM '&#x1f600;'>]><r a='&#x1f600;'/>";
+  EXPECT_EQ(xml_tree::printXml(xml, 1),
+            "<!DOCTYPE r SYSTEM '&#x1f600;' [\n<!NOTATION n SYSTEM '&#x1f600;'>\n]>\n<r a=\"😀\"/>\n");
+  EXPECT_EQ(valueOf(xml), smiley());
 }
 
 TEST(XmlReader, AnEscapedReferenceStaysText) {
@@ -411,17 +427,12 @@ TEST(XmlReader, AnEscapedReferenceStaysText) {
 }
 
 TEST(XmlReader, MessageAndPositionReferToTheOriginalText) {
+  const QByteArray xml("<r>&#x1f600;&#x1f600;<a/></s>");
+  RecordedAnswers recorded("position_after_references");
+  recorded.expect("wrong end tag", comparedFailure(xml));
+  recorded.finish();
   QDomDocument tree;
-  const ParseOutcome outcome = parseXml(QByteArray("<r>&#x1f600;&#x1f600;<a/></s>"), tree);
-  QDomDocument byQt;
-  QString message;
-  int line = 0;
-  int column = 0;
-  byQt.setContent(QByteArray("<r>&#x1f600;&#x1f600;<a/></s>"), &message, &line, &column);
-  EXPECT_FALSE(outcome.parsed);
-  EXPECT_EQ(outcome.message.toStdString(), message.toStdString());
-  EXPECT_EQ(outcome.line, line);
-  EXPECT_EQ(outcome.column, column);
+  parseXml(xml, tree);
   EXPECT_EQ(tree.documentElement().text(), smiley() + smiley());
 }
 
@@ -429,24 +440,6 @@ struct InvalidReferenceRow {
   const char* name;
   const char* reference;
 };
-
-void PrintTo(const InvalidReferenceRow& row, std::ostream* out) { *out << row.name; }
-
-class InvalidReference : public testing::TestWithParam<InvalidReferenceRow> {};
-
-TEST_P(InvalidReference, IsRefusedAsInQt) {
-  const QByteArray xml = QByteArray("<r a='x'>") + GetParam().reference + "</r>";
-  QDomDocument tree;
-  const ParseOutcome outcome = parseXml(xml, tree);
-  QString message;
-  int line = 0;
-  int column = 0;
-  EXPECT_FALSE(QDomDocument().setContent(xml, &message, &line, &column));
-  EXPECT_FALSE(outcome.parsed);
-  EXPECT_EQ(outcome.message.toStdString(), message.toStdString());
-  EXPECT_EQ(outcome.line, line);
-  EXPECT_EQ(outcome.column, column);
-}
 
 const InvalidReferenceRow invalidReferenceRows[] = {
     {"Empty", "&#;"},
@@ -461,5 +454,11 @@ const InvalidReferenceRow invalidReferenceRows[] = {
     {"AfterAValidOne", "&#x1f600;&#x;"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, InvalidReference, testing::ValuesIn(invalidReferenceRows),
-                         [](const auto& row) { return row.param.name; });
+TEST(XmlReader, AnInvalidReferenceIsRefusedAsInQt) {
+  RecordedAnswers recorded("invalid_references");
+  for (const InvalidReferenceRow& row : invalidReferenceRows) {
+    SCOPED_TRACE(row.name);
+    recorded.expect(row.name, comparedFailure(QByteArray("<r a='x'>") + row.reference + "</r>"));
+  }
+  recorded.finish();
+}

@@ -41,7 +41,7 @@ bool visitDuplicates(const Container& elements, Visit&& visit) {
   Bits seen(elements.size());
   Bits shared(elements.size());
   for (const auto& element : elements) {
-    const uint hash = hashes.emplace_back(ztcad::NameCounter::hashOf(element.name()));
+    const uint hash = hashes.emplace_back(ztcad::NameHash()(element.name()));
     if (seen.has(hash)) shared.put(hash);
     seen.put(hash);
   }
