@@ -1,6 +1,5 @@
 #include <exception>
-#include <string>
-#include <vector>
+#include <variant>
 
 #include "command_line.h"
 #include "failure.h"
@@ -26,10 +25,10 @@ struct Runner {
   }
 };
 
-ExitCode run(std::vector<std::string> arguments) {
+ExitCode run(int argc, char** argv) {
   try {
     cli::CommandLine commandLine;
-    return std::visit(Runner(), commandLine.parse(std::move(arguments)));
+    return std::visit(Runner(), commandLine.parse(cli::programArguments(argc, argv)));
   } catch (const std::bad_alloc&) {
     cli::printError("memory ran out");
   } catch (const std::exception& error) {
@@ -42,5 +41,5 @@ ExitCode run(std::vector<std::string> arguments) {
 
 int main(int argc, char** argv) {
   cli::prepareStandardStreams();
-  return static_cast<int>(run(cli::programArguments(argc, argv)));
+  return static_cast<int>(run(argc, argv));
 }

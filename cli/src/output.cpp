@@ -32,11 +32,11 @@ std::string escaped(char character) {
 }  // namespace
 
 void Output::write(std::string_view bytes) {
-  if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) fail();
+  if (std::fwrite(bytes.data(), 1, bytes.size(), m_stream) != bytes.size()) fail();
 }
 
 void Output::flush() {
-  if (std::fflush(stdout) != 0) fail();
+  if (std::fflush(m_stream) != 0) fail();
 }
 
 void printError(std::string_view message) {

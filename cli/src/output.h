@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -8,12 +9,16 @@ namespace cli {
 /// Standard output. A write that fails throws `Failure`.
 class Output {
  public:
+  Output() : m_stream(stdout) {}
   Output& operator<<(std::string_view text) {
     write(text);
     return *this;
   }
   void write(std::string_view bytes);
   void flush();
+
+ private:
+  std::FILE* m_stream;
 };
 
 /// Prints "ztcad: message" to standard error.

@@ -18,8 +18,10 @@ namespace {
 std::vector<std::string> linesOf(const std::string& text) {
   std::vector<std::string> lines;
   std::istringstream stream(text);
-  for (std::string line; std::getline(stream, line);)
+  for (std::string line; std::getline(stream, line);) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();  // saved files on Windows
     lines.push_back(line);
+  }
   return lines;
 }
 

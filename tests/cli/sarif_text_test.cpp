@@ -7,14 +7,16 @@ TEST(SarifUri, IsRelativeAndPercentEncoded) {
     const char* file;
     const char* uri;
   } rows[] = {
-      {"rig.xml", "rig.xml"},
-      {"parts/a b.xml", "parts/a%20b.xml"},
-      {"../up.xml", "../up.xml"},
-      {"100%.xml", "100%25.xml"},
-      {"a:b#c?d.xml", "a%3Ab%23c%3Fd.xml"},
-      {"ось.xml", "%D0%BE%D1%81%D1%8C.xml"},
-      {"\xff.xml", "%FF.xml"},
-      {"-", "-"},
+    {"rig.xml", "rig.xml"},
+    {"parts/a b.xml", "parts/a%20b.xml"},
+    {"../up.xml", "../up.xml"},
+    {"100%.xml", "100%25.xml"},
+    {"a:b#c?d.xml", "a%3Ab%23c%3Fd.xml"},
+    {"ось.xml", "%D0%BE%D1%81%D1%8C.xml"},
+#if !defined(_WIN32)
+    {"\xff.xml", "%FF.xml"},
+#endif
+    {"-", "-"},
   };
   for (const Row& row : rows)
     EXPECT_EQ(cli::sarifUri(row.file), row.uri);

@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdio>
 #include <fstream>
-#include <optional>
 
 #include "../failure.h"
 #include "../info/problem.h"
@@ -109,17 +108,17 @@ class Formatting {
 
   void print() {
     Output output;
-    std::optional<Failure> failure;
+    std::string problem;
     ztCAD_Outcome outcome;
     const bool isSaved = save(m_document.get(), outcome, [&](std::string_view bytes) {
       try {
         output.write(bytes);
       } catch (const Failure& writing) {
-        failure = writing;
+        problem = writing.what();
       }
-      return !failure;
+      return problem.empty();
     });
-    if (failure) throw *failure;  // NOLINT(cert-err09-cpp)
+    if (!problem.empty()) throw Failure(problem);
     if (!isSaved) throw Failure(m_options.file + ": " + problemOf(outcome));
     output.flush();
   }

@@ -62,7 +62,7 @@ int millisecondsUntil(ChildProcess::Clock::time_point deadline) {
   return static_cast<int>(std::clamp<std::int64_t>(left, 0, INT_MAX));
 }
 
-class PosixChildProcess : public ChildProcess {
+class PosixChildProcess final : public ChildProcess {
  public:
   explicit PosixChildProcess(const std::vector<std::string>& arguments) {
     Pipe input = makePipe();

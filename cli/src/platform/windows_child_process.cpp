@@ -78,7 +78,7 @@ std::wstring commandLine(const std::wstring& program, const std::vector<std::str
   return line;
 }
 
-class WindowsChildProcess : public ChildProcess {
+class WindowsChildProcess final : public ChildProcess {
  public:
   explicit WindowsChildProcess(const std::vector<std::string>& arguments) : m_event(newEvent()) {
     // a child that another thread starts meanwhile would inherit these handles too
