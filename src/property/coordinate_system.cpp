@@ -36,8 +36,7 @@ bool ztCAD_LCS::read(const ztcad::ElementView& element, bool& fault) {
   const std::vector<QStringView> parts = ztcad::commaParts(text);
   if (parts.size() != 1 + valueCount || parts[0] != words().cs) return false;
   m_values.reserve(m_values.size() + valueCount);
-  std::transform(parts.begin() + 1, parts.end(), std::back_inserter(m_values),
-                 ztcad::realOrZero);
+  std::transform(parts.begin() + 1, parts.end(), std::back_inserter(m_values), ztcad::realOrZero);
   return true;
 }
 
