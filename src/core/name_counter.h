@@ -66,7 +66,7 @@ class BasicNameCounter {
  private:
   struct Name {
     QString text;
-    unsigned next;  // the counter for the next element of this name
+    unsigned next = 1;  // the counter for the next element of this name
   };
 
   struct Slot {
@@ -110,7 +110,7 @@ class BasicNameCounter {
   }
 
   std::size_t append(const QString& name) {
-    m_names.push_back({name, 1});
+    m_names.push_back({name});
     return m_names.size() - 1;
   }
 

@@ -75,7 +75,7 @@ LoadOutcome DocumentLoader::loadText(std::string_view xml, TextRules rules) {
 LoadOutcome DocumentLoader::load(Source source, TextRules rules) {
   const DefaultFloatingPoint environment;
   std::optional<XmlText> text;
-  const LoadOutcome outcome = load(source, rules, text);
+  LoadOutcome outcome = load(source, rules, text);
   if (m_review) {
     if (text && outcome.replaced) reviewDecoding(source, *text);
     m_review->finish();
