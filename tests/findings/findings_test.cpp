@@ -162,8 +162,8 @@ TEST(Findings, KeepTheLawUnderEveryLimit) {
   for (const char* const content :
        {"<point name='a'/>", "<point name='a'/><header/>", "<pointRef/>",
         "<point name='a'/><header/><point/>",
-        "<template_detail name='d' MIP='MIP,1,2,3,4,5,6,7,8,9,10'/><template_detail name='d' "
-        "MIP='MIP,1,2,3,4,5,6,7,8,9,10'/>"})
+        ("<template_detail name='d' MIP='MIP,1,2,3,4,5,6,7,8,9,10'/><template_detail name='d' "
+         "MIP='MIP,1,2,3,4,5,6,7,8,9,10'/>")})
     for (std::int64_t limit = -1; limit < 4; ++limit)
       EXPECT_TRUE(reviewText(document(content), limit).keepsTheLaw()) << content << limit;
 }
