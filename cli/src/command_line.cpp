@@ -3,10 +3,13 @@
 #include <ztCAD/ztCAD_c.h>
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <utility>
 
 #include "failure.h"
 #include "near_misses.h"
+#include "number_text.h"
 #include "worker/serve.h"
 
 namespace cli {
@@ -76,6 +79,22 @@ void addNumber(CLI::App& command, const std::string& name, Target& target, std::
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 }
 
+/// A real number from a least one.
+void addReal(CLI::App& command, const std::string& name, double& target, double least,
+             const std::string& typeName, const std::string& help) {
+  const auto take = [&target, name, least](const std::string& word) {
+    double number = 0;
+    const auto result = std::from_chars(word.data(), word.data() + word.size(), number);
+    if (result.ec != std::errc() || result.ptr != word.data() + word.size() || !std::isfinite(number) ||
+        number < least)
+      throw CLI::ValidationError(name, "\"" + word + "\" is no number from " + numberText(least));
+    target = number;
+  };
+  command.add_option_function<std::string>(name, take, help)
+      ->type_name(typeName)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
 void addText(CLI::App& command, const std::string& name, std::string& target, const std::string& typeName,
              const std::string& help) {
   command.add_option(name, target, help)
@@ -114,6 +133,7 @@ CommandLine::CommandLine() : m_app("check, describe and format geometry document
   addCheck();
   addInfo();
   addFormat();
+  addDiff();
   addRules();
   m_app.add_subcommand(workerCommand)->group("")->callback([this] { m_command = WorkerOptions(); });
 }
@@ -160,6 +180,21 @@ void CommandLine::addFormat() {
   output->excludes(inPlace)->excludes(check);
   inPlace->excludes(check);
   command.callback([this] { m_command = m_format; });
+}
+
+void CommandLine::addDiff() {
+  CLI::App& command = addCommand(m_app, "diff", "say what differs between two documents");
+  addText(command, "A", m_diff.a, "", "a document");
+  addText(command, "B", m_diff.b, "", "another document");
+  command.get_option("A")->required();
+  command.get_option("B")->required();
+  addReal(command, "--tolerance", m_diff.tolerance.absolute, 0, "T",
+          "numbers that differ by at most T are equal (0)");
+  addReal(command, "--relative", m_diff.tolerance.relative, 0, "R",
+          "so are numbers that differ by at most R times the greater one (0)");
+  addChoice<bool>(command, "--format", m_diff.json, {{"text", false}, {"json", true}},
+                  "form of the output (text)");
+  command.callback([this] { m_command = m_diff; });
 }
 
 void CommandLine::addRules() {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "check/check.h"
+#include "diff/diff.h"
 #include "format/format.h"
 #include "info/info.h"
 #include "rules/print_rules.h"
@@ -20,8 +21,8 @@ struct PrintedText {
   std::string text;
 };
 
-using Command =
-    std::variant<CheckOptions, InfoOptions, FormatOptions, RulesOptions, WorkerOptions, PrintedText>;
+using Command = std::variant<CheckOptions, InfoOptions, FormatOptions, DiffOptions, RulesOptions,
+                             WorkerOptions, PrintedText>;
 
 /// A description of a command or option, as a sentence.
 std::string asSentence(std::string text);
@@ -42,6 +43,7 @@ class CommandLine {
   void addCheck();
   void addInfo();
   void addFormat();
+  void addDiff();
   void addRules();
   std::string unknownCommand(const std::string& word) const;
   [[noreturn]] void fail(const CLI::ParseError& error) const;
@@ -51,6 +53,7 @@ class CommandLine {
   CheckOptions m_check;
   InfoOptions m_info;
   FormatOptions m_format;
+  DiffOptions m_diff;
   RulesOptions m_rules;
 };
 
