@@ -150,14 +150,13 @@ typedef struct ztCADInspect_Finding {  // NOLINT(modernize-use-using): C reads i
   /// The element of the opened document that it is about; null for a mesh that was given as arrays, and for
   /// the document as a whole. A finding about another file names the reference that leads there.
   const ztCAD_Base* element;
-  const char* path;  ///< of the element, as in `ztCADInspect_Index`; empty without an element or scene
-  const char*
-      attribute;       ///< the attribute or list that it is about: "MIP", "faces"; null if about none; static
-  int32_t kind;        ///< kind of the element, a `ztCAD_ElementKind`; 0: none
-  const char* name;    ///< name of the element; null without an element
-  int64_t count;       ///< how often it occurs, at least 1
-  int32_t placeKind;   ///< a `ztCADInspect_PlaceKind`
-  int32_t placeCount;  ///< number of places: the first ones, at most ten
+  const char* path;       ///< of the element, as in `ztCADInspect_Index`; empty without an element or scene
+  const char* attribute;  ///< the attribute that it is about, such as "MIP"; null if about none; static
+  int32_t kind;           ///< kind of the element, a `ztCAD_ElementKind`; 0: none
+  const char* name;       ///< name of the element; null without an element
+  int64_t count;          ///< how often it occurs, at least 1
+  int32_t placeKind;      ///< a `ztCADInspect_PlaceKind`
+  int32_t placeCount;     ///< number of places: the first ones, at most ten
   const int64_t* places;  ///< `placeCount` indices, twice as many for edges; null if there are none
 } ztCADInspect_Finding;
 
@@ -171,10 +170,6 @@ ZTCADINSPECT_API int64_t ztCADInspect_findingCount(const ztCADInspect_Findings* 
 /// @return null for a null list or an index out of range; otherwise valid until the list is ended
 ZTCADINSPECT_API const ztCADInspect_Finding* ztCADInspect_findingAt(const ztCADInspect_Findings* findings,
                                                                     int64_t index);
-/// Adds all findings to a review, which knows the places of elements in the text (`ztCAD_addFindings`).
-/// @param review of the document that the findings are about, at the addresses where the review loaded it
-/// @return false, and nothing was added: null, an element is not one of the review, or memory ran out
-ZTCADINSPECT_API bool ztCADInspect_addToReview(const ztCADInspect_Findings* findings, ztCAD_Review* review);
 /// Ends a list. Null: nothing happens.
 ZTCADINSPECT_API void ztCADInspect_endFindings(ztCADInspect_Findings* findings);
 
