@@ -75,18 +75,16 @@ typedef struct ztCAD_AddedFinding {  // NOLINT(modernize-use-using): C reads it 
   const char* message;               ///< one sentence
   /// The element that the finding is about, at the address where the review loaded it; null: the document.
   const ztCAD_Base* element;
-  const char*
-      attribute;  ///< the attribute that it is about; null, or an attribute without a place: the element
-  int64_t count;  ///< how often it occurs; less than 1 counts as 1
+  const char* attribute;  ///< the attribute; null or not in the text: the finding is about the element
+  int64_t count;          ///< how often it occurs; less than 1 counts as 1
 } ztCAD_AddedFinding;
 
-/// Adds findings of the host's own, for example about the geometry. They get the line, column, offset, path and
-/// name of their element in the text, and their place in the order of the text: after findings at the same
-/// place. The limit of the review holds for all findings together; what exceeds it is counted.
+/// Adds findings of the host's own, for example about the geometry. They get the line, column, offset, path
+/// and name of their element in the text, and their place in the order of the text: after findings at the
+/// same place. The limit of the review holds for all findings together; what exceeds it is counted.
 ///
-/// One pass over the text, however many findings are added: add all that there are with one call. Pointers from
-/// `ztCAD_findingAt` are invalid afterwards. The document may have been taken, but elements are known by the
-/// addresses that they were read to.
+/// Each call makes one pass over the text, so add all findings with one call. Pointers from `ztCAD_findingAt`
+/// are invalid afterwards. The document may have been taken: elements are known by their addresses.
 /// @param findings array of `count`; null or `count` below 1: nothing is added
 /// @return false, and nothing was added: null, no document was read, an element is not one that the review
 ///         read, a severity is unknown, or memory ran out

@@ -60,8 +60,8 @@ class ReviewedLoad {
 
   const Findings& findings() const { return m_findings; }
 
-  /// The findings with others about elements that the load read, in the order of the text: after those that it
-  /// has at the same place. The limit holds for all findings together.
+  /// The findings with others about elements that the load read, in the order of the text: after those that
+  /// it has at the same place. The limit holds for all findings together.
   /// @return nothing if an element is not one that the load read
   std::optional<Findings> withAdded(const std::vector<AddedFinding>& added);
   /// Replaces the findings. The texts in `findings` keep their addresses.
