@@ -1,6 +1,8 @@
 #include "reviews.h"
 
+#include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_set>
 #include <utility>
@@ -20,11 +22,23 @@ static_assert(static_cast<int>(ztcad::Severity::note) == ztCAD_SeverityNote);
 static_assert(static_cast<int>(ztcad::Severity::warning) == ztCAD_SeverityWarning);
 static_assert(static_cast<int>(ztcad::Severity::error) == ztCAD_SeverityError);
 
+namespace {
+
+/// Findings in the form in which hosts see them.
+struct ReportedFindings {
+  ReportedFindings() = default;
+  explicit ReportedFindings(const std::vector<ztcad::Finding>& findings);
+
+  std::vector<ztCAD_Place> places;      // of all findings
+  std::vector<ztCAD_Finding> findings;  // their texts belong to the findings that they were made of
+};
+
+}  // namespace
+
 struct ztCAD_Review {
   std::unique_ptr<ztCAD_GMDDocument, ztcad::EndAlone> document;  // null: nothing was read, or it was taken
-  ztcad::Findings findings;
-  std::vector<ztCAD_Place> places;      // of all findings
-  std::vector<ztCAD_Finding> reported;  // texts and places belong to the members above
+  ztcad::ReviewedLoad load;
+  ReportedFindings reported;
 };
 
 namespace {
@@ -42,7 +56,7 @@ const char* textOf(const std::optional<std::string>& text) { return text ? text-
 ztCAD_Finding reportedForm(const ztcad::Finding& finding) {
   ztCAD_Finding reported = {};
   reported.severity = static_cast<std::int32_t>(finding.severity);
-  reported.rule = infoOf(finding.rule).name;
+  reported.rule = finding.rule;
   reported.message = finding.message.c_str();
   reported.place = placeOf(finding.place);
   reported.path = finding.path.c_str();
@@ -54,19 +68,34 @@ ztCAD_Finding reportedForm(const ztcad::Finding& finding) {
   return reported;
 }
 
-/// Makes the findings in the form in which hosts see them.
-void fillReported(ztCAD_Review& review) {
-  review.reported.reserve(review.findings.kept.size());
-  for (const ztcad::Finding& finding : review.findings.kept) {
-    review.reported.push_back(reportedForm(finding));
+ReportedFindings::ReportedFindings(const std::vector<ztcad::Finding>& found) {
+  findings.reserve(found.size());
+  for (const ztcad::Finding& finding : found) {
+    findings.push_back(reportedForm(finding));
     for (const ztcad::TextPlace& place : finding.places)
-      review.places.push_back(placeOf(place));
+      places.push_back(placeOf(place));
   }
-  const ztCAD_Place* next = review.places.data();
-  for (ztCAD_Finding& reported : review.reported) {
-    reported.places = reported.placeCount > 0 ? next : nullptr;
-    next += reported.placeCount;
+  const ztCAD_Place* next = places.data();
+  for (ztCAD_Finding& finding : findings) {
+    finding.places = finding.placeCount > 0 ? next : nullptr;
+    next += finding.placeCount;
   }
+}
+
+std::optional<ztcad::Severity> severityOf(std::int32_t severity) {
+  if (severity < ztCAD_SeverityNote || severity > ztCAD_SeverityError) return std::nullopt;
+  return static_cast<ztcad::Severity>(severity);
+}
+
+ztcad::AddedFinding addedForm(const ztCAD_AddedFinding& finding, ztcad::Severity severity) {
+  ztcad::AddedFinding added;
+  added.severity = severity;
+  added.rule = ztcad::textOf(finding.rule);
+  added.message = ztcad::textOf(finding.message);
+  added.element = finding.element;
+  if (finding.attribute) added.attribute = finding.attribute;
+  added.count = std::max(finding.count, std::int64_t{1});
+  return added;
 }
 
 /// @param load called with a `DocumentLoader`; returns its `LoadOutcome`
@@ -76,10 +105,10 @@ ztCAD_Review* makeReview(std::int64_t limit, ztCAD_Outcome* outcome, Load&& load
   return guarded<ztCAD_Review*>(nullptr, [&] {
     auto review = std::make_unique<ztCAD_Review>();
     review->document.reset(std::make_unique<ztCAD_GMDDocument>(std::string()).release());
-    ztcad::DocumentLoader loader(*review->document, ztcad::NestedOwner::Document, limit, review->findings);
+    ztcad::DocumentLoader loader(*review->document, ztcad::NestedOwner::Document, limit, review->load);
     const ztcad::LoadOutcome result = load(loader);
     if (!result.replaced) review->document.reset();
-    fillReported(*review);
+    review->reported = ReportedFindings(review->load.findings().kept);
     liveReviews.get().insert(review.get());
     report(outcome, result);
     return review.release();
@@ -104,17 +133,36 @@ ztCAD_Review* ztCAD_reviewText(const char* text, std::int64_t size, std::int64_t
 }
 
 std::int64_t ztCAD_findingCount(const ztCAD_Review* review) {
-  return isLive(review) ? static_cast<std::int64_t>(review->reported.size()) : 0;
+  return isLive(review) ? static_cast<std::int64_t>(review->reported.findings.size()) : 0;
 }
 
 std::int64_t ztCAD_omittedFindings(const ztCAD_Review* review, std::int32_t severity) {
-  const bool isSeverity = severity >= ztCAD_SeverityNote && severity <= ztCAD_SeverityError;
-  return isLive(review) && isSeverity ? review->findings.omitted[static_cast<std::size_t>(severity)] : 0;
+  const std::optional<ztcad::Severity> known = severityOf(severity);
+  return isLive(review) && known ? review->load.findings().omitted[static_cast<std::size_t>(*known)] : 0;
 }
 
 const ztCAD_Finding* ztCAD_findingAt(const ztCAD_Review* review, std::int64_t index) {
   const bool isThere = index >= 0 && index < ztCAD_findingCount(review);
-  return isThere ? &review->reported[static_cast<std::size_t>(index)] : nullptr;
+  return isThere ? &review->reported.findings[static_cast<std::size_t>(index)] : nullptr;
+}
+
+bool ztCAD_addFindings(ztCAD_Review* review, const ztCAD_AddedFinding* findings, std::int64_t count) {
+  return guarded(false, [&] {
+    if (!isLive(review)) return false;
+    std::vector<ztcad::AddedFinding> added;
+    for (std::int64_t i = 0; findings && i < count; ++i) {
+      const std::optional<ztcad::Severity> severity = severityOf(findings[i].severity);
+      if (!severity) return false;
+      added.push_back(addedForm(findings[i], *severity));
+    }
+    if (added.empty()) return true;
+    std::optional<ztcad::Findings> all = review->load.withAdded(added);
+    if (!all) return false;
+    ReportedFindings reported(all->kept);
+    review->load.replaceFindings(std::move(*all));
+    review->reported = std::move(reported);
+    return true;
+  });
 }
 
 ztCAD_GMDDocument* ztCAD_takeReviewedDocument(ztCAD_Review* review) {

@@ -89,7 +89,7 @@ FindingInText* Review::add(Rule rule, const char* element, const Named& nearest,
     return nullptr;
   }
   FindingInText& added = m_findings.emplace_back();
-  added.rule = rule;
+  added.rule = infoOf(rule).name;
   added.severity = severity;
   added.element = element;
   added.message = messageOf(rule, phraseOf(nearest.kind, nearest.name), arguments);

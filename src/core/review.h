@@ -7,6 +7,7 @@
 #include <optional>
 #include <QString>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "../number/list_remarks.h"
@@ -26,7 +27,7 @@ struct KindName {
 
 /// A finding while the text is being read. Positions are addresses in the text that the backend reads.
 struct FindingInText {
-  Rule rule = {};
+  const char* rule = nullptr;  // its name
   Severity severity = {};
   const char* element = nullptr;    // the "<" of its start tag, or of other markup
   const char* attribute = nullptr;  // its name; null: the finding is about the element
@@ -107,6 +108,12 @@ class Review final : public ReadObserver {
   std::int64_t omitted(Severity severity) const { return m_omitted[static_cast<std::size_t>(severity)]; }
   /// All elements of the format, in the order of the text.
   const std::vector<ElementInText>& elements() const { return m_elements; }
+  std::vector<ElementInText> takeElements() { return std::move(m_elements); }
+
+  /// Begins the root element.
+  void enterRoot(const ElementView& root) { m_root = root.position(); }
+  /// The "<" of the root element; null if there was none.
+  const char* root() const { return m_root; }
 
  private:
   struct OpenElement {
@@ -134,6 +141,7 @@ class Review final : public ReadObserver {
   std::array<Occurrences, 4> m_markup;
   std::vector<OpenElement> m_open;
   std::vector<ElementInText> m_elements;
+  const char* m_root = nullptr;
   std::unordered_map<const char*, std::size_t> m_texts;  // elements with unexpected text, to their findings
 };
 

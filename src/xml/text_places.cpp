@@ -11,11 +11,6 @@ namespace ztcad {
 
 namespace {
 
-bool isIn(const char* position, std::string_view text) {
-  const std::less_equal<> notAfter;
-  return notAfter(text.data(), position) && notAfter(position, text.data() + text.size());
-}
-
 /// Walks through a text character by character.
 class TextWalk {
  public:
@@ -74,6 +69,11 @@ class PathTracker {
 };
 
 }  // namespace
+
+bool isIn(const char* position, std::string_view text) {
+  const std::less_equal<> notAfter;
+  return notAfter(text.data(), position) && notAfter(position, text.data() + text.size());
+}
 
 std::vector<TextPlace> placesOf(const std::vector<const char*>& positions, std::string_view bytes,
                                 const XmlText& text) {

@@ -19,6 +19,9 @@ struct TextPlace {
   std::size_t inText = 0;   // offset in the decoded text
 };
 
+/// Whether a position is the address of a byte of a text, or its end.
+bool isIn(const char* position, std::string_view text);
+
 /// Finds the places of positions in one pass.
 /// @param positions ascending addresses: all in `bytes`, or all in `text.characters()`
 /// @param bytes     the source of `text`

@@ -64,6 +64,20 @@ const Row rows[] = {
        ztCAD_endReview(review);
        EXPECT_EQ(ztCAD_takeReviewedDocument(review), null<ztCAD_GMDDocument>) << "the review has ended";
      }},
+    {"ztCAD_addFindings",
+     [] {
+       const ztCAD_AddedFinding empty = {};
+       const ztCAD_AddedFinding nonsense = {INT32_MIN, "", "", nullptr, "", INT64_MIN};
+       EXPECT_FALSE(ztCAD_addFindings(nullptr, &empty, 1));
+       ztCAD_Review* const review = ztCAD_reviewText("<GMD/>", -1, -1, nullptr);
+       EXPECT_TRUE(ztCAD_addFindings(review, nullptr, INT64_MAX));
+       EXPECT_TRUE(ztCAD_addFindings(review, &empty, INT64_MIN));
+       EXPECT_FALSE(ztCAD_addFindings(review, &nonsense, 1));
+       EXPECT_TRUE(ztCAD_addFindings(review, &empty, 1)) << "null texts count as empty";
+       EXPECT_EQ(ztCAD_findingCount(review), 1);
+       ztCAD_endReview(review);
+       EXPECT_FALSE(ztCAD_addFindings(review, &empty, 1)) << "the review has ended";
+     }},
     {"ztCAD_endReview",
      [] {
        ztCAD_endReview(nullptr);

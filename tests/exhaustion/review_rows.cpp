@@ -41,6 +41,15 @@ Trial reviewsText(const std::string& text) {
 
 ztCAD_Review* finishedReview() { return ztCAD_reviewText(reviewedText().c_str(), -1, -1, nullptr); }
 
+/// A failure leaves the findings of the review as they were.
+Trial addsFindings() {
+  ztCAD_Review* const review = finishedReview();
+  const std::string former = findingsOf(review);
+  const ztCAD_AddedFinding finding = {ztCAD_SeverityNote, "a-rule", "A message.", nullptr, "name", 1};
+  return {[=] { return ztCAD_addFindings(review, &finding, 1) ? Report::Success : Report::Failure; },
+          [=] { return findingsOf(review); }};
+}
+
 bool appendBytes(const char* bytes, std::int64_t size, void* context) {
   auto& text = *static_cast<std::pair<char*, std::size_t>*>(context);
   std::copy_n(bytes, size, text.first + text.second);
@@ -82,6 +91,7 @@ const Row rows[] = {
      [] { return answers([review = finishedReview()] { return ztCAD_omittedFindings(review, 0); }); }},
     {"ztCAD_findingAt", "",
      [] { return points([review = finishedReview()] { return ztCAD_findingAt(review, 0); }); }},
+    {"ztCAD_addFindings", "", [] { return addsFindings(); }},
     {"ztCAD_takeReviewedDocument", "",
      [] { return creates([review = finishedReview()] { return ztCAD_takeReviewedDocument(review); }); }},
     {"ztCAD_endReview", "",

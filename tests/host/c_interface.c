@@ -412,6 +412,8 @@ static void reviews(void) {
   EXPECT(finding->place.line == 2 && finding->place.column == 1 && finding->place.offset == 6);
   EXPECT(!strcmp(finding->path, "/GMD/point[1]") && !strcmp(finding->name, "hinge"));
   EXPECT(!strcmp(ztCAD_kindWord(finding->kind), "point") && !finding->attribute && finding->count == 1);
+  const ztCAD_AddedFinding added = {ztCAD_SeverityNote, "a-rule", "About the document.", NULL, NULL, 1};
+  EXPECT(ztCAD_addFindings(review, &added, 1) && !strcmp(ztCAD_findingAt(review, 0)->path, "/GMD"));
   ztCAD_GMDDocument* const document = ztCAD_takeReviewedDocument(review);
   ztCAD_endReview(review);
   EXPECT(ztCAD_countInDoc(document, ztCAD_ElementPoint) == 1);

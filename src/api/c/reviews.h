@@ -68,6 +68,28 @@ ZTCAD_API int64_t ztCAD_omittedFindings(const ztCAD_Review* review, int32_t seve
 /// @return null for a null review or an index out of range; otherwise valid until the review is ended
 ZTCAD_API const ztCAD_Finding* ztCAD_findingAt(const ztCAD_Review* review, int64_t index);
 
+/// A finding that a host adds to a review. Its texts are UTF-8 and copied.
+typedef struct ztCAD_AddedFinding {  // NOLINT(modernize-use-using): C reads it too
+  int32_t severity;                  ///< a `ztCAD_Severity`
+  const char* rule;                  ///< a name in lower case with hyphens, not one of the library's rules
+  const char* message;               ///< one sentence
+  /// The element that the finding is about, at the address where the review loaded it; null: the document.
+  const ztCAD_Base* element;
+  const char* attribute;  ///< the attribute; null or not in the text: the finding is about the element
+  int64_t count;          ///< how often it occurs; less than 1 counts as 1
+} ztCAD_AddedFinding;
+
+/// Adds findings of the host's own, for example about the geometry. They get the line, column, offset, path
+/// and name of their element in the text, and their place in the order of the text: after findings at the
+/// same place. The limit of the review holds for all findings together; what exceeds it is counted.
+///
+/// Each call makes one pass over the text, so add all findings with one call. Pointers from `ztCAD_findingAt`
+/// are invalid afterwards. The document may have been taken: elements are known by their addresses.
+/// @param findings array of `count`; null or `count` below 1: nothing is added
+/// @return false, and nothing was added: null, no document was read, an element is not one that the review
+///         read, a severity is unknown, or memory ran out
+ZTCAD_API bool ztCAD_addFindings(ztCAD_Review* review, const ztCAD_AddedFinding* findings, int64_t count);
+
 /// The document that the review loaded, which then belongs to the host as one from `ztCAD_loadDocument` does.
 /// @return null if no document was read, or if it was taken before
 ZTCAD_NODISCARD ZTCAD_API ztCAD_GMDDocument* ztCAD_takeReviewedDocument(ztCAD_Review* review);

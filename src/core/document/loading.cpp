@@ -38,7 +38,7 @@ LoadOutcome failure(std::int32_t code, const QString& message) {
 /// The text is longer than what is read.
 LoadOutcome DocumentLoader::refuseLength() const {
   const QLatin1String message("text too long");
-  if (m_findings) *m_findings = soleFinding(m_review->limit(), Rule::text_refused, message);
+  if (m_reviewed) *m_reviewed = ReviewedLoad(m_review->limit(), Rule::text_refused, message);
   return failure(ztCAD_GMDDocument::NotParsed, message);
 }
 
@@ -74,13 +74,13 @@ LoadOutcome DocumentLoader::loadText(std::string_view xml, TextRules rules) {
 
 LoadOutcome DocumentLoader::load(Source source, TextRules rules) {
   const DefaultFloatingPoint environment;
-  std::optional<XmlText> text;
+  std::unique_ptr<XmlText> text;
   LoadOutcome outcome = load(source, rules, text);
   if (m_review) {
     if (text && outcome.replaced) reviewDecoding(source, *text);
     m_review->finish();
-    if (!text) text.emplace(source.text(), source.kind);
-    *m_findings = findingsOf(*m_review, source.text(), *text);
+    if (!text) text = std::make_unique<XmlText>(source.text(), source.kind);
+    *m_reviewed = ReviewedLoad(*m_review, std::move(source.bytes), std::move(text));
   }
   return outcome;
 }
@@ -96,14 +96,14 @@ void DocumentLoader::reviewDecoding(const Source& source, const XmlText& text) c
 }
 
 /// @param text output: set if the text is not plain
-LoadOutcome DocumentLoader::load(Source& source, TextRules rules, std::optional<XmlText>& text) {
+LoadOutcome DocumentLoader::load(Source& source, TextRules rules, std::unique_ptr<XmlText>& text) {
   // places in the source, which only a review needs, take its bytes
   const auto isDecoded = [&] { return text && text->isCopy() && !m_review; };
   LoadOutcome outcome;
   outcome.code = ztCAD_GMDDocument::Loaded;
   Reader reader = readPlain(source, rules);
   if (!reader) {
-    text.emplace(source.text(), source.kind);
+    text = std::make_unique<XmlText>(source.text(), source.kind);
     if (isDecoded()) source.bytes = QByteArray();  // UTF-16 takes twice the memory of its characters
     reader = readAny(*text, rules, outcome);
   }
@@ -126,6 +126,7 @@ DocumentLoader::Reader DocumentLoader::readPlain(const Source& source, TextRules
   bool rootIsRight = true;
   const auto readRoot = [&](const ElementView& root) {
     rootIsRight = rules == TextRules::Lenient || root.tag() == words().gmd;
+    if (m_review) m_review->enterRoot(root);
     if (rootIsRight) reader->readRoot(root);
   };
   const bool isPlain = readPlainXml(source.text(), source.kind, readRoot, m_review.get());
@@ -145,6 +146,7 @@ DocumentLoader::Reader DocumentLoader::readAny(const XmlText& text, TextRules ru
     rootTag = root.tag();
     rootPosition = root.position();
     rootIsRight = rootTag == words().gmd;
+    if (m_review) m_review->enterRoot(root);
     if (rootIsRight || rules == TextRules::Lenient) reader->readRoot(root);
   };
   const ParseOutcome parse = readXml(text, readRoot, m_review.get());

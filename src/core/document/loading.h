@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <QString>
 #include <string>
 #include <string_view>
@@ -42,12 +41,12 @@ class DocumentLoader {
  public:
   DocumentLoader(ztCAD_GMDDocument& document, NestedOwner owner) : m_document(document), m_owner(owner) {}
   /// Reports what it finds.
-  /// @param findings output of a load under strict rules
-  DocumentLoader(ztCAD_GMDDocument& document, NestedOwner owner, std::int64_t limit, Findings& findings)
+  /// @param reviewed output of a load under strict rules
+  DocumentLoader(ztCAD_GMDDocument& document, NestedOwner owner, std::int64_t limit, ReviewedLoad& reviewed)
       : m_document(document),
         m_owner(owner),
         m_review(std::make_unique<Review>(limit)),
-        m_findings(&findings) {}
+        m_reviewed(&reviewed) {}
 
   /// @param fileName as a host passes it, see `fileNameOf`
   LoadOutcome loadFile(std::string_view fileName);
@@ -58,7 +57,7 @@ class DocumentLoader {
   using Reader = std::unique_ptr<RootReader>;
 
   LoadOutcome load(Source source, TextRules rules);
-  LoadOutcome load(Source& source, TextRules rules, std::optional<XmlText>& text);
+  LoadOutcome load(Source& source, TextRules rules, std::unique_ptr<XmlText>& text);
   Reader readPlain(const Source& source, TextRules rules) const;
   Reader readAny(const XmlText& text, TextRules rules, LoadOutcome& outcome) const;
   void takeOver(RootReader& reader, std::unique_ptr<LoadedText> text);
@@ -70,7 +69,7 @@ class DocumentLoader {
   ztCAD_GMDDocument& m_document;
   const NestedOwner m_owner;
   const std::unique_ptr<Review> m_review;  // null: nobody wants findings
-  Findings* const m_findings = nullptr;
+  ReviewedLoad* const m_reviewed = nullptr;
 };
 
 /// Destroys a document and what it owns, without emptying the list of structures that all documents share.
