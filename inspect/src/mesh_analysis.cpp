@@ -22,28 +22,13 @@ std::uint64_t bitsOf(double value) {
   return bits;
 }
 
-struct SortedFacet {
-  std::uint32_t low;
-  std::uint32_t middle;
-  std::uint32_t high;
-
-  explicit SortedFacet(const std::uint32_t* facet) : low(facet[0]), middle(facet[1]), high(facet[2]) {
-    if (low > middle) std::swap(low, middle);
-    if (middle > high) std::swap(middle, high);
-    if (low > middle) std::swap(low, middle);
-  }
-  bool operator<(const SortedFacet& other) const {
-    if (low != other.low) return low < other.low;
-    return middle != other.middle ? middle < other.middle : high < other.high;
-  }
-};
-
 std::vector<std::uint32_t> coincidentVertices(const MeshView& mesh, bool haveAllValues) {
   return findRepeats(
       mesh.vertexCount, [&](std::size_t i) { return haveAllValues || mesh.hasValue(i); },
       [&](std::size_t i) {
         const double* const v = mesh.vertex(i);
-        return mixed(mixed(mixed(bitsOf(v[0])) ^ bitsOf(v[1])) ^ bitsOf(v[2]));
+        return mixed(bitsOf(v[0]) * 0x9e3779b97f4a7c15U + bitsOf(v[1]) * 0xc2b2ae3d27d4eb4fU +
+                     bitsOf(v[2]) * 0x165667b19e3779f9U);
       },
       [&](std::size_t a, std::size_t b) {
         const double* const v = mesh.vertex(a);
@@ -51,16 +36,6 @@ std::vector<std::uint32_t> coincidentVertices(const MeshView& mesh, bool haveAll
         if (v[0] != w[0]) return v[0] < w[0];
         return v[1] != w[1] ? v[1] < w[1] : v[2] < w[2];
       });
-}
-
-std::vector<std::uint32_t> duplicateFacets(const MeshView& mesh, const std::vector<bool>* isUsed) {
-  return findRepeats(
-      mesh.facetCount, [&](std::size_t i) { return !isUsed || (*isUsed)[i]; },
-      [&](std::size_t i) {
-        const SortedFacet facet(mesh.facet(i));
-        return mixed(mixed(std::uint64_t{facet.low} << 32U | facet.middle) ^ facet.high);
-      },
-      [&](std::size_t a, std::size_t b) { return SortedFacet(mesh.facet(a)) < SortedFacet(mesh.facet(b)); });
 }
 
 /// A list of which only the first places are kept.
@@ -191,7 +166,7 @@ MeshAnalysis analyse(const MeshView& mesh, const Subject& subject, const Setting
     if (task == 0)
       coincident.addAll(coincidentVertices(mesh, parts.valueless.count == 0));
     else
-      duplicates.addAll(duplicateFacets(mesh, parts.used()));
+      duplicates.addAll(findDuplicateFacets(mesh, parts.used()));
   });
   Edges edges = findEdges(mesh, parts.used(), placesKept, threads);
 

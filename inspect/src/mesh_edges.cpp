@@ -25,6 +25,23 @@ void sortFew(std::uint32_t* first, std::uint32_t* last) {
   }
 }
 
+struct SortedFacet {
+  std::uint32_t low;
+  std::uint32_t middle;
+  std::uint32_t high;
+
+  explicit SortedFacet(const std::uint32_t* facet)
+      : low(std::min({facet[0], facet[1], facet[2]})),
+        middle(facet[0] ^ facet[1] ^ facet[2]),
+        high(std::max({facet[0], facet[1], facet[2]})) {
+    middle ^= low ^ high;
+  }
+  /// Compares facets of the same lowest vertex.
+  bool operator<(const SortedFacet& other) const {
+    return middle != other.middle ? middle < other.middle : high < other.high;
+  }
+};
+
 class Matching {
  public:
   Matching(const MeshView& mesh, const std::vector<bool>* isUsed, std::size_t placesKept)
@@ -134,6 +151,58 @@ Edges findEdges(const MeshView& mesh, const std::vector<bool>* isUsed, std::size
     append(edges.inconsistent, part.inconsistent, placesKept);
   }
   return edges;
+}
+
+std::vector<std::uint32_t> findDuplicateFacets(const MeshView& mesh, const std::vector<bool>* isUsed) {
+  // distributed to their lowest vertices
+  std::vector<std::uint32_t> ends(mesh.vertexCount + 1);
+  const auto forEach = [&](const auto& function) {
+    for (std::size_t i = 0; i < mesh.facetCount; ++i) {
+      if (isUsed && !(*isUsed)[i]) continue;
+      const std::uint32_t* const facet = mesh.facet(i);
+      function(i, std::min({facet[0], facet[1], facet[2]}));
+    }
+  };
+  forEach([&](std::size_t, std::uint32_t low) { ++ends[low]; });
+  std::uint32_t sum = 0;
+  for (std::uint32_t& place : ends) {
+    const std::uint32_t here = place;
+    place = sum;
+    sum += here;
+  }
+  std::vector<std::uint32_t> facets(sum);
+  forEach([&](std::size_t i, std::uint32_t low) { facets[ends[low]++] = static_cast<std::uint32_t>(i); });
+
+  std::vector<std::uint32_t> repeats;
+  const auto less = [&](std::uint32_t a, std::uint32_t b) {
+    return SortedFacet(mesh.facet(a)) < SortedFacet(mesh.facet(b));
+  };
+  std::uint32_t start = 0;
+  for (std::size_t low = 0; low < mesh.vertexCount; ++low) {
+    const std::uint32_t stop = ends[low];
+    std::uint32_t* const first = facets.data() + start;
+    std::uint32_t* const last = facets.data() + stop;
+    start = stop;
+    if (last - first < 2) continue;
+    if (last - first <= 8) {
+      for (std::uint32_t* i = first + 1; i != last; ++i) {
+        const SortedFacet facet(mesh.facet(*i));
+        for (const std::uint32_t* j = first; j != i; ++j) {
+          const SortedFacet earlier(mesh.facet(*j));
+          if (earlier.middle != facet.middle || earlier.high != facet.high) continue;
+          repeats.push_back(*i);
+          break;
+        }
+      }
+      continue;
+    }
+    std::sort(first, last,
+              [&](std::uint32_t a, std::uint32_t b) { return less(a, b) || (!less(b, a) && a < b); });
+    for (const std::uint32_t* i = first + 1; i != last; ++i)
+      if (!less(*(i - 1), *i)) repeats.push_back(*i);
+  }
+  std::sort(repeats.begin(), repeats.end());
+  return repeats;
 }
 
 std::int64_t countShells(const MeshView& mesh, const std::vector<bool>* isUsed) {

@@ -27,6 +27,10 @@ struct Edges {
 /// 12 bytes for a facet and 4 for a vertex, and needs no hash. Lists are in ascending order of the edges.
 Edges findEdges(const MeshView& mesh, const std::vector<bool>* isUsed, std::size_t placesKept, int threads);
 
+/// The facets with the same three vertices as an earlier one, in ascending order, of the same facets. Takes 4
+/// bytes for a facet and 4 for a vertex.
+std::vector<std::uint32_t> findDuplicateFacets(const MeshView& mesh, const std::vector<bool>* isUsed);
+
 /// The number of parts that share no vertex, of the same facets.
 std::int64_t countShells(const MeshView& mesh, const std::vector<bool>* isUsed);
 

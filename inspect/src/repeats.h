@@ -46,21 +46,19 @@ std::vector<std::uint32_t> findRepeats(std::size_t count, const Takes& takes, co
   {
     Bits once(bitCount);
     Bits again(bitCount);
-    bool isAnyAgain = false;
+    std::size_t hits = 0;
     for (std::size_t i = 0; i < count; ++i) {
       if (!takes(i)) continue;
       const std::size_t bit = hash(i) & (bitCount - 1);
       if (once.test(bit)) {
         again.set(bit);
-        isAnyAgain = true;
+        ++hits;
+      } else {
+        once.set(bit);
       }
-      once.set(bit);
     }
-    if (!isAnyAgain) return {};
-    std::size_t size = 0;
-    for (std::size_t i = 0; i < count; ++i)
-      size += takes(i) && again.test(hash(i) & (bitCount - 1)) ? 1 : 0;
-    candidates.reserve(size);
+    if (hits == 0) return {};
+    candidates.reserve(std::min(count, 2 * hits));
     for (std::size_t i = 0; i < count; ++i)
       if (takes(i) && again.test(hash(i) & (bitCount - 1)))
         candidates.push_back(static_cast<std::uint32_t>(i));

@@ -106,7 +106,7 @@ ztCADInspect_Options defaultOptions() {
   options.greatestFileSize = std::int64_t{1} << 30;
   options.greatestFileCount = 1000;
   options.greatestDepth = 256;
-  options.greatestItemCount = 10000000;
+  options.greatestItemCount = 5000000;
   options.threads = 1;
   return options;
 }

@@ -115,10 +115,10 @@ typedef struct ztCADInspect_Options {  // NOLINT(modernize-use-using): C reads i
   const char* allowedFolder;  ///< references read files in this folder and below only; null (default): in the
                               ///< folder of the document. Must be valid during the calls that are given it
   int32_t readFiles;          ///< 1 (default): references may read files; 0: no file is read
-  int64_t greatestFileSize;   ///< bytes of a file that a reference names; default 1 GiB
+  int64_t greatestFileSize;   ///< bytes of the files that references name, all together; default 1 GiB
   int64_t greatestFileCount;  ///< number of files that references may read; default 1000
   int32_t greatestDepth;      ///< levels of holders and references above an item; default 256, and not more
-  int64_t greatestItemCount;  ///< number of items of a scene; default 10 million
+  int64_t greatestItemCount;  ///< number of items of a scene; default 5 million
   int32_t threads;  ///< threads to work with; default 1; 0 or less: as many as the machine runs at once
 } ztCADInspect_Options;
 
