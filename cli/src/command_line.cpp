@@ -159,6 +159,7 @@ void CommandLine::addCheck() {
   addNumber(command, "--jobs", m_check.jobs, 1, 1024, "N", "check with N processes (one for each processor)");
   addNumber(command, "--timeout", m_check.timeLimit, 1, 1000000, "SECONDS",
             "give up a document that takes longer (300)");
+  command.add_flag("--no-inspect", m_check.noInspect, "do not check geometry, references and mass data");
   command.callback([this] { m_command = m_check; });
 }
 

@@ -63,11 +63,13 @@ const std::string assembly = R"(<GMD>
 <detailRef name="bolt two" template="bolt" MCS="CS, 0, 20, 0, 0, 1, 0, 0, 0, 1, 1, 0, 0"/>
 <structure name="arm" LCS="CS, 1, 2, 3, 0, 1, 0, -1, 0, 0, 0, 0, 1" color="RGB, 200, 100, 7">
 <solid name="plate" method="triangulation">
-<vertices>0, 0, 0; 4, 0, 0; 0, 4, 0; 0, 0, 4;</vertices><faces>0, 2, 1; 0, 1, 3; 1, 2, 3; 2, 0, 3;</faces></solid>
+<vertices>0, 0, 0; 4, 0, 0; 0, 4, 0; 0, 0, 4;</vertices>
+<faces>0, 2, 1; 0, 1, 3; 1, 2, 3; 2, 0, 3;</faces></solid>
 </structure>
 <template_detail name="bolt" MIP="MIP, 1, 0, 0, 0, 1, 1, 1, 0, 0, 0">
 <solid name="head" method="triangulation" color="RGB, 1, 128, 255">
-<vertices>0, 0, 0; 1, 0, 0; 0, 1, 0; 0, 0, 1;</vertices><faces>0, 2, 1; 0, 1, 3; 1, 2, 3; 2, 0, 3;</faces></solid>
+<vertices>0, 0, 0; 1, 0, 0; 0, 1, 0; 0, 0, 1;</vertices>
+<faces>0, 2, 1; 0, 1, 3; 1, 2, 3; 2, 0, 3;</faces></solid>
 </template_detail>
 </GMD>
 )";

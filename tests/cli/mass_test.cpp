@@ -12,7 +12,8 @@ using nlohmann::json;
 /// A box of 2 x 2 x 3, closed.
 const std::string box =
     R"(<vertices>0, 0, 0; 2, 0, 0; 2, 2, 0; 0, 2, 0; 0, 0, 3; 2, 0, 3; 2, 2, 3; 0, 2, 3;</vertices>
-<faces>0, 2, 1; 0, 3, 2; 4, 5, 6; 4, 6, 7; 0, 1, 5; 0, 5, 4; 1, 2, 6; 1, 6, 5; 2, 3, 7; 2, 7, 6; 3, 0, 4; 3, 4, 7;</faces>)";
+<faces>0, 2, 1; 0, 3, 2; 4, 5, 6; 4, 6, 7;
+0, 1, 5; 0, 5, 4; 1, 2, 6; 1, 6, 5; 2, 3, 7; 2, 7, 6; 3, 0, 4; 3, 4, 7;</faces>)";
 
 /// A declared box, an open mesh, and a detail at x = 10 with a box that declares nothing.
 const std::string document = R"(<GMD><header majorVersion="2" minorVersion="1" inform=""/>
