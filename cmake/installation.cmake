@@ -8,6 +8,14 @@ install(TARGETS ztCAD ztCAD_C EXPORT ztCADTargets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+# The second library: the component InspectRuntime for programs that were built with it.
+if(TARGET ztCADInspect)
+  install(TARGETS ztCADInspect EXPORT ztCADTargets
+          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT InspectRuntime NAMELINK_COMPONENT Development
+          RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT InspectRuntime
+          ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(FILES inspect/include/ztCAD/inspect.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ztCAD)
+endif()
 get_property(public_headers GLOBAL PROPERTY ZTCAD_PUBLIC_HEADERS)
 foreach(header IN LISTS public_headers)
   get_filename_component(folder ${header} DIRECTORY)
@@ -27,7 +35,7 @@ install(FILES ${PROJECT_BINARY_DIR}/ztCADConfig.cmake ${PROJECT_BINARY_DIR}/ztCA
 
 # The pkg-config files.
 file(RELATIVE_PATH pc_to_prefix /p/${CMAKE_INSTALL_LIBDIR}/pkgconfig /p)
-function(ztcad_pkg_config file pc_name pc_requires pc_options)
+function(ztcad_pkg_config file pc_name pc_requires pc_options pc_libraries)
   configure_file(cmake/ztCAD.pc.in ${PROJECT_BINARY_DIR}/${file} @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/${file} DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endfunction()
@@ -37,8 +45,12 @@ if(WIN32)
 else()
   set(pc_pic_option -fPIC)
 endif()
-ztcad_pkg_config(ztCAD.pc ztCAD "Qt${ZTCAD_QT}Core Qt${ZTCAD_QT}Xml" "${pc_pic_option}")
-ztcad_pkg_config(ztCAD_c.pc "ztCAD for C" "" "")
+ztcad_pkg_config(ztCAD.pc ztCAD "Qt${ZTCAD_QT}Core Qt${ZTCAD_QT}Xml" "${pc_pic_option}"
+                 -lztCAD${ZTCAD_QT_SUFFIX})
+ztcad_pkg_config(ztCAD_c.pc "ztCAD for C" "" "" -lztCAD${ZTCAD_QT_SUFFIX})
+if(TARGET ztCADInspect)
+  ztcad_pkg_config(ztCAD_inspect.pc ztCADInspect ztCAD_c "" -lztCADInspect${ZTCAD_QT_SUFFIX})
+endif()
 
 # The guide, the schemas and the examples, in the folders that the pages' links expect.
 file(GLOB pages CONFIGURE_DEPENDS docs/*.md docs/*.svg docs/*.xsd)

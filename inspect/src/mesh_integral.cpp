@@ -199,7 +199,7 @@ SolidIntegrals integralsFrom(const PreciseSums& sums, double size, double second
   const double trace = std::abs(second[0] + second[1] + second[2]);
   const double secondDoubt = rounding * secondSize / 10;
   const double firstDoubt = std::sqrt(volumeDoubt * secondDoubt);
-  const double distance = std::hypot(center[0].high, center[1].high, center[2].high);
+  const double distance = lengthOf(center[0].high, center[1].high, center[2].high);
   const double diagonal = box.diagonal() * frame.scale;
   const double inCentral = secondDoubt + 2 * distance * firstDoubt + distance * distance * volumeDoubt;
   result.error =

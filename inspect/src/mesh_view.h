@@ -26,6 +26,20 @@ struct MeshView {
   }
 };
 
+/// The length of a vector, without overflow. Not `std::hypot`, which rounds differently on every system.
+inline double lengthOf(double x, double y, double z) {
+  x = std::abs(x);
+  y = std::abs(y);
+  z = std::abs(z);
+  double greatest = x > y ? x : y;
+  greatest = greatest > z ? greatest : z;
+  if (!(greatest > 0) || std::isinf(greatest)) return greatest;
+  x /= greatest;
+  y /= greatest;
+  z /= greatest;
+  return greatest * std::sqrt(x * x + y * y + z * z);
+}
+
 /// The box around the vertices that have values; empty: all zero.
 struct Box {
   double low[3] = {0, 0, 0};
@@ -40,7 +54,7 @@ struct Box {
     isEmpty = false;
   }
   /// Length of the diagonal; infinite for boxes beyond half the range of doubles.
-  double diagonal() const { return std::hypot(high[0] - low[0], high[1] - low[1], high[2] - low[2]); }
+  double diagonal() const { return lengthOf(high[0] - low[0], high[1] - low[1], high[2] - low[2]); }
 };
 
 }  // namespace ztcad::inspect
