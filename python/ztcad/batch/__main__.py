@@ -172,27 +172,29 @@ def _known(file: IO[str], output: Output) -> set[int]:
     return known
 
 
-def _client(arguments: argparse.Namespace, stack: ExitStack) -> Optional[Any]:
+def _client(arguments: argparse.Namespace) -> Any:
+    """A client of the cluster, to be closed by the caller; None without a cluster."""
     if not (arguments.scheduler or arguments.scheduler_file):
         return None
     try:
         from distributed import Client
     except ImportError:
         raise BatchError("--scheduler needs dask.distributed (Debian: python3-distributed)") from None
+    connect: Any = Client  # has no types
     try:
-        client: Any = Client  # dask.distributed has no types
-        cluster = client(arguments.scheduler, scheduler_file=arguments.scheduler_file)
+        return connect(arguments.scheduler, scheduler_file=arguments.scheduler_file)
     except (OSError, ValueError) as error:
-        raise BatchError(f"no scheduler at {arguments.scheduler or arguments.scheduler_file}: {error}") from None
-    stack.enter_context(cluster)
-    return cluster
+        address = arguments.scheduler or arguments.scheduler_file
+        raise BatchError(f"no scheduler at {address}: {error}") from None
 
 
 def run(arguments: argparse.Namespace, terminal: Terminal) -> int:
     """Does the work; returns the exit code."""
     levels = (arguments.level,) if arguments.level else ("warning", arguments.fail_on)
     with ExitStack() as stack:
-        client = _client(arguments, stack)
+        client = _client(arguments)
+        if client is not None:
+            stack.callback(client.close)
         file = _open(arguments, stack)
         output = Output(file, arguments.fail_on)
         known = _known(file, output) if arguments.resume else set()
@@ -222,7 +224,7 @@ def run(arguments: argparse.Namespace, terminal: Terminal) -> int:
             if report.problem is not None:
                 terminal.say(f"{report.file}: {report.problem}")
         output.flush()
-        return output.exit_code
+    return output.exit_code
 
 
 def main(words: Optional[Sequence[str]] = None) -> int:
