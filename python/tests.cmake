@@ -16,12 +16,13 @@ function(ztcad_python_test name)
   if(TARGET ztcad_program)
     list(APPEND environment ZTCAD_PROGRAM=$<TARGET_FILE:ztcad_program>)
   endif()
+  # not in the folder of the sources, which Python would prefer and which lacks the extension module
   set_tests_properties(python.${name} PROPERTIES ENVIRONMENT "${environment}"
-                       WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR})
+                       WORKING_DIRECTORY ${PROJECT_BINARY_DIR}/python)
 endfunction()
 
 file(GLOB test_files CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR}/tests tests/test_*.py)
 foreach(file IN LISTS test_files)
   string(REGEX REPLACE "^test_(.*)\\.py$" "\\1" name ${file})
-  ztcad_python_test(${name} ${Python3_EXECUTABLE} -m pytest -q tests/${file})
+  ztcad_python_test(${name} ${Python3_EXECUTABLE} -m pytest -q ${CMAKE_CURRENT_SOURCE_DIR}/tests/${file})
 endforeach()
