@@ -108,7 +108,7 @@ class Terminal:
         if self._visible:
             print("\r\033[K", end="", file=sys.stderr)
             self._visible = False
-        print(f"ztcad.batch: {printable(text)}", file=sys.stderr)
+        print(f"ztcad.batch: {text}", file=sys.stderr)
 
 
 def _lines_of(name: str) -> Iterator[str]:
@@ -151,10 +151,10 @@ class Output:
 
 
 def _open(arguments: argparse.Namespace, stack: ExitStack) -> IO[str]:
-    if not arguments.output:
-        return stack.enter_context(open(sys.stdout.fileno(), "w", encoding="utf-8", closefd=False, newline="\n"))
+    target = arguments.output or sys.stdout.fileno()
     mode = "a+" if arguments.resume else "w"
-    return stack.enter_context(open(arguments.output, mode, encoding="utf-8", newline="\n"))
+    file = open(target, mode, encoding="utf-8", errors="replace", newline="\n", closefd=bool(arguments.output))
+    return stack.enter_context(file)
 
 
 def _known(file: IO[str], output: Output) -> set[int]:

@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 import json
-import re
+import os
 from collections.abc import Iterable, Iterator, Mapping
 from dataclasses import dataclass
 from typing import Any, Optional
@@ -154,14 +154,15 @@ def counts_of(findings: Iterable[Record]) -> tuple[int, int, int]:
     return counts["error"], counts["warning"], counts["note"]
 
 
-def printable(text: str) -> str:
-    """The text with U+FFFD for what UTF-8 cannot encode: bytes of file names that are no characters."""
-    return re.sub("[\ud800-\udfff]", "\ufffd", text)
+def printable(name: str) -> str:
+    """The name of a file as the program prints it: UTF-8 in any locale, U+FFFD for bytes that are not."""
+    return os.fsencode(name).decode("utf-8", "replace")
 
 
 def json_line(report: DocumentReport) -> str:
-    """The report as one line of JSON. Bytes of a file name that are not UTF-8 become U+FFFD."""
-    return printable(json.dumps(report.to_json(), ensure_ascii=False, separators=(",", ":"))) + "\n"
+    """The report as one line of JSON, with a name that can be printed."""
+    record = {**report.to_json(), "file": printable(report.file)}
+    return json.dumps(record, ensure_ascii=False, separators=(",", ":")) + "\n"
 
 
 def read_json_lines(lines: Iterable[str]) -> Iterator[DocumentReport]:
