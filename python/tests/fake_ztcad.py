@@ -63,7 +63,7 @@ def main(words):
         say(separator)
         misbehave(path, what)
         if what == "slow":
-            time.sleep(0.1)
+            time.sleep(0.05)
         findings = [finding("error", "missing-centre")] * (what == "bad")
         findings += [finding("warning", "empty-name")] * (what in ("bad", "poor"))
         document = {"file": path, "code": 0, "fault": False, "omitted": 0, "findings": findings}

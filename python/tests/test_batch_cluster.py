@@ -15,7 +15,7 @@ from types import SimpleNamespace
 from typing import Any, Optional
 
 import pytest
-from batches import is_running, looked_at, make_documents, make_fake_program, real_program, wait_until
+from batches import looked_at, make_documents, make_fake_program, real_program, wait_until
 
 from ztcad import batch
 from ztcad.batch.__main__ import main
@@ -27,80 +27,79 @@ pytestmark = pytest.mark.filterwarnings("ignore::DeprecationWarning", "ignore::R
 GOLDEN = Path(__file__).parents[2] / "tests" / "golden"
 
 
+class Processes:
+    """Starts schedulers and workers, see cluster_processes.py; all end with it."""
+
+    def __init__(self) -> None:
+        self._starter = subprocess.Popen(
+            [sys.executable, str(Path(__file__).with_name("cluster_processes.py"))],
+            stdin=subprocess.PIPE,
+            stdout=subprocess.PIPE,
+            text=True,
+        )
+
+    def start(self, what: str, log: Path, arguments: list[str], settings: dict[str, Any]) -> int:
+        """The number of the process."""
+        assert self._starter.stdin and self._starter.stdout
+        request = {"what": what, "log": str(log), "arguments": arguments, "settings": settings}
+        self._starter.stdin.write(json.dumps(request) + "\n")
+        self._starter.stdin.flush()
+        return int(self._starter.stdout.readline())
+
+    def stop(self) -> None:
+        self._starter.communicate(timeout=20)
+
+
 class Cluster:
-    """A scheduler, and workers that are added as they are needed."""
+    """A scheduler and its workers, each of one thread."""
 
-    def __init__(self, folder: Path, **settings: str) -> None:
-        self._folder = folder
+    def __init__(self, processes: Processes, folder: Path, workers: int, **settings: Any) -> None:
         self._file = folder / "scheduler.json"
-        self._environment = {**os.environ, **settings}
-        self._processes: list[subprocess.Popen[bytes]] = []
-        self.scheduler = self._start("dask_scheduler", "--host", "127.0.0.1", "--port", "0")
         self._client: Optional[Any] = None
-
-    def _start(self, module: str, *arguments: str) -> subprocess.Popen[bytes]:
-        log = (self._folder / f"{module}-{len(self._processes)}.log").open("wb")
-        command = [sys.executable, "-m", f"distributed.cli.{module}", *arguments, "--no-dashboard"]
-        command += ["--scheduler-file", str(self._file)]
-        with log:
-            process = subprocess.Popen(
-                command, cwd=self._folder, env=self._environment, stdout=log, stderr=subprocess.STDOUT
-            )
-        self._processes.append(process)
-        return process
-
-    def start_workers(self, count: int, *arguments: str) -> list[subprocess.Popen[bytes]]:
-        """Starts workers of one thread; they join later."""
-        options = ["--host", "127.0.0.1", "--nthreads", "1", "--local-directory", str(self._folder), *arguments]
-        wait_until(self._file.exists)
-        return [self._start("dask_worker", *options) for _ in range(count)]
-
-    @property
-    def address(self) -> str:
-        wait_until(self._file.exists)
-        wait_until(lambda: self._file.read_text().endswith("}"))
-        address: str = json.loads(self._file.read_text())["address"]
-        return address
+        common = ["--scheduler-file", str(self._file), "--host", "127.0.0.1", "--no-dashboard"]
+        self.scheduler = processes.start("scheduler", folder / "log", [*common, "--port", "0"], settings)
+        wait_until(lambda: self._file.exists() and self._file.read_text().endswith("}"), 30)
+        self.address = json.loads(self._file.read_text())["address"]
+        common += ["--no-nanny", "--nthreads", "1", "--local-directory", str(folder)]
+        self.workers = [processes.start("worker", folder / "log", common, settings) for _ in range(workers)]
 
     @property
     def client(self) -> Any:
+        """Connects when all workers are there."""
         if self._client is None:
             self._client = distributed.Client(self.address, set_as_default=False)
+            wait_until(lambda: len(self._client.nthreads()) == len(self.workers), 30)  # type: ignore[union-attr]
         return self._client
-
-    def wait_for(self, workers: int) -> None:
-        """Until there are so many workers."""
-        wait_until(lambda: len(self.client.nthreads()) == workers, 20)
 
     def stop(self) -> None:
         if self._client is not None:
-            self._client.close()
-        for process in self._processes:
-            process.terminate()
-        for process in self._processes:
-            try:
-                process.wait(5)
-            except subprocess.TimeoutExpired:
-                process.kill()
-                process.wait()
+            self._client.close(timeout=1)
 
 
 @pytest.fixture(scope="module")
-def clusters(tmp_path_factory: pytest.TempPathFactory) -> Iterator[SimpleNamespace]:
-    """Three, started at the same time: "whole" keeps its workers, "shrinking" and "strict" lose them."""
+def processes() -> Iterator[Processes]:
+    processes = Processes()
+    yield processes
+    processes.stop()
+
+
+@pytest.fixture(scope="module")
+def clusters(processes: Processes, tmp_path_factory: pytest.TempPathFactory) -> Iterator[SimpleNamespace]:
+    """One without workers, one that keeps its workers, and two that lose them.
+
+    In "strict" the first worker that is lost is blamed on what it was doing.
+    """
     folder = tmp_path_factory.mktemp
-    strict = {"DASK_DISTRIBUTED__SCHEDULER__ALLOWED_FAILURES": "0"}  # the first lost worker is blamed on its tasks
+    strict = {"distributed.scheduler.allowed-failures": 0}
     named = SimpleNamespace(
-        whole=Cluster(folder("whole")), shrinking=Cluster(folder("shrinking")), strict=Cluster(folder("strict"), **strict)
+        empty=Cluster(processes, folder("empty"), 0),
+        whole=Cluster(processes, folder("whole"), 2),
+        shrinking=Cluster(processes, folder("shrinking"), 2),
+        strict=Cluster(processes, folder("strict"), 3, **strict),
     )
-    try:
-        named.lost = named.shrinking.start_workers(2, "--no-nanny")
-        named.whole.start_workers(2, "--no-nanny")
-        named.strict.start_workers(2, "--nanny")  # which starts a lost worker again
-        yield named
-    finally:
-        for cluster in (named.whole, named.shrinking, named.strict):
-            cluster.stop()
+    yield named
+    for cluster in vars(named).values():
+        cluster.stop()
 
 
 @pytest.fixture(scope="module")
@@ -113,19 +112,15 @@ def names_of(reports: list[batch.DocumentReport]) -> list[str]:
 
 
 def test_a_cluster_without_workers_ends_the_run(clusters: SimpleNamespace, fake: str, tmp_path: Path) -> None:
-    cluster = Cluster(tmp_path)
-    try:
-        began = time.monotonic()
-        reports = batch.check(make_documents(tmp_path / "in", "good-1"), cluster.client, worker_timeout=1)
-        with pytest.raises(batch.NoWorkersError, match="has had no worker for 1 s"):
-            next(reports)
-        assert 1 <= time.monotonic() - began < 15
-    finally:
-        cluster.stop()
+    client = clusters.empty.client
+    began = time.monotonic()
+    reports = batch.check(make_documents(tmp_path, "good-1"), client, program=fake, worker_timeout=1)
+    with pytest.raises(batch.NoWorkersError, match="has had no worker for 1 s"):
+        next(reports)
+    assert 1 <= time.monotonic() - began < 10
 
 
 def test_a_cluster_reports_as_one_machine_does(clusters: SimpleNamespace) -> None:
-    clusters.whole.wait_for(2)
     seen: list[batch.Progress] = []
     options: dict[str, Any] = {"program": real_program(), "level": "note", "chunk_megabytes": 0.02}
     spread = list(batch.check(GOLDEN, clusters.whole.client, progress=seen.append, **options))
@@ -136,19 +131,17 @@ def test_a_cluster_reports_as_one_machine_does(clusters: SimpleNamespace) -> Non
 
 
 def test_a_document_that_misbehaves_has_a_problem(clusters: SimpleNamespace, fake: str, tmp_path: Path) -> None:
-    clusters.whole.wait_for(2)
     names = ["bad-1", "crash-1", "exit-1", "good-1", "hang-1", "rubbish-1"]
     paths = make_documents(tmp_path, *names)
     found = list(batch.check(paths, clusters.whole.client, program=fake, timeout=0.1))
     assert names_of(found) == names
     assert [Path(report.file).stem for report in found if report.problem is None] == ["bad-1", "good-1"]
-    clusters.whole.wait_for(2)  # no worker died of it
+    assert len(clusters.whole.client.nthreads()) == 2  # no worker died of it
 
 
 def test_relative_paths_are_those_of_the_client(
     clusters: SimpleNamespace, fake: str, tmp_path: Path, monkeypatch: pytest.MonkeyPatch
 ) -> None:
-    clusters.whole.wait_for(2)
     make_documents(tmp_path / "in", "bad-1")
     monkeypatch.chdir(tmp_path)
     (report,) = batch.check("in", clusters.whole.client, program=fake)
@@ -156,7 +149,6 @@ def test_relative_paths_are_those_of_the_client(
 
 
 def test_few_chunks_are_submitted_at_once(clusters: SimpleNamespace, fake: str, tmp_path: Path) -> None:
-    clusters.whole.wait_for(2)
     taken = 0
 
     def endless() -> Iterator[str]:
@@ -174,7 +166,6 @@ def test_few_chunks_are_submitted_at_once(clusters: SimpleNamespace, fake: str, 
 
 
 def test_a_file_is_checked_again_by_the_next_run(clusters: SimpleNamespace, tmp_path: Path) -> None:
-    clusters.whole.wait_for(2)
     document = tmp_path / "changing.xml"
     codes = []
     for name in ("N_110_not_xml.xml", "P_cyrillic_windows1251.xml"):
@@ -185,7 +176,6 @@ def test_a_file_is_checked_again_by_the_next_run(clusters: SimpleNamespace, tmp_
 
 
 def test_an_error_of_the_program_ends_the_run(clusters: SimpleNamespace, tmp_path: Path) -> None:
-    clusters.whole.wait_for(2)
     paths = make_documents(tmp_path, "good-1")
     with pytest.raises(batch.ProgramError, match="/no/program' is no program"):
         list(batch.check(paths, clusters.whole.client, program="/no/program"))
@@ -211,24 +201,23 @@ def test_losing_a_worker_loses_no_document_and_losing_all_ends_the_run(
     clusters: SimpleNamespace, fake: str, tmp_path: Path
 ) -> None:
     cluster = clusters.shrinking
-    cluster.wait_for(2)
-    names = [f"slow-{i:02}" for i in range(40)]
+    names = [f"slow-{i:02}" for i in range(24)]
     paths = make_documents(tmp_path, *names, size=10)
-    doomed, other = clusters.lost
+    doomed, other = cluster.workers
     options: dict[str, Any] = {"program": fake, "chunk_megabytes": 3e-5, "worker_timeout": 1}
 
     reports = batch.check(paths, cluster.client, **options)
-    found = list(itertools.islice(reports, 7))
-    wait_until(lambda: looked_at(tmp_path)[-1][1] == doomed.pid)  # it is in the middle of a chunk
-    doomed.kill()
+    found = list(itertools.islice(reports, 4))
+    wait_until(lambda: looked_at(tmp_path)[-1][1] == doomed)  # it is in the middle of a chunk
+    os.kill(doomed, signal.SIGKILL)
     found += reports
     assert names_of(found) == names
     assert {report.problem for report in found} == {None}
-    assert {parent for _, parent, _ in looked_at(tmp_path)} == {doomed.pid, other.pid}
+    assert {parent for _, parent, _ in looked_at(tmp_path)} == {doomed, other}
 
     reports = batch.check(paths, cluster.client, **options)
     found = [next(reports)]
-    other.kill()
+    os.kill(other, signal.SIGKILL)
     with pytest.raises(batch.NoWorkersError):
         found += reports
     assert {report.problem for report in found} == {None}
@@ -238,7 +227,6 @@ def test_losing_a_worker_loses_no_document_and_losing_all_ends_the_run(
 def test_a_document_that_ends_workers_is_found_among_its_neighbours(
     clusters: SimpleNamespace, fake: str, tmp_path: Path
 ) -> None:
-    clusters.strict.wait_for(2)
     names = ["bad-1", "good-1", "good-2", "good-3", "killer-1", "poor-1"]
     paths = make_documents(tmp_path, *names, size=10)
     found = list(batch.check(paths, clusters.strict.client, program=fake, chunk_megabytes=2e-5))
@@ -250,12 +238,11 @@ def test_a_document_that_ends_workers_is_found_among_its_neighbours(
 
 def test_a_lost_scheduler_ends_the_run(clusters: SimpleNamespace, fake: str, tmp_path: Path) -> None:
     cluster = clusters.strict
-    cluster.wait_for(2)
     paths = make_documents(tmp_path, *(f"slow-{i}" for i in range(20)), size=10)
     reports = batch.check(paths, cluster.client, program=fake, chunk_megabytes=1e-5, worker_timeout=5)
     assert next(reports).problem is None
     began = time.monotonic()
-    cluster.scheduler.kill()
+    os.kill(cluster.scheduler, signal.SIGKILL)
     with pytest.raises(batch.ClusterError):
         list(reports)
     assert time.monotonic() - began < 20
