@@ -158,6 +158,9 @@ def ztcad_write_log(line: Any, context: Any) -> None:
         logging.getLogger("ztcad").error("%s", from_text(line).rstrip())
 
 
+#: Passed to ``ztCAD_saveDocumentTo``, with a handle of a function that takes bytes.
+WRITE_BYTES = _native.lib.ztcad_write_bytes
+
 lib.ztCAD_setAssertionWriter(_native.lib.ztcad_write_log, NULL)
 
 #: Version of the loaded library, "major.minor.patch".
