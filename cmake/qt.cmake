@@ -2,8 +2,9 @@
 #
 #   ZTCAD_QT         its major version, for the targets Qt${ZTCAD_QT}::Core and Qt${ZTCAD_QT}::Xml
 #   ZTCAD_OLDEST_QT  the oldest version that can be used
-#   ZTCAD_QT_SUFFIX  the end of the library's name. The library's classes have another layout with Qt 6, so
-#                    that build is a library of its own.
+#   ZTCAD_QT_SUFFIX  "-qt6" with Qt 6. The library's classes have another layout with Qt 6, so that build is a
+#                    library of its own: the names of the library, of its packages and of the folders that it
+#                    is installed into end in the suffix, and both can be installed into one prefix.
 
 if(NOT ZTCAD_QT)
   find_package(Qt5 5.15 QUIET COMPONENTS Core Xml)
