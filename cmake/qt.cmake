@@ -7,10 +7,13 @@
 #                    is installed into end in the suffix, and both can be installed into one prefix.
 
 if(NOT ZTCAD_QT)
-  find_package(Qt5 5.15 QUIET COMPONENTS Core Xml)
   set(default_qt 6)
-  if(Qt5_FOUND)
-    set(default_qt 5)
+  # a project that contains this one, and uses Qt 6, needs the library for Qt 6
+  if(TARGET Qt5::Core OR NOT TARGET Qt6::Core)
+    find_package(Qt5 5.15 QUIET COMPONENTS Core Xml)
+    if(Qt5_FOUND)
+      set(default_qt 5)
+    endif()
   endif()
   unset(ZTCAD_QT CACHE)
   set(ZTCAD_QT ${default_qt})
