@@ -46,13 +46,16 @@ std::string afterEmptyElements(const std::string& text, const std::string& inser
   return withEach(text, "/>", "/>" + insertion);
 }
 
+/// The text of each element with a tag becomes a CDATA section.
+std::string withCdataIn(const std::string& tag, const std::string& text) {
+  const std::string start = '<' + tag + '>';
+  const std::string end = "</" + tag + '>';
+  return withEach(withEach(text, end, "]]>" + end), start, start + "<![CDATA[");
+}
+
 /// The lists of a mesh are CDATA sections, and one follows each empty element.
-std::string withCdata(std::string text) {
-  for (const std::string list : {"vertices>", "faces>"}) {
-    text = withEach(text, "</" + list, "]]></" + list);
-    text = withEach(text, "<" + list, "<" + list + "<![CDATA[");
-  }
-  return afterEmptyElements(text, "<![CDATA[ ]]>");
+std::string withCdata(const std::string& text) {
+  return afterEmptyElements(withCdataIn("vertices", withCdataIn("faces", text)), "<![CDATA[ ]]>");
 }
 
 /// @param ascii all documents are
