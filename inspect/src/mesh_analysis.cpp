@@ -25,7 +25,7 @@ std::uint64_t bitsOf(double value) {
 std::uint64_t turned(std::uint64_t bits, unsigned by) { return bits << by | bits >> (64 - by); }
 
 std::vector<std::uint32_t> coincidentVertices(const MeshView& mesh, bool haveAllValues) {
-  return findRepeats(
+  const Repeats repeats(
       mesh.vertexCount, [&](std::size_t i) { return haveAllValues || mesh.hasValue(i); },
       [&](std::size_t i) {
         const double* const v = mesh.vertex(i);
@@ -39,6 +39,7 @@ std::vector<std::uint32_t> coincidentVertices(const MeshView& mesh, bool haveAll
         if (v[0] != w[0]) return v[0] < w[0];
         return v[1] != w[1] ? v[1] < w[1] : v[2] < w[2];
       });
+  return repeats.find();
 }
 
 /// A list of which only the first places are kept.
