@@ -1,5 +1,5 @@
-/// Checks and mass properties of a mesh of two million facets by the library ztCADInspect, compared with loading
-/// its document, and with CGAL's own way from the same arrays.
+/// Checks and mass properties of a mesh of two million facets by the library ztCADInspect, compared with
+/// loading its document, and with CGAL's own way from the same arrays.
 ///
 ///   inspect_benchmark [--quick]
 ///

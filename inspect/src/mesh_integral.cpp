@@ -186,8 +186,8 @@ void addPreciseBlock(const Pass& pass, std::size_t first, std::size_t end, Preci
   }
 }
 
-/// Volume, centre and central second moments from the sums; `size` and `secondSize` as they were added up, and
-/// `rounding` in units of these.
+/// Volume, centre and central second moments from the sums; `size` and `secondSize` as they were added up,
+/// and `rounding` in units of these.
 SolidIntegrals integralsFrom(const PreciseSums& sums, double size, double secondSize, double rounding,
                              const Frame& frame, const Box& box) {
   SolidIntegrals result;

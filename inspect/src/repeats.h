@@ -40,9 +40,9 @@ class Repeats {
 
   /// Which things equal an earlier one, in ascending order.
   ///
-  /// Most things are unlike all others. They are told apart by some bits of their hash and never compared; only
-  /// the rest, about one in eight, goes through a table. Takes 4 bytes of memory for a thing, and 12 for each
-  /// that is like another one. Things that were chosen to collide are sorted instead.
+  /// Most things are unlike all others. They are told apart by some bits of their hash and never compared;
+  /// only the rest, about one in eight, goes through a table. Takes 4 bytes of memory for a thing, and 12 for
+  /// each that is like another one. Things that were chosen to collide are sorted instead.
   std::vector<std::uint32_t> find() const {
     std::vector<std::uint32_t> candidates = findCandidates();
     std::vector<std::uint32_t> repeats;
