@@ -8,6 +8,14 @@ install(TARGETS ztCAD ztCAD_C EXPORT ztCADTargets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+# The second library: the component InspectRuntime for programs that were built with it.
+if(TARGET ztCADInspect)
+  install(TARGETS ztCADInspect EXPORT ztCADTargets
+          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT InspectRuntime NAMELINK_COMPONENT Development
+          RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT InspectRuntime
+          ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(FILES inspect/include/ztCAD/inspect.h DESTINATION ${ZTCAD_INCLUDEDIR}/ztCAD)
+endif()
 get_property(public_headers GLOBAL PROPERTY ZTCAD_PUBLIC_HEADERS)
 foreach(header IN LISTS public_headers)
   get_filename_component(folder ${header} DIRECTORY)
@@ -25,7 +33,7 @@ install(FILES ${config} ${config_version} DESTINATION ${package_dir})
 
 # The pkg-config files.
 file(RELATIVE_PATH pc_to_prefix /p/${CMAKE_INSTALL_LIBDIR}/pkgconfig /p)
-function(ztcad_pkg_config file pc_name pc_requires pc_options)
+function(ztcad_pkg_config file pc_name pc_requires pc_options pc_libraries)
   configure_file(cmake/ztCAD.pc.in ${PROJECT_BINARY_DIR}/${file} @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/${file} DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endfunction()
@@ -36,8 +44,12 @@ else()
   set(pc_pic_option -fPIC)
 endif()
 ztcad_pkg_config(${ZTCAD_PACKAGE}.pc ${ZTCAD_PACKAGE} "Qt${ZTCAD_QT}Core Qt${ZTCAD_QT}Xml"
-                 "${pc_pic_option}")
-ztcad_pkg_config(ztCAD_c${ZTCAD_QT_SUFFIX}.pc "${ZTCAD_PACKAGE} for C" "" "")
+                 "${pc_pic_option}" -lztCAD${ZTCAD_QT_SUFFIX})
+ztcad_pkg_config(ztCAD_c${ZTCAD_QT_SUFFIX}.pc "${ZTCAD_PACKAGE} for C" "" "" -lztCAD${ZTCAD_QT_SUFFIX})
+if(TARGET ztCADInspect)
+  ztcad_pkg_config(ztCAD_inspect${ZTCAD_QT_SUFFIX}.pc ztCADInspect${ZTCAD_QT_SUFFIX}
+                   ztCAD_c${ZTCAD_QT_SUFFIX} "" -lztCADInspect${ZTCAD_QT_SUFFIX})
+endif()
 
 # The guide, the schemas and the examples, in the folders that the pages' links expect.
 file(GLOB pages CONFIGURE_DEPENDS docs/*.md docs/*.svg docs/*.xsd)

@@ -10,8 +10,9 @@
 
 #include "reviewed.h"
 
-// The pages docs/rules/*.md. Each has a block that reports exactly its rule, at the place that the block
-// states, and one that reports nothing. A block without a root element is the content of one.
+// The pages docs/rules/*.md of the reader's rules. Each has a block that reports exactly its rule, at the
+// place that the block states, and one that reports nothing. A block without a root element is the content of
+// one.
 
 namespace {
 
@@ -118,6 +119,19 @@ INSTANTIATE_TEST_SUITE_P(Rules, RulePage, testing::ValuesIn(ruleNames()), [](con
   return name;
 });
 
+/// The rules of the library ztCADInspect, whose pages are in the same folder.
+std::vector<std::string> ruleNamesOfInspect() {
+  const std::string start = "ZTCAD_INSPECT_RULE(";
+  std::istringstream lines(bytesOf(ZTCAD_TEST_INSPECT_RULES));
+  std::vector<std::string> names;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.rfind(start, 0) != 0) continue;
+    names.push_back(line.substr(start.size(), line.find(',') - start.size()));
+    std::replace(names.back().begin(), names.back().end(), '_', '-');
+  }
+  return names;
+}
+
 TEST(Rules, HaveOnePageEach) {
   std::set<std::string> pages;
   for (const auto& entry : std::filesystem::directory_iterator(folder))
@@ -125,6 +139,10 @@ TEST(Rules, HaveOnePageEach) {
   std::set<std::string> expected;
   for (const std::string& name : ruleNames())
     expected.insert(name + ".md");
+  const std::vector<std::string> others = ruleNamesOfInspect();
+  EXPECT_GE(others.size(), 20U);
+  for (const std::string& name : others)
+    EXPECT_TRUE(expected.insert(name + ".md").second) << name;
   EXPECT_EQ(pages, expected);
 }
 
