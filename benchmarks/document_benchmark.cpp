@@ -9,6 +9,7 @@
 ///   --folder    parent of the folder for the files; by default in memory, where no save waits for a disk
 ///   --only      run only the cases whose name contains this text
 
+#include <cstdio>
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
@@ -106,6 +107,8 @@ class Benchmark {
       runBuilding(size);
     runProgram(m_documents.make(Shape::Mesh, vertices.back()),
                m_documents.make(Shape::DifferentNames, points.front()));
+    runDiff("mesh", m_documents.make(Shape::Mesh, vertices.back()));
+    runDiff("points", m_documents.make(Shape::DifferentNames, points.back()));
     return m_results;
   }
 
@@ -248,6 +251,15 @@ class Benchmark {
                    {[&] { return programCheck(folder, 2); }, {}, [&] { return programCheck(folder, 1); }});
     add("program, info (reference: a load)", mesh, MemoryKind::NotReported,
         {[&] { return programInfo(mesh); }, {}, [&] { return programLoad(mesh); }});
+  }
+
+  void runDiff(const std::string& name, const Document& document) {
+    const std::string row = name + ", diff of two (reference: a load of one)";
+    if (!isSelected(row)) return;
+    const std::string copy = changedCopy(document);
+    add(row, document, MemoryKind::NotReported,
+        {[&] { return programDiff(document, copy); }, {}, [&] { return programLoad(document); }});
+    std::remove(copy.c_str());
   }
 
   const Options& m_options;

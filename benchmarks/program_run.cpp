@@ -7,6 +7,8 @@
 #include <ztCAD/ztCAD_c.h>
 
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <vector>
 
 extern char** environ;  // NOLINT(readability-redundant-declaration): POSIX has no header for it
@@ -15,8 +17,8 @@ namespace benchmarks {
 
 namespace {
 
-/// Runs a program without its output; whether it ends with exit code 0.
-bool succeeds(const char* program, const std::vector<std::string>& arguments) {
+/// Runs a program without its output; whether it ends with the expected exit code.
+bool succeeds(const char* program, const std::vector<std::string>& arguments, int exitCode = 0) {
   std::vector<char*> words{const_cast<char*>(program)};  // NOLINT: exec does not change its arguments
   for (const std::string& argument : arguments)
     words.push_back(const_cast<char*>(argument.c_str()));  // NOLINT: likewise
@@ -28,7 +30,8 @@ bool succeeds(const char* program, const std::vector<std::string>& arguments) {
   const int error = ::posix_spawn(&process, program, &actions, nullptr, words.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
   int status = 1;
-  return error == 0 && ::waitpid(process, &status, 0) == process && status == 0;
+  return error == 0 && ::waitpid(process, &status, 0) == process && WIFEXITED(status) &&
+         WEXITSTATUS(status) == exitCode;
 }
 
 }  // namespace
@@ -51,6 +54,23 @@ Measurement programCheck(const std::string& folder, int jobs) {
 
 Measurement programInfo(const Document& document) {
   return timed([&] { return succeeds(ZTCAD_BENCHMARK_PROGRAM, {"info", document.file}); });
+}
+
+std::string changedCopy(const Document& document) {
+  std::ifstream file(document.file, std::ios::binary);
+  std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  const std::size_t digit = text.find_first_of("12345678", text.size() / 2);
+  if (digit != std::string::npos) ++text[digit];
+  const std::string copy = document.file + ".changed";
+  std::ofstream(copy, std::ios::binary) << text;
+  return copy;
+}
+
+Measurement programDiff(const Document& document, const std::string& copy) {
+  return timed([&] {
+    constexpr int differ = 1;
+    return succeeds(ZTCAD_BENCHMARK_PROGRAM, {"diff", document.file, copy}, differ);
+  });
 }
 
 Measurement programLoad(const Document& document) {

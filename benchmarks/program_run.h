@@ -16,6 +16,10 @@ std::string folderOfLinks(const Document& document, int count);
 Measurement programCheck(const std::string& folder, int jobs);
 /// Describes a document.
 Measurement programInfo(const Document& document);
+/// Writes a copy of a document, beside it, in which one digit differs.
+std::string changedCopy(const Document& document);
+/// Compares a document with such a copy.
+Measurement programDiff(const Document& document, const std::string& copy);
 /// Runs this benchmark with `loadOption`: a process that loads the document and does nothing else.
 Measurement programLoad(const Document& document);
 

@@ -230,6 +230,7 @@ void printTargets(std::ostream& out, const Results& results, bool markdown) {
     targets.growsLinearly(name);
   targets.atMost(0.6, "x one job", "program, check with two jobs (reference: one)", ratioToReference);
   targets.atMost(1.2, "x a load", "program, info (reference: a load)", ratioToReference);
+  targets.atMost(2.5, "x a load", "mesh, diff of two (reference: a load of one)", ratioToReference);
   targets.print(out, markdown);
 }
 

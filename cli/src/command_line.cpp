@@ -3,6 +3,8 @@
 #include <ztCAD/ztCAD_c.h>
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <utility>
 
 #include "failure.h"
@@ -76,6 +78,26 @@ void addNumber(CLI::App& command, const std::string& name, Target& target, std::
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 }
 
+enum class Least { Zero, AboveZero };
+
+/// A real number that is not negative.
+template <typename Target>
+void addReal(CLI::App& command, const std::string& name, Target& target, Least least,
+             const std::string& typeName, const std::string& help) {
+  const auto take = [&target, name, least](const std::string& word) {
+    double number = 0;
+    const auto result = std::from_chars(word.data(), word.data() + word.size(), number);
+    if (result.ec != std::errc() || result.ptr != word.data() + word.size() || !std::isfinite(number) ||
+        number < 0 || (number == 0 && least == Least::AboveZero))
+      throw CLI::ValidationError(
+          name, "\"" + word + "\" is no number " + (least == Least::Zero ? "from 0" : "above 0"));
+    target = number;
+  };
+  command.add_option_function<std::string>(name, take, help)
+      ->type_name(typeName)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
 void addText(CLI::App& command, const std::string& name, std::string& target, const std::string& typeName,
              const std::string& help) {
   command.add_option(name, target, help)
@@ -102,7 +124,7 @@ std::string asSentence(std::string text) {
   return text.empty() || text.back() == '.' ? text : text + ".";
 }
 
-CommandLine::CommandLine() : m_app("check, describe and format geometry documents", "ztcad") {
+CommandLine::CommandLine() : m_app("check, describe, compare and convert geometry documents", "ztcad") {
   m_app.allow_windows_style_options(false);
   m_app.set_help_flag("-h,--help", "print this help");
   m_app.set_version_flag("--version", std::string("ztcad ") + ztCADVersion(), "print the version");
@@ -113,6 +135,9 @@ CommandLine::CommandLine() : m_app("check, describe and format geometry document
       exitCodes);
   addCheck();
   addInfo();
+  addMass();
+  addDiff();
+  addConvert();
   addFormat();
   addRules();
   m_app.add_subcommand(workerCommand)->group("")->callback([this] { m_command = WorkerOptions(); });
@@ -134,6 +159,7 @@ void CommandLine::addCheck() {
   addNumber(command, "--jobs", m_check.jobs, 1, 1024, "N", "check with N processes (one for each processor)");
   addNumber(command, "--timeout", m_check.timeLimit, 1, 1000000, "SECONDS",
             "give up a document that takes longer (300)");
+  command.add_flag("--no-inspect", m_check.noInspect, "do not check geometry, references and mass data");
   command.callback([this] { m_command = m_check; });
 }
 
@@ -160,6 +186,52 @@ void CommandLine::addFormat() {
   output->excludes(inPlace)->excludes(check);
   inPlace->excludes(check);
   command.callback([this] { m_command = m_format; });
+}
+
+void CommandLine::addDiff() {
+  CLI::App& command = addCommand(m_app, "diff", "say what differs between two documents");
+  addText(command, "A", m_diff.a, "", "a document");
+  addText(command, "B", m_diff.b, "", "another document");
+  command.get_option("A")->required();
+  command.get_option("B")->required();
+  addReal(command, "--tolerance", m_diff.tolerance.absolute, Least::Zero, "T",
+          "numbers that differ by at most T are equal (0)");
+  addReal(command, "--relative", m_diff.tolerance.relative, Least::Zero, "R",
+          "so are numbers that differ by at most R times the greater one (0)");
+  addChoice<bool>(command, "--format", m_diff.json, {{"text", false}, {"json", true}},
+                  "form of the output (text)");
+  command.callback([this] { m_command = m_diff; });
+}
+
+void CommandLine::addMass() {
+  CLI::App& command = addCommand(m_app, "mass", "compare declared mass properties with computed ones");
+  addText(command, "FILE", m_mass.file, "", "the document");
+  command.get_option("FILE")->required();
+  addReal(command, "--density", m_mass.density, Least::AboveZero, "D", "mass of a unit of volume");
+  addText(command, "--write", m_mass.output, "OUT", "write the document with the computed data to this file");
+  addChoice<bool>(command, "--format", m_mass.json, {{"text", false}, {"json", true}},
+                  "form of the output (text)");
+  command.callback([this] { m_command = m_mass; });
+}
+
+void CommandLine::addConvert() {
+  CLI::App& command = addCommand(m_app, "convert", "convert between documents and mesh files");
+  addText(command, "IN", m_convert.input, "", "a document or a mesh file");
+  addText(command, "OUT", m_convert.output, "", "the file to write; its extension gives the format");
+  command.get_option("IN")->required();
+  command.get_option("OUT")->required();
+  Choices<MeshFormat> formats;
+  for (const MeshFormatName& name : meshFormats())
+    formats.emplace_back(name.word, name.format);
+  addChoice(command, "--from", m_convert.from, formats, "format of IN (by its extension)");
+  addChoice(command, "--to", m_convert.to, formats, "format of OUT (by its extension)");
+  addReal(command, "--scale", m_convert.scale, Least::AboveZero, "S", "multiply all lengths by S (1)");
+  addText(command, "--name", m_convert.name, "NAME", "name of the elements that a mesh file becomes");
+  addReal(command, "--density", m_convert.density, Least::AboveZero, "D",
+          "give closed solids mass data: mass of a unit of volume");
+  addReal(command, "--join", m_convert.join, Least::AboveZero, "T",
+          "join vertices of a mesh file that are at most T apart (equal ones)");
+  command.callback([this] { m_command = m_convert; });
 }
 
 void CommandLine::addRules() {

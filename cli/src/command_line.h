@@ -6,8 +6,11 @@
 #include <vector>
 
 #include "check/check.h"
+#include "convert/convert.h"
+#include "diff/diff.h"
 #include "format/format.h"
 #include "info/info.h"
+#include "mass/mass.h"
 #include "rules/print_rules.h"
 
 namespace cli {
@@ -20,8 +23,8 @@ struct PrintedText {
   std::string text;
 };
 
-using Command =
-    std::variant<CheckOptions, InfoOptions, FormatOptions, RulesOptions, WorkerOptions, PrintedText>;
+using Command = std::variant<CheckOptions, InfoOptions, MassOptions, DiffOptions, ConvertOptions,
+                             FormatOptions, RulesOptions, WorkerOptions, PrintedText>;
 
 /// A description of a command or option, as a sentence.
 std::string asSentence(std::string text);
@@ -42,6 +45,9 @@ class CommandLine {
   void addCheck();
   void addInfo();
   void addFormat();
+  void addMass();
+  void addDiff();
+  void addConvert();
   void addRules();
   std::string unknownCommand(const std::string& word) const;
   [[noreturn]] void fail(const CLI::ParseError& error) const;
@@ -51,6 +57,9 @@ class CommandLine {
   CheckOptions m_check;
   InfoOptions m_info;
   FormatOptions m_format;
+  MassOptions m_mass;
+  DiffOptions m_diff;
+  ConvertOptions m_convert;
   RulesOptions m_rules;
 };
 

@@ -15,6 +15,9 @@ struct Runner {
   ExitCode operator()(const cli::CheckOptions& options) const { return cli::check(options); }
   ExitCode operator()(const cli::InfoOptions& options) const { return cli::printInfo(options); }
   ExitCode operator()(const cli::FormatOptions& options) const { return cli::format(options); }
+  ExitCode operator()(const cli::MassOptions& options) const { return cli::printMass(options); }
+  ExitCode operator()(const cli::ConvertOptions& options) const { return cli::convert(options); }
+  ExitCode operator()(const cli::DiffOptions& options) const { return cli::diff(options); }
   ExitCode operator()(const cli::RulesOptions& options) const { return cli::printRules(options); }
   ExitCode operator()(const cli::WorkerOptions&) const { return cli::serve(); }
   ExitCode operator()(const cli::PrintedText& printed) const {

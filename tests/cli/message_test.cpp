@@ -48,6 +48,17 @@ TEST(Message, BringsAReviewUnchanged) {
   EXPECT_EQ(review->findings[1].places.at(1).offset, 70);
 }
 
+TEST(Message, BringsARequestUnchanged) {
+  const std::string message = cli::toMessage(cli::ReviewRequest{"ось.xml", "чертежи", false});
+  const auto request = cli::requestFrom(message);
+  ASSERT_TRUE(request);
+  EXPECT_EQ(request->file, "ось.xml");
+  EXPECT_EQ(request->folder, "чертежи");
+  EXPECT_FALSE(request->inspects);
+  for (std::size_t size = 0; size < message.size(); ++size)
+    EXPECT_FALSE(cli::requestFrom(std::string_view(message).substr(0, size))) << size;
+}
+
 TEST(Message, ThatIsDamagedIsNoReview) {
   const std::string message = cli::toMessage(sample());
   for (std::size_t size = 0; size < message.size(); ++size)

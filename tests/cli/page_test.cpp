@@ -74,7 +74,7 @@ class Page {
   }
 
   void end() {
-    if (m_block == "xml" && !m_file.empty()) {
+    if (m_block != "console" && !m_file.empty()) {
       std::string document;
       for (const std::string& line : m_content)
         document += line + "\n";

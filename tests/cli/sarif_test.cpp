@@ -1,5 +1,5 @@
 #include <gtest/gtest.h>
-#include <ztCAD/ztCAD_c.h>
+#include <ztCAD/inspect.h>
 
 #include "program.h"
 #include "samples.h"
@@ -44,7 +44,7 @@ TEST(Sarif, DescribesEveryRule) {
   files.put("bad.xml", badDocument);
   const json run = sarif(files, {"bad.xml", "--level", "note"}, 1);
   const json& rules = run.at("tool").at("driver").at("rules");
-  ASSERT_EQ(rules.size(), static_cast<std::size_t>(ztCAD_ruleCount()));
+  ASSERT_EQ(rules.size(), static_cast<std::size_t>(ztCAD_ruleCount() + ztCADInspect_ruleCount()));
   for (const json& rule : rules) {
     const auto name = rule.at("id").get<std::string>();
     EXPECT_EQ(rule.at("help").at("markdown"),

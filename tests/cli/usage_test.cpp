@@ -12,7 +12,7 @@ bool contains(const std::string& text, const std::string& part) {
 }  // namespace
 
 TEST(Usage, HelpAndVersionGoToStandardOutput) {
-  for (const char* command : {"check", "info", "format", "rules"}) {
+  for (const char* command : {"check", "info", "mass", "diff", "convert", "format", "rules"}) {
     const ProgramRun run = runProgram({command, "--help"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.errors, "");
@@ -44,6 +44,12 @@ TEST(Usage, ErrorsHaveExitCodeTwoAndAMessage) {
       {{"check", "a.xml", "--baseline", "missing.json"}, "missing.json"},
       {{"info", "-", "-"}, "\"-\" is given more than once"},
       {{"format", "-", "--in-place"}, "--in-place"},
+      {{"diff", "a.xml"}, "B is required"},
+      {{"diff", "-", "-"}, "\"-\" is given more than once"},
+      {{"diff", "a.xml", "b.xml", "--tolerance", "-1"}, "--tolerance: \"-1\" is no number from 0"},
+      {{"mass", "a.xml", "--write", "b.xml"}, "--write needs --density"},
+      {{"mass", "a.xml", "--density", "0"}, "--density: \"0\" is no number above 0"},
+      {{"diff", "a.xml", "b.xml", "--relative", "1mm"}, "\"1mm\" is no number"},
       {{"rules", "missing-center"}, "did you mean \"missing-centre\""},
   };
   for (const Row& row : rows) {

@@ -8,6 +8,7 @@
 #include "../platform/standard_streams.h"
 #include "../progress.h"
 #include "../rules/rules.h"
+#include "../scene.h"
 #include "../worker/review_queue.h"
 #include "documents.h"
 
@@ -64,7 +65,7 @@ class Check {
     m_documents = findDocuments(m_options.paths);
     copyStandardInput();
     Progress progress(m_documents.size());
-    ReviewQueue queue(filesToReview(), jobs(), m_options.timeLimit);
+    ReviewQueue queue(requests(), jobs(), m_options.timeLimit);
     m_reporter->begin();
     for (const DocumentName& document : m_documents) {
       Review review;
@@ -97,12 +98,15 @@ class Check {
     }
   }
 
-  std::vector<std::string> filesToReview() const {
-    std::vector<std::string> files;
-    for (const DocumentName& document : m_documents)
-      if (document.problem.empty())
-        files.push_back(document.name == standardStream ? m_standardInput->path() : document.name);
-    return files;
+  std::vector<ReviewRequest> requests() const {
+    std::vector<ReviewRequest> requests;
+    for (const DocumentName& document : m_documents) {
+      if (!document.problem.empty()) continue;
+      const bool isStream = document.name == standardStream;
+      requests.push_back({isStream ? m_standardInput->path() : document.name, folderOf(document.name),
+                          !m_options.noInspect});
+    }
+    return requests;
   }
 
   void add(const CheckedDocument& document) {

@@ -22,6 +22,7 @@ struct CheckOptions {
   std::optional<std::int64_t> most;     // findings of a document
   int jobs = 0;                         // 0: as many as the system has processors
   std::chrono::seconds timeLimit{300};  // for a document
+  bool noInspect = false;               // the reader's findings only
 };
 
 /// The command `check`.

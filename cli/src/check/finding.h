@@ -31,7 +31,7 @@ struct Place {
   std::int64_t offset = 0;
 };
 
-/// A finding of the library, as `ztCAD_Finding` describes it.
+/// A finding of a library, as `ztCAD_Finding` describes it.
 struct Finding {
   Severity severity = Severity::Error;
   std::string rule;

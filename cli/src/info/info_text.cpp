@@ -1,5 +1,4 @@
-#include <charconv>
-
+#include "../number_text.h"
 #include "contents.h"
 #include "info_printer.h"
 #include "problem.h"
@@ -7,17 +6,6 @@
 namespace cli {
 
 namespace {
-
-/// The shortest text that is read back as the same number.
-std::string textOf(double number) {
-  std::array<char, 32> buffer{};
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr;
-  return {buffer.data(), end};
-}
-
-std::string textOf(const std::array<double, 3>& xyz) {
-  return textOf(xyz[0]) + ", " + textOf(xyz[1]) + ", " + textOf(xyz[2]);
-}
 
 std::string textOf(const std::optional<std::uint32_t>& number) {
   return number ? std::to_string(*number) : "?";
@@ -60,8 +48,9 @@ class InfoText : public InfoPrinter {
     }
     line("vertices", std::to_string(summary.vertices));
     line("facets", std::to_string(summary.facets));
-    if (summary.box) line("box", textOf(summary.box->min) + " to " + textOf(summary.box->max));
-    if (summary.mass.elements > 0) line("declared mass", textOf(summary.mass.total));
+    if (summary.box)
+      line("box", tripleText(summary.box->min.data()) + " to " + tripleText(summary.box->max.data()));
+    if (summary.mass.elements > 0) line("declared mass", numberText(summary.mass.total));
     if (summary.mass.unresolved > 0)
       line("mass not found", std::to_string(summary.mass.unresolved) + " references");
   }

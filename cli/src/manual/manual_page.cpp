@@ -58,7 +58,7 @@ Well.
 .TP
 .B 1
 The command did its work, and what it looked at is not well: a finding of the level of \fB\-\-fail\-on\fR,
-a document that \fBformat \-\-check\fR would change, a document with errors.
+a document that \fBformat \-\-check\fR would change, documents that differ, a document with errors.
 .TP
 .B 2
 The command could not do its work, or not all of it: wrong arguments, a file that cannot be read or written,
@@ -83,6 +83,12 @@ Keep a report.
 .B ztcad check \-\-baseline earlier.json models
 Report what is new since then.
 .TP
+.B ztcad diff earlier.xml later.xml \-\-tolerance 1e\-6
+Say what differs.
+.TP
+.B ztcad convert part.stl part.xml \-\-density 7.85e\-6
+Make a document of a mesh, with mass data.
+.TP
 .B ztcad rules missing\-centre
 Explain a rule.
 )man";
@@ -91,7 +97,7 @@ Explain a rule.
 
 std::string manualPage(const CLI::App& app) {
   std::string page = std::string(".TH ZTCAD 1 \"\" \"ztCAD ") + ztCADVersion() + "\" \"User Commands\"\n";
-  page += ".SH NAME\nztcad \\- check, describe and format geometry documents\n.SH SYNOPSIS\n.nf\n";
+  page += ".SH NAME\nztcad \\- check, describe, compare and convert geometry documents\n.SH SYNOPSIS\n.nf\n";
   for (const CLI::App* command : commandsOf(app))
     page += "\\fB" + escaped(usageOf(*command)) + "\\fR\n";
   page += ".fi\n.SH DESCRIPTION\n" + sentence(app.get_description());

@@ -29,7 +29,7 @@ ordered_json toJson(const Finding& finding) {
   if (!finding.kind.empty()) object["element"] = elementOf(finding);
   if (finding.count > 1) {
     object["count"] = finding.count;
-    object["places"] = ordered_json::array();
+    if (!finding.places.empty()) object["places"] = ordered_json::array();
     for (const Place& place : finding.places)
       object["places"].push_back(toJson(place));
   }

@@ -4,11 +4,12 @@
 
 namespace cli {
 
-std::string jsonBeginning(const char* list) {
+std::string jsonHead() {
   using nlohmann::ordered_json;
   const ordered_json tool{{"name", "ztcad"}, {"version", ztCADVersion()}};
-  return "{\n  \"schema\": " + std::to_string(reportSchema) + ",\n  \"tool\": " + jsonText(tool) + ",\n  \"" +
-         list + "\": [";
+  return "{\n  \"schema\": " + std::to_string(reportSchema) + ",\n  \"tool\": " + jsonText(tool) + ",\n";
 }
+
+std::string jsonBeginning(const char* list) { return jsonHead() + "  \"" + list + "\": ["; }
 
 }  // namespace cli

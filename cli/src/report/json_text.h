@@ -15,7 +15,9 @@ std::string jsonText(const Json& value) {
   return value.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-/// The first lines of each JSON form: schema and tool, and a name for the list that follows.
+/// The first lines of each JSON form: schema and tool.
+std::string jsonHead();
+/// The same with the name of the list that follows.
 std::string jsonBeginning(const char* list);
 
 }  // namespace cli

@@ -114,7 +114,7 @@ class SarifReporter : public Reporter {
       const ordered_json physical{{"artifactLocation", artifact(file)}, {"region", regionOf(place, length)}};
       locations.push_back({{"physicalLocation", physical}});
     }
-    result["relatedLocations"] = std::move(locations);
+    if (!locations.empty()) result["relatedLocations"] = std::move(locations);
   }
 
   void notify(const char* level, const std::string& text, const std::string* file) {

@@ -1,6 +1,6 @@
 #include "rules.h"
 
-#include <ztCAD/ztCAD_c.h>
+#include <ztCAD/inspect.h>
 
 #include <algorithm>
 
@@ -19,10 +19,15 @@ Severity severityOf(const ztCAD_Rule& rule) {
 
 std::vector<RuleDescription> readRules() {
   std::vector<RuleDescription> rules;
-  for (std::int32_t i = 0; i < ztCAD_ruleCount(); ++i) {
-    const ztCAD_Rule& rule = *ztCAD_ruleAt(i);
+  const auto add = [&](const ztCAD_Rule& rule) {
     rules.push_back({rule.name, severityOf(rule), rule.since, rule.sentence, rulePage(rule.name)});
-  }
+  };
+  for (std::int32_t i = 0; i < ztCAD_ruleCount(); ++i)
+    add(*ztCAD_ruleAt(i));
+  for (std::int32_t i = 0; i < ztCADInspect_ruleCount(); ++i)
+    add(*ztCADInspect_ruleAt(i));
+  std::sort(rules.begin(), rules.end(),
+            [](const RuleDescription& a, const RuleDescription& b) { return a.name < b.name; });
   return rules;
 }
 

@@ -8,7 +8,7 @@
 
 namespace cli {
 
-/// A rule of the library, with its page.
+/// A rule of one of the libraries, with its page.
 struct RuleDescription {
   std::string name;
   Severity severity = Severity::Error;

@@ -107,6 +107,24 @@ std::uint64_t lengthIn(const char* header) {
   return length;
 }
 
+std::string toMessage(const ReviewRequest& request) {
+  return Writer().text(request.file).text(request.folder).number(request.inspects ? 1 : 0).take();
+}
+
+std::optional<ReviewRequest> requestFrom(std::string_view message) {
+  try {
+    Reader reader(message);
+    ReviewRequest request;
+    request.file = reader.text();
+    request.folder = reader.text();
+    request.inspects = reader.number() != 0;
+    if (reader.atEnd()) return request;
+  } catch (const std::out_of_range&) {
+    // as below
+  }
+  return std::nullopt;
+}
+
 std::string toMessage(const Review& review) {
   Writer writer;
   writer.text(review.problem).number(review.code).number(review.fault);

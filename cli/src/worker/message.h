@@ -5,11 +5,11 @@
 #include <string>
 #include <string_view>
 
-#include "../check/finding.h"
+#include "../check/review_file.h"
 
 namespace cli {
 
-// Messages between the program and its workers. A request is the name of a file, a reply is a review. Each is
+// Messages between the program and its workers. A request names a file, a reply is a review. Each is
 // preceded by its length. Both sides are the same program on the same machine.
 
 inline constexpr std::size_t frameHeaderSize = sizeof(std::uint64_t);
@@ -19,8 +19,11 @@ std::string framed(std::string_view message);
 /// The length that a header of `frameHeaderSize` bytes states.
 std::uint64_t lengthIn(const char* header);
 
+std::string toMessage(const ReviewRequest& request);
+/// Nothing if the message is damaged, here and below.
+std::optional<ReviewRequest> requestFrom(std::string_view message);
+
 std::string toMessage(const Review& review);
-/// Nothing if the message is damaged.
 std::optional<Review> reviewFrom(std::string_view message);
 
 }  // namespace cli

@@ -7,9 +7,9 @@
 
 namespace cli {
 
-ReviewQueue::ReviewQueue(std::vector<std::string> files, int jobs, std::chrono::seconds timeLimit)
-    : m_files(std::move(files)), m_reviews(m_files.size()) {
-  const std::size_t threads = std::min(m_files.size(), static_cast<std::size_t>(std::max(jobs, 1)));
+ReviewQueue::ReviewQueue(std::vector<ReviewRequest> requests, int jobs, std::chrono::seconds timeLimit)
+    : m_requests(std::move(requests)), m_reviews(m_requests.size()) {
+  const std::size_t threads = std::min(m_requests.size(), static_cast<std::size_t>(std::max(jobs, 1)));
   try {
     while (m_threads.size() < threads) {
       Worker& worker = *m_workers.emplace_back(std::make_unique<Worker>(timeLimit));
@@ -22,8 +22,8 @@ ReviewQueue::ReviewQueue(std::vector<std::string> files, int jobs, std::chrono::
 }
 
 ReviewQueue::~ReviewQueue() {
-  if (m_nextToReturn < m_files.size()) {
-    m_nextToStart = m_files.size();
+  if (m_nextToReturn < m_requests.size()) {
+    m_nextToStart = m_requests.size();
     for (const std::unique_ptr<Worker>& worker : m_workers)
       worker->stop();
   }
@@ -41,10 +41,10 @@ Review ReviewQueue::next() {
 }
 
 void ReviewQueue::work(Worker& worker) {
-  for (std::size_t index = m_nextToStart++; index < m_files.size(); index = m_nextToStart++) {
+  for (std::size_t index = m_nextToStart++; index < m_requests.size(); index = m_nextToStart++) {
     Review review;
     try {
-      review = worker.review(m_files[index]);
+      review = worker.review(m_requests[index]);
     } catch (const std::bad_alloc&) {
       review.problem = "memory ran out";
     }

@@ -10,7 +10,7 @@
 #include <thread>
 #include <vector>
 
-#include "../check/finding.h"
+#include "../check/review_file.h"
 #include "worker.h"
 
 namespace cli {
@@ -20,7 +20,7 @@ class ReviewQueue {
  public:
   /// @param jobs number of workers, at least 1; no more are started than there are files. Throws `Failure` if
   ///             the system starts no thread
-  ReviewQueue(std::vector<std::string> files, int jobs, std::chrono::seconds timeLimit);
+  ReviewQueue(std::vector<ReviewRequest> requests, int jobs, std::chrono::seconds timeLimit);
   /// Ends the reviews that are under way.
   ~ReviewQueue();
   ReviewQueue(const ReviewQueue&) = delete;
@@ -32,7 +32,7 @@ class ReviewQueue {
  private:
   void work(Worker& worker);
 
-  const std::vector<std::string> m_files;
+  const std::vector<ReviewRequest> m_requests;
   std::atomic<std::size_t> m_nextToStart{0};
   std::size_t m_nextToReturn = 0;
   std::mutex m_mutex;

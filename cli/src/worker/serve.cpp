@@ -11,14 +11,16 @@ namespace cli {
 
 namespace {
 
-bool readRequest(std::string& file) {
+/// Nothing at the end of the input.
+std::optional<ReviewRequest> readRequest() {
   std::array<char, frameHeaderSize> header{};
-  if (std::fread(header.data(), 1, header.size(), stdin) != header.size()) return false;
-  constexpr std::uint64_t longestName = 1 << 20;  // guards against a terminal as standard input
+  if (std::fread(header.data(), 1, header.size(), stdin) != header.size()) return std::nullopt;
+  constexpr std::uint64_t longest = 1 << 20;  // guards against a terminal as standard input
   const std::uint64_t length = lengthIn(header.data());
-  if (length > longestName) return false;
-  file.resize(length);
-  return std::fread(file.data(), 1, file.size(), stdin) == file.size();
+  if (length > longest) return std::nullopt;
+  std::string message(length, '\0');
+  if (std::fread(message.data(), 1, message.size(), stdin) != message.size()) return std::nullopt;
+  return requestFrom(message);
 }
 
 bool write(const std::string& bytes) {
@@ -28,8 +30,8 @@ bool write(const std::string& bytes) {
 }  // namespace
 
 ExitCode serve() {
-  for (std::string file; readRequest(file);)
-    if (!write(framed(toMessage(reviewFile(file))))) return ExitCode::Failed;
+  while (const std::optional<ReviewRequest> request = readRequest())
+    if (!write(framed(toMessage(reviewFile(*request))))) return ExitCode::Failed;
   return ExitCode::Good;
 }
 

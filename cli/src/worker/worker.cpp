@@ -29,7 +29,7 @@ void Worker::start() {
   if (!m_process) m_process = ChildProcess::start({workerCommand});
 }
 
-Review Worker::review(const std::string& file) {
+Review Worker::review(const ReviewRequest& request) {
   Review result;
   try {
     start();
@@ -40,7 +40,8 @@ Review Worker::review(const std::string& file) {
   const auto deadline = ChildProcess::Clock::now() + m_timeLimit;
   std::string header;
   std::string message;
-  m_process->write(framed(file));  // a process that does not read any more does not answer either
+  m_process->write(
+      framed(toMessage(request)));  // a process that does not read any more does not answer either
   if (!read(header, frameHeaderSize, deadline, result)) return result;
   if (!read(message, lengthIn(header.data()), deadline, result)) return result;
   if (auto review = reviewFrom(message)) return std::move(*review);

@@ -5,7 +5,7 @@
 #include <mutex>
 #include <string>
 
-#include "../check/finding.h"
+#include "../check/review_file.h"
 #include "../platform/child_process.h"
 
 namespace cli {
@@ -20,7 +20,7 @@ class Worker {
   Worker(const Worker&) = delete;
   Worker& operator=(const Worker&) = delete;
 
-  Review review(const std::string& file);
+  Review review(const ReviewRequest& request);
   /// Ends the review that is under way, if any, and all that follow. May be called by any thread.
   void stop();
 
