@@ -12,7 +12,7 @@ from ztcad import _arrays
 from ztcad._arrays import Indices, Reals
 from ztcad._fields import Field
 from ztcad._library import NULL, ffi, lib, lock
-from ztcad._node import Content, Element, Node
+from ztcad._node import Content, Element, HolderNode
 
 if TYPE_CHECKING:
     from ztcad._mass import MassProperties, Mesh
@@ -97,7 +97,7 @@ class _WithMassData(Element):
 class _WithVertices(Element):
     __slots__ = ("_vertex_views",)
 
-    def __init__(self, top: Content, holder: Node, pointer: Any) -> None:
+    def __init__(self, top: Content, holder: HolderNode, pointer: Any) -> None:
         super().__init__(top, holder, pointer)
         self._vertex_views: set[int] = set()
 
@@ -197,7 +197,7 @@ class _AnySolid(_WithMethod, _WithVertices, _WithMassData):
 
     __slots__ = ("_face_views",)
 
-    def __init__(self, top: Content, holder: Node, pointer: Any) -> None:
+    def __init__(self, top: Content, holder: HolderNode, pointer: Any) -> None:
         super().__init__(top, holder, pointer)
         self._face_views: set[int] = set()
 
@@ -233,7 +233,7 @@ class _AnySolid(_WithMethod, _WithVertices, _WithMassData):
         """The analysed mesh: what is wrong with it, and its mass properties. See ``ztcad.options``."""
         from ztcad import _mass
 
-        return _mass.analyse(self, options)
+        return _mass.of_solid(self, options)
 
     def mass_properties(self, density: float | None = None, **options: Any) -> MassProperties:
         """Mass properties of the closed mesh, by exact integration, in the frame of the vertices.

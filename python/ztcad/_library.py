@@ -104,7 +104,7 @@ def to_text(value: str, what: str = "text") -> bytes:
 
 def from_text(pointer: Any) -> str:
     """A zero-terminated text of the libraries; empty for null."""
-    return "" if pointer == NULL else ffi.string(pointer).decode(errors="replace")
+    return "" if pointer == NULL else str(ffi.string(pointer), "utf-8", "replace")
 
 
 def optional_text(pointer: Any) -> str | None:

@@ -9,7 +9,7 @@ from __future__ import annotations
 
 import weakref
 from collections.abc import Iterator
-from typing import TYPE_CHECKING, Any, TypeVar
+from typing import TYPE_CHECKING, Any, TypeVar, cast
 
 import numpy as np
 import numpy.typing as npt
@@ -189,7 +189,7 @@ class Element(Node):
 
     _kind = 0
 
-    def __init__(self, top: Content, holder: Node, pointer: Any) -> None:
+    def __init__(self, top: Content, holder: HolderNode, pointer: Any) -> None:
         super().__init__()
         self._top = top
         self._holder = holder
@@ -371,7 +371,7 @@ class Element(Node):
         Raises ``BufferError`` while an array uses the memory of the element or of anything in it.
         """
         self._check()
-        holder_object(self._holder)._remove(self)
+        self._holder._remove(self)
 
     # ------------------------------------------------------------------------------------------------ object
 
@@ -400,7 +400,4 @@ def holder_object(node: Node) -> Holder:
     """The object that a user sees for a node."""
     if isinstance(node, Content):
         return document_of(node)
-    from ztcad._holders import Holder
-
-    assert isinstance(node, Holder)
-    return node
+    return cast("Holder", node)
