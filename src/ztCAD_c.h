@@ -9,6 +9,7 @@
 #include "api/c/contents.h"
 #include "api/c/counted_contents.h"
 #include "api/c/documents.h"
+#include "api/c/element_arrays.h"
 #include "api/c/elements.h"
 #include "api/c/fields.h"
 #include "api/c/library.h"

@@ -104,7 +104,7 @@ def to_text(value: str, what: str = "text") -> bytes:
 
 def from_text(pointer: Any) -> str:
     """A zero-terminated text of the libraries; empty for null."""
-    return "" if pointer == NULL else ffi.string(pointer).decode(errors="replace")
+    return "" if pointer == NULL else str(ffi.string(pointer), "utf-8", "replace")
 
 
 def optional_text(pointer: Any) -> str | None:
@@ -157,6 +157,9 @@ def ztcad_write_log(line: Any, context: Any) -> None:
     with _Callback():
         logging.getLogger("ztcad").error("%s", from_text(line).rstrip())
 
+
+#: Passed to ``ztCAD_saveDocumentTo``, with a handle of a function that takes bytes.
+WRITE_BYTES = _native.lib.ztcad_write_bytes
 
 lib.ztCAD_setAssertionWriter(_native.lib.ztcad_write_log, NULL)
 

@@ -4,12 +4,15 @@
 #include <optional>
 
 #include "../text/narrow_text.h"
-#include "element_kinds.h"
+#include "field_access.h"
 #include "guard.h"
 #include "text_output.h"
 
+using ztcad::archetypeOf;
+using ztcad::attributesOf;
 using ztcad::fromNarrow;
 using ztcad::guarded;
+using ztcad::methodOf;
 using ztcad::textOf;
 using ztcad::toNarrow;
 using ztcad::withFields;
@@ -40,20 +43,6 @@ std::int32_t give(const std::optional<ztCAD_LCS>& lcs, double* values, std::int3
 
 // Fields that some kinds have; null or std::nullopt for the others.
 
-template <typename Base>
-auto* archetypeOf(Base* element) {
-  using Archetype = std::conditional_t<std::is_const_v<Base>, const ztCAD_gArche, ztCAD_gArche>;
-  return withFields<ztcad::HasArchetype>(element, static_cast<Archetype*>(nullptr),
-                                         [](auto& reference) { return &reference.archetype(); });
-}
-
-template <typename Base>
-auto* methodOf(Base* element) {
-  using Method = std::conditional_t<std::is_const_v<Base>, const ztCAD_gMethod, ztCAD_gMethod>;
-  return withFields<ztcad::HasMethod>(element, static_cast<Method*>(nullptr),
-                                      [](auto& known) { return &known.method(); });
-}
-
 std::optional<ztCAD_MIP> mipOf(const ztCAD_Base* element) {
   return withFields<ztcad::HasMip>(element, std::optional<ztCAD_MIP>(), [](const auto& known) {
     if constexpr (std::is_base_of_v<ztCAD_commonElementMIP, std::decay_t<decltype(known)>>)
@@ -61,11 +50,6 @@ std::optional<ztCAD_MIP> mipOf(const ztCAD_Base* element) {
     else
       return known.mip();
   });
-}
-
-template <typename Base>
-auto* attributesOf(Base* element) {
-  return element ? &element->property().attributes() : nullptr;
 }
 
 }  // namespace
@@ -126,10 +110,7 @@ std::int32_t ztCAD_getLCS(const ztCAD_Base* element, double* values, std::int32_
   return guarded(none, [&] { return element ? give(element->property().lcs(), values, capacity) : none; });
 }
 void ztCAD_setLCS(ztCAD_Base* element, const ztCAD_LCS* lcs) {
-  guarded([&] {
-    if (!element || (!lcs && dynamic_cast<const ztCAD_commonStructure*>(element))) return;
-    element->property().setLcs(lcs ? std::optional(*lcs) : std::nullopt);
-  });
+  guarded([&] { ztcad::setLcs(element, lcs); });
 }
 
 std::int64_t ztCAD_getText(const ztCAD_Base* element, bool debugForm, char* text, std::int64_t size) {
@@ -177,10 +158,7 @@ bool ztCAD_getCenter(const ztCAD_Base* element, double* xyz) {
     return center.isValid();
   });
 }
-void ztCAD_setCenter(ztCAD_Base* element, const double* xyz) {
-  const ztCAD_Coord center = xyz ? ztCAD_Coord(xyz[0], xyz[1], xyz[2]) : ztCAD_Coord();
-  withFields<ztcad::HasCenter>(element, false, [&](auto& known) { return known.setCenter(center), true; });
-}
+void ztCAD_setCenter(ztCAD_Base* element, const double* xyz) { ztcad::setCenter(element, xyz); }
 
 bool ztCAD_getRadius(const ztCAD_Base* element, double* radius) {
   return withFields<ztcad::HasRadius>(element, false, [radius](const auto& sphere) {
@@ -188,11 +166,7 @@ bool ztCAD_getRadius(const ztCAD_Base* element, double* radius) {
     return sphere.hasRadius();
   });
 }
-void ztCAD_setRadius(ztCAD_Base* element, const double* radius) {
-  withFields<ztcad::HasRadius>(element, false, [radius](auto& sphere) {
-    return sphere.setRadius(radius ? std::optional(*radius) : std::nullopt), true;
-  });
-}
+void ztCAD_setRadius(ztCAD_Base* element, const double* radius) { ztcad::setRadius(element, radius); }
 
 const ztCAD_Vertices* ztCAD_getVertices(const ztCAD_Base* element) {
   return withFields<ztcad::HasVertices>(element, static_cast<const ztCAD_Vertices*>(nullptr),
@@ -200,9 +174,7 @@ const ztCAD_Vertices* ztCAD_getVertices(const ztCAD_Base* element) {
 }
 void ztCAD_setVertices(ztCAD_Base* element, const ztCAD_Vertices* vertices) {
   guarded([&] {
-    if (!vertices) return;
-    withFields<ztcad::HasVertices>(element, false,
-                                   [&](auto& known) { return known.setVertices(*vertices), true; });
+    if (vertices) ztcad::setVertices(element, *vertices);
   });
 }
 const ztCAD_Faces* ztCAD_getFaces(const ztCAD_Base* element) {
@@ -211,8 +183,7 @@ const ztCAD_Faces* ztCAD_getFaces(const ztCAD_Base* element) {
 }
 void ztCAD_setFaces(ztCAD_Base* element, const ztCAD_Faces* faces) {
   guarded([&] {
-    if (!faces) return;
-    withFields<ztcad::HasFaces>(element, false, [&](auto& solid) { return solid.setFaces(*faces), true; });
+    if (faces) ztcad::setFaces(element, *faces);
   });
 }
 
@@ -231,16 +202,7 @@ bool ztCAD_getMIPIntegers(const ztCAD_Base* element, std::int32_t* first, std::i
   });
 }
 void ztCAD_setMIP(ztCAD_Base* element, const ztCAD_MIP* record) {
-  guarded([&] {
-    const auto mip = record ? std::optional(*record) : std::nullopt;
-    withFields<ztcad::HasMip>(element, false, [&mip](auto& known) {
-      if constexpr (std::is_base_of_v<ztCAD_commonElementMIP, std::decay_t<decltype(known)>>)
-        known.setRecord(mip);
-      else
-        known.setMip(mip);
-      return true;
-    });
-  });
+  guarded([&] { ztcad::setMip(element, record ? std::optional(*record) : std::nullopt); });
 }
 
 std::int32_t ztCAD_getPlacement(const ztCAD_Base* element, double* values, std::int32_t capacity) {
@@ -250,9 +212,7 @@ std::int32_t ztCAD_getPlacement(const ztCAD_Base* element, double* values, std::
 }
 void ztCAD_setPlacement(ztCAD_Base* element, const ztCAD_LCS* placement) {
   guarded([&] {
-    if (!placement) return;
-    withFields<ztcad::HasArchetype>(element, false,
-                                    [&](auto& reference) { return reference.setLcs(*placement), true; });
+    if (placement) ztcad::setPlacement(element, *placement);
   });
 }
 std::int64_t ztCAD_getTemplateName(const ztCAD_Base* element, char* text, std::int64_t size) {

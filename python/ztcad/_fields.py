@@ -1,0 +1,29 @@
+"""Properties that take more than they return: ``point.center = (1, 2, 3)``, but ``point.center`` is an array."""
+
+from __future__ import annotations
+
+from typing import TYPE_CHECKING, Any, Generic, TypeVar, overload
+
+if TYPE_CHECKING:
+    from collections.abc import Callable
+
+    G = TypeVar("G")
+    V = TypeVar("V")
+
+    class Field(Generic[G, V]):
+        """What a type checker sees, which knows no properties of two types."""
+
+        def __init__(self, fget: Callable[[Any], G], fset: Callable[[Any, V], None]) -> None: ...
+
+        @overload
+        def __get__(self, instance: None, owner: Any) -> Field[G, V]: ...
+
+        @overload
+        def __get__(self, instance: object, owner: Any) -> G: ...
+
+        def __get__(self, instance: object | None, owner: Any) -> Any: ...
+
+        def __set__(self, instance: object, value: V) -> None: ...
+
+else:
+    Field = property
