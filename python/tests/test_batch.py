@@ -19,6 +19,7 @@ from ztcad import batch
 from ztcad.batch import DocumentReport, Finding, _chunks
 from ztcad.batch.__main__ import main
 from ztcad.batch._chunks import Document, chunks, find_documents
+from ztcad.batch._finding import Severity
 from ztcad.batch._program import Options, _ReportReader, _Rubbish, check_chunk
 
 ROOT = Path(__file__).parents[2]
@@ -46,7 +47,7 @@ def program_report(*arguments: str) -> dict[str, Any]:
 
 # ------------------------------------------------------------------------------------------------- the program
 @pytest.mark.parametrize("level", ["warning", "note"])
-def test_reports_are_those_of_the_program(level: str) -> None:
+def test_reports_are_those_of_the_program(level: Severity) -> None:
     expected = program_report("--level", level, str(GOLDEN))["documents"]
     reports = list(batch.check(GOLDEN, level=level, jobs=2, chunk_megabytes=0.02, program=real_program()))
     assert sorted((r.to_json() for r in reports), key=lambda r: str(r["file"])) == expected
@@ -407,10 +408,10 @@ def test_a_report_prints_as_the_program_does(fake: str, tmp_path: Path) -> None:
 def test_findings_are_counted_by_severity(fake: str, tmp_path: Path) -> None:
     (bad,) = batch.check(make_documents(tmp_path, "bad-1"), program=fake)
     assert (bad.errors, bad.warnings, bad.notes) == (1, 1, 0)
-    assert [bad.count_from(severity) for severity in ("error", "warning", "note")] == [1, 2, 2]
+    assert [bad.count_from("error"), bad.count_from("warning"), bad.count_from("note")] == [1, 2, 2]
     assert bad.findings[0] == Finding(
-        "error", "missing-centre", "A message.", 2, 3, 40, "/GMD/point[1]", None,
-        batch.Element("point", "hinge"), 2, (batch.Place(2, 3, 40),),
+        "error", "missing-centre", "A message.", "/GMD/point[1]", batch.Place(2, 3, 40), None, "point", "hinge", 2,
+        (batch.Place(2, 3, 40),), bad.file,
     )  # fmt: skip
 
 

@@ -162,7 +162,8 @@ def test_few_chunks_are_submitted_at_once(clusters: SimpleNamespace, fake: str, 
     assert len(first) == 50
     assert taken <= 50 + 5 * (2 * 2 + 2)  # five in a chunk; two chunks for each thread, one yielded, one begun
     client = clusters.whole.client
-    wait_until(lambda: not client.run_on_scheduler(lambda dask_scheduler: len(dask_scheduler.tasks)))
+    # nothing is left on the cluster
+    wait_until(lambda: client.run_on_scheduler(lambda dask_scheduler: len(dask_scheduler.tasks)) == 0)
 
 
 def test_a_file_is_checked_again_by_the_next_run(clusters: SimpleNamespace, tmp_path: Path) -> None:

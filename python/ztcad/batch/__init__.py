@@ -11,15 +11,15 @@ the same from a shell.
 
 from ._check import Progress, check
 from ._errors import BatchError, ClusterError, NoWorkersError, ProgramError
+from ._finding import Finding, Place
 from ._program import find_program
-from ._report import DocumentReport, Element, Finding, Place, json_line, read_json_lines
+from ._report import DocumentReport, json_line, read_json_lines
 from ._table import table
 
 __all__ = [
     "BatchError",
     "ClusterError",
     "DocumentReport",
-    "Element",
     "Finding",
     "NoWorkersError",
     "Place",

@@ -8,11 +8,12 @@ import sys
 import time
 from collections.abc import Iterator, Sequence
 from contextlib import ExitStack, closing
-from typing import IO, Any, Optional
+from typing import IO, Any
 
 from ._check import Progress, check
 from ._errors import BatchError
-from ._report import SEVERITIES, DocumentReport, json_line, printable, read_json_lines
+from ._finding import SEVERITIES, Severity
+from ._report import DocumentReport, json_line, printable, read_json_lines
 
 EXIT_CODES = """exit code, as that of ztcad:
   0  all is well
@@ -130,7 +131,7 @@ def _paths(arguments: argparse.Namespace) -> Iterator[str]:
 class Output:
     """The lines, and what they come to. A line is written as a whole when its chunk is known."""
 
-    def __init__(self, file: IO[str], fail_on: str) -> None:
+    def __init__(self, file: IO[str], fail_on: Severity) -> None:
         self._file = file
         self._fail_on = fail_on
         self.exit_code = 0
@@ -227,7 +228,7 @@ def run(arguments: argparse.Namespace, terminal: Terminal) -> int:
     return output.exit_code
 
 
-def main(words: Optional[Sequence[str]] = None) -> int:
+def main(words: Sequence[str] | None = None) -> int:
     """The program; returns the exit code."""
     parser = _parser()
     arguments = parser.parse_args(words)

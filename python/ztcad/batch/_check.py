@@ -7,14 +7,15 @@ import time
 from collections.abc import Generator, Iterable
 from contextlib import closing
 from dataclasses import dataclass
-from typing import Any, Callable, Optional, Union
+from typing import Any, Callable, Union
 
 from ._chunks import Document, chunks, find_documents
 from ._cluster import Workers, check_on_cluster
 from ._errors import ProgramError
+from ._finding import SEVERITIES, Severity
 from ._local import check_locally
 from ._program import ChunkReport, Options
-from ._report import SEVERITIES, DocumentReport
+from ._report import DocumentReport
 
 Path = Union[str, "os.PathLike[str]"]
 
@@ -31,21 +32,21 @@ class Progress:
 
 
 def check(
-    paths: Union[Path, Iterable[Path]],
-    client: Optional[Any] = None,
+    paths: Path | Iterable[Path],
+    client: Any | None = None,
     *,
     only: Iterable[str] = (),
     ignore: Iterable[str] = (),
-    level: str = "warning",
+    level: Severity = "warning",
     inspect: bool = True,
-    max_findings: Optional[int] = 1000,
+    max_findings: int | None = 1000,
     timeout: float = 300,
-    jobs: Optional[int] = None,
+    jobs: int | None = None,
     worker_timeout: float = 300,
     chunk_megabytes: float = 50,
-    program: Optional[Path] = None,
-    skip: Optional[Callable[[str], bool]] = None,
-    progress: Optional[Callable[[Progress], None]] = None,
+    program: Path | None = None,
+    skip: Callable[[str], bool] | None = None,
+    progress: Callable[[Progress], None] | None = None,
 ) -> Generator[DocumentReport, None, None]:
     """Checks documents as ``ztcad check`` does and yields a report on each as soon as it is known, in any order.
 
@@ -110,7 +111,7 @@ def _processors() -> int:
 def _reports(
     done: Generator[tuple[list[Document], ChunkReport], None, None],
     workers: Callable[[], int],
-    progress: Optional[Callable[[Progress], None]],
+    progress: Callable[[Progress], None] | None,
 ) -> Generator[DocumentReport, None, None]:
     began = time.monotonic()
     documents = with_errors = with_problems = 0

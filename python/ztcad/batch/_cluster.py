@@ -7,7 +7,7 @@ import queue
 import time
 from collections import deque
 from collections.abc import Generator, Iterator
-from typing import Any, Optional
+from typing import Any
 
 from ._chunks import Document
 from ._errors import ClusterError, NoWorkersError
@@ -70,7 +70,7 @@ class Cluster:
         self._waiting[future.key] = future, chunk
         future.add_done_callback(self._arrived.put)
 
-    def next(self) -> tuple[list[Document], Optional[ChunkReport]]:
+    def next(self) -> tuple[list[Document], ChunkReport | None]:
         """Waits for a chunk that is done. Without a report the workers that had it were lost."""
         while True:
             self._workers.update()
@@ -84,7 +84,7 @@ class Cluster:
             future.release()  # or the cluster keeps the result
             return chunk, report
 
-    def _result_of(self, future: Any) -> Optional[ChunkReport]:
+    def _result_of(self, future: Any) -> ChunkReport | None:
         from distributed.scheduler import KilledWorker
 
         while True:

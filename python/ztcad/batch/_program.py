@@ -23,10 +23,11 @@ from collections.abc import Sequence
 from contextlib import suppress
 from dataclasses import dataclass
 from pathlib import Path
-from typing import IO, Any, Callable, Optional
+from typing import IO, Any, Callable
 
 from ._errors import ProgramError
-from ._report import Record, counts_of
+from ._finding import Record, Severity
+from ._report import counts_of
 
 ENVIRONMENT_VARIABLE = "ZTCAD_PROGRAM"
 
@@ -37,11 +38,11 @@ class Options:
 
     only: tuple[str, ...] = ()
     ignore: tuple[str, ...] = ()
-    level: str = "warning"
+    level: Severity = "warning"
     inspect: bool = True
-    max_findings: Optional[int] = None
+    max_findings: int | None = None
     timeout: float = 300
-    program: Optional[str] = None
+    program: str | None = None
 
     def arguments(self) -> list[str]:
         """The arguments of the program, without the documents. One job: a chunk uses one processor."""
@@ -74,7 +75,7 @@ class ChunkReport:
         return cls([_problem(path, problem)])
 
 
-def find_program(program: Optional[str] = None) -> str:
+def find_program(program: str | None = None) -> str:
     """The path of the program ztcad on this machine.
 
     The first of: ``program``, a path or a name to look for in PATH; the environment variable ZTCAD_PROGRAM,
@@ -139,7 +140,7 @@ def _problem(path: str, problem: str) -> Record:
     }  # fmt: skip
 
 
-def _finished(record: dict[str, Any], most: Optional[int]) -> Record:
+def _finished(record: dict[str, Any], most: int | None) -> Record:
     """Counts the findings, then omits those beyond the number that is wanted."""
     findings = record["findings"]
     record["counts"] = counts_of(findings)

@@ -4,81 +4,11 @@ from __future__ import annotations
 
 import json
 import os
-from collections.abc import Iterable, Iterator, Mapping
+from collections.abc import Iterable, Iterator
 from dataclasses import dataclass
-from typing import Any, Optional
+from typing import Any
 
-SEVERITIES = ("note", "warning", "error")  # in ascending order
-
-# A JSON object as the json module reads it.
-Record = Mapping[str, Any]
-
-
-@dataclass(frozen=True)
-class Place:
-    """A position in a document: line and column in characters from 1, offset in bytes from 0."""
-
-    line: int
-    column: int
-    offset: int
-
-
-@dataclass(frozen=True)
-class Element:
-    """The nearest element of the format: its kind, and its name as it is in the text, None without one."""
-
-    kind: str
-    name: Optional[str] = None
-
-
-@dataclass(frozen=True)
-class Finding:
-    """One finding. ``count`` and ``places`` say how often and where first it occurs in one list or element."""
-
-    severity: str
-    rule: str
-    message: str
-    line: int
-    column: int
-    offset: int
-    path: str
-    attribute: Optional[str] = None
-    element: Optional[Element] = None
-    count: int = 1
-    places: tuple[Place, ...] = ()
-
-    @classmethod
-    def from_json(cls, record: Record) -> Finding:
-        """The finding that an object of a report describes."""
-        fields = dict(record)
-        if "element" in fields:
-            fields["element"] = Element(**fields["element"])
-        if "places" in fields:
-            fields["places"] = tuple(Place(**place) for place in fields["places"])
-        return cls(**fields)
-
-    def to_json(self) -> dict[str, Any]:
-        """The object of a report, without the fields that are absent there."""
-        record: dict[str, Any] = {
-            "severity": self.severity,
-            "rule": self.rule,
-            "message": self.message,
-            "line": self.line,
-            "column": self.column,
-            "offset": self.offset,
-            "path": self.path,
-        }
-        if self.attribute is not None:
-            record["attribute"] = self.attribute
-        if self.element is not None:
-            record["element"] = {"kind": self.element.kind}
-            if self.element.name is not None:
-                record["element"]["name"] = self.element.name
-        if self.count > 1:
-            record["count"] = self.count
-        if self.places:
-            record["places"] = [vars(place) for place in self.places]
-        return record
+from ._finding import SEVERITIES, Finding, Record, Severity, finding_from_json, finding_to_json
 
 
 @dataclass(frozen=True)
@@ -91,11 +21,11 @@ class DocumentReport:
     """
 
     file: str
-    code: Optional[int]
+    code: int | None
     fault: bool = False
     omitted: int = 0
     findings: tuple[Finding, ...] = ()
-    problem: Optional[str] = None
+    problem: str | None = None
     errors: int = 0
     warnings: int = 0
     notes: int = 0
@@ -103,10 +33,11 @@ class DocumentReport:
     @classmethod
     def from_json(cls, record: Record) -> DocumentReport:
         """The report that a line of JSON describes. Findings that the line omits are not in the numbers."""
-        findings = tuple(Finding.from_json(finding) for finding in record["findings"])
+        file = record["file"]
+        findings = tuple(finding_from_json(finding, file) for finding in record["findings"])
         counts = record.get("counts") or counts_of(record["findings"])
         return cls(
-            record["file"],
+            file,
             record["code"],
             record["fault"],
             record["omitted"],
@@ -114,11 +45,6 @@ class DocumentReport:
             record.get("problem"),
             *counts,
         )
-
-    @classmethod
-    def of_problem(cls, file: str, problem: str) -> DocumentReport:
-        """The report on a document that was not checked."""
-        return cls(file, None, problem=problem)
 
     def to_json(self) -> dict[str, Any]:
         """An object as in the list "documents" of a report of the program."""
@@ -130,10 +56,10 @@ class DocumentReport:
         }
         if self.problem is not None:
             record["problem"] = self.problem
-        record["findings"] = [finding.to_json() for finding in self.findings]
+        record["findings"] = [finding_to_json(finding) for finding in self.findings]
         return record
 
-    def count_from(self, severity: str) -> int:
+    def count_from(self, severity: Severity) -> int:
         """The number of findings of this severity and of higher ones."""
         return sum((self.notes, self.warnings, self.errors)[SEVERITIES.index(severity) :])
 
@@ -141,9 +67,7 @@ class DocumentReport:
         """Lines that editors and build logs understand: file, line, column, severity, message, rule."""
         if self.problem is not None:
             return f"{self.file}: {self.problem}"
-        return "\n".join(
-            f"{self.file}:{f.line}:{f.column}: {f.severity}: {f.message} [{f.rule}]" for f in self.findings
-        )
+        return "\n".join(map(str, self.findings))
 
 
 def counts_of(findings: Iterable[Record]) -> tuple[int, int, int]:

@@ -44,6 +44,6 @@ def _rows(report: DocumentReport) -> Iterable[tuple[Any, ...]]:
         none = (None,) * 7
         yield (report.file, None, "error", None, report.problem, *none, 1)
     for f in report.findings:
-        element = (f.element.kind, f.element.name) if f.element else (None, None)
         place = (f.line, f.column, f.offset, f.path)
-        yield (report.file, report.code, f.severity, f.rule, f.message, *place, f.attribute, *element, f.count)
+        element = (f.attribute, f.kind or None, f.name)
+        yield (report.file, report.code, f.severity, f.rule, f.message, *place, *element, f.count)
