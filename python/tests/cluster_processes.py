@@ -11,7 +11,9 @@ import sys
 
 import dask
 from distributed.cli import dask_scheduler, dask_worker
+from distributed.versions import get_versions
 
+get_versions()  # loads NumPy and pandas if they are there, which each process would do when it joins
 COMMANDS = {"scheduler": dask_scheduler.main, "worker": dask_worker.main}
 
 

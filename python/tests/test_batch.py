@@ -303,11 +303,21 @@ def test_an_empty_folder_has_a_problem(tmp_path: Path) -> None:
     assert (report.file, report.problem) == (str(tmp_path), "the folder has no documents (*.xml)")
 
 
-@pytest.mark.skipif(os.geteuid() == 0, reason="root reads every folder")
-def test_a_folder_that_cannot_be_read_has_a_problem(tmp_path: Path) -> None:
-    (tmp_path / "closed").mkdir(mode=0)
-    (report,) = batch.check([tmp_path])
-    assert report.file == str(tmp_path / "closed") and report.problem
+def test_a_folder_that_cannot_be_read_is_left_to_the_program(
+    tmp_path: Path, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    make_documents(tmp_path, "a")
+    make_documents(tmp_path / "closed", "b")
+    scandir = os.scandir
+
+    def refuse(path: str) -> Any:
+        if path == str(tmp_path / "closed"):
+            raise PermissionError(path)
+        return scandir(path)
+
+    monkeypatch.setattr(os, "scandir", refuse)
+    found = sorted(document.path for document in find_documents([tmp_path]))
+    assert found == [str(tmp_path / "a.xml"), str(tmp_path / "closed")]
 
 
 def sizes(*bytes_of_documents: int) -> list[Document]:

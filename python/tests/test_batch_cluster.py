@@ -68,8 +68,12 @@ class Cluster:
         """Connects when all workers are there."""
         if self._client is None:
             self._client = distributed.Client(self.address, set_as_default=False)
-            wait_until(lambda: len(self._client.nthreads()) == len(self.workers), 30)  # type: ignore[union-attr]
+            wait_until(lambda: self._threads() == len(self.workers), 30)
         return self._client
+
+    def _threads(self) -> int:
+        assert self._client
+        return len(self._client.nthreads())
 
     def stop(self) -> None:
         if self._client is not None:
@@ -163,7 +167,7 @@ def test_few_chunks_are_submitted_at_once(clusters: SimpleNamespace, fake: str, 
     assert taken <= 50 + 5 * (2 * 2 + 2)  # five in a chunk; two chunks for each thread, one yielded, one begun
     client = clusters.whole.client
     # nothing is left on the cluster
-    wait_until(lambda: client.run_on_scheduler(lambda dask_scheduler: len(dask_scheduler.tasks)) == 0)
+    wait_until(lambda: not any(client.run_on_scheduler(lambda dask_scheduler: list(dask_scheduler.tasks))))
 
 
 def test_a_file_is_checked_again_by_the_next_run(clusters: SimpleNamespace, tmp_path: Path) -> None:
@@ -209,7 +213,7 @@ def test_losing_a_worker_loses_no_document_and_losing_all_ends_the_run(
 
     reports = batch.check(paths, cluster.client, **options)
     found = list(itertools.islice(reports, 4))
-    wait_until(lambda: looked_at(tmp_path)[-1][1] == doomed)  # it is in the middle of a chunk
+    wait_until(lambda: bool(looked_at(tmp_path)[-1][1] == doomed))  # it is in the middle of a chunk
     os.kill(doomed, signal.SIGKILL)
     found += reports
     assert names_of(found) == names

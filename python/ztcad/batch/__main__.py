@@ -195,7 +195,7 @@ def run(arguments: argparse.Namespace, terminal: Terminal) -> int:
     with ExitStack() as stack:
         client = _client(arguments)
         if client is not None:
-            stack.callback(client.close)
+            stack.callback(client.close, timeout=5)  # not longer for a scheduler that is lost
         file = _open(arguments, stack)
         output = Output(file, arguments.fail_on)
         known = _known(file, output) if arguments.resume else set()
