@@ -15,6 +15,7 @@ import jsonschema
 import pytest
 from batches import is_running, looked_at, make_documents, make_fake_program, real_program, wait_until
 
+import ztcad
 from ztcad import batch
 from ztcad.batch import DocumentReport, Finding, _chunks
 from ztcad.batch.__main__ import main
@@ -101,6 +102,19 @@ def test_findings_beyond_the_limit_are_counted() -> None:
         assert first[name].findings == report.findings[:1]
         assert first[name].omitted == max(0, len(report.findings) - 1)
         assert (first[name].errors, first[name].count_from("note")) == (report.errors, len(report.findings))
+
+
+def test_findings_are_those_of_the_library() -> None:
+    def fields(finding: Any) -> dict[str, Any]:
+        # a single place is that of the finding; the program does not print it again
+        return {**finding.to_dict(), "places": finding.places if finding.count > 1 else ()}
+
+    reports = list(batch.check(GOLDEN, level="note", max_findings=None))
+    for report in reports:
+        findings = ztcad.check(report.file)
+        assert [fields(f) for f in report.findings] == [fields(f) for f in findings]
+        assert (report.code, report.fault) == (findings.outcome.code, findings.outcome.fault)
+    assert sum(len(report.findings) for report in reports) > 100
 
 
 # ---------------------------------------------------------------------------------------- documents that misbehave
