@@ -8,12 +8,15 @@ import sys
 import time
 from collections.abc import Iterator, Sequence
 from contextlib import ExitStack, closing
-from typing import IO, Any
+from typing import IO, TYPE_CHECKING
 
 from ._check import Progress, check
 from ._errors import BatchError
 from ._finding import SEVERITIES, Severity
 from ._report import DocumentReport, json_line, printable, read_json_lines
+
+if TYPE_CHECKING:
+    from distributed import Client
 
 EXIT_CODES = """exit code, as that of ztcad:
   0  all is well
@@ -173,7 +176,7 @@ def _known(file: IO[str], output: Output) -> set[int]:
     return known
 
 
-def _client(arguments: argparse.Namespace) -> Any:
+def _client(arguments: argparse.Namespace) -> Client | None:
     """A client of the cluster, to be closed by the caller; None without a cluster."""
     if not (arguments.scheduler or arguments.scheduler_file):
         return None
@@ -181,9 +184,8 @@ def _client(arguments: argparse.Namespace) -> Any:
         from distributed import Client
     except ImportError:
         raise BatchError("--scheduler needs dask.distributed (Debian: python3-distributed)") from None
-    connect: Any = Client  # has no types
     try:
-        return connect(arguments.scheduler, scheduler_file=arguments.scheduler_file)
+        return Client(arguments.scheduler, scheduler_file=arguments.scheduler_file)
     except (OSError, ValueError) as error:
         address = arguments.scheduler or arguments.scheduler_file
         raise BatchError(f"no scheduler at {address}: {error}") from None

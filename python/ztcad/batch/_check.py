@@ -7,7 +7,7 @@ import time
 from collections.abc import Generator, Iterable
 from contextlib import closing
 from dataclasses import dataclass
-from typing import Any, Callable, Union
+from typing import TYPE_CHECKING, Callable, Union
 
 from ._chunks import Document, chunks, find_documents
 from ._cluster import Workers, check_on_cluster
@@ -16,6 +16,9 @@ from ._finding import SEVERITIES, Severity
 from ._local import check_locally
 from ._program import ChunkReport, Options
 from ._report import DocumentReport
+
+if TYPE_CHECKING:
+    from distributed import Client
 
 Path = Union[str, "os.PathLike[str]"]
 
@@ -33,7 +36,7 @@ class Progress:
 
 def check(
     paths: Path | Iterable[Path],
-    client: Any | None = None,
+    client: Client | None = None,
     *,
     only: Iterable[str] = (),
     ignore: Iterable[str] = (),

@@ -7,11 +7,14 @@ import queue
 import time
 from collections import deque
 from collections.abc import Generator, Iterator
-from typing import Any
+from typing import TYPE_CHECKING
 
 from ._chunks import Document
 from ._errors import ClusterError, NoWorkersError
 from ._program import ChunkReport, Options, check_chunk
+
+if TYPE_CHECKING:
+    from distributed import Client, Future
 
 AHEAD = 2  # chunks that are submitted for each thread of the cluster; more would fill the scheduler
 LOST = "each worker that checked this document was lost"
@@ -20,7 +23,7 @@ LOST = "each worker that checked this document was lost"
 class Workers:
     """What the scheduler says of its workers, asked at most once a second."""
 
-    def __init__(self, client: Any, patience: float) -> None:
+    def __init__(self, client: Client, patience: float) -> None:
         self._client = client
         self._patience = patience
         self._asked = -1.0
@@ -52,12 +55,12 @@ class Workers:
 class Cluster:
     """The chunks that are submitted and not yet done."""
 
-    def __init__(self, client: Any, options: Options, workers: Workers) -> None:
+    def __init__(self, client: Client, options: Options, workers: Workers) -> None:
         self._client = client
         self._options = options
         self._workers = workers
-        self._waiting: dict[str, tuple[Any, list[Document]]] = {}  # by the key of the future
-        self._arrived: queue.SimpleQueue[Any] = queue.SimpleQueue()
+        self._waiting: dict[str, tuple[Future, list[Document]]] = {}  # by the key of the future
+        self._arrived: queue.SimpleQueue[Future] = queue.SimpleQueue()
 
     def __len__(self) -> int:
         return len(self._waiting)
@@ -84,7 +87,7 @@ class Cluster:
             future.release()  # or the cluster keeps the result
             return chunk, report
 
-    def _result_of(self, future: Any) -> ChunkReport | None:
+    def _result_of(self, future: Future) -> ChunkReport | None:
         from distributed.scheduler import KilledWorker
 
         while True:
@@ -108,7 +111,7 @@ class Cluster:
 
 
 def check_on_cluster(
-    client: Any, work: Iterator[list[Document]], options: Options, workers: Workers
+    client: Client, work: Iterator[list[Document]], options: Options, workers: Workers
 ) -> Generator[tuple[list[Document], ChunkReport], None, None]:
     """Yields chunks with their reports as they are done.
 
