@@ -346,9 +346,9 @@ def sizes(*bytes_of_documents: int) -> list[Document]:
         (sizes(50), [1]),
         (sizes(4, 4, 4), [2, 1]),
         (sizes(10, 1, 10), [1, 1, 1]),
-        (sizes(*[0] * 600), [256, 256, 88]),
+        (sizes(*[0] * 2500), [1000, 1000, 500]),
         ([Document("a", "/a", 1)] * 3, [1, 1, 1]),
-        ([Document("a", f"/{i}{'x' * 9990}", 0) for i in range(4)], [3, 1]),
+        ([Document("a", f"/{i}{'x' * (_chunks.MOST_CHARACTERS // 4)}", 0) for i in range(4)], [3, 1]),
     ],
 )
 def test_chunks_are_limited(documents: list[Document], expected: list[int]) -> None:
@@ -357,7 +357,10 @@ def test_chunks_are_limited(documents: list[Document], expected: list[int]) -> N
     assert list(itertools.chain.from_iterable(found)) == documents
 
 
-def test_paths_are_taken_while_the_work_goes_on(fake: str, tmp_path: Path) -> None:
+def test_paths_are_taken_while_the_work_goes_on(
+    fake: str, tmp_path: Path, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    monkeypatch.setattr(_chunks, "MOST_DOCUMENTS", 50)
     taken = 0
 
     def endless() -> Iterator[str]:
@@ -369,7 +372,7 @@ def test_paths_are_taken_while_the_work_goes_on(fake: str, tmp_path: Path) -> No
     first = list(itertools.islice(reports, 300))
     reports.close()
     assert len(first) == 300
-    assert taken <= 300 + 2 * _chunks.MOST_DOCUMENTS * 6
+    assert taken <= 300 + 50 * (2 * 2 + 3)  # two chunks for each job, two yielded at once, one begun
 
 
 def test_documents_can_be_skipped(fake: str, tmp_path: Path) -> None:

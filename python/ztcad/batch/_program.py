@@ -321,6 +321,8 @@ def _pump(stream: IO[bytes], arrived: queue.SimpleQueue[bytes]) -> None:
     with suppress(OSError, ValueError), stream:
         while data := stream.read1(1 << 16):  # type: ignore[attr-defined]
             arrived.put(data)
+            if len(data) < 4096:
+                time.sleep(0.005)  # or each document would wake two threads, which takes as long as checking it
     arrived.put(b"")
 
 
