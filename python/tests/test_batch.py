@@ -2,9 +2,11 @@
 
 from __future__ import annotations
 
+import inspect
 import itertools
 import json
 import os
+import re
 import subprocess
 import sys
 from collections.abc import Iterator
@@ -18,7 +20,7 @@ from batches import is_running, looked_at, make_documents, make_fake_program, re
 import ztcad
 from ztcad import batch
 from ztcad.batch import DocumentReport, Finding, _chunks
-from ztcad.batch.__main__ import main
+from ztcad.batch.__main__ import _parser, main
 from ztcad.batch._chunks import Document, chunks, find_documents
 from ztcad.batch._finding import Severity
 from ztcad.batch._program import Options, _ReportReader, _Rubbish, check_chunk
@@ -562,6 +564,14 @@ def test_a_reader_that_goes_away_ends_the_run(fake: str, tmp_path: Path) -> None
     run = subprocess.run(["bash", "-o", "pipefail", "-c", command], capture_output=True, text=True, timeout=60)
     assert (run.returncode, run.stderr) == (2, "")
     assert len(files_in(run.stdout)) == 1
+
+
+def test_the_page_describes_all_arguments_and_options() -> None:
+    page = (ROOT / "docs" / "batch.md").read_text(encoding="utf-8")
+    options = {option for action in _parser()._actions for option in action.option_strings} - {"-h", "--help"}
+    assert options <= set(re.findall(r"(?<=`)--?[a-z-]+", page))
+    arguments = set(inspect.signature(batch.check).parameters) - {"paths"}
+    assert arguments <= set(re.findall(r"`([a-z_]+)`", page))
 
 
 def test_only_the_standard_library_is_needed(tmp_path: Path) -> None:

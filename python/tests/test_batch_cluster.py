@@ -5,6 +5,8 @@ from __future__ import annotations
 import itertools
 import json
 import os
+import re
+import shutil
 import signal
 import subprocess
 import sys
@@ -200,6 +202,28 @@ def test_the_command_uses_a_cluster(
     assert sorted(json.loads(line)["file"] for line in capfd.readouterr().out.splitlines()) == paths
     assert main([*paths, "--scheduler", "nonsense://x"]) == 2
     assert "no scheduler at nonsense://x" in capfd.readouterr().err
+
+
+def test_the_examples_of_the_page_run(
+    clusters: SimpleNamespace, tmp_path: Path, monkeypatch: pytest.MonkeyPatch, capsys: pytest.CaptureFixture[str]
+) -> None:
+    pytest.importorskip("pandas")
+    shutil.copytree(GOLDEN, tmp_path / "models")
+    monkeypatch.chdir(tmp_path)
+    page = (GOLDEN.parents[1] / "docs" / "batch.md").read_text(encoding="utf-8")
+    blocks = re.findall(r"(?m)(^<!-- not run -->\n)?^```python\n(.*?)^```$", page, re.DOTALL)
+    names: dict[str, Any] = {}
+    printed = []
+    for _, block in (found for found in blocks if not found[0]):
+        exec(block.replace("tcp://10.0.0.1:8786", clusters.whole.address), names)
+        printed.append(capsys.readouterr().out)
+    documents = [path for path in (tmp_path / "models").glob("*.xml")]
+    assert "error: " in printed[0]
+    assert names["first"].errors
+    assert "missing-centre" in printed[2]
+    assert len((tmp_path / "report.jsonl").read_text().splitlines()) == len(documents)
+    assert 0 < len(names["failed"]) < len(documents)
+    assert len(printed[-1].splitlines()) == len(documents)
 
 
 def test_losing_a_worker_loses_no_document_and_losing_all_ends_the_run(
