@@ -1,9 +1,9 @@
-"""Measures how many documents a second a batch checks: on this machine, and on clusters of one and two workers.
+"""Measures how many documents a batch checks in a second: locally, and on clusters of one and two workers.
 
-    python3 batch_throughput.py [--small N] [--large N]
+    python3 batch_throughput.py [--small N] [--large N] [--rounds N]
 
-All is measured in one run, each figure the best of three. The program itself, over the same folder with the same
-number of processes, says what the batch costs. Workers are processes of one thread on this machine.
+All is measured in one run, in turns. The program itself, over the same folder with as many processes, shows
+what the batch costs. Workers are processes of one thread on this machine.
 """
 
 from __future__ import annotations
@@ -16,13 +16,18 @@ import subprocess
 import tempfile
 import time
 from collections.abc import Callable
+from functools import partial
 from pathlib import Path
+from statistics import median
 
 from distributed import Client, LocalCluster
 
 from ztcad import batch
 
-HEAD = '<?xml version="1.0" encoding="windows-1251"?>\n<GMD>\n   <header majorVersion="2" minorVersion="1" inform=""/>\n'
+HEAD = """<?xml version="1.0" encoding="windows-1251"?>
+<GMD>
+   <header majorVersion="2" minorVersion="1" inform=""/>
+"""
 
 
 def grid(rows: int) -> str:
@@ -50,15 +55,6 @@ def cpu_seconds() -> float:
     return sum(usage.ru_utime + usage.ru_stime for usage in used)
 
 
-def best(work: Callable[[], object]) -> float:
-    times = []
-    for _ in range(3):
-        began = time.perf_counter()
-        work()
-        times.append(time.perf_counter() - began)
-    return min(times)
-
-
 def run_program(folder: Path, jobs: int) -> None:
     command = [batch.find_program(), "check", "--format", "json", "--jobs", str(jobs), str(folder)]
     subprocess.run(command, stdout=subprocess.DEVNULL, check=False)
@@ -69,27 +65,40 @@ def run_batch(folder: Path, count: int, client: Client | None, jobs: int) -> Non
     assert len(reports) == count and not any(report.problem for report in reports)
 
 
-def measure(title: str, folder: Path, count: int, clusters: list[tuple[int, Client]]) -> None:
+def measure(title: str, folder: Path, count: int, clusters: list[tuple[int, Client]], rounds: int) -> None:
+    """In turns, so that what else the machine does hits all alike."""
     size = sum(entry.stat().st_size for entry in os.scandir(folder)) / 1e6
-    print(f"{title}: {count} documents, {size:.1f} MB")
-
-    def row(name: str, work: Callable[[], object]) -> None:
-        before = cpu_seconds()
-        seconds = best(work)
-        cpu = (cpu_seconds() - before) / 3
-        print(f"  {name:22} {count / seconds:9.0f} documents/s {size / seconds:7.1f} MB/s  {cpu:6.2f} s CPU here")
-
+    work: dict[str, Callable[[], None]] = {}
     for jobs in (1, 2):
-        row(f"ztcad, {jobs} jobs", lambda jobs=jobs: run_program(folder, jobs))  # type: ignore[misc]
-        row(f"batch, {jobs} jobs", lambda jobs=jobs: run_batch(folder, count, None, jobs))  # type: ignore[misc]
+        work[f"ztcad --jobs {jobs}"] = partial(run_program, folder, jobs)
+        work[f"batch, jobs={jobs}"] = partial(run_batch, folder, count, None, jobs)
     for workers, client in clusters:
-        row(f"cluster, {workers} workers", lambda client=client: run_batch(folder, count, client, 1))  # type: ignore[misc]
+        work[f"cluster of {workers}"] = partial(run_batch, folder, count, client, 1)
+    seconds: dict[str, list[float]] = {name: [] for name in work}
+    cpu: dict[str, list[float]] = {name: [] for name in work}
+    for _ in range(rounds):
+        for name, run in work.items():
+            began, before = time.perf_counter(), cpu_seconds()
+            run()
+            seconds[name].append(time.perf_counter() - began)
+            cpu[name].append(cpu_seconds() - before)
+    print(f"{title}: {count} documents, {size:.1f} MB, best of {rounds} rounds; CPU: without workers")
+    for name in work:
+        rate = count / min(seconds[name])
+        print(
+            f"  {name:16} {rate:7.0f} documents/s {size / count * rate:6.1f} MB/s {min(cpu[name]) / count * 1e6:7.0f} us CPU "
+            f"each; median {count / median(seconds[name]):7.0f} documents/s",
+            flush=True,
+        )
 
 
 def main() -> None:
-    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser = argparse.ArgumentParser(
+        description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter
+    )
     parser.add_argument("--small", type=int, default=20000, help="number of documents of 2 kB")
     parser.add_argument("--large", type=int, default=200, help="number of documents of 1 MB")
+    parser.add_argument("--rounds", type=int, default=5)
     arguments = parser.parse_args()
     with tempfile.TemporaryDirectory(dir="/dev/shm" if os.path.isdir("/dev/shm") else None) as name:
         folders = []
@@ -103,7 +112,7 @@ def main() -> None:
         with LocalCluster(1, **settings) as one, LocalCluster(2, **settings) as two:
             with Client(one) as first, Client(two) as second:
                 for kind, folder, count in folders:
-                    measure(kind, folder, count, [(1, first), (2, second)])
+                    measure(kind, folder, count, [(1, first), (2, second)], arguments.rounds)
         print(f"load average during the run: {os.getloadavg()[0]:.1f} on {os.cpu_count()} processors")
 
 

@@ -1,13 +1,16 @@
-"""Starts processes of a cluster on request: {"what", "arguments", "settings", "log"} on a line, answer: its number.
+"""Starts processes of a cluster: for each line {"what", "arguments", "settings", "log"}, prints its number.
 
-They are forks, which costs milliseconds where loading dask.distributed costs each of them a second. All are
+They are forks of this process: that takes milliseconds, and loading dask.distributed takes a second. All are
 killed when the input ends.
 """
+
+from __future__ import annotations
 
 import json
 import os
 import signal
 import sys
+from typing import Any, NoReturn
 
 import dask
 from distributed.cli import dask_scheduler, dask_worker
@@ -17,7 +20,7 @@ get_versions()  # loads NumPy and pandas if they are there, which each process w
 COMMANDS = {"scheduler": dask_scheduler.main, "worker": dask_worker.main}
 
 
-def run(request):
+def run(request: dict[str, Any]) -> NoReturn:
     log = os.open(request["log"], os.O_WRONLY | os.O_CREAT | os.O_APPEND, 0o600)
     os.dup2(os.open(os.devnull, os.O_RDONLY), 0)
     os.dup2(log, 1)
@@ -29,8 +32,8 @@ def run(request):
         os._exit(1)
 
 
-def main():
-    children = []
+def main() -> None:
+    children: list[int] = []
     for line in sys.stdin:
         child = os.fork()
         if child == 0:

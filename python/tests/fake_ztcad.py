@@ -1,8 +1,10 @@
-"""A program in place of ztcad, whose reports depend on the names of the documents, and which misbehaves for some.
+"""Replaces ztcad in tests. The names of documents select what is reported, and how the program misbehaves.
 
-It is run as a script with its own interpreter line. Each document that it looks at is noted in ``looked_at.txt``
+Tests make it a script with an interpreter line. It notes each document that it looks at in ``looked_at.txt``
 in the folder of the document, with the process that started the program.
 """
+
+from __future__ import annotations
 
 import json
 import os
@@ -10,21 +12,22 @@ import signal
 import subprocess
 import sys
 import time
+from typing import Any
 
 
 PARENT = os.getppid()  # at the start: it may be lost later
 
 
-def note(path, text):
+def note(path: str, text: str) -> None:
     with open(os.path.join(os.path.dirname(path), "looked_at.txt"), "a") as log:
         log.write(f"{os.path.basename(path)} {PARENT} {text}\n")
 
 
-def say(text):
+def say(text: str) -> None:
     os.write(1, text.encode())
 
 
-def misbehave(path, what):
+def misbehave(path: str, what: str) -> None:
     if what == "crash":
         os.kill(os.getpid(), signal.SIGSEGV)
     elif what == "hang":
@@ -47,15 +50,15 @@ def misbehave(path, what):
         os.kill(PARENT, signal.SIGKILL)
 
 
-def finding(severity, rule):
+def finding(severity: str, rule: str) -> dict[str, Any]:
     return {"severity": severity, "rule": rule, "message": "A message.", "line": 2, "column": 3, "offset": 40,
             "path": "/GMD/point[1]", "element": {"kind": "point", "name": "hinge"}, "count": 2,
             "places": [{"line": 2, "column": 3, "offset": 40}]}  # fmt: skip
 
 
-def main(words):
+def main(words: list[str]) -> int:
     if words == ["--version"]:
-        print(os.environ.get("FAKE_VERSION", "ztcad 9.9.9"))
+        print("ztcad 9.9.9")
         return 0
     paths = [word for word in words if os.path.isabs(word)]
     say('{\n  "schema": 1,\n  "tool": {"name":"ztcad","version":"9.9.9"},\n  "documents": [')

@@ -48,7 +48,7 @@ def program_report(*arguments: str) -> dict[str, Any]:
     return report
 
 
-# ------------------------------------------------------------------------------------------------- the program
+# ------------------------------------------------------------------------------------------------ the program
 @pytest.mark.parametrize("level", ["warning", "note"])
 def test_reports_are_those_of_the_program(level: Severity) -> None:
     expected = program_report("--level", level, str(GOLDEN))["documents"]
@@ -71,7 +71,9 @@ def test_inspection_can_be_left_out(tmp_path: Path) -> None:
         "<vertices>0,0,0;1,0,0;0,1,0;</vertices><faces>0,1,9;</faces></solid></GMD>"
     )
     assert "index-out-of-range" in [f.rule for r in batch.check(document) for f in r.findings]
-    assert "index-out-of-range" not in [f.rule for r in batch.check(document, inspect=False) for f in r.findings]
+    assert "index-out-of-range" not in [
+        f.rule for r in batch.check(document, inspect=False) for f in r.findings
+    ]
 
 
 def test_a_missing_document_has_a_problem(tmp_path: Path) -> None:
@@ -81,7 +83,7 @@ def test_a_missing_document_has_a_problem(tmp_path: Path) -> None:
 
 def test_names_may_hold_anything(tmp_path: Path) -> None:
     text = (GOLDEN / "N_110_not_xml.xml").read_bytes()
-    names = ["-", "--level", "имя.xml", "a b.xml", "quote\".xml", os.fsdecode(b"latin-\xe9.xml")]  # fmt: skip
+    names = ["-", "--level", "имя.xml", "a b.xml", 'quote".xml', os.fsdecode(b"latin-\xe9.xml")]
     for name in names:
         (tmp_path / name).write_bytes(text)
     previous = os.getcwd()
@@ -119,7 +121,7 @@ def test_findings_are_those_of_the_library() -> None:
     assert sum(len(report.findings) for report in reports) > 100
 
 
-# ---------------------------------------------------------------------------------------- documents that misbehave
+# ----------------------------------------------------------------------------------- documents that misbehave
 @pytest.mark.parametrize(
     ("what", "problem"),
     [
@@ -225,11 +227,12 @@ def test_wrong_arguments_are_refused_at_once(wrong: dict[str, Any]) -> None:
         batch.check([], **wrong)
 
 
-# -------------------------------------------------------------------------------------------- reading the output
+# ----------------------------------------------------------------------------------------- reading the output
 def report_text(*names: str) -> bytes:
     """As the program prints it."""
-    finding = {"severity": "note", "rule": "a-rule", "message": "]}, \n    {é", "line": 1, "column": 1, "offset": 0,
-               "path": "", "count": 2, "places": [{"line": 1, "column": 1, "offset": 0}]}  # fmt: skip
+    place = {"line": 1, "column": 1, "offset": 0}
+    finding = {"severity": "note", "rule": "a-rule", "message": "]}, \n    {é", **place, "path": ""}
+    finding = {**finding, "count": 2, "places": [place]}
     documents = ",".join(
         f'\n    {{"file":"{name}","code":0,"fault":false,"omitted":0,"findings":['
         + ",".join("\n      " + json.dumps(finding, ensure_ascii=False, separators=(",", ":")) for _ in name)
@@ -297,7 +300,7 @@ def test_other_output_is_recognised(text: bytes) -> None:
         reader.finish()
 
 
-# ------------------------------------------------------------------------------------------- documents and chunks
+# --------------------------------------------------------------------------------------- documents and chunks
 def test_a_folder_stands_for_what_it_does_in_the_program(tmp_path: Path) -> None:
     make_documents(tmp_path, "a", "b")
     make_documents(tmp_path / "deep", "c")
@@ -410,10 +413,12 @@ def test_progress_is_reported(fake: str, tmp_path: Path) -> None:
     assert all(p.workers == 1 and p.seconds > 0 for p in seen)
 
 
-# ------------------------------------------------------------------------------------------------ forms of reports
+# ------------------------------------------------------------------------------------------- forms of reports
 def test_lines_have_the_form_of_a_document_in_a_report(fake: str, tmp_path: Path) -> None:
     schema = json.loads((ROOT / "docs" / "check.schema.json").read_text())
-    validator = jsonschema.Draft7Validator({**schema["definitions"]["document"], "definitions": schema["definitions"]})
+    validator = jsonschema.Draft7Validator(
+        {**schema["definitions"]["document"], "definitions": schema["definitions"]}
+    )
     paths = make_documents(tmp_path, "good-1", "bad-1", "exit-1")
     reports = [*batch.check(paths, program=fake), *batch.check(GOLDEN, level="note")]
     lines = [batch.json_line(report) for report in reports]
@@ -439,8 +444,8 @@ def test_findings_are_counted_by_severity(fake: str, tmp_path: Path) -> None:
     assert (bad.errors, bad.warnings, bad.notes) == (1, 1, 0)
     assert [bad.count_from("error"), bad.count_from("warning"), bad.count_from("note")] == [1, 2, 2]
     assert bad.findings[0] == Finding(
-        "error", "missing-centre", "A message.", "/GMD/point[1]", batch.Place(2, 3, 40), None, "point", "hinge", 2,
-        (batch.Place(2, 3, 40),), bad.file,
+        "error", "missing-centre", "A message.", "/GMD/point[1]", batch.Place(2, 3, 40), None, "point",
+        "hinge", 2, (batch.Place(2, 3, 40),), bad.file,
     )  # fmt: skip
 
 
@@ -460,7 +465,7 @@ def test_a_table_has_a_row_for_each_finding_and_problem(fake: str, tmp_path: Pat
     }
 
 
-# ---------------------------------------------------------------------------------------------------- from a shell
+# ----------------------------------------------------------------------------------------------- from a shell
 class Shell:
     """Runs the command in this process: starting another one takes longer than most batches here."""
 
@@ -538,7 +543,9 @@ def test_the_command_runs_as_a_module(fake: str, tmp_path: Path) -> None:
     paths = make_documents(tmp_path, "bad-1", "good-имя")
     command = [sys.executable, "-m", "ztcad.batch", "--files-from", "-", "--program", fake]
     environment = {**os.environ, "LC_ALL": "C", "PYTHONUTF8": "0", "PYTHONCOERCECLOCALE": "0"}
-    run = subprocess.run(command, input="\n".join(paths).encode(), env=environment, capture_output=True, timeout=60)
+    run = subprocess.run(
+        command, input="\n".join(paths).encode(), env=environment, capture_output=True, timeout=60
+    )
     assert (run.returncode, files_in(run.stdout.decode()), run.stderr) == (1, paths, b"")
 
 
@@ -561,7 +568,9 @@ def test_a_run_can_be_resumed(shell: Shell, fake: str, tmp_path: Path) -> None:
 def test_a_reader_that_goes_away_ends_the_run(fake: str, tmp_path: Path) -> None:
     make_documents(tmp_path, *(f"bad-{i}" for i in range(600)))
     command = f"'{sys.executable}' -m ztcad.batch '{tmp_path}' --program '{fake}' | head -n 1"
-    run = subprocess.run(["bash", "-o", "pipefail", "-c", command], capture_output=True, text=True, timeout=60)
+    run = subprocess.run(
+        ["bash", "-o", "pipefail", "-c", command], capture_output=True, text=True, timeout=60
+    )
     assert (run.returncode, run.stderr) == (2, "")
     assert len(files_in(run.stdout)) == 1
 
@@ -577,7 +586,8 @@ def test_the_page_describes_all_arguments_and_options() -> None:
 def test_only_the_standard_library_is_needed(tmp_path: Path) -> None:
     (tmp_path / "ztcad").mkdir()  # without the library and its extension module
     (tmp_path / "ztcad" / "batch").symlink_to(Path(batch.__file__).parent)
-    script = "import sys, ztcad.batch; print(sorted(set(sys.modules) & {'cffi', 'numpy', 'pandas', 'distributed'}))"
+    others = {"cffi", "numpy", "pandas", "distributed"}
+    script = f"import sys, ztcad.batch; print(sorted(set(sys.modules) & {others}))"
     environment = {**os.environ, "PYTHONPATH": str(tmp_path)}
     run = subprocess.run([sys.executable, "-c", script], env=environment, capture_output=True, text=True)
     assert (run.stdout, run.stderr) == ("[]\n", "")

@@ -136,7 +136,9 @@ def test_a_cluster_reports_as_one_machine_does(clusters: SimpleNamespace) -> Non
     assert seen[-1].workers == 2
 
 
-def test_a_document_that_misbehaves_has_a_problem(clusters: SimpleNamespace, fake: str, tmp_path: Path) -> None:
+def test_a_document_that_misbehaves_has_a_problem(
+    clusters: SimpleNamespace, fake: str, tmp_path: Path
+) -> None:
     names = ["bad-1", "crash-1", "exit-1", "good-1", "hang-1", "rubbish-1"]
     paths = make_documents(tmp_path, *names)
     found = list(batch.check(paths, clusters.whole.client, program=fake, timeout=0.1))
@@ -166,7 +168,9 @@ def test_few_chunks_are_submitted_at_once(clusters: SimpleNamespace, fake: str, 
     first = list(itertools.islice(reports, 50))
     reports.close()
     assert len(first) == 50
-    assert taken <= 50 + 5 * (2 * 2 + 2)  # five in a chunk; two chunks for each thread, one yielded, one begun
+    assert taken <= 50 + 5 * (
+        2 * 2 + 2
+    )  # five in a chunk; two chunks for each thread, one yielded, one begun
     client = clusters.whole.client
     # nothing is left on the cluster
     wait_until(lambda: not any(client.run_on_scheduler(lambda dask_scheduler: list(dask_scheduler.tasks))))
@@ -205,7 +209,10 @@ def test_the_command_uses_a_cluster(
 
 
 def test_the_examples_of_the_page_run(
-    clusters: SimpleNamespace, tmp_path: Path, monkeypatch: pytest.MonkeyPatch, capsys: pytest.CaptureFixture[str]
+    clusters: SimpleNamespace,
+    tmp_path: Path,
+    monkeypatch: pytest.MonkeyPatch,
+    capsys: pytest.CaptureFixture[str],
 ) -> None:
     pytest.importorskip("pandas")
     shutil.copytree(GOLDEN, tmp_path / "models")

@@ -29,8 +29,8 @@ EXIT_CODES = """exit code, as that of ztcad:
 def _parser() -> argparse.ArgumentParser:
     parser = argparse.ArgumentParser(
         prog="python -m ztcad.batch",
-        description="Checks documents, on this machine or on a cluster of dask.distributed, and writes a line of "
-        "JSON for each as soon as it is known.",
+        description="Checks documents, on this machine or on a cluster of dask.distributed, and writes a line "
+        "of JSON for each as soon as it is known.",
         epilog=EXIT_CODES,
         formatter_class=argparse.RawDescriptionHelpFormatter,
     )
@@ -50,17 +50,27 @@ def _parser() -> argparse.ArgumentParser:
         help="documents that a worker gets at once (50)",
     )  # fmt: skip
     work = parser.add_argument_group("check")
-    work.add_argument("--only", metavar="RULE", action="append", default=[], help="only this rule; repeatable")
-    work.add_argument("--ignore", metavar="RULE", action="append", default=[], help="not this rule; repeatable")
+    work.add_argument(
+        "--only", metavar="RULE", action="append", default=[], help="only this rule; repeatable"
+    )
+    work.add_argument(
+        "--ignore", metavar="RULE", action="append", default=[], help="not this rule; repeatable"
+    )
     work.add_argument("--level", choices=SEVERITIES[::-1], help="lowest severity that is reported (warning)")
     work.add_argument("--fail-on", choices=SEVERITIES[::-1], default="error", help="for exit code 1 (error)")
     work.add_argument("--max", metavar="N", type=_count, default=1000, help="findings for a document (1000)")
-    work.add_argument("--no-inspect", action="store_true", help="do not check geometry, references, mass data")
+    work.add_argument(
+        "--no-inspect", action="store_true", help="do not check geometry, references, mass data"
+    )
     work.add_argument(
         "--timeout", metavar="SECONDS", type=_positive, default=300.0, help="for a document (300)"
     )
-    work.add_argument("--jobs", metavar="N", type=_jobs, help="processes on this machine (one each processor)")
-    work.add_argument("--program", metavar="FILE", help="the program ztcad, on the workers if there is a cluster")
+    work.add_argument(
+        "--jobs", metavar="N", type=_jobs, help="processes on this machine (one each processor)"
+    )
+    work.add_argument(
+        "--program", metavar="FILE", help="the program ztcad, on the workers if there is a cluster"
+    )
     return parser
 
 
@@ -108,7 +118,7 @@ class Terminal:
         )  # fmt: skip
 
     def say(self, text: str) -> None:
-        """Prints a line instead of the progress."""
+        """Prints a line, in place of the progress if that is shown."""
         if self._visible:
             print("\r\033[K", end="", file=sys.stderr)
             self._visible = False
@@ -116,7 +126,7 @@ class Terminal:
 
 
 def _lines_of(name: str) -> Iterator[str]:
-    """Names that are no UTF-8 are kept, as everywhere in Python."""
+    """Lines as names of files, decoded as Python decodes such names: any bytes are kept."""
     with ExitStack() as stack:
         file: IO[bytes] = sys.stdin.buffer if name == "-" else stack.enter_context(open(name, "rb"))
         for line in file:
@@ -132,7 +142,7 @@ def _paths(arguments: argparse.Namespace) -> Iterator[str]:
 
 
 class Output:
-    """The lines, and what they come to. A line is written as a whole when its chunk is known."""
+    """Writes reports as lines, and determines the exit code."""
 
     def __init__(self, file: IO[str], fail_on: Severity) -> None:
         self._file = file
@@ -145,24 +155,26 @@ class Output:
         self.count(report)
 
     def count(self, report: DocumentReport) -> None:
-        """Lets a report that is there already count for the exit code."""
+        """Includes a report in the exit code."""
         code = 2 if report.problem is not None else 1 if report.count_from(self._fail_on) else 0
         self.exit_code = max(self.exit_code, code)
 
     def flush(self) -> None:
-        """So that an interrupted run loses little."""
+        """Called after each chunk: an interrupted run keeps the chunks before."""
         self._file.flush()
 
 
 def _open(arguments: argparse.Namespace, stack: ExitStack) -> IO[str]:
     target = arguments.output or sys.stdout.fileno()
     mode = "a+" if arguments.resume else "w"
-    file = open(target, mode, encoding="utf-8", errors="replace", newline="\n", closefd=bool(arguments.output))
+    file = open(
+        target, mode, encoding="utf-8", errors="replace", newline="\n", closefd=bool(arguments.output)
+    )
     return stack.enter_context(file)
 
 
 def _known(file: IO[str], output: Output) -> set[int]:
-    """Hashes of the names in a file of lines: 60 bytes each, where names would need 200. Cuts a torn last line."""
+    """Hashes of the names in a file of lines, which take less memory than names. Cuts an incomplete last line."""
     known = set()
     position = 0
     file.seek(0)

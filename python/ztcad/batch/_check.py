@@ -51,15 +51,15 @@ def check(
     skip: Callable[[str], bool] | None = None,
     progress: Callable[[Progress], None] | None = None,
 ) -> Generator[DocumentReport, None, None]:
-    """Checks documents as ``ztcad check`` does and yields a report on each as soon as it is known, in any order.
+    """Checks documents as ``ztcad check`` does. Yields a report on each as soon as it is known, in any order.
 
-    ``paths`` are documents and folders; a folder stands for all ``*.xml`` in it, at any depth. They are taken
-    one by one while the work goes on, so a generator of any length will do, and a path may be given repeatedly.
-    Without a ``client`` the work is done by this machine. With a ``distributed.Client`` it is done by the
-    workers of its cluster, which read the documents under the same absolute paths. Each document is read by a
-    child process with a time limit: one that crashes or hangs gets a report with a ``problem``.
+    ``paths`` are documents and folders; a folder stands for all ``*.xml`` in it, at any depth. They are
+    consumed while the work goes on: a generator may be endless, and may repeat a path. Without a ``client``
+    this machine does the work. With a ``distributed.Client`` the workers of its cluster do; they read the
+    documents under the same absolute paths. Documents are read by child processes with a time limit: one whose
+    check crashes or hangs gets a report with a ``problem``.
 
-    ``only``, ``ignore``      rules to report, or not to
+    ``only``, ``ignore``      rules that are reported, or not reported
     ``level``                 the lowest severity that is reported: "error", "warning" or "note"
     ``inspect``               whether geometry, references and mass data are checked too
     ``max_findings``          findings reported for a document; more are counted. None: all
@@ -67,12 +67,12 @@ def check(
     ``jobs``                  processes on this machine; None: one for each processor
     ``worker_timeout``        seconds after which a cluster that has no worker ends the run
     ``chunk_megabytes``       size of the documents that are sent to a worker at once
-    ``program``               the program ztcad, on the workers where there is a client; see ``find_program``
-    ``skip``                  asked for the name of each document; true: it is not checked
+    ``program``               the program ztcad, on the workers if there is a client; see ``find_program``
+    ``skip``                  called with the name of each document; true: it is not checked
     ``progress``              called after each chunk
 
-    Raises ProgramError, NoWorkersError or another ClusterError when the batch cannot go on, and ValueError for
-    wrong arguments. Close the generator to give up the rest.
+    Raises ValueError for wrong arguments, and ProgramError, NoWorkersError or another ClusterError when the
+    batch cannot go on. Closing the generator ends the work.
     """
     if level not in SEVERITIES:
         raise ValueError(f"level is {level!r}, not one of {', '.join(SEVERITIES)}")
@@ -134,7 +134,7 @@ def _reports(
 
 
 def _require_one_version(versions: dict[str, str], result: ChunkReport) -> None:
-    """Findings of different versions differ: half a report of each would be taken for one of either."""
+    """Raises ProgramError for a second version: its findings differ, and no report says which one it is from."""
     if result.version:
         versions.setdefault(result.version, result.host)
     if len(versions) > 1:

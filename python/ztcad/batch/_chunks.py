@@ -1,4 +1,4 @@
-"""Documents under paths, and chunks of them. All is done as it is asked for: paths may be endless."""
+"""Finds documents under paths and puts them into chunks. All is lazy: the paths may be endless."""
 
 from __future__ import annotations
 
@@ -12,7 +12,7 @@ MOST_CHARACTERS = 30_000 if os.name == "nt" else 100_000
 
 
 class Document(NamedTuple):
-    """A document as its finder was told to call it, where it is, and its size in bytes, 0 if unknown."""
+    """A document: its path as given, its absolute path, and its size in bytes, 0 if unknown."""
 
     name: str
     path: str
@@ -23,7 +23,7 @@ def find_documents(paths: Iterable[str | os.PathLike[str]]) -> Iterator[Document
     """The documents that the paths name; a folder stands for all ``*.xml`` in it, at any depth.
 
     Links to folders are not followed. A path that does not exist, and a folder that cannot be read or has no
-    documents, is passed on as if it were a document: the program says what is wrong with it.
+    documents, is yielded like a document: the program reports what is wrong with it.
     """
     base = os.getcwd()
     for given in paths:
@@ -46,12 +46,11 @@ def find_documents(paths: Iterable[str | os.PathLike[str]]) -> Iterator[Document
 
 
 def _in_folder(name: str, base: str) -> Iterator[Document]:
-    """In the order of the file system, since sorting needs all names of a folder at once."""
+    """In the order of the file system: sorting needs all names of a folder in memory."""
     folders = [name]
     while folders:
         folder = folders.pop()
         try:
-            # a name that is relative stays so
             with os.scandir(os.path.join(base, folder)) as entries:
                 for entry in entries:
                     found = os.path.join(folder, entry.name)

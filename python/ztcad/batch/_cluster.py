@@ -21,7 +21,7 @@ LOST = "each worker that checked this document was lost"
 
 
 class Workers:
-    """What the scheduler says of its workers, asked at most once a second."""
+    """Number of workers and threads, queried from the scheduler at most once a second."""
 
     def __init__(self, client: Client, patience: float) -> None:
         self._client = client
@@ -38,7 +38,7 @@ class Workers:
             return
         self._asked = now
         try:
-            # unlike client.nthreads() it does not wait for a scheduler that does not answer
+            # client.nthreads() has no time limit: it would wait for a scheduler that does not answer
             threads = self._client.sync(self._client.scheduler.ncores, callback_timeout=10)
         except (OSError, TimeoutError, asyncio.TimeoutError):
             threads = {}
@@ -68,13 +68,13 @@ class Cluster:
     def submit(self, chunk: list[Document]) -> None:
         """Sends a chunk to the scheduler."""
         paths = [document.path for document in chunk]
-        # not pure: dask would answer with an earlier result, and a file may have changed since
+        # not pure: dask returns an earlier result for a pure call, but the file may have changed
         future = self._client.submit(check_chunk, paths, self._options, pure=False)
         self._waiting[future.key] = future, chunk
         future.add_done_callback(self._arrived.put)
 
     def next(self) -> tuple[list[Document], ChunkReport | None]:
-        """Waits for a chunk that is done. Without a report the workers that had it were lost."""
+        """Waits for a chunk that is done. Its report is None if the workers that had it were lost."""
         while True:
             self._workers.update()
             try:
@@ -94,7 +94,7 @@ class Cluster:
             if future.cancelled():
                 raise ClusterError("The scheduler was lost, or it was told to cancel the work.")
             try:
-                # the worker may be lost before its result is fetched; then the chunk is checked again
+                # if the worker is lost before its result is fetched, the chunk is checked again meanwhile
                 report: ChunkReport = future.result(timeout=30)
             except KilledWorker:
                 return None
@@ -104,7 +104,7 @@ class Cluster:
                 return report
 
     def give_up(self) -> None:
-        """Drops what is not yet done. What has not begun never will; it waits for no answer."""
+        """Drops the chunks that are not done, without waiting: those that have not begun never will."""
         for future, _ in self._waiting.values():
             future.release()
         self._waiting.clear()
@@ -115,9 +115,10 @@ def check_on_cluster(
 ) -> Generator[tuple[list[Document], ChunkReport], None, None]:
     """Yields chunks with their reports as they are done.
 
-    The scheduler gives the chunks of a lost worker to others. When it gives up a chunk because several workers
-    were lost with it, its documents are checked again one at a time at the end, when nothing else is under way:
-    whatever a worker was doing when it was lost is blamed, not only what ended it.
+    The scheduler gives the chunks of a lost worker to others. It gives up a chunk when several workers were
+    lost that had it, whether or not they were lost because of it. The documents of such a chunk are checked
+    again at the end, one at a time with nothing else under way: a document that loses its worker then is the
+    reason.
     """
     cluster = Cluster(client, options, workers)
     suspects: deque[Document] = deque()

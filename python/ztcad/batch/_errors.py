@@ -1,8 +1,8 @@
-"""What ends a batch. A document never does: what is wrong with it is in its report."""
+"""Exceptions that end a batch. A document never does; its report has a problem instead."""
 
 
 class BatchError(Exception):
-    """The batch cannot go on. The reports that were yielded before are complete."""
+    """The batch cannot go on. Reports that were yielded before are valid."""
 
 
 class ProgramError(BatchError):
@@ -10,7 +10,7 @@ class ProgramError(BatchError):
 
 
 class ClusterError(BatchError):
-    """The cluster does not do the work: its scheduler is lost, or the work was cancelled."""
+    """The scheduler is lost, or the work was cancelled."""
 
 
 class NoWorkersError(ClusterError):

@@ -10,13 +10,13 @@ from itertools import islice
 from ._chunks import Document
 from ._program import ChunkReport, Options, check_chunk
 
-AHEAD = 2  # chunks that are submitted for each job; the consumer may fall behind by as many
+AHEAD = 2  # chunks that are submitted for each job: the most that are kept for a slow consumer
 
 
 def check_locally(
     work: Iterator[list[Document]], options: Options, jobs: int
 ) -> Generator[tuple[list[Document], ChunkReport], None, None]:
-    """Yields chunks with their reports as they are done. Closing it ends the child processes."""
+    """Yields chunks with their reports as they are done. Closing the generator ends the child processes."""
     stop = threading.Event()
     waiting: dict[Future[ChunkReport], list[Document]] = {}
     pool = ThreadPoolExecutor(jobs, "ztcad-batch")

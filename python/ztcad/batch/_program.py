@@ -54,15 +54,15 @@ class Options:
 
     @property
     def patience(self) -> float:
-        """Seconds without a document after which the program is killed; it should have given up before."""
+        """Seconds for a document after which the program is killed; its own time limit ends earlier."""
         return 1.25 * self.timeout + 1
 
 
 @dataclass(frozen=True)
 class ChunkReport:
-    """What the program said about a chunk: a JSON object for each document, in the order of the chunk.
+    """What the program reported about a chunk: a JSON object for each document, in the order of the chunk.
 
-    Each has a list "counts" more than the program prints: errors, warnings and notes, omitted ones included.
+    Each has an additional member "counts": errors, warnings and notes, omitted ones included.
     """
 
     records: list[Record]
@@ -83,7 +83,11 @@ def find_program(program: str | None = None) -> str:
     """
     name = "ztcad.exe" if os.name == "nt" else "ztcad"
     wanted = program or os.environ.get(ENVIRONMENT_VARIABLE)
-    candidates = [str(Path(__file__).parents[1] / "bin" / name), str(Path(sys.executable).parent / name), name]
+    candidates = [
+        str(Path(__file__).parents[1] / "bin" / name),
+        str(Path(sys.executable).parent / name),
+        name,
+    ]
     for candidate in [wanted] if wanted else candidates:
         found = shutil.which(candidate)
         if found:
@@ -97,7 +101,7 @@ def find_program(program: str | None = None) -> str:
 
 @functools.lru_cache(maxsize=None)
 def version_of(program: str) -> str:
-    """The version of the program. Asked once in each process, so that a broken program blames no document."""
+    """The version of the program, queried once in each process: detects a broken program before any check."""
     try:
         run = subprocess.run(
             [program, "--version"], stdin=subprocess.DEVNULL, capture_output=True, timeout=60, check=True
@@ -112,11 +116,11 @@ def version_of(program: str) -> str:
 def check_chunk(
     paths: Sequence[str], options: Options, stopped: Callable[[], bool] = lambda: False
 ) -> ChunkReport:
-    """Checks documents, given by different absolute paths, by child processes with a time limit.
+    """Checks documents, given by different absolute paths, in child processes with a time limit.
 
-    A process that fails is followed by one for the document it was at and one for the rest, so that what fails
-    in a process of its own is the document's. ``stopped`` is asked several times a second; when it returns
-    true, the process is killed and the report is of no use.
+    After a process that fails, the document that it was checking gets a process of its own, and the rest
+    another one. A document is blamed only for a failure of its own process. ``stopped`` is called several
+    times a second; when it returns true, the process is killed and the report is incomplete.
     """
     program = find_program(options.program)
     version = version_of(program)
@@ -125,11 +129,11 @@ def check_chunk(
     alone = False  # whether the next process gets one document
     while len(records) < len(paths) and not stopped():
         batch = paths[len(records) : len(records) + 1 if alone else None]
-        run = _Run(command, batch, options.patience, stopped)
-        records += (_finished(record, options.max_findings) for record in run.records)
-        if run.problem and len(batch) == 1 and not run.records:
-            records.append(_problem(batch[0], run.problem))
-        alone = bool(run.problem) and not alone
+        found, problem = _run(command, batch, options.patience, stopped)
+        records += (_finished(record, options.max_findings) for record in found)
+        if problem and len(batch) == 1:
+            records.append(_problem(batch[0], problem))
+        alone = bool(problem) and not alone
     return ChunkReport(records, version, socket.gethostname())
 
 
@@ -165,17 +169,24 @@ class _ReportReader:
 
     def __init__(self, paths: Sequence[str]) -> None:
         self._paths = paths
-        self._rest = b""  # not decoded yet
+        self._rest = bytearray()  # not decoded yet
         self._in_list = False
         self._ended = False
+        self.empty = True
         self.records: list[dict[str, Any]] = []
+
+    @property
+    def complete(self) -> bool:
+        """Whether there is a record of each document."""
+        return len(self.records) == len(self._paths)
 
     def feed(self, data: bytes) -> None:
         """Decodes the documents that are complete. Raises ``_Rubbish`` once the output cannot be a report."""
+        self.empty = False
         self._rest += data
         if not self._in_list:
             self._read_head()
-        # the program writes a document in one piece, which ends like this or with the start of the next one
+        # decoding is tried where a document may have ended: at a flush of the program, or before the next one
         if self._in_list and not self._ended and (self._rest.endswith(b"]}") or b"\n    {" in data):
             self._read_documents()
 
@@ -219,11 +230,10 @@ class _ReportReader:
         if text[position : position + 1] not in ("{", "]", ""):
             raise _Rubbish
         self._ended = text.startswith("]", position)
-        self._rest = self._rest[len(text[:start].encode()) :]
+        del self._rest[: len(text[:start].encode())]
 
     def _add(self, record: dict[str, Any]) -> None:
-        number = len(self.records)
-        if number == len(self._paths) or not _describes(record, self._paths[number]):
+        if self.complete or not _describes(record, self._paths[len(self.records)]):
             raise _Rubbish
         self.records.append(record)
 
@@ -243,101 +253,98 @@ def _describes(record: dict[str, Any], path: str) -> bool:
     return known and bool(name == path)
 
 
-class _Run:
-    """One process of the program. ``problem`` says why not all documents have a record; "" if all have."""
+def _run(
+    command: Sequence[str], paths: Sequence[str], patience: float, stopped: Callable[[], bool]
+) -> tuple[list[dict[str, Any]], str]:
+    """Runs the program once.
 
-    def __init__(
-        self, command: Sequence[str], paths: Sequence[str], patience: float, stopped: Callable[[], bool]
-    ) -> None:
-        self._reader = _ReportReader(paths)
-        self._wanted = len(paths)
-        self._empty = True
-        self.problem = ""
-        with tempfile.TemporaryFile() as errors:
-            try:
-                process = subprocess.Popen(
-                    [*command, *paths],
-                    stdin=subprocess.DEVNULL,
-                    stdout=subprocess.PIPE,
-                    stderr=errors,
-                    start_new_session=True,  # a process group, which is killed with what the program started
-                )
-            except OSError as error:
-                raise ProgramError(f"{socket.gethostname()}: {command[0]}: {error}") from None
-            try:
-                in_time = self._read(process, patience, stopped)
-                if in_time and not stopped() and len(self.records) < self._wanted:
-                    in_time = _wait(process, min(patience, 5))  # its output has ended: how did it end?
-            except _Rubbish:
-                self.problem = "the check printed something else than its report"
-                in_time = True
-            finally:
-                _kill(process)
-            self._judge(process.returncode, in_time, patience, errors)
-
-    @property
-    def records(self) -> list[dict[str, Any]]:
-        """What the program said about the first documents, in their order."""
-        return self._reader.records
-
-    def _read(self, process: subprocess.Popen[bytes], patience: float, stopped: Callable[[], bool]) -> bool:
-        """Reads all output; false if no document was completed for so many seconds."""
-        arrived: queue.SimpleQueue[bytes] = queue.SimpleQueue()
-        # a thread, since a pipe that a lost descendant keeps open would block the caller for ever
-        threading.Thread(target=_pump, args=(process.stdout, arrived), daemon=True).start()
-        deadline = time.monotonic() + patience
-        while not stopped():
-            left = deadline - time.monotonic()
-            if left <= 0:
-                return False
-            try:
-                data = arrived.get(timeout=min(left, 0.2))
-            except queue.Empty:
-                continue
-            if not data:
-                self._reader.finish()
-                return True
-            self._empty = False
-            known = len(self.records)
-            self._reader.feed(data)
-            if len(self.records) > known:
-                deadline = time.monotonic() + patience
-        return True
-
-    def _judge(self, code: int, in_time: bool, patience: float, errors: IO[bytes]) -> None:
-        if len(self.records) == self._wanted:
-            self.problem = ""  # whatever came after it
-        elif self.problem:
-            pass
-        elif not in_time:
-            self.problem = f"the check took more than {patience:g} s"
-        elif code == 2 and self._empty:
+    Returns its records of the first documents, in their order, and the reason why the next document has none;
+    "" if all documents have a record.
+    """
+    reader = _ReportReader(paths)
+    with tempfile.TemporaryFile() as errors:
+        process = _start([*command, *paths], errors)
+        try:
+            problem = _read(process, reader, patience, stopped)
+        finally:
+            _kill(process)
+        if reader.complete:
+            return reader.records, ""  # whatever came after it
+        if not problem and process.returncode == 2 and reader.empty:
             raise ProgramError(_last_line(_tail(errors)))  # arguments that the program does not accept
-        else:
-            self.problem = "the check ended its process: " + _end_of(code, _tail(errors))
+        return reader.records, problem or "the check ended its process: " + _end_of(process, _tail(errors))
+
+
+def _start(command: Sequence[str], errors: IO[bytes]) -> subprocess.Popen[bytes]:
+    try:
+        return subprocess.Popen(
+            command,
+            stdin=subprocess.DEVNULL,
+            stdout=subprocess.PIPE,
+            stderr=errors,
+            start_new_session=True,  # a process group, which is killed with what the program started
+        )
+    except OSError as error:
+        raise ProgramError(f"{socket.gethostname()}: {command[0]}: {error}") from None
+
+
+def _read(
+    process: subprocess.Popen[bytes], reader: _ReportReader, patience: float, stopped: Callable[[], bool]
+) -> str:
+    """Reads the output to its end. Returns "" if the process has ended then, otherwise what is wrong."""
+    arrived: queue.SimpleQueue[bytes] = queue.SimpleQueue()
+    # in a thread: a descendant that escapes the kill keeps the pipe open, and a read would never return
+    threading.Thread(target=_pump, args=(process.stdout, arrived), daemon=True).start()
+    late = f"the check took more than {patience:g} s"
+    deadline = time.monotonic() + patience  # for the next document
+    while not stopped():
+        left = deadline - time.monotonic()
+        if left <= 0:
+            return late
+        try:
+            data = arrived.get(timeout=min(left, 0.2))
+        except queue.Empty:
+            continue
+        known = len(reader.records)
+        try:
+            if data:
+                reader.feed(data)
+            else:
+                reader.finish()
+        except _Rubbish:
+            return "the check printed something else than its report"
+        if not data:
+            return "" if reader.complete or _has_ended(process) else late
+        if len(reader.records) > known:
+            deadline = time.monotonic() + patience
+    return "the check was stopped"
 
 
 def _pump(stream: IO[bytes], arrived: queue.SimpleQueue[bytes]) -> None:
+    """Puts the output into a queue, and b"" at its end."""
     with suppress(OSError, ValueError), stream:
         while data := stream.read1(1 << 16):  # type: ignore[attr-defined]
             arrived.put(data)
             if len(data) < 4096:
-                time.sleep(0.005)  # or each document would wake two threads, which takes as long as checking it
+                # otherwise each document wakes two threads, which takes as long as checking it
+                time.sleep(0.005)
     arrived.put(b"")
 
 
-def _wait(process: subprocess.Popen[bytes], seconds: float) -> bool:
+def _has_ended(process: subprocess.Popen[bytes]) -> bool:
+    """Whether the process ends within seconds after it closed its output."""
     try:
-        process.wait(seconds)
+        process.wait(5)
     except subprocess.TimeoutExpired:
         return False
     return True
 
 
 def _kill(process: subprocess.Popen[bytes]) -> None:
-    """Kills the process and what it started, also if it has ended by itself and left something behind.
+    """Kills the process group: the process and all that it started.
 
-    Then its number may be free. It is not given to another process so soon: systems count upwards.
+    If the process has ended and was waited for, its number is free. Systems count upwards, so no other group
+    has that number yet.
     """
     if os.name == "posix":
         with suppress(ProcessLookupError, PermissionError):
@@ -357,7 +364,8 @@ def _last_line(text: bytes) -> str:
     return lines[-1][-500:] if lines else "it says nothing"
 
 
-def _end_of(code: int, errors: bytes) -> str:
+def _end_of(process: subprocess.Popen[bytes], errors: bytes) -> str:
+    code = process.returncode
     if code < 0:
         return f"signal {-code} ({signal.strsignal(-code)})"
     return f"exit code {code}" + (f" ({_last_line(errors)})" if errors.strip() else "")

@@ -1,4 +1,4 @@
-"""What a check says about one document, in the words and the shape of ``ztcad check --format json``."""
+"""The report on one document, with the fields of ``ztcad check --format json``."""
 
 from __future__ import annotations
 
@@ -71,7 +71,7 @@ class DocumentReport:
 
 
 def counts_of(findings: Iterable[Record]) -> tuple[int, int, int]:
-    """How many errors, warnings and notes there are. KeyError for another severity."""
+    """The numbers of errors, warnings and notes. KeyError for another severity."""
     counts = {"error": 0, "warning": 0, "note": 0}
     for finding in findings:
         counts[finding["severity"]] += 1

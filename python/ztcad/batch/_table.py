@@ -22,7 +22,7 @@ def table(reports: Iterable[DocumentReport]) -> pandas.DataFrame:
     """The findings as a pandas.DataFrame, one row each; documents without findings have none.
 
     A document that was not checked has a row with severity "error", without a rule, and its problem as the
-    message. All rows are in memory: about 1 KB each.
+    message. All rows are in memory, about 1 kB each.
     """
     import pandas
 
