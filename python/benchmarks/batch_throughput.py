@@ -86,8 +86,9 @@ def measure(title: str, folder: Path, count: int, clusters: list[tuple[int, Clie
     for name in work:
         rate = count / min(seconds[name])
         print(
-            f"  {name:16} {rate:7.0f} documents/s {size / count * rate:6.1f} MB/s {min(cpu[name]) / count * 1e6:7.0f} us CPU "
-            f"each; median {count / median(seconds[name]):7.0f} documents/s",
+            f"  {name:16} {rate:7.0f} documents/s {size / count * rate:6.1f} MB/s "
+            f"{min(cpu[name]) / count * 1e6:7.0f} us CPU"
+            f"; median {count / median(seconds[name]):7.0f} documents/s",
             flush=True,
         )
 

@@ -34,6 +34,12 @@ def fake(tmp_path_factory: pytest.TempPathFactory) -> str:
     return make_fake_program(tmp_path_factory.mktemp("program"))
 
 
+@pytest.fixture(autouse=True)
+def no_ramp(monkeypatch: pytest.MonkeyPatch) -> None:
+    """All chunks have the full size."""
+    monkeypatch.setattr(_chunks, "RAMP", 1)
+
+
 def by_file(reports: Iterator[DocumentReport]) -> dict[str, DocumentReport]:
     """The reports by the names of their files without folder and extension; each must be there once."""
     found: dict[str, DocumentReport] = {}
@@ -231,7 +237,13 @@ def test_wrong_arguments_are_refused_at_once(wrong: dict[str, Any]) -> None:
 def report_text(*names: str) -> bytes:
     """As the program prints it."""
     place = {"line": 1, "column": 1, "offset": 0}
-    finding = {"severity": "note", "rule": "a-rule", "message": "]}, \n    {é", **place, "path": ""}
+    finding: dict[str, Any] = {
+        "severity": "note",
+        "rule": "a-rule",
+        "message": "]}, \n    {é",
+        **place,
+        "path": "",
+    }
     finding = {**finding, "count": 2, "places": [place]}
     documents = ",".join(
         f'\n    {{"file":"{name}","code":0,"fault":false,"omitted":0,"findings":['
@@ -360,6 +372,15 @@ def test_chunks_are_limited(documents: list[Document], expected: list[int]) -> N
     found = list(chunks(documents, 10))
     assert [len(chunk) for chunk in found] == expected
     assert list(itertools.chain.from_iterable(found)) == documents
+
+
+def test_the_first_chunks_are_smaller(monkeypatch: pytest.MonkeyPatch) -> None:
+    monkeypatch.setattr(_chunks, "RAMP", 4)
+    found = [len(chunk) for chunk in chunks(sizes(*[1] * 30), 8)]
+    assert found == [2, 4, 6, 8, 8, 2]
+    monkeypatch.setattr(_chunks, "MOST_DOCUMENTS", 4)
+    found = [len(chunk) for chunk in chunks(sizes(*[0] * 16), 8)]
+    assert found == [1, 2, 3, 4, 4, 2]
 
 
 def test_paths_are_taken_while_the_work_goes_on(

@@ -20,6 +20,7 @@ import pytest
 from batches import looked_at, make_documents, make_fake_program, real_program, wait_until
 
 from ztcad import batch
+from ztcad.batch import _chunks
 from ztcad.batch.__main__ import main
 
 distributed = pytest.importorskip("distributed")
@@ -27,6 +28,12 @@ distributed = pytest.importorskip("distributed")
 pytestmark = pytest.mark.filterwarnings("ignore::DeprecationWarning", "ignore::ResourceWarning")
 
 GOLDEN = Path(__file__).parents[2] / "tests" / "golden"
+
+
+@pytest.fixture(autouse=True)
+def no_ramp(monkeypatch: pytest.MonkeyPatch) -> None:
+    """All chunks have the full size."""
+    monkeypatch.setattr(_chunks, "RAMP", 1)
 
 
 class Processes:

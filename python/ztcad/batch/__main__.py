@@ -29,8 +29,8 @@ EXIT_CODES = """exit code, as that of ztcad:
 def _parser() -> argparse.ArgumentParser:
     parser = argparse.ArgumentParser(
         prog="python -m ztcad.batch",
-        description="Checks documents, on this machine or on a cluster of dask.distributed, and writes a line "
-        "of JSON for each as soon as it is known.",
+        description="Checks documents, on this machine or on a cluster of dask.distributed, and writes a "
+        "line of JSON for each as soon as it is known.",
         epilog=EXIT_CODES,
         formatter_class=argparse.RawDescriptionHelpFormatter,
     )
@@ -174,7 +174,7 @@ def _open(arguments: argparse.Namespace, stack: ExitStack) -> IO[str]:
 
 
 def _known(file: IO[str], output: Output) -> set[int]:
-    """Hashes of the names in a file of lines, which take less memory than names. Cuts an incomplete last line."""
+    """Hashes of the names in a file of lines, which are smaller than names. Cuts an incomplete last line."""
     known = set()
     position = 0
     file.seek(0)

@@ -56,8 +56,8 @@ def check(
     ``paths`` are documents and folders; a folder stands for all ``*.xml`` in it, at any depth. They are
     consumed while the work goes on: a generator may be endless, and may repeat a path. Without a ``client``
     this machine does the work. With a ``distributed.Client`` the workers of its cluster do; they read the
-    documents under the same absolute paths. Documents are read by child processes with a time limit: one whose
-    check crashes or hangs gets a report with a ``problem``.
+    documents under the same absolute paths. Documents are read by child processes with a time limit: one that
+    crashes or hangs its process gets a report with a ``problem``.
 
     ``only``, ``ignore``      rules that are reported, or not reported
     ``level``                 the lowest severity that is reported: "error", "warning" or "note"
@@ -134,7 +134,7 @@ def _reports(
 
 
 def _require_one_version(versions: dict[str, str], result: ChunkReport) -> None:
-    """Raises ProgramError for a second version: its findings differ, and no report says which one it is from."""
+    """Raises ProgramError for a second version: findings differ, and no report names its version."""
     if result.version:
         versions.setdefault(result.version, result.host)
     if len(versions) > 1:

@@ -9,6 +9,8 @@ from typing import NamedTuple
 # Besides the size. Starting a process costs as much as checking 200 small documents; systems limit arguments.
 MOST_DOCUMENTS = 1000
 MOST_CHARACTERS = 30_000 if os.name == "nt" else 100_000
+# The first chunks are smaller, so that few documents keep many processors busy too.
+RAMP = 16
 
 
 class Document(NamedTuple):
@@ -70,20 +72,25 @@ def _size_of(entry: os.DirEntry[str]) -> int:
 
 
 def chunks(documents: Iterable[Document], most_bytes: float) -> Iterator[list[Document]]:
-    """Documents in chunks of at most so many bytes; a larger document is a chunk. No path is twice in one."""
+    """Documents in chunks of at most so many bytes; a larger document is a chunk. No path is twice in one.
+
+    The first ``RAMP`` chunks grow to the full size.
+    """
     chunk: list[Document] = []
     paths: set[str] = set()
-    size = characters = 0
+    size = characters = finished = 0
     for document in documents:
         size += document.size
         characters += len(document.path) + 3
+        share = min(1, (finished + 1) / RAMP)
         if chunk and (
-            size > most_bytes
+            size > most_bytes * share
             or characters > MOST_CHARACTERS
-            or len(chunk) == MOST_DOCUMENTS
+            or len(chunk) >= MOST_DOCUMENTS * share
             or document.path in paths
         ):
             yield chunk
+            finished += 1
             chunk, paths = [], set()
             size, characters = document.size, len(document.path) + 3
         chunk.append(document)
