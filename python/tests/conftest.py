@@ -54,6 +54,11 @@ def full_document() -> ztcad.Document:
     return d
 
 
+def equal(first: Any, second: Any) -> bool:
+    """Whether two arrays, neither of them ``None``, are equal."""
+    return first is not None and second is not None and bool(np.array_equal(first, second))
+
+
 def content_of(holder: Any) -> list[Any]:
     """Everything in a holder as plain values, for comparisons.
 

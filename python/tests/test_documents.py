@@ -3,7 +3,9 @@
 from __future__ import annotations
 
 import os
+from collections.abc import Callable
 from pathlib import Path
+from typing import Any
 
 import numpy as np
 import pytest
@@ -135,7 +137,7 @@ def test_a_closed_document_refuses_everything(tmp_path: Path) -> None:
         point = document.points.add("p", center=(0, 0, 0))
     assert document.closed
     assert repr(document) == "<Document, closed>"
-    uses = [
+    uses: list[Callable[[], Any]] = [
         lambda: document.points[0],
         lambda: len(document.points),
         lambda: point.name,

@@ -38,7 +38,7 @@ def test_everything_public_is_documented() -> None:
             assert thing.__doc__, name
         for member, value in vars(thing).items() if isinstance(thing, type) else ():
             if not member.startswith("_") and (callable(value) or isinstance(value, property)):
-                assert value.__doc__, f"{name}.{member}"
+                assert getattr(value, "__doc__", None), f"{name}.{member}"
 
 
 @pytest.mark.parametrize("page", ["docs/python.md", "python/README.md"])
@@ -51,14 +51,14 @@ def test_pages(page: str, tmp_path: Path, monkeypatch: pytest.MonkeyPatch) -> No
     for block in blocks:
         code = block.split("```")[0]
         if code.startswith(">>> "):
-            test = doctest.DocTestParser().get_doctest(code, names, page, page, 0)
-            assert doctest.DocTestRunner().run(test, clear_globs=False).failed == 0
-            names.update(test.globs)
+            example = doctest.DocTestParser().get_doctest(code, names, page, page, 0)
+            assert doctest.DocTestRunner().run(example, clear_globs=False).failed == 0
+            names.update(example.globs)
         else:
             exec(compile(code, page, "exec"), names)
 
 
-@pytest.mark.parametrize("notebook", NOTEBOOKS, ids=lambda path: path.stem)
+@pytest.mark.parametrize("notebook", NOTEBOOKS, ids=[path.stem for path in NOTEBOOKS])
 def test_notebooks(
     notebook: Path, tmp_path: Path, monkeypatch: pytest.MonkeyPatch, capsys: pytest.CaptureFixture[str]
 ) -> None:

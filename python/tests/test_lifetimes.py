@@ -163,7 +163,8 @@ def test_other_elements_may_change_and_go() -> None:
 def test_views_are_read_only_and_share_memory() -> None:
     solid = ztcad.Document().solids.add("s", vertices=CORNERS, faces=FACES)
     assert np.shares_memory(solid.vertices, solid.vertices)
-    for view in (solid.vertices, solid.faces):
+    views: list[Any] = [solid.vertices, solid.faces]
+    for view in views:
         with pytest.raises(ValueError, match="read-only"):
             view[0, 0] = 1
         with pytest.raises(ValueError, match="WRITEABLE"):
