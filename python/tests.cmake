@@ -23,6 +23,23 @@ function(ztcad_python_test name)
                        WORKING_DIRECTORY ${PROJECT_BINARY_DIR}/python)
 endfunction()
 
+# The interpreter is not instrumented: the sanitizers' runtimes come first in it, and its own memory stays
+# allocated at the end. The tests of lifetimes are those that could read what was freed.
+if(ZTCAD_SANITIZE)
+  if(ZTCAD_SANITIZE MATCHES address)
+    foreach(runtime libasan.so libubsan.so)
+      execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${runtime} OUTPUT_VARIABLE path
+                      OUTPUT_STRIP_TRAILING_WHITESPACE)
+      string(APPEND runtimes "${path} ")
+    endforeach()
+    ztcad_python_test(lifetimes pytest -q -p no:hypothesispytest ${python_tests}/test_lifetimes.py
+                      ${python_tests}/test_containers.py)
+    set_property(TEST python.lifetimes APPEND PROPERTY ENVIRONMENT
+                 "LD_PRELOAD=${runtimes}" PYTHONMALLOC=malloc ASAN_OPTIONS=detect_leaks=0)
+  endif()
+  return()
+endif()
+
 ztcad_python_test(pytest pytest -q ${python_tests} --ignore-glob=*/test_batch*.py
                   --cov --cov-config=${python_settings} --cov-report=term-missing)
 file(GLOB batch_tests CONFIGURE_DEPENDS tests/test_batch*.py)
