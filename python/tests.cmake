@@ -1,6 +1,4 @@
-# The tests of the package, each file a test of ctest: <name> of tests/test_<name>.py is python.<name>.
-#
-# Every test runs the sources in this folder with the extension module of this build.
+# The tests of the package: all of tests/ but the batches with their coverage, the batches, and types.
 
 execute_process(COMMAND ${Python3_EXECUTABLE} -c "import pytest, hypothesis, mypy, meshio, pytest_cov"
                 RESULT_VARIABLE lacks_modules OUTPUT_QUIET ERROR_QUIET)
@@ -9,10 +7,14 @@ if(lacks_modules)
   return()
 endif()
 
-# ztcad_python_test(name command...): runs a command with the package in Python's path
+set(python_tests ${CMAKE_CURRENT_SOURCE_DIR}/tests)
+set(python_settings ${CMAKE_CURRENT_SOURCE_DIR}/pyproject.toml)
+
+# ztcad_python_test(name module argument...): runs a module of Python with the package of this build
 function(ztcad_python_test name)
-  ztcad_command_test(python.${name} ${ARGN})
-  set(environment PYTHONPATH=${PROJECT_BINARY_DIR}/python PYTHONDONTWRITEBYTECODE=1)
+  ztcad_command_test(python.${name} ${Python3_EXECUTABLE} -m ${ARGN})
+  set(environment PYTHONPATH=${PROJECT_BINARY_DIR}/python PYTHONDONTWRITEBYTECODE=1
+                  COVERAGE_FILE=${CMAKE_CURRENT_BINARY_DIR}/coverage)
   if(TARGET ztcad_program)
     list(APPEND environment ZTCAD_PROGRAM=$<TARGET_FILE:ztcad_program>)
   endif()
@@ -21,8 +23,28 @@ function(ztcad_python_test name)
                        WORKING_DIRECTORY ${PROJECT_BINARY_DIR}/python)
 endfunction()
 
-file(GLOB test_files CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR}/tests tests/test_*.py)
-foreach(file IN LISTS test_files)
-  string(REGEX REPLACE "^test_(.*)\\.py$" "\\1" name ${file})
-  ztcad_python_test(${name} ${Python3_EXECUTABLE} -m pytest -q ${CMAKE_CURRENT_SOURCE_DIR}/tests/${file})
-endforeach()
+# The interpreter is not instrumented: the sanitizers' runtimes come first in it, and its own memory stays
+# allocated at the end. The tests of lifetimes are those that could read what was freed.
+if(ZTCAD_SANITIZE)
+  if(ZTCAD_SANITIZE MATCHES address)
+    foreach(runtime libasan.so libubsan.so)
+      execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${runtime} OUTPUT_VARIABLE path
+                      OUTPUT_STRIP_TRAILING_WHITESPACE)
+      string(APPEND runtimes "${path} ")
+    endforeach()
+    ztcad_python_test(lifetimes pytest -q -p no:hypothesispytest ${python_tests}/test_lifetimes.py
+                      ${python_tests}/test_containers.py)
+    set_property(TEST python.lifetimes APPEND PROPERTY ENVIRONMENT
+                 "LD_PRELOAD=${runtimes}" PYTHONMALLOC=malloc ASAN_OPTIONS=detect_leaks=0)
+  endif()
+  return()
+endif()
+
+ztcad_python_test(pytest pytest -q ${python_tests} --ignore-glob=*/test_batch*.py
+                  --cov --cov-config=${python_settings} --cov-report=term-missing)
+file(GLOB batch_tests CONFIGURE_DEPENDS tests/test_batch*.py)
+if(batch_tests)
+  ztcad_python_test(batch pytest -q ${batch_tests})
+endif()
+ztcad_python_test(mypy mypy --config-file ${python_settings} --cache-dir ${CMAKE_CURRENT_BINARY_DIR}/mypy
+                  --explicit-package-bases ${PROJECT_BINARY_DIR}/python/ztcad ${python_tests})

@@ -318,7 +318,7 @@ class Document(StructureContainers):
         with lock:
             return bool(lib.checkGMDDocument(self._content.pointer))
 
-    # ---------------------------------------------------------------------------------------- looking things up
+    # -------------------------------------------------------------------------------------- looking things up
 
     def find(self, path: str) -> Element | None:
         """The element at a path such as ``"/GMD/structure[1]/point[2]"``; ``None`` if there is none.
@@ -341,7 +341,7 @@ class Document(StructureContainers):
 
         return _index.path_of(self._content, element)
 
-    # ------------------------------------------------------------------------------------------- what it means
+    # ------------------------------------------------------------------------------------------ what it means
 
     def check(self, **options: Any) -> Findings:
         """What is wrong with geometry, references and mass data. See ``ztcad.check``."""

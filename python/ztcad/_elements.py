@@ -1,4 +1,4 @@
-"""Elements without content of their own: points, lines, solids, spheres, mass-inertia elements, references."""
+"""Elements that hold no others: points, lines, solids, spheres, mass-inertia elements, references."""
 
 from __future__ import annotations
 
@@ -147,7 +147,7 @@ def _require_none(views: set[int], what: str) -> None:
         raise BufferError(f"{len(views)} live arrays use these {what}: copy or drop them first")
 
 
-# ------------------------------------------------------------------------------------------------------ points
+# ----------------------------------------------------------------------------------------------------- points
 
 
 class _AnyPoint(_WithMethod, _WithCenter):
@@ -168,7 +168,7 @@ class TemplatePoint(_AnyPoint, kind=lib.ztCAD_ElementTmplPoint):
     __slots__ = ()
 
 
-# ------------------------------------------------------------------------------------------------------- lines
+# ------------------------------------------------------------------------------------------------------ lines
 
 
 class _AnyLine(_WithMethod, _WithVertices):
@@ -189,7 +189,7 @@ class TemplateLine(_AnyLine, kind=lib.ztCAD_ElementTmplLine):
     __slots__ = ()
 
 
-# ------------------------------------------------------------------------------------------------------ solids
+# ----------------------------------------------------------------------------------------------------- solids
 
 
 class _AnySolid(_WithMethod, _WithVertices, _WithMassData):
@@ -270,7 +270,7 @@ class TemplateSolid(_AnySolid, kind=lib.ztCAD_ElementTmplTriangle):
     __slots__ = ()
 
 
-# ----------------------------------------------------------------------------------------------------- spheres
+# ---------------------------------------------------------------------------------------------------- spheres
 
 
 class Sphere(_WithMethod, _WithCenter, _WithMassData, kind=lib.ztCAD_ElementSphere):
@@ -302,7 +302,7 @@ class Sphere(_WithMethod, _WithCenter, _WithMassData, kind=lib.ztCAD_ElementSphe
         yield f"radius {self.radius}"
 
 
-# --------------------------------------------------------------------------------------- mass-inertia elements
+# -------------------------------------------------------------------------------------- mass-inertia elements
 
 
 class _AnyMassElement(_WithMethod, _WithMassData):
@@ -327,7 +327,7 @@ class TemplateMassElement(_AnyMassElement, kind=lib.ztCAD_ElementTmplElementMIP)
     __slots__ = ()
 
 
-# -------------------------------------------------------------------------------------------------- references
+# ------------------------------------------------------------------------------------------------- references
 
 
 class Reference(Element):
@@ -371,7 +371,7 @@ class Reference(Element):
         self._set_text(lib.ztCAD_setTemplateFile, value, "the file")
 
     def _get_placement(self) -> Reals | None:
-        """Where the template is, in the frame of the holder: origin, x, y and z axis, shape (4, 3), a copy."""
+        """Where the template is in the holder's frame: origin, x, y, z axis, shape (4, 3), a copy."""
         return self._system(lib.ztCAD_getPlacement)
 
     def _set_placement(self, value: npt.ArrayLike | None) -> None:

@@ -1,4 +1,4 @@
-"""Properties that take more than they return: ``point.center = (1, 2, 3)``, but ``point.center`` is an array."""
+"""Properties that take more than they return: any three numbers as a centre, which is read as an array."""
 
 from __future__ import annotations
 

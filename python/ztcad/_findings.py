@@ -162,7 +162,7 @@ class Findings(Sequence[Finding]):
         return pandas.DataFrame([finding.to_dict() for finding in self])
 
 
-# ------------------------------------------------------------------------------------------------------- rules
+# ------------------------------------------------------------------------------------------------------ rules
 
 
 @dataclass(frozen=True)
@@ -197,13 +197,17 @@ def rules() -> dict[str, Rule]:
     return {rule.name: rule for rule in sorted(found, key=lambda rule: rule.name)}
 
 
-# ------------------------------------------------------------------------------------------------------ checks
+# ----------------------------------------------------------------------------------------------------- checks
 
 _NOTHING_OMITTED: dict[Severity, int] = {"note": 0, "warning": 0, "error": 0}
 
 
 def check(
-    source: str | os.PathLike[str] | Document, *, limit: int | None = None, inspect: bool = True, **options: Any
+    source: str | os.PathLike[str] | Document,
+    *,
+    limit: int | None = None,
+    inspect: bool = True,
+    **options: Any,
 ) -> Findings:
     """What the reader says about a file, and what is wrong with geometry, references and mass data.
 

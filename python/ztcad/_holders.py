@@ -16,7 +16,7 @@ if TYPE_CHECKING:
 E = TypeVar("E", bound=Element)
 
 
-# --------------------------------------------------------------------------------------------- their containers
+# ------------------------------------------------------------------------------------------- their containers
 
 
 class DetailContainers:
@@ -134,7 +134,7 @@ class StructureContainers(DetailContainers):
 Holder = DetailContainers
 
 
-# -------------------------------------------------------------------------------------------- holding elements
+# ------------------------------------------------------------------------------------------- holding elements
 
 
 class _Group(DetailContainers, Element, HolderNode):

@@ -30,7 +30,7 @@ def program() -> str:
     found = os.fspath(inside) if inside.exists() else shutil.which("ztcad")
     if found is None:
         raise ProgramError(
-            "the program ztcad was not found: install it, or name it in the environment variable ZTCAD_PROGRAM"
+            "the program ztcad was not found: install it, or name it in the variable ZTCAD_PROGRAM"
         )
     return found
 
@@ -43,8 +43,8 @@ def run(
 ) -> str:
     """Runs the program and returns its output; ``ProgramError`` if it could not do its work.
 
-    A document becomes the program's standard input, and its folder the current one, to which the references of
-    standard input are relative.
+    A document becomes the program's standard input, and its folder the current one, to which the references
+    of standard input are relative.
     """
     command = [program(), *(os.fspath(argument) for argument in arguments)]
     data = b"" if document is None else document.to_bytes()
@@ -78,7 +78,8 @@ def convert(
     """Converts between documents and meshes: STL, OBJ, PLY, GLB, 3MF, as ``ztcad convert`` does.
 
     Formats are known by the names' extensions. ``scale`` multiplies lengths, ``name`` names the solid that is
-    made of a mesh, ``density`` gives closed solids their mass-inertia data. An earlier ``target`` is replaced.
+    made of a mesh, ``density`` gives closed solids their mass-inertia data. An earlier ``target`` is
+    replaced.
     """
     from ztcad._document import Document
 

@@ -1,8 +1,8 @@
-"""Documents as a format of meshio: ``import ztcad.meshio`` makes ``meshio.read("part.xml")`` read them.
+"""Documents as a format of meshio: ``import ztcad.meshio`` registers the format.
 
 Reading gives one mesh of everything that a document places, in the document's frame: solids as triangles,
-polylines as lines, points as vertices, with the name of each cell's element in ``cell_sets``. Writing makes one
-document with a solid of all triangles, a polyline for each line and a point for each vertex cell.
+polylines as lines, points as vertices, with the name of each cell's element in ``cell_sets``. Writing makes a
+document with a solid for each block of triangles, a polyline for each line and a point for each vertex.
 """
 
 from __future__ import annotations

@@ -4,11 +4,12 @@
 #include "../structure/structure.h"
 #include "c/contents.h"
 #include "c/counted_contents.h"
+#include "c/element_arrays.h"
 #include "c/fields.h"
 
 /// @file
 /// The containers of documents. c/contents.h declares the functions that add and remove elements,
-/// c/counted_contents.h access by index and kind.
+/// c/counted_contents.h access by index and kind, c/element_arrays.h fields of many elements.
 
 extern "C" {
 

@@ -1,9 +1,11 @@
 #include "c/element_arrays.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <limits>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -107,35 +109,53 @@ std::int32_t writeSystems(ztCAD_Base* const* elements, std::int32_t count, const
   return changed;
 }
 
-/// The texts, by `ztCAD_TextField`.
+/// A text of an element; null and false if the element has none.
 struct TextField {
-  std::int64_t (*get)(const ztCAD_Base* element, char* text, std::int64_t size);
-  bool (*set)(ztCAD_Base* element, const QString& text);  ///< whether the element has it
+  const QString* (*get)(const ztCAD_Base* element);
+  bool (*set)(ztCAD_Base* element, const QString& text);
 };
 
-/// Calls a setter of the object that holds a text; false if there is none.
-template <typename Object>
-bool setText(Object* object, void (Object::*set)(const QString&), const QString& text) {
-  if (object) (object->*set)(text);
-  return object != nullptr;
+/// The text that `Get` and `Set` access in the object that `Of` finds in an element.
+template <typename Of, auto Get, auto Set>
+constexpr TextField textIn() {
+  return {[](const ztCAD_Base* element) -> const QString* {
+            const auto* const object = Of{}(element);
+            return object ? &std::invoke(Get, *object) : nullptr;
+          },
+          [](ztCAD_Base* element, const QString& text) {
+            auto* const object = Of{}(element);
+            if (object) std::invoke(Set, *object, text);
+            return object != nullptr;
+          }};
 }
 
-using ztcad::archetypeOf;
-using ztcad::attributesOf;
-using ztcad::methodOf;
+struct AttributesOf {
+  template <typename Base>
+  auto* operator()(Base* element) const {
+    return ztcad::attributesOf(element);
+  }
+};
+struct MethodOf {
+  template <typename Base>
+  auto* operator()(Base* element) const {
+    return ztcad::methodOf(element);
+  }
+};
+struct ArchetypeOf {
+  template <typename Base>
+  auto* operator()(Base* element) const {
+    return ztcad::archetypeOf(element);
+  }
+};
+
+/// By `ztCAD_TextField`.
 constexpr TextField textFields[] = {
-    {ztCAD_getName,
-     [](auto* of, auto& text) { return setText(attributesOf(of), &ztCAD_gAttr::setName, text); }},
-    {ztCAD_getComment,
-     [](auto* of, auto& text) { return setText(attributesOf(of), &ztCAD_gAttr::setComment, text); }},
-    {ztCAD_getInform,
-     [](auto* of, auto& text) { return setText(attributesOf(of), &ztCAD_gAttr::setInform, text); }},
-    {ztCAD_getMethod,
-     [](auto* of, auto& text) { return setText(methodOf(of), &ztCAD_gMethod::setMethod, text); }},
-    {ztCAD_getTemplateName,
-     [](auto* of, auto& text) { return setText(archetypeOf(of), &ztCAD_gArche::setTemplateName, text); }},
-    {ztCAD_getTemplateFile,
-     [](auto* of, auto& text) { return setText(archetypeOf(of), &ztCAD_gArche::setFile, text); }},
+    textIn<AttributesOf, &ztCAD_gAttr::name, &ztCAD_gAttr::setName>(),
+    textIn<AttributesOf, &ztCAD_gAttr::comment, &ztCAD_gAttr::setComment>(),
+    textIn<AttributesOf, &ztCAD_gAttr::inform, &ztCAD_gAttr::setInform>(),
+    textIn<MethodOf, &ztCAD_gMethod::method, &ztCAD_gMethod::setMethod>(),
+    textIn<ArchetypeOf, &ztCAD_gArche::templateName, &ztCAD_gArche::setTemplateName>(),
+    textIn<ArchetypeOf, &ztCAD_gArche::file, &ztCAD_gArche::setFile>(),
 };
 static_assert(std::size(textFields) == ztCAD_TextTemplateFile + 1);
 
@@ -271,14 +291,20 @@ std::int64_t ztCAD_getTexts(const ztCAD_Base* const* elements, std::int32_t coun
                             char* text, std::int64_t size, std::int64_t* ends) {
   const TextField* const known = textField(field);
   if (!known) return -1;
-  std::int64_t length = 0;
-  for (std::int32_t i = 0; elements && i < count; ++i) {
-    // each text writes its zero, which the next one replaces
-    const std::int64_t room = text && length < size ? size - length : 0;
-    length += std::max<std::int64_t>(0, known->get(elements[i], room > 0 ? text + length : nullptr, room));
-    if (ends) ends[i] = length;
-  }
-  return length;
+  return guarded(std::int64_t{-1}, [&] {
+    std::int64_t length = 0;
+    bool fits = text != nullptr;
+    for (std::int32_t i = 0; elements && i < count; ++i) {
+      const QString* const one = elements[i] ? known->get(elements[i]) : nullptr;
+      const std::string bytes = one ? ztcad::toNarrow(*one) : std::string();
+      const auto end = length + static_cast<std::int64_t>(bytes.size());
+      fits = fits && end <= size;
+      if (fits) std::copy(bytes.begin(), bytes.end(), text + length);
+      length = end;
+      if (ends) ends[i] = length;
+    }
+    return length;
+  });
 }
 std::int32_t ztCAD_setTexts(ztCAD_Base* const* elements, std::int32_t count, std::int32_t field,
                             const char* text, const std::int64_t* ends) {

@@ -16,6 +16,7 @@ template <typename T>
 constexpr T* null = nullptr;
 
 std::vector<Row> elementRows();
+std::vector<Row> elementArrayRows();
 std::vector<Row> contentRows();
 std::vector<Row> fieldRows();
 std::vector<Row> countedRows();

@@ -471,8 +471,8 @@ const Row rows[] = {
 std::vector<Row> allRows() {
   std::vector<Row> all(std::begin(rows), std::end(rows));
   for (const std::vector<Row>& more :
-       {boundary::elementRows(), boundary::contentRows(), boundary::fieldRows(), boundary::countedRows(),
-        boundary::reviewRows(), boundary::flatRows()})
+       {boundary::elementRows(), boundary::elementArrayRows(), boundary::contentRows(), boundary::fieldRows(),
+        boundary::countedRows(), boundary::reviewRows(), boundary::flatRows()})
     all.insert(all.end(), more.begin(), more.end());
   return all;
 }

@@ -30,8 +30,8 @@ using namespace exhaustion;
 
 std::vector<Row> allRows() {
   std::vector<Row> all;
-  for (const std::vector<Row>& rows :
-       {documentRows(), elementRows(), contentRows(), fieldRows(), recordRows(), libraryRows(), reviewRows()})
+  for (const std::vector<Row>& rows : {documentRows(), elementRows(), elementArrayRows(), contentRows(),
+                                       fieldRows(), recordRows(), libraryRows(), reviewRows()})
     all.insert(all.end(), rows.begin(), rows.end());
   return all;
 }

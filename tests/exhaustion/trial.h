@@ -35,6 +35,7 @@ struct Row {
 
 std::vector<Row> documentRows();
 std::vector<Row> elementRows();
+std::vector<Row> elementArrayRows();
 std::vector<Row> contentRows();
 std::vector<Row> fieldRows();
 std::vector<Row> recordRows();

@@ -265,6 +265,60 @@ static void fields(void) {
   EXPECT(isText(ztCAD_getName, solid, "T"));
 }
 
+/* Fields of many elements by one call. */
+static void arrays(void) {
+  ztCAD_GMDDocument* const document = crtGMDDocument_nostl("arrays");
+  ztCAD_Base* spheres[2] = {NULL, NULL};
+  EXPECT(ztCAD_appendManyToDoc(document, ztCAD_ElementSphere, 2, spheres));
+  const ztCAD_Base* const elements[2] = {spheres[0], spheres[1]};
+  double numbers[24] = {0};
+  uint8_t present[2] = {5, 5};
+  const uint8_t first[2] = {1, 0};
+  EXPECT(ztCAD_setCenters(spheres, 2, twelve, first) == 2);
+  EXPECT(ztCAD_getCenters(elements, 2, numbers, present) == 1 && present[0] == 1 && present[1] == 0);
+  EXPECT(areNumbers(numbers, twelve, 3) && numbers[3] != numbers[3]);
+  EXPECT(ztCAD_setRadii(spheres, 2, twelve + 1, NULL) == 2);
+  EXPECT(ztCAD_getRadii(elements, 2, numbers, NULL) == 2 && areNumbers(numbers, twelve + 1, 2));
+  const uint32_t colors[6] = {255, 0, 0, 0, 0, 255};
+  uint32_t rgb[6] = {0, 0, 0, 0, 0, 0};
+  EXPECT(ztCAD_setColors(spheres, 2, colors, NULL) == 2);
+  EXPECT(ztCAD_getColors(elements, 2, rgb, NULL) == 2 && memcmp(rgb, colors, sizeof rgb) == 0);
+  const int8_t shown[2] = {1, -1};
+  int8_t visible[2] = {0, 0};
+  EXPECT(ztCAD_setVisibilities(spheres, 2, shown) == 2);
+  EXPECT(ztCAD_getVisibilities(elements, 2, visible) == 1 && memcmp(visible, shown, sizeof shown) == 0);
+  int32_t sizes[2] = {12, -1};
+  EXPECT(ztCAD_setSystems(spheres, 1, twelve, sizes) == 1);
+  EXPECT(ztCAD_getSystems(elements, 2, numbers, sizes) == 1 && areNumbers(numbers, twelve, 12));
+  EXPECT(sizes[0] == 12 && sizes[1] == -1);
+  EXPECT(ztCAD_setMIPs(spheres, 1, ten, NULL) == 1);
+  EXPECT(ztCAD_getMIPs(elements, 2, numbers, present) == 1 && areNumbers(numbers, ten, 10));
+  const int64_t ends[2] = {1, 3};
+  int64_t found[2] = {0, 0};
+  char text[4] = "...";
+  EXPECT(ztCAD_setTexts(spheres, 2, ztCAD_TextName, "abc", ends) == 2);
+  EXPECT(ztCAD_getTexts(elements, 2, ztCAD_TextName, text, 3, found) == 3);
+  EXPECT(strcmp(text, "abc") == 0 && found[0] == 1 && found[1] == 3);
+
+  ztCAD_Base* reference = NULL;
+  EXPECT(ztCAD_appendManyToDoc(document, ztCAD_ElementPointRef, 1, &reference));
+  const ztCAD_Base* const placed = reference;
+  EXPECT(ztCAD_setPlacements(&reference, 1, twelve, NULL) == 1);
+  EXPECT(ztCAD_getPlacements(&placed, 1, numbers, NULL) == 1 && areNumbers(numbers, twelve, 12));
+
+  ztCAD_Base* holders[2] = {ztCAD_appendToDoc(document, ztCAD_ElementStructure),
+                            ztCAD_appendToDoc(document, ztCAD_ElementDetail)};
+  ztCAD_Base* solid = NULL;
+  EXPECT(ztCAD_appendManyToStructure((ztCAD_commonStructure*)holders[0], ztCAD_ElementPoint, 3, NULL));
+  EXPECT(ztCAD_appendManyToDetail((ztCAD_cmnDetail*)holders[1], ztCAD_ElementTriangle, 1, &solid));
+  const uint32_t facet[3] = {0, 1, 2};
+  EXPECT(ztCAD_setVertexXYZ(solid, twelve, 3) && ztCAD_addVertexXYZ(solid, twelve, 1));
+  EXPECT(ztCAD_setFacetIJK(solid, facet, 1) && ztCAD_addFacetIJK(solid, facet, 1));
+  EXPECT(ztCAD_getVertexCount(ztCAD_getVertices(solid)) == 4);
+  EXPECT(ztCAD_getFacetCount(ztCAD_getFaces(solid)) == 2);
+  ztCAD_endDocument(document);
+}
+
 static void referenceFields(ztCAD_GMDDocument* document) {
   ztCAD_Base* const reference = onlyOne(document, ztCAD_ElementPointRef);
   double place[12] = {0};
@@ -481,6 +535,7 @@ int main(int count, char** arguments) {
   process();
   lists();
   fields();
+  arrays();
   ztCAD_GMDDocument* const document = crtGMDDocument_nostl("made in C");
   addGeometry(document);
   addTemplatesAndReferences(document);

@@ -106,13 +106,14 @@ enum ztCAD_TextField {
   ztCAD_TextTemplateName = 4,  ///< `ztCAD_getTemplateName`
   ztCAD_TextTemplateFile = 5   ///< `ztCAD_getTemplateFile`
 };
-/// Texts of many elements, one after the other, without separators and zeros.
+/// Texts of many elements, one after the other, without separators and without zeros.
 /// @param field a `ztCAD_TextField`
-/// @param text  output, UTF-8, `size` bytes; not written beyond the last text that fits; may be null
-/// @param ends  output, `count` offsets in `text`: where each text ends, and the next one begins. An absent
+/// @param text  output, UTF-8, `size` bytes; a text that does not fit, and those after it, are not written;
+///              may be null
+/// @param ends  output, `count` offsets in `text`: where each text ends and the next one begins. An absent
 ///              text is empty. May be null
-/// @return the length of all texts, which is more than `size` if not all were written; -1 for an unknown
-///         field and when memory runs out
+/// @return the length of all texts, more than `size` if not all were written; -1 for an unknown field and
+///         when memory runs out
 ZTCAD_API int64_t ztCAD_getTexts(const ztCAD_Base* const* elements, int32_t count, int32_t field, char* text,
                                  int64_t size, int64_t* ends);
 /// @param text UTF-8, else windows-1251, each text by itself; null counts as empty texts
