@@ -193,6 +193,14 @@ def test_a_program_that_does_not_start_ends_the_batch(tmp_path: Path) -> None:
         list(batch.check(make_documents(tmp_path, "good-1"), program=program))
 
 
+def test_a_program_that_breaks_during_the_batch_ends_it(tmp_path: Path) -> None:
+    program = tmp_path / "ztcad"
+    program.write_text(f'#!/bin/sh\necho ztcad 1.0.0\necho "exit 127" > "{program}"\n')
+    program.chmod(0o700)
+    with pytest.raises(batch.ProgramError, match="ztcad"):
+        list(batch.check(make_documents(tmp_path, "good-1", "good-2"), program=program))
+
+
 def test_arguments_that_the_program_refuses_end_the_batch(tmp_path: Path) -> None:
     with pytest.raises(batch.ProgramError, match='there is no rule "no-such-rule"'):
         list(batch.check(make_documents(tmp_path, "good-1"), only=["no-such-rule"], program=real_program()))

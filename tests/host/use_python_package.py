@@ -13,7 +13,7 @@ from pathlib import Path
 import numpy as np
 
 import ztcad
-from ztcad import _program
+from ztcad import _program, batch
 
 rig, folder, version, *whole = sys.argv[1:]
 assert ztcad.__version__ == version, ztcad.__version__
@@ -31,6 +31,8 @@ assert all(path.startswith(folder) for path in ours if "libztCAD" in path), ours
 if whole:
     assert all(path.startswith(folder) for path in ours), ours
     assert _program.program().startswith(folder)
+    assert batch.find_program() == _program.program()
+    assert [finding.rule for finding in next(batch.check(rig)).findings][0] == "missing-centre"
     ztcad.convert("solid.xml", "solid.stl")
     assert Path("solid.stl").stat().st_size == 84 + 4 * 50
 print(f"ztcad {ztcad.__version__} works")

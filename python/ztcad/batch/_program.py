@@ -132,6 +132,7 @@ def check_chunk(
         found, problem = _run(command, batch, options.patience, stopped)
         records += (_finished(record, options.max_findings) for record in found)
         if problem and len(batch) == 1:
+            version_of.__wrapped__(program)  # raises if the program was replaced by one that does not run
             records.append(_problem(batch[0], problem))
         alone = bool(problem) and not alone
     return ChunkReport(records, version, socket.gethostname())
