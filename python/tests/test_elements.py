@@ -92,10 +92,10 @@ def test_copies_refuse_writing(full: ztcad.Document) -> None:
 def test_spheres(document: ztcad.Document) -> None:
     sphere = document.spheres.add("s", center=(1, 2, 3))
     assert repr(sphere).endswith("radius None>")
-    assert not sphere.is_sound
+    before = sphere.is_sound
     sphere.radius = 2.5
     assert sphere.radius == 2.5
-    assert sphere.is_sound
+    assert (before, sphere.is_sound) == (False, True)
     assert repr(sphere) == "<Sphere 's' at (1.0, 2.0, 3.0) radius 2.5>"
     sphere.radius = None
     assert repr(sphere).endswith("radius None>")
