@@ -138,6 +138,9 @@ def test_details_and_structures(document: ztcad.Document) -> None:
     assert complete.is_sound
     assert complete.read_ok
     assert repr(complete) == "<Detail 'e' of 0 elements>"
+    detail.mass_data = MASS
+    detail.read_ok = True
+    assert document.details[0].read_ok
     structure = document.structures.add("s")
     assert structure.lcs is None
     structure.lcs = PLACE
