@@ -92,10 +92,10 @@ def test_copies_refuse_writing(full: ztcad.Document) -> None:
 def test_spheres(document: ztcad.Document) -> None:
     sphere = document.spheres.add("s", center=(1, 2, 3))
     assert repr(sphere).endswith("radius None>")
-    assert not sphere.is_sound
+    before = sphere.is_sound
     sphere.radius = 2.5
     assert sphere.radius == 2.5
-    assert sphere.is_sound
+    assert (before, sphere.is_sound) == (False, True)
     assert repr(sphere) == "<Sphere 's' at (1.0, 2.0, 3.0) radius 2.5>"
     sphere.radius = None
     assert repr(sphere).endswith("radius None>")
@@ -138,6 +138,9 @@ def test_details_and_structures(document: ztcad.Document) -> None:
     assert complete.is_sound
     assert complete.read_ok
     assert repr(complete) == "<Detail 'e' of 0 elements>"
+    detail.mass_data = MASS
+    detail.read_ok = True
+    assert document.details[0].read_ok
     structure = document.structures.add("s")
     assert structure.lcs is None
     structure.lcs = PLACE

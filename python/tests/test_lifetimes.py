@@ -2,8 +2,10 @@
 
 from __future__ import annotations
 
+import copy
 import gc
 import itertools
+import pickle
 import threading
 import weakref
 from collections.abc import Callable
@@ -128,6 +130,37 @@ def test_memory_does_not_change_under_a_live_view(change: Callable[[Any], None])
     assert solid.name == "s"
     del view
     change(solid)
+
+
+@pytest.mark.parametrize(
+    "change",
+    [
+        lambda d: setattr(d.details[0].solids[0], "vertices", CORNERS),
+        lambda d: d.details[0].solids[0].extend_vertices(CORNERS),
+        lambda d: d.details[0].solids.clear(),
+        lambda d: d.details[0].remove(),
+        lambda d: d.details.clear(),
+    ],
+)
+def test_a_view_protects_its_memory_when_only_the_document_is_referred_to(
+    change: Callable[[Any], None], no_collector: None
+) -> None:
+    objects = make()
+    document, view = objects["document"], objects["vertices"]
+    objects.clear()
+    with pytest.raises(BufferError):
+        change(document)
+    assert np.array_equal(view, CORNERS)
+    del view
+    change(document)
+
+
+def test_nothing_can_be_copied_or_pickled(full: ztcad.Document) -> None:
+    things: list[Any] = [full, full.points[0], full.structures[0]]
+    for thing in things:
+        for copied in (copy.copy, copy.deepcopy, pickle.dumps):
+            with pytest.raises(TypeError, match="cannot be copied or pickled"):
+                copied(thing)
 
 
 def test_views_of_one_list_do_not_block_the_other() -> None:

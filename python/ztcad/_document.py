@@ -150,6 +150,10 @@ class Document(StructureContainers):
         text = to_text(inform, "inform")
         self._attach(Content(Handle(lib.crtGMDDocument_nostl(text), lib.ztCAD_endDocument)))
 
+    def __reduce_ex__(self, protocol: Any) -> Any:
+        """Refuses copies and pickles, which would not own the document."""
+        raise TypeError("a Document cannot be copied or pickled: pass to_bytes() to ztcad.loads")
+
     def _attach(self, content: Content) -> None:
         self._content = content
         content.document = weakref.ref(self)
@@ -174,8 +178,9 @@ class Document(StructureContainers):
     def reload(self, path: str | os.PathLike[str] | None = None, *, strict: bool = True) -> None:
         """Replaces the content by that of a file: ``path``, or the one that it was loaded from.
 
-        All elements are gone afterwards. Raises ``BufferError`` while arrays use them, and as ``load`` does;
-        if the file cannot be read, nothing has changed.
+        All elements are gone afterwards. Raises ``BufferError`` while arrays use them, and as ``load`` does:
+        if the file cannot be read, nothing has changed; if it does not pass the check, it has replaced the
+        content.
         """
         source = self._target_of(path, "load it from")
         outcome = ffi.new("ztCAD_Outcome*")

@@ -257,7 +257,7 @@ class Details(Elements[D]):
         with self._new(name, comment, color, visible, lcs) as detail:
             if mass_data is not None:
                 detail.mass_data = mass_data
-                lib.ztCAD_setReadOk(detail._base, True)  # complete, as if it had been read
+                detail.read_ok = True  # complete, as if it had been read
         return detail
 
 

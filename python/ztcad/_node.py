@@ -42,6 +42,10 @@ class Node:
         self._children: Children | None = None  # elements that Python refers to, by address
         self._lists: dict[int, Any] = {}  # addresses of all elements of a kind, until they change
 
+    def __reduce_ex__(self, protocol: Any) -> Any:
+        """Refuses copies and pickles: a second object would not know when the first one is removed."""
+        raise TypeError(f"a {type(self).__name__} cannot be copied or pickled: append it to a container")
+
     def _check(self) -> None:
         """Raises if the library has destroyed this."""
         raise NotImplementedError
@@ -162,12 +166,18 @@ class Content(HolderNode):
 
 
 class _Pin:
-    """Base object of one array: keeps the memory alive and counts as a view until it goes."""
+    """Base object of one array: keeps the memory alive and counts as a view until it goes.
 
-    __slots__ = ("__array_interface__", "_handle", "_sets")
+    It keeps the element too: another object for the same element would not know of the view.
+    """
 
-    def __init__(self, sets: list[set[int]], handle: Handle, interface: dict[str, Any]) -> None:
+    __slots__ = ("__array_interface__", "_element", "_handle", "_sets")
+
+    def __init__(
+        self, element: Element, handle: Handle, sets: list[set[int]], interface: dict[str, Any]
+    ) -> None:
         self.__array_interface__ = interface
+        self._element = element
         self._handle = handle
         self._sets = sets
         for views in sets:
@@ -246,7 +256,7 @@ class Element(Node):
             "data": (int(ffi.cast("uintptr_t", pointer)), True),
         }
         sets = [pins, *(node._views for node in self._chain())]
-        return np.asarray(_Pin(sets, self._top.handle, interface))
+        return np.asarray(_Pin(self, self._top.handle, sets, interface))
 
     # ----------------------------------------------------------------------------------------- every element
 
@@ -354,11 +364,19 @@ class Element(Node):
         """Whether the element is complete and was read without errors, as loading checks it."""
         return bool(self._get(lib.ztCAD_isSound))
 
-    @property
-    def read_ok(self) -> bool | None:
-        """Whether the element's last read succeeded; ``None`` if it was never read."""
+    def _get_read_ok(self) -> bool | None:
+        """Whether the element's last read succeeded; ``None`` if it was never read.
+
+        A detail that was built is not sound until this is true, as ``details.add`` with mass data makes it.
+        References do not have it.
+        """
         result = self._get(lib.ztCAD_getReadOk)
         return None if result < 0 else bool(result)
+
+    def _set_read_ok(self, value: bool) -> None:
+        self._get(lib.ztCAD_setReadOk, value)
+
+    read_ok = Field(_get_read_ok, _set_read_ok)
 
     def to_text(self, *, debug: bool = False) -> str:
         """The element as text of one or more lines, with numbers of six digits."""
