@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import asyncio
+import concurrent.futures
 import queue
 import time
 from collections import deque
@@ -27,7 +28,7 @@ class Workers:
         self._client = client
         self._patience = patience
         self._asked = -1.0
-        self._seen = time.monotonic()
+        self._absent_since: float | None = None
         self.count = 0
         self.threads = 0
 
@@ -44,8 +45,10 @@ class Workers:
             threads = {}
         self.count, self.threads = len(threads), sum(threads.values())
         if self.count:
-            self._seen = now
-        elif now - self._seen >= self._patience:
+            self._absent_since = None
+        elif self._absent_since is None:
+            self._absent_since = now
+        elif now - self._absent_since >= self._patience:
             raise NoWorkersError(
                 f"The cluster at {self._client.scheduler.address} has had no worker for "
                 f"{self._patience:g} s; documents that have no report yet were not checked."
@@ -91,8 +94,6 @@ class Cluster:
         from distributed.scheduler import KilledWorker
 
         while True:
-            if future.cancelled():
-                raise ClusterError("The scheduler was lost, or it was told to cancel the work.")
             try:
                 # if the worker is lost before its result is fetched, the chunk is checked again meanwhile
                 report: ChunkReport = future.result(timeout=30)
@@ -100,6 +101,10 @@ class Cluster:
                 return None
             except (TimeoutError, asyncio.TimeoutError):
                 self._workers.update()
+            except (OSError, asyncio.CancelledError, concurrent.futures.CancelledError):
+                if future.status == "error":
+                    raise  # of the function, not of the cluster
+                raise ClusterError("The scheduler was lost, or it was told to cancel the work.") from None
             else:
                 return report
 
