@@ -130,7 +130,7 @@ def test_a_cluster_without_workers_ends_the_run(clusters: SimpleNamespace, fake:
     reports = batch.check(make_documents(tmp_path, "good-1"), client, program=fake, worker_timeout=1)
     with pytest.raises(batch.NoWorkersError, match="has had no worker for 1 s"):
         next(reports)
-    assert 1 <= time.monotonic() - began < 10
+    assert 1 <= time.monotonic() - began < 30
 
 
 def test_a_cluster_reports_as_one_machine_does(clusters: SimpleNamespace) -> None:
@@ -288,4 +288,4 @@ def test_a_lost_scheduler_ends_the_run(clusters: SimpleNamespace, fake: str, tmp
     os.kill(cluster.scheduler, signal.SIGKILL)
     with pytest.raises(batch.ClusterError):
         list(reports)
-    assert time.monotonic() - began < 20
+    assert time.monotonic() - began < 60
