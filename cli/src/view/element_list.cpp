@@ -1,11 +1,6 @@
 #include "element_list.h"
 
-#include <ztCAD/inspect.h>
-
-#include <charconv>
-#include <memory>
-#include <new>
-#include <string_view>
+#include <array>
 
 #include "../info/contents.h"
 
@@ -13,21 +8,54 @@ namespace cli {
 
 namespace {
 
-struct EndIndex {
-  void operator()(ztCADInspect_Index* index) const { ztCADInspect_endIndex(index); }
-};
+constexpr std::size_t kindCount = 23;
 
-/// The path of an element, in a buffer that is used again.
-std::string_view pathOf(ztCADInspect_Index* index, const ztCAD_Base* element, std::string& buffer) {
-  const auto read = [&] {
-    return ztCADInspect_pathOf(index, element, buffer.data(), static_cast<std::int64_t>(buffer.size()));
-  };
-  std::int64_t length = read();
-  if (length >= static_cast<std::int64_t>(buffer.size())) {
-    buffer.resize(static_cast<std::size_t>(length) + 1);
-    length = read();
+/// The tag that a save writes an element of a kind with.
+const char* tagOf(std::int32_t kind) {
+  switch (kind) {
+    case ztCAD_ElementDetail:
+      return "detail";
+    case ztCAD_ElementTmplDetail:
+      return "template_detail";
+    case ztCAD_ElementStructure:
+      return "structure";
+    case ztCAD_ElementTmplStructure:
+      return "template_structure";
+    case ztCAD_ElementDetailRef:
+      return "detailRef";
+    case ztCAD_ElementStructureRef:
+      return "structureRef";
+    case ztCAD_ElementPoint:
+      return "point";
+    case ztCAD_ElementTmplPoint:
+      return "templatePoint";
+    case ztCAD_ElementPointRef:
+      return "pointRef";
+    case ztCAD_ElementLine:
+      return "line";
+    case ztCAD_ElementTmplLine:
+      return "templateLine";
+    case ztCAD_ElementLineRef:
+      return "lineRef";
+    case ztCAD_ElementElementMIP:
+      return "elementMIP";
+    case ztCAD_ElementTmplElementMIP:
+      return "templateElementMIP";
+    case ztCAD_ElementElementMipRef:
+      return "elementMipRef";
+    case ztCAD_ElementTmplTriangle:
+      return "templateSolid";
+    case ztCAD_ElementTriangleRef:
+      return "solidRef";
+    default:
+      return "solid";
   }
-  return length <= 0 ? std::string_view() : std::string_view(buffer).substr(0, std::size_t(length));
+}
+
+/// A mass-inertia element without data is not written.
+bool isWritten(const ztCAD_Base* element, std::int32_t kind) {
+  const bool isMassElement = kind == ztCAD_ElementElementMIP || kind == ztCAD_ElementTmplElementMIP;
+  return !isMassElement || ztCAD_getMIP(element, nullptr, 0) >= 0;
 }
 
 }  // namespace
@@ -37,32 +65,22 @@ ElementList::ElementList(ztCAD_GMDDocument* document) {
   m_indices.reserve(m_elements.size());
   for (std::size_t i = 0; i < m_elements.size(); ++i)
     m_indices.emplace(m_elements[i].element, static_cast<std::int64_t>(i));
-  addSteps(document);
 }
 
 template <typename Holder>
 void ElementList::add(Holder* holder, std::int64_t parent) {
-  for (const std::int32_t kind : allKinds())
-    for (ztCAD_Base* element : elementsOf(holder, kind)) {
+  std::array<std::int64_t, kindCount> numbers{};
+  for (const std::int32_t listKind : allKinds())
+    for (ztCAD_Base* element : elementsOf(holder, listKind)) {
       const auto index = static_cast<std::int64_t>(m_elements.size());
-      m_elements.push_back({element, kind, parent});
-      if (isHolder(kind)) add(element, index);
+      const std::int32_t kind = ztCAD_getKind(element);
+      // spheres come before triangulated solids, and both have the same tag
+      const std::int32_t counted = kind == ztCAD_ElementSphere ? std::int32_t{ztCAD_ElementTriangle} : kind;
+      const std::int64_t number =
+          isWritten(element, kind) ? ++numbers.at(static_cast<std::size_t>(counted)) : 0;
+      m_elements.push_back({element, listKind, parent, tagOf(kind), number});
+      if (isHolder(listKind)) add(element, index);
     }
-}
-
-/// Takes the last step of each path: "/GMD/structure[1]/point[2]".
-void ElementList::addSteps(ztCAD_GMDDocument* document) {
-  const std::unique_ptr<ztCADInspect_Index, EndIndex> index(ztCADInspect_openIndex(document));
-  if (!index) throw std::bad_alloc();
-  std::string buffer(256, '\0');
-  for (ListedElement& listed : m_elements) {
-    std::string_view step = pathOf(index.get(), listed.element, buffer);
-    step = step.substr(step.rfind('/') + 1);
-    const std::size_t bracket = step.find('[');
-    if (bracket == std::string_view::npos) continue;
-    listed.tag = step.substr(0, bracket);
-    std::from_chars(step.data() + bracket + 1, step.data() + step.size(), listed.number);
-  }
 }
 
 std::int64_t ElementList::find(const ztCAD_Base* element) const {

@@ -3,7 +3,6 @@
 #include <ztCAD/ztCAD_c.h>
 
 #include <cstdint>
-#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -14,8 +13,8 @@ struct ListedElement {
   ztCAD_Base* element = nullptr;
   std::int32_t kind = 0;     // that of its list: structures nested in a template are structures
   std::int64_t parent = -1;  // index of its holder; -1: the document
-  std::string tag{};         // with the number, its step in a path: "point"
-  std::int64_t number = 0;   // from 1; 0: a save does not write it
+  const char* tag = "";      // with the number, its step in a path: "point"
+  std::int64_t number = 0;   // among its siblings of that tag, from 1; 0: a save does not write it
 };
 
 /// Every element of a document, templates and what they hold included: holders before what they hold, and
@@ -34,7 +33,6 @@ class ElementList {
  private:
   template <typename Holder>
   void add(Holder* holder, std::int64_t parent);
-  void addSteps(ztCAD_GMDDocument* document);
 
   std::vector<ListedElement> m_elements;
   std::unordered_map<const ztCAD_Base*, std::int64_t> m_indices;
