@@ -4,16 +4,15 @@
 #include <QTextCodec>
 
 #include "temporary_files.h"
-#include "view_page.h"
 
 namespace {
 
 using cli::linesAround;
-using nlohmann::json;
 
 std::vector<std::string> textsAt(const std::string& bytes, const cli::Place& place) {
   std::vector<std::string> texts;
-  for (const cli::SourceLine& line : linesAround(bytes, {place}).at(0))
+  const auto lines = linesAround(bytes, {place});
+  for (const cli::SourceLine& line : lines.at(0))
     texts.push_back(std::to_string(line.number) + ":" + line.text);
   return texts;
 }
@@ -108,7 +107,8 @@ TEST(SourceLines, OfGoldenDocumentsInEveryEncodingAreTheSame) {
     const std::string bytes = bytesOf(file);
     ASSERT_NE(bytes, "");
     std::string all;
-    for (const cli::SourceLine& line : linesAround(bytes, {{3, 1, 0}}).at(0))
+    const auto lines = linesAround(bytes, {{3, 1, 0}});
+    for (const cli::SourceLine& line : lines.at(0))
       all += line.text;
     EXPECT_NE(all.find("name=\""), std::string::npos) << all;
     EXPECT_NE(all.find("\xd0"), std::string::npos) << all;  // the first byte of most Cyrillic letters

@@ -142,7 +142,7 @@ TEST(ViewPage, MeshesAreThoseOfTheDocument) {
 
 TEST(ViewPage, FindingsAreThoseOfCheckWithTheirElements) {
   const ViewPage page = viewPageOfText(documentOf(R"(
-<structure name="a"><point name="here" center="0, 0, 0"/></structure>
+<point name="here" center="0, 0, 0"/>
 <point name="here"/>
 <solid name="open" method="triangulation">
 <vertices>0, 0, 0; 1, 0, 0; 0, 1, 0;</vertices><faces>0, 1, 2; 0, 1, 9;</faces></solid>
