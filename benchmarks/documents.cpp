@@ -32,15 +32,30 @@ bool write(const Document& document) {
   return referenceSave(makePoints(document.shape, document.size), document.shape, document.file);
 }
 
-std::string withCommentsAfterElements(const std::string& text) {
-  const std::string end = "/>";
-  std::string commented;
+std::string withEach(const std::string& text, const std::string& what, const std::string& replacement) {
+  std::string replaced;
   std::size_t copied = 0;
-  for (std::size_t found = text.find(end); found != std::string::npos; found = text.find(end, copied)) {
-    commented += text.substr(copied, found + end.size() - copied) + "<!---->";
-    copied = found + end.size();
+  for (std::size_t found = text.find(what); found != std::string::npos; found = text.find(what, copied)) {
+    replaced += text.substr(copied, found - copied) + replacement;
+    copied = found + what.size();
   }
-  return commented + text.substr(copied);
+  return replaced + text.substr(copied);
+}
+
+std::string afterEmptyElements(const std::string& text, const std::string& insertion) {
+  return withEach(text, "/>", "/>" + insertion);
+}
+
+/// The text of each element with a tag becomes a CDATA section.
+std::string withCdataIn(const std::string& tag, const std::string& text) {
+  const std::string start = '<' + tag + '>';
+  const std::string end = "</" + tag + '>';
+  return withEach(withEach(text, end, "]]>" + end), start, start + "<![CDATA[");
+}
+
+/// The lists of a mesh are CDATA sections, and one follows each empty element.
+std::string withCdata(const std::string& text) {
+  return afterEmptyElements(withCdataIn("vertices", withCdataIn("faces", text)), "<![CDATA[ ]]>");
 }
 
 /// @param ascii all documents are
@@ -104,7 +119,13 @@ Document Documents::inForm(Form form, const Document& document) {
       break;
     case Form::Comments:
       text = text.substr(0, afterDeclaration) + "<!DOCTYPE GMD>" +
-             withCommentsAfterElements(text.substr(afterDeclaration));
+             afterEmptyElements(text.substr(afterDeclaration), "<!---->");
+      break;
+    case Form::Cdata:
+      text = withCdata(text);
+      break;
+    case Form::Instructions:
+      text = afterEmptyElements(text, "<?note?>");
       break;
     case Form::InstructionAtTheEnd:
       text += "<?note?>\n";

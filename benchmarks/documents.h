@@ -20,6 +20,8 @@ enum class Shape {
 enum class Form {
   DocumentType,         // a document type declaration at the start
   Comments,             // a document type, and a comment after each empty element
+  Cdata,                // the lists of a mesh, and a section after each empty element
+  Instructions,         // after each empty element
   InstructionAtTheEnd,  // the plain reader reads everything before it gives up
   Utf16,
 };

@@ -34,6 +34,8 @@ struct FormName {
 inline constexpr FormName forms[] = {
     {Form::DocumentType, " with a document type (reference: plain)"},
     {Form::Comments, " with comments everywhere (reference: plain)"},
+    {Form::Cdata, " with CDATA everywhere (reference: plain)"},
+    {Form::Instructions, " with instructions everywhere (reference: plain)"},
     {Form::InstructionAtTheEnd, " with an instruction at the end (reference: plain)"},
     {Form::Utf16, " from UTF-16 (reference: plain)"},
 };

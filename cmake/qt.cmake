@@ -2,14 +2,18 @@
 #
 #   ZTCAD_QT         its major version, for the targets Qt${ZTCAD_QT}::Core and Qt${ZTCAD_QT}::Xml
 #   ZTCAD_OLDEST_QT  the oldest version that can be used
-#   ZTCAD_QT_SUFFIX  the end of the library's name. The library's classes have another layout with Qt 6, so
-#                    that build is a library of its own.
+#   ZTCAD_QT_SUFFIX  "-qt6" with Qt 6. The library's classes have another layout with Qt 6, so that build is a
+#                    library of its own: the names of the library, of its packages and of the folders that it
+#                    is installed into end in the suffix, and both can be installed into one prefix.
 
 if(NOT ZTCAD_QT)
-  find_package(Qt5 5.15 QUIET COMPONENTS Core Xml)
   set(default_qt 6)
-  if(Qt5_FOUND)
-    set(default_qt 5)
+  # a project that contains this one, and uses Qt 6, needs the library for Qt 6
+  if(TARGET Qt5::Core OR NOT TARGET Qt6::Core)
+    find_package(Qt5 5.15 QUIET COMPONENTS Core Xml)
+    if(Qt5_FOUND)
+      set(default_qt 5)
+    endif()
   endif()
   unset(ZTCAD_QT CACHE)
   set(ZTCAD_QT ${default_qt})

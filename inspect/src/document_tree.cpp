@@ -28,6 +28,32 @@ const int structureOrder[] = {ztCAD_ElementPoint,       ztCAD_ElementPointRef,  
                               ztCAD_ElementStructureRef};
 const int detailOrder[] = {ztCAD_ElementPoint, ztCAD_ElementSphere, ztCAD_ElementTriangle, ztCAD_ElementLine};
 
+struct Tag {
+  int kind;
+  const char* tag;
+};
+const Tag tags[] = {
+    {ztCAD_ElementDetail, "detail"},
+    {ztCAD_ElementTmplDetail, "template_detail"},
+    {ztCAD_ElementStructure, "structure"},
+    {ztCAD_ElementTmplStructure, "template_structure"},
+    {ztCAD_ElementDetailRef, "detailRef"},
+    {ztCAD_ElementStructureRef, "structureRef"},
+    {ztCAD_ElementPoint, "point"},
+    {ztCAD_ElementTmplPoint, "templatePoint"},
+    {ztCAD_ElementPointRef, "pointRef"},
+    {ztCAD_ElementLine, "line"},
+    {ztCAD_ElementTmplLine, "templateLine"},
+    {ztCAD_ElementLineRef, "lineRef"},
+    {ztCAD_ElementElementMIP, "elementMIP"},
+    {ztCAD_ElementTmplElementMIP, "templateElementMIP"},
+    {ztCAD_ElementElementMipRef, "elementMipRef"},
+    {ztCAD_ElementTriangle, "solid"},
+    {ztCAD_ElementTmplTriangle, "templateSolid"},
+    {ztCAD_ElementTriangleRef, "solidRef"},
+    {ztCAD_ElementSphere, "solid"},
+};
+
 const int kindCount = 23;
 
 /// Spheres and triangulated solids share their tag, and so their numbers.
@@ -36,48 +62,9 @@ int countedWith(int kind) { return kind == ztCAD_ElementSphere ? ztCAD_ElementTr
 }  // namespace
 
 const char* tagOf(int kind) {
-  switch (kind) {
-    case ztCAD_ElementDetail:
-      return "detail";
-    case ztCAD_ElementTmplDetail:
-      return "template_detail";
-    case ztCAD_ElementStructure:
-      return "structure";
-    case ztCAD_ElementTmplStructure:
-      return "template_structure";
-    case ztCAD_ElementDetailRef:
-      return "detailRef";
-    case ztCAD_ElementStructureRef:
-      return "structureRef";
-    case ztCAD_ElementPoint:
-      return "point";
-    case ztCAD_ElementTmplPoint:
-      return "templatePoint";
-    case ztCAD_ElementPointRef:
-      return "pointRef";
-    case ztCAD_ElementLine:
-      return "line";
-    case ztCAD_ElementTmplLine:
-      return "templateLine";
-    case ztCAD_ElementLineRef:
-      return "lineRef";
-    case ztCAD_ElementElementMIP:
-      return "elementMIP";
-    case ztCAD_ElementTmplElementMIP:
-      return "templateElementMIP";
-    case ztCAD_ElementElementMipRef:
-      return "elementMipRef";
-    case ztCAD_ElementTriangle:
-      return "solid";
-    case ztCAD_ElementTmplTriangle:
-      return "templateSolid";
-    case ztCAD_ElementTriangleRef:
-      return "solidRef";
-    case ztCAD_ElementSphere:
-      return "solid";
-    default:
-      return "";
-  }
+  for (const Tag& row : tags)
+    if (row.kind == kind) return row.tag;
+  return "";
 }
 
 class DocumentTree::Builder {

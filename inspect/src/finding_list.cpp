@@ -94,7 +94,6 @@ FindingList::Finding FindingList::made(Rule rule, const Subject& subject, const 
   finding.count = count;
   finding.places = std::move(places);
   finding.arguments = std::move(arguments);
-  finding.seen = {};
   return finding;
 }
 
@@ -114,7 +113,7 @@ void FindingList::append(const FindingList& more, const Subject& subject) {
 const ztCADInspect_Finding* FindingList::at(std::int64_t index) const {
   if (index < 0 || index >= count()) return nullptr;
   // the addresses of texts are those of a list that no longer moves
-  auto& finding = const_cast<Finding&>(m_findings[static_cast<std::size_t>(index)]);
+  const Finding& finding = m_findings[static_cast<std::size_t>(index)];
   ztCADInspect_Finding& seen = finding.seen;
   seen.severity = finding.severity;
   seen.rule = infoOf(finding.rule).name;

@@ -53,18 +53,18 @@ class FindingList {
 
  private:
   struct Finding {
-    Rule rule;
-    int severity;
+    Rule rule = {};
+    int severity = 0;
     std::string message;
-    const ztCAD_Base* element;
+    const ztCAD_Base* element = nullptr;
     std::string path;
-    const char* attribute;
-    int kind;
+    const char* attribute = nullptr;
+    int kind = 0;
     std::optional<std::string> name;
-    std::int64_t count;
+    std::int64_t count = 1;
     FindingPlaces places;
-    std::vector<std::string> arguments;  // to say the same about another element
-    ztCADInspect_Finding seen;           // what hosts see
+    std::vector<std::string> arguments;      // to say the same about another element
+    mutable ztCADInspect_Finding seen = {};  // what hosts see
   };
   static Finding made(Rule rule, const Subject& subject, const char* attribute,
                       std::vector<std::string> arguments, std::int64_t count, FindingPlaces places,

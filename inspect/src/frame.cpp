@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <Eigen/LU>
 
 #include "element.h"
@@ -26,7 +27,7 @@ System systemFrom(const Getter& getter, const ztCAD_Base* element, const Setting
   }
   Transform transform;
   for (int part = 0; part < 4; ++part) {
-    const Eigen::Map<const Eigen::Vector3d> triple(values + 3 * part);
+    const Eigen::Map<const Eigen::Vector3d> triple(values + std::ptrdiff_t{3} * part);
     const std::int32_t meaning = settings.values.systemOrder[part];
     if (meaning == ztCADInspect_SystemOrigin)
       transform.origin = triple;

@@ -45,7 +45,8 @@ struct System {
 System ownSystem(const ztCAD_Base* element, int kind, const Settings& settings);
 /// The placement of a reference.
 System placement(const ztCAD_Base* reference, const Settings& settings);
-/// The values of an own system for a kind that the options leave in the frame of its holder are not looked at.
+/// The values of an own system for a kind that the options leave in the frame of its holder are not looked
+/// at.
 bool hasOwnSystem(int kind, const Settings& settings);
 
 /// How a map treats lengths.

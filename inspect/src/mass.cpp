@@ -52,8 +52,10 @@ Eigen::Vector3d centerOf(const Mass& mass) { return Eigen::Map<const Eigen::Vect
 void setInertia(Mass& mass, const Eigen::Matrix3d& inertia) {
   // symmetric to the last bit
   for (int row = 0; row < 3; ++row)
-    for (int column = 0; column < 3; ++column)
-      mass.inertia[3 * row + column] = (inertia(row, column) + inertia(column, row)) / 2;
+    for (int column = 0; column < 3; ++column) {
+      const int entry = 3 * row + column;
+      mass.inertia[entry] = (inertia(row, column) + inertia.transpose()(row, column)) / 2;
+    }
 }
 void setCenter(Mass& mass, const Eigen::Vector3d& center) {
   std::copy(center.data(), center.data() + 3, mass.center);
@@ -94,7 +96,7 @@ int sphereMass(const double* center, double radius, const Settings& settings, Ma
   mass.error = 8 * 1.2e-16;
   std::copy(center, center + 3, mass.center);
   for (int i = 0; i < 3; ++i)
-    mass.inertia[4 * i] = mass.volume * radius * radius * 2 / 5;
+    mass.inertia[std::size_t{4} * static_cast<std::size_t>(i)] = mass.volume * radius * radius * 2 / 5;
   setDensity(mass, settings);
   if (!isFinite(mass)) return ztCADInspect_MassNoValue;
   return mass.volume > 0 ? ztCADInspect_MassKnown : ztCADInspect_MassNoVolume;
@@ -111,7 +113,7 @@ int declaredMass(const ztCAD_Base* element, int kind, const Settings& settings, 
   mass = {};
   mass.hasMass = 1;
   mass.mass = parts[ztCADInspect_MassMass];
-  std::copy(parts + ztCADInspect_MassCenterX, parts + ztCADInspect_MassCenterX + 3, mass.center);
+  std::copy_n(parts + ztCADInspect_MassCenterX, 3, mass.center);
   const double sign = settings.values.productsAreIntegrals != 0 ? -1 : 1;
   const double xy = sign * parts[ztCADInspect_MassXY];
   const double xz = sign * parts[ztCADInspect_MassXZ];
@@ -166,54 +168,68 @@ Mass transformed(const Mass& mass, const Transform& transform, const Settings& s
   return result;
 }
 
+namespace {
+
+/// The sums that do not need the common centre; centres relative to that of the first body.
+struct PlainSums {
+  Sum mass;
+  Sum volume;
+  Sum area;
+  Sum moments[3];
+
+  void add(const Mass& body, const Eigen::Vector3d& distance) {
+    mass.add(body.mass);
+    volume.add(body.volume);
+    area.add(body.area);
+    for (int k = 0; k < 3; ++k)
+      moments[k].add(body.mass * distance[k]);
+  }
+};
+
+Eigen::Matrix3d sumOfInertias(const Mass* bodies, std::size_t count, const Eigen::Vector3d& start,
+                              const Eigen::Vector3d& center) {
+  Sum entries[9];
+  for (std::size_t i = 0; i < count; ++i) {
+    const Eigen::Vector3d distance = centerOf(bodies[i]) - start - center;
+    const Eigen::Matrix3d inertia = inertiaOf(bodies[i]) + pointInertia(bodies[i].mass, distance);
+    for (int k = 0; k < 9; ++k)
+      entries[k].add(inertia(k / 3, k % 3));
+  }
+  Eigen::Matrix3d sum;
+  for (int k = 0; k < 9; ++k)
+    sum(k / 3, k % 3) = entries[k].total.rounded();
+  return sum;
+}
+
+}  // namespace
+
 Mass sumOf(const Mass* bodies, std::size_t count) {
   if (count == 1) return bodies[0];
   Mass result = {};
   result.hasMass = 1;
   result.hasVolume = 1;
-  // centres relative to the first one, so that the place of the bodies costs no digits
+  bool hasArea = true;
   const Eigen::Vector3d start = centerOf(bodies[0]);
-  Sum mass;
-  Sum volume;
-  Sum area;
-  Sum moments[3];
+  PlainSums sums;
   for (std::size_t i = 0; i < count; ++i) {
     const Mass& body = bodies[i];
-    mass.add(body.mass);
-    volume.add(body.volume);
-    area.add(body.area);
+    sums.add(body, centerOf(body) - start);
     if (body.hasMass == 0) result.hasMass = 0;
     if (body.hasVolume == 0) result.hasVolume = 0;
-    if (body.area < 0) result.area = -1;
+    if (body.area < 0) hasArea = false;
     result.error = std::max(result.error, body.error);
-    const Eigen::Vector3d distance = centerOf(body) - start;
-    for (int k = 0; k < 3; ++k)
-      moments[k].add(body.mass * distance[k]);
   }
-  result.mass = mass.total.rounded();
+  result.mass = sums.mass.total.rounded();
   if (result.hasVolume != 0) {
-    result.volume = volume.total.rounded();
-    if (result.area == 0) result.area = area.total.rounded();
-  } else {
-    result.area = 0;
+    result.volume = sums.volume.total.rounded();
+    result.area = hasArea ? sums.area.total.rounded() : -1;
   }
   Eigen::Vector3d center = Eigen::Vector3d::Zero();
   if (result.mass != 0)
     for (int k = 0; k < 3; ++k)
-      center[k] = moments[k].total.rounded() / result.mass;
+      center[k] = sums.moments[k].total.rounded() / result.mass;
   setCenter(result, start + center);
-  Sum entries[9];
-  for (std::size_t i = 0; i < count; ++i) {
-    const Mass& body = bodies[i];
-    const Eigen::Vector3d distance = centerOf(body) - start - center;
-    const Eigen::Matrix3d inertia = inertiaOf(body) + pointInertia(body.mass, distance);
-    for (int k = 0; k < 9; ++k)
-      entries[k].add(inertia(k / 3, k % 3));
-  }
-  Eigen::Matrix3d inertia;
-  for (int k = 0; k < 9; ++k)
-    inertia(k / 3, k % 3) = entries[k].total.rounded();
-  setInertia(result, inertia);
+  setInertia(result, sumOfInertias(bodies, count, start, center));
   return result;
 }
 

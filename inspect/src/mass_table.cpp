@@ -50,52 +50,60 @@ bool canHaveMass(int kind) {
 }
 
 MassTable::MassTable(Scene& scene) : m_scene(scene) {
-  for (std::int32_t file = 0; file < scene.fileCount(); ++file) {
-    const std::vector<Node>& nodes = scene.tree(file).nodes();
-    m_slots.emplace_back(nodes.size(), -1);
-    if (file != 0) continue;
-    for (std::size_t i = 0; i < nodes.size(); ++i)
-      if (canHaveMass(nodes[i].kind)) {
-        m_slots[0][i] = static_cast<std::int64_t>(m_rows.size());
-        m_rows.emplace_back();
-      }
+  makeRows();
+  for (const Located at : scene.inward())
+    if (canHaveMass(scene.node(at).kind)) fill(at);
+  fillTotal();
+}
+
+void MassTable::makeRows() {
+  for (std::int32_t file = 0; file < m_scene.fileCount(); ++file)
+    m_slots.emplace_back(m_scene.tree(file).nodes().size(), -1);
+  const std::vector<Node>& nodes = m_scene.tree(0).nodes();
+  for (std::size_t i = 0; i < nodes.size(); ++i) {
+    if (!canHaveMass(nodes[i].kind)) continue;
+    m_slots[0][i] = static_cast<std::int64_t>(m_rows.size());
+    m_rows.emplace_back();
   }
-  for (const Located at : scene.inward()) {
-    const Node& node = scene.node(at);
-    if (!canHaveMass(node.kind)) continue;
-    MassRow* const row = entry(at);
-    *row = {};
-    row->element = node.element;
-    row->kind = node.kind;
-    row->parent = -1;
-    row->path = row->name = row->reason = "";
-    if (at.file == 0) {
-      row->path = kept(scene.tree(0).path(at.node));
-      row->name = node.name.c_str();
-      row->isTemplate = isInTemplate(scene.tree(0), at.node) ? 1 : 0;
-      if (node.holder != noNode) row->parent = m_slots[0][static_cast<std::size_t>(node.holder)];
-    }
-    row->declaredProblem = declaredMass(node.element, node.kind, scene.settings(), row->declared);
-    row->ownData = row->declaredProblem == ztCADInspect_MassKnown ? 1 : 0;
-    if (isReference(node.kind)) {
-      fillReference(*row, at);
-    } else if (isHolder(node.kind)) {
-      const DocumentTree& tree = scene.tree(at.file);
-      std::vector<Located> children;
-      for (const NodeIndex* child = tree.begin(node); child != tree.end(node); ++child)
-        children.push_back({at.file, *child});
-      fillHolder(*row, children);
-    } else {
-      fillGeometry(*row, at);
-    }
-    if (*row->reason == '\0') row->reason = massProblemText(row->computedProblem);
+}
+
+void MassTable::fill(Located at) {
+  const Node& node = m_scene.node(at);
+  const DocumentTree& tree = m_scene.tree(at.file);
+  MassRow& row = *entry(at);
+  row = {};
+  row.element = node.element;
+  row.kind = node.kind;
+  row.parent = -1;
+  row.path = row.name = row.reason = "";
+  if (at.file == 0) {
+    row.path = kept(tree.path(at.node));
+    row.name = node.name.c_str();
+    row.isTemplate = isInTemplate(tree, at.node) ? 1 : 0;
+    if (node.holder != noNode) row.parent = m_slots[0][static_cast<std::size_t>(node.holder)];
   }
+  row.declaredProblem = declaredMass(node.element, node.kind, m_scene.settings(), row.declared);
+  row.ownData = row.declaredProblem == ztCADInspect_MassKnown ? 1 : 0;
+  if (isReference(node.kind)) {
+    fillReference(row, at);
+  } else if (isHolder(node.kind)) {
+    std::vector<Located> children;
+    for (const NodeIndex* child = tree.begin(node); child != tree.end(node); ++child)
+      children.push_back({at.file, *child});
+    fillHolder(row, children);
+  } else {
+    fillGeometry(row, at);
+  }
+  if (*row.reason == '\0') row.reason = massProblemText(row.computedProblem);
+}
+
+void MassTable::fillTotal() {
   m_total.path = m_total.name = m_total.reason = "";
   m_total.parent = -1;
   m_total.declaredProblem = ztCADInspect_MassNotDeclared;
   std::vector<Located> top;
-  for (const NodeIndex node : scene.tree(0).top())
-    if (!isTemplate(scene.tree(0).node(node).kind)) top.push_back({0, node});
+  for (const NodeIndex node : m_scene.tree(0).top())
+    if (!isTemplate(m_scene.tree(0).node(node).kind)) top.push_back({0, node});
   fillHolder(m_total, top);
   if (*m_total.reason == '\0') m_total.reason = massProblemText(m_total.computedProblem);
 }
@@ -145,7 +153,7 @@ void MassTable::fillGeometry(MassRow& row, Located at) {
 }
 
 /// Declared data of an element goes before what is computed with a density.
-void MassTable::combine(MassRow& row) const {
+void MassTable::combine(MassRow& row) {
   if (row.ownData != 0) {
     row.combinedProblem = ztCADInspect_MassKnown;
     row.combined = row.declared;

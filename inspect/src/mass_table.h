@@ -23,10 +23,13 @@ class MassTable {
 
  private:
   MassRow* entry(Located at);
+  void makeRows();
+  void fill(Located at);
+  void fillTotal();
   void fillGeometry(MassRow& row, Located at);
   void fillReference(MassRow& row, Located at);
   void fillHolder(MassRow& row, const std::vector<Located>& children);
-  void combine(MassRow& row) const;
+  static void combine(MassRow& row);
   const char* kept(const std::string& text);
 
   Scene& m_scene;

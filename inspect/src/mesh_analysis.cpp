@@ -22,13 +22,16 @@ std::uint64_t bitsOf(double value) {
   return bits;
 }
 
+std::uint64_t turned(std::uint64_t bits, unsigned by) { return bits << by | bits >> (64 - by); }
+
 std::vector<std::uint32_t> coincidentVertices(const MeshView& mesh, bool haveAllValues) {
-  return findRepeats(
+  const Repeats repeats(
       mesh.vertexCount, [&](std::size_t i) { return haveAllValues || mesh.hasValue(i); },
       [&](std::size_t i) {
         const double* const v = mesh.vertex(i);
-        return mixed(bitsOf(v[0]) * 0x9e3779b97f4a7c15U + bitsOf(v[1]) * 0xc2b2ae3d27d4eb4fU +
-                     bitsOf(v[2]) * 0x165667b19e3779f9U);
+        // turned, or the signs of mirrored positions would cancel
+        return mixed(bitsOf(v[0]) * 0x9e3779b97f4a7c15U ^ turned(bitsOf(v[1]) * 0xc2b2ae3d27d4eb4fU, 21) ^
+                     turned(bitsOf(v[2]) * 0x165667b19e3779f9U, 42));
       },
       [&](std::size_t a, std::size_t b) {
         const double* const v = mesh.vertex(a);
@@ -36,6 +39,7 @@ std::vector<std::uint32_t> coincidentVertices(const MeshView& mesh, bool haveAll
         if (v[0] != w[0]) return v[0] < w[0];
         return v[1] != w[1] ? v[1] < w[1] : v[2] < w[2];
       });
+  return repeats.find();
 }
 
 /// A list of which only the first places are kept.

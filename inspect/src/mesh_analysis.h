@@ -26,8 +26,8 @@ MeshView viewOf(const ztCAD_Base* solid);
 
 /// What the C interface knows as a mesh.
 struct ztCADInspect_Mesh {
-  ztCADInspect_MeshState state;
+  ztCADInspect_MeshState state = {};
   ztCADInspect_Findings findings;
-  int massProblem;
-  ztCADInspect_MassProperties mass;
+  int massProblem = ztCADInspect_MassNoFacets;
+  ztCADInspect_MassProperties mass = {};
 };

@@ -69,7 +69,12 @@ struct Pass {
 };
 
 void Pass::addBlock(std::size_t first, std::size_t end, Block& block) const {
+  // copies in registers: the compiler cannot know that nothing below writes to the members
+  const Frame local = frame;
+  const double* const vertices = mesh.vertices;
   const double squaredHeight = leastHeight * leastHeight;
+  double sizes = 0;
+  double secondSizes = 0;
   for (std::size_t group = first; group < end; group += groupSize) {
     double sums[QuantityCount] = {};
     double area = 0;
@@ -80,9 +85,9 @@ void Pass::addBlock(std::size_t first, std::size_t end, Block& block) const {
       double a[3];
       double b[3];
       double c[3];
-      frame.toLocal(mesh.vertex(facet[0]), a);
-      frame.toLocal(mesh.vertex(facet[1]), b);
-      frame.toLocal(mesh.vertex(facet[2]), c);
+      local.toLocal(vertices + 3 * std::size_t{facet[0]}, a);
+      local.toLocal(vertices + 3 * std::size_t{facet[1]}, b);
+      local.toLocal(vertices + 3 * std::size_t{facet[2]}, c);
       const double e[3] = {b[0] - a[0], b[1] - a[1], b[2] - a[2]};
       const double f[3] = {c[0] - a[0], c[1] - a[1], c[2] - a[2]};
       // the parts of the normal, and the sizes of what they are differences of
@@ -99,15 +104,17 @@ void Pass::addBlock(std::size_t first, std::size_t end, Block& block) const {
                                std::abs(a[1]) + std::abs(e[1]) + std::abs(f[1]),
                                std::abs(a[2]) + std::abs(e[2]) + std::abs(f[2])};
       const double size = reach[0] * p[0] + reach[1] * p[1] + reach[2] * p[2];
-      block.size += size;
-      block.secondSize += size * (reach[0] * reach[0] + reach[1] * reach[1] + reach[2] * reach[2]);
+      sizes += size;
+      secondSizes += size * (reach[0] * reach[0] + reach[1] * reach[1] + reach[2] * reach[2]);
 
       const double normal = n[0] * n[0] + n[1] * n[1] + n[2] * n[2];
       area += std::sqrt(normal);
       const double g[3] = {f[0] - e[0], f[1] - e[1], f[2] - e[2]};
-      const double longest =
-          std::max({e[0] * e[0] + e[1] * e[1] + e[2] * e[2], f[0] * f[0] + f[1] * f[1] + f[2] * f[2],
-                    g[0] * g[0] + g[1] * g[1] + g[2] * g[2]});
+      const double ee = e[0] * e[0] + e[1] * e[1] + e[2] * e[2];
+      const double ff = f[0] * f[0] + f[1] * f[1] + f[2] * f[2];
+      const double gg = g[0] * g[0] + g[1] * g[1] + g[2] * g[2];
+      const double longer = ee > ff ? ee : ff;
+      const double longest = longer > gg ? longer : gg;
       if (normal <= squaredHeight * longest) {
         ++block.degenerate;
         if (block.places.size() < placesKept) block.places.push_back(static_cast<std::int64_t>(i));
@@ -135,6 +142,8 @@ void Pass::addBlock(std::size_t first, std::size_t end, Block& block) const {
       block.sums[q].add(sums[q]);
     block.area.add(area);
   }
+  block.size = sizes;
+  block.secondSize = secondSizes;
 }
 
 using PreciseSums = DoubleDouble[QuantityCount];
@@ -177,8 +186,8 @@ void addPreciseBlock(const Pass& pass, std::size_t first, std::size_t end, Preci
   }
 }
 
-/// Volume, centre and central second moments from the sums; `size` and `secondSize` as they were added up, and
-/// `rounding` in units of these.
+/// Volume, centre and central second moments from the sums; `size` and `secondSize` as they were added up,
+/// and `rounding` in units of these.
 SolidIntegrals integralsFrom(const PreciseSums& sums, double size, double secondSize, double rounding,
                              const Frame& frame, const Box& box) {
   SolidIntegrals result;

@@ -8,7 +8,7 @@ namespace ztcad::inspect {
 
 /// Options that are complete and right.
 struct Settings {
-  ztCADInspect_Options values;
+  ztCADInspect_Options values = {};
   std::optional<std::string> allowedFolder;
 
   double density() const { return values.density > 0 ? values.density : 0; }

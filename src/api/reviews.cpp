@@ -27,7 +27,7 @@ namespace {
 /// Findings in the form in which hosts see them.
 struct ReportedFindings {
   ReportedFindings() = default;
-  explicit ReportedFindings(const std::vector<ztcad::Finding>& findings);
+  explicit ReportedFindings(const std::vector<ztcad::Finding>& located);
 
   std::vector<ztCAD_Place> places;      // of all findings
   std::vector<ztCAD_Finding> findings;  // their texts belong to the findings that they were made of
@@ -68,9 +68,9 @@ ztCAD_Finding reportedForm(const ztcad::Finding& finding) {
   return reported;
 }
 
-ReportedFindings::ReportedFindings(const std::vector<ztcad::Finding>& found) {
-  findings.reserve(found.size());
-  for (const ztcad::Finding& finding : found) {
+ReportedFindings::ReportedFindings(const std::vector<ztcad::Finding>& located) {
+  findings.reserve(located.size());
+  for (const ztcad::Finding& finding : located) {
     findings.push_back(reportedForm(finding));
     for (const ztcad::TextPlace& place : finding.places)
       places.push_back(placeOf(place));

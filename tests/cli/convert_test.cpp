@@ -180,7 +180,7 @@ class Convert : public testing::Test {
 }  // namespace
 
 TEST_F(Convert, KeepsEveryTriangleOfAnStlFile) {
-  std::mt19937 random(randomSeed());
+  std::mt19937_64 random(randomSeed());
   std::vector<Triangle> triangles;
   for (int i = 0; i < 5000; ++i) {
     Triangle triangle{};

@@ -74,7 +74,7 @@ TEST(Matching, OfOneNameIsByContentToo) {
 }
 
 TEST(Matching, UsesEachElementOnce) {
-  std::mt19937 random(randomSeed());
+  std::mt19937_64 random(randomSeed());
   for (int round = 0; round < 2000; ++round) {
     const auto some = [&] {
       Names names(random() % 8);

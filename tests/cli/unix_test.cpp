@@ -8,6 +8,7 @@
 #include <csignal>
 #include <filesystem>
 
+#include "document/posix_conditions.h"
 #include "program.h"
 #include "samples.h"
 #include "temporary_files.h"
@@ -15,19 +16,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Root may read everything: for the life of this object, root is an ordinary user.
-class OrdinaryUser {
- public:
-  OrdinaryUser() : m_user(::geteuid()) { EXPECT_EQ(::seteuid(m_user == 0 ? nobody : m_user), 0); }
-  ~OrdinaryUser() { EXPECT_EQ(::seteuid(m_user), 0); }
-  OrdinaryUser(const OrdinaryUser&) = delete;
-  OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-
- private:
-  static constexpr uid_t nobody = 65534;
-  uid_t m_user;
-};
 
 /// A document that is larger than what pipes and buffers hold.
 std::string largeDocument() {

@@ -35,7 +35,7 @@ TEST(VertexJoiner, JoinsEqualVerticesOnly) {
 }
 
 TEST(VertexJoiner, AgreesWithAMap) {
-  std::mt19937 random(randomSeed());
+  std::mt19937_64 random(randomSeed());
   Mesh mesh;
   cli::VertexJoiner joiner(mesh);
   std::map<std::array<double, 3>, std::uint32_t> expected;
@@ -69,7 +69,7 @@ TEST(JoinWithin, RemovesFacetsThatLoseACorner) {
 }
 
 TEST(JoinWithin, FindsVerticesAcrossTheCellsOfItsGrid) {
-  std::mt19937 random(randomSeed());
+  std::mt19937_64 random(randomSeed());
   for (int round = 0; round < 200; ++round) {
     std::vector<double> vertices;
     const auto coordinate = [&] { return static_cast<double>(random() % 2000) / 1000 - 1; };

@@ -10,8 +10,9 @@
 
 #include "reviewed.h"
 
-// The pages docs/rules/*.md of the reader's rules. Each has a block that reports exactly its rule, at the place that the block
-// states, and one that reports nothing. A block without a root element is the content of one.
+// The pages docs/rules/*.md of the reader's rules. Each has a block that reports exactly its rule, at the
+// place that the block states, and one that reports nothing. A block without a root element is the content of
+// one.
 
 namespace {
 

@@ -70,8 +70,8 @@ struct ExactIntegrals {
                                     : Rational(-moment[p][q]);
   }
 
-  /// The greatest relative error of `mass`: of the volume; of the centre to `size` and to its distance; of the
-  /// inertia to its trace.
+  /// The greatest relative error of `mass`: of the volume; of the centre to `size` and to its distance; of
+  /// the inertia to its trace.
   double errorOf(const ztCADInspect_MassProperties& mass, double size) const {
     const auto difference = [](double value, const Rational& exact) {
       return std::abs((Rational(value) - exact).convert_to<double>());

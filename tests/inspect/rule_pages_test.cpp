@@ -8,9 +8,9 @@
 #include "documents.h"
 #include "temporary_files.h"
 
-// The pages docs/rules/*.md of this library. Each has a block that reports exactly its rule, at the place that
-// the block states, and one that reports nothing. A block "part=<file>" is a file that references name. A block
-// without a root element is the content of one.
+// The pages docs/rules/*.md of this library. Each has a block that reports exactly its rule, at the place
+// that the block states, and one that reports nothing. A block "part=<file>" is a file that references name.
+// A block without a root element is the content of one.
 
 namespace {
 

@@ -25,8 +25,8 @@ std::int32_t templateKindOf(std::int32_t kind) {
 constexpr std::int32_t templateKinds[] = {ztCAD_ElementTmplTriangle, ztCAD_ElementTmplElementMIP,
                                           ztCAD_ElementTmplDetail, ztCAD_ElementTmplStructure};
 
-/// What stands in a holder for itself. In a document that leaves out its templates; in a structure, nested
-/// structures are in the list of structures, whether or not they are templates.
+/// The kinds of elements that count where they are. A document's templates do not. Nested structures are all
+/// in the list of structures, whether or not they are templates.
 constexpr std::int32_t kindsWithMass[] = {
     ztCAD_ElementSphere,        ztCAD_ElementTriangle,  ztCAD_ElementElementMIP,
     ztCAD_ElementDetail,        ztCAD_ElementStructure, ztCAD_ElementTriangleRef,

@@ -18,7 +18,7 @@ struct DeclaredMass {
   DeclaredMass& operator+=(const DeclaredMass& other);
 };
 
-/// Sums the declared mass of a document. The data of a detail stands for all that is in it; the elements of a
+/// Sums the declared mass of a document. The data of a detail covers its whole content; the elements of a
 /// detail without data count themselves. A template counts where a reference places it.
 class MassSum {
  public:

@@ -2,7 +2,8 @@
 
 #include <ztCAD/ztCAD_c.h>
 
-/// @file The library ztCADInspect: what a document means. It places the elements of a document in space,
+/// @file
+/// The library ztCADInspect: what a document means. It places the elements of a document in space,
 /// checks meshes, and computes and checks mass properties. Plain C11 and valid C++; it uses
 /// `<ztCAD/ztCAD_c.h>` alone.
 ///
