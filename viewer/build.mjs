@@ -18,6 +18,13 @@ if (!options.out) {
 
 const target = ["chrome114", "firefox125", "safari17"];
 
+/** The notices that the bundled packages ask for in every copy. */
+async function licences() {
+  const files = ["three/LICENSE", "three-mesh-bvh/LICENSE", "meshoptimizer/LICENSE.md"];
+  const texts = await Promise.all(files.map((file) => readFile(join(here, "node_modules", file), "utf8")));
+  return `/*\n${files.map((file, at) => `${dirname(file)}\n${texts[at].trim()}`).join("\n\n")}\n*/`;
+}
+
 async function bundle() {
   const { outputFiles, metafile } = await build({
     entryPoints: [join(here, "src/main.ts")],
@@ -25,8 +32,8 @@ async function bundle() {
     format: "iife",
     minify: true,
     target,
-    charset: "utf8",
-    legalComments: "none", // LICENSES names the authors
+    legalComments: "none", // the banner has all of them, in full
+    banner: { js: await licences() },
     write: false,
     metafile: true,
     logLevel: "warning",

@@ -101,7 +101,7 @@ function wireAddress(store: Store): void {
     if (index >= 0) store.select(index);
   };
   store.listen(["selection"], () => {
-    const path = store.selection ? store.model.path(store.selection.element) : "";
+    const path = store.selection ? store.model.path(store.selection.element) : null;
     const encoded = path ? `#${encodeURI(path)}` : location.pathname;
     try {
       history.replaceState(null, "", encoded);

@@ -45,20 +45,25 @@ export class Model {
     return this.name(element) || `(${this.kind(element)} without a name)`;
   }
 
-  path(element: number): string {
+  /** Null: the element would not be saved, and has no path. */
+  path(element: number): string | null {
     const { path, tag, number, parent } = this.page.elements;
-    const written = path?.[element];
-    if (written) return written;
+    if (path) return path[element] ?? null;
     const holder = parent[element]!;
     const before = holder < 0 ? "/GMD" : this.path(holder);
-    return `${before}/${tag?.[element] ?? this.kind(element)}[${number?.[element] ?? this.elements.position[element]!}]`;
+    if (before === null || !number?.[element]) return null;
+    return `${before}/${tag?.[element] ?? this.kind(element)}[${number[element]}]`;
   }
 
-  /** The element of a path; -1: there is none. */
+  /** The element of a path, by its own or, where none has it, by that of a finding; -1: there is none. */
   elementAt(path: string): number {
     if (!this.paths) {
       this.paths = new Map();
-      for (let element = this.elements.size - 1; element >= 0; --element) this.paths.set(this.path(element), element);
+      for (const finding of this.findings) if (finding.index >= 0) this.paths.set(finding.path, finding.index);
+      for (let element = this.elements.size - 1; element >= 0; --element) {
+        const own = this.path(element);
+        if (own !== null) this.paths.set(own, element);
+      }
     }
     return this.paths.get(path) ?? -1;
   }

@@ -10,7 +10,7 @@ export interface MassProperties {
   readonly center: Triple;
   readonly inertia: readonly [Triple, Triple, Triple];
   readonly volume?: number;
-  readonly area?: number;
+  readonly area?: number | null;
 }
 
 export interface MassData {
@@ -33,17 +33,20 @@ export interface Finding {
   readonly places?: readonly { readonly line: number; readonly column: number }[];
   /** Index into the elements; -1: about none of them. */
   readonly index: number;
-  /** The lines around it, with their numbers. */
-  readonly text?: readonly (readonly [number, string])[];
+  /** The lines around it, with their numbers, and how many characters at the start of a long line are left out. */
+  readonly text?: readonly (readonly [number, string, number?])[];
+  /** Facets (three points), edges (two) and vertices that it is about, in the frame of the element's shape. */
+  readonly spots?: readonly (readonly Triple[])[];
 }
 
-/** Every element of the document in the order of the text, holders before what they hold. */
+/** Every element of the document, holders before what they hold. */
 export interface Elements {
   readonly kind: readonly string[];
   readonly name: readonly string[];
   /** Null: paths follow from `tag` and `number`. */
   readonly path: readonly (string | null)[] | null;
   readonly tag?: readonly string[];
+  /** Among the siblings of that tag, from 1; 0: the element has no path. */
   readonly number?: readonly number[];
   readonly parent: readonly number[];
   readonly visible: readonly number[];
@@ -65,6 +68,8 @@ export interface Items {
   readonly visible: readonly number[];
   /** Twelve numbers each, row by row; null: every item has the identity. */
   readonly transform: readonly number[] | null;
+  /** Kind, name and file of the items whose elements are in other files. */
+  readonly other?: Readonly<Record<string, readonly [string, string, string]>>;
 }
 
 export interface Shapes {

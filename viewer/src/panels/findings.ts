@@ -81,9 +81,9 @@ export class FindingsPanel {
       details.append(element("p", {}, `Occurs ${formatCount(finding.count)} times${placesText(finding)}.`));
     if (finding.text && finding.text.length > 0) {
       const lines = element("pre", { tabindex: 0, "aria-label": `Lines around line ${finding.line}` });
-      for (const [number, text] of finding.text) {
+      for (const [number, text, cut] of finding.text) {
         const line = element("span", { class: number === finding.line ? "line here" : "line" });
-        line.append(element("span", { class: "number" }, String(number)), data(text), "\n");
+        line.append(element("span", { class: "number" }, String(number)), cut ? "… " : "", data(text), "\n");
         lines.append(line);
       }
       details.append(lines);

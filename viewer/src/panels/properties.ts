@@ -49,8 +49,8 @@ export class PropertiesPanel {
         table(
           ["x", "y", "z"].map((axis, index) => [
             axis,
-            `${formatNumber(box.low[index]!)} to ${formatNumber(box.high[index]!)}`,
-            formatNumber(box.high[index]! - box.low[index]!),
+            `${formatNumber(box.low[index]!, 7)} to ${formatNumber(box.high[index]!, 7)}`,
+            formatNumber(box.high[index]! - box.low[index]!, 7),
           ]),
           ["Axis", "From, to", "Size"],
         ),
@@ -65,8 +65,9 @@ export class PropertiesPanel {
     const rows: Row[] = [
       ["kind", model.kind(index)],
       ["name", data(model.name(index))],
-      ["path", data(model.path(index))],
     ];
+    const path = model.path(index);
+    if (path !== null) rows.push(["path", data(path)]);
     const named = new Set(["kind", "name", "path"]);
     for (const [name, value] of elements.fields[index] ?? []) if (!named.has(name)) rows.push([name, data(value)]);
     const parts: HTMLElement[] = [element("h2", {}, data(model.label(index))), table(rows)];

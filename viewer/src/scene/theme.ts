@@ -1,7 +1,5 @@
 /** Colours of the picture, which follow the page's. */
 export interface Theme {
-  readonly background: string;
-  readonly backgroundLow: string;
   readonly solid: string;
   readonly line: string;
   readonly point: string;
@@ -20,8 +18,6 @@ export function readTheme(): Theme {
   const style = getComputedStyle(document.documentElement);
   const color = (name: string): string => style.getPropertyValue(`--${name}`).trim();
   return {
-    background: color("sky"),
-    backgroundLow: color("ground"),
     solid: color("solid"),
     line: color("line"),
     point: color("point"),

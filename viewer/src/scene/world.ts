@@ -1,4 +1,4 @@
-import { Color, DirectionalLight, HemisphereLight, Matrix4, OrthographicCamera, PerspectiveCamera, Plane, Scene, Vector3, WebGLRenderer } from "three";
+import { DirectionalLight, HemisphereLight, Matrix4, OrthographicCamera, PerspectiveCamera, Plane, Scene, Vector3, WebGLRenderer } from "three";
 import type { Shape } from "../model/shape";
 import { sectionPlane, type Plane as SectionPlane } from "../model/section";
 import { add, dot, length, scale, subtract, type Box, type Vec3 } from "../model/transform";
@@ -28,8 +28,8 @@ export class World {
   private readonly batches: Batches;
   private readonly perspective = new PerspectiveCamera((fieldOfView * 180) / Math.PI);
   private readonly orthographic = new OrthographicCamera();
-  private readonly light = new DirectionalLight(0xffffff, 2.1);
-  private readonly sky = new HemisphereLight(0xffffff, 0x8d8d99, 1.15);
+  private readonly light = new DirectionalLight(0xffffff, 2.3);
+  private readonly sky = new HemisphereLight(0xffffff, 0x9a9aa6, 1.5);
   private readonly clipping = new Plane();
   private origin: Vec3 = [0, 0, 0];
   private view: View;
@@ -44,7 +44,8 @@ export class World {
     shapes: readonly Shape[],
     view: View,
   ) {
-    this.renderer = new WebGLRenderer({ canvas, antialias: true, powerPreference: "high-performance" });
+    this.renderer = new WebGLRenderer({ canvas, alpha: true, antialias: true, powerPreference: "high-performance" });
+    this.renderer.setClearColor(0x000000, 0); // the page's background is seen through
     this.renderer.localClippingEnabled = true;
     this.view = view;
     this.placement = new Placement(store.model, shapes);
@@ -108,7 +109,6 @@ export class World {
     this.stale = false;
     this.clip();
     this.overlays.move(this.view, this.origin);
-    this.renderer.setClearColor(new Color(this.theme.background));
     this.resize();
     this.renderer.render(this.scene, this.aim());
     this.afterDrawing();
