@@ -4,8 +4,9 @@ import { Model } from "./model/model";
 import { counted } from "./model/numbers";
 import { parsePage } from "./model/page";
 import { Shape } from "./model/shape";
+import { transformPoint } from "./model/transform";
 import { fit, project, standardViews, type View } from "./model/view";
-import { byId, element } from "./panels/dom";
+import { byId, element, typedById } from "./panels/dom";
 import { FindingsPanel } from "./panels/findings";
 import { PropertiesPanel } from "./panels/properties";
 import { TreePanel } from "./panels/tree";
@@ -57,7 +58,7 @@ function wireTabs(): (id: string) => void {
 }
 
 function wireSearch(store: Store, tree: TreePanel): void {
-  const input = byId<HTMLInputElement>("search");
+  const input = typedById("search", HTMLInputElement);
   const count = byId("search-count");
   let found: number[] = [];
   const search = (): void => {
@@ -130,12 +131,12 @@ class Picture {
     private readonly announceFinding: () => void,
   ) {
     const stage = byId("stage");
-    const canvas = byId<HTMLCanvasElement>("canvas");
+    const canvas = typedById("canvas", HTMLCanvasElement);
     this.world = new World(canvas, store, shapes, startView);
     this.camera = new Camera(this.world, () => this.world.placement.box(store.visibleItems));
     this.picker = new Picker(this.world.placement);
     this.world.setView(fit(startView, this.world.placement.box(store.visibleItems), this.world.aspect));
-    this.toolbar = new Toolbar(store, this.world, this.camera, byId<HTMLInputElement>("search"));
+    this.toolbar = new Toolbar(store, this.world, this.camera, typedById("search", HTMLInputElement));
     byId("bar").append(this.toolbar.root);
     this.measure = new MeasureTool(store, this.world, stage);
     byId("tools").append(new SectionPanel(store, this.world).root, this.measure.root);
@@ -154,6 +155,9 @@ class Picture {
     };
     store.listen(["selection"], () => {
       this.selectionChanged();
+    });
+    store.listen(["finding"], () => {
+      this.findingChanged();
     });
     store.listen(["visibility", "display"], () => {
       this.placeMarkers();
@@ -228,6 +232,17 @@ class Picture {
       this.markers.map(({ place, finding }) => ({ place, color: theme[finding.severity] })),
     );
     this.notice.hidden = this.store.model.items.size === 0 || this.store.visibleItems.includes(1);
+    this.world.invalidate();
+  }
+
+  /** What the chosen finding is about, at the first place of its element. */
+  private findingChanged(): void {
+    const { finding, model } = this.store;
+    const { theme, overlays } = this.world;
+    const item = finding && finding.index >= 0 ? (model.itemsOf(finding.index)[0] ?? -1) : -1;
+    const spots = finding && item >= 0 ? (finding.spots ?? []) : [];
+    const places = spots.map((spot) => spot.map((corner) => transformPoint(model.transform(item), [...corner])));
+    overlays.setSpots(places, finding ? theme[finding.severity] : theme.plain);
     this.world.invalidate();
   }
 

@@ -79,7 +79,7 @@ export class Model {
 
   /** Items that show an element: those that it places, and for a template, those of its references. */
   itemsOf(element: number): Int32Array {
-    return this.placed.items.subarray(this.placed.start[element]!, this.placed.start[element + 1]!);
+    return this.placed.items.subarray(this.placed.start[element], this.placed.start[element + 1]);
   }
 
   private listPlacements(): { start: Int32Array; items: Int32Array } {

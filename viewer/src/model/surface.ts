@@ -59,7 +59,7 @@ export function smoothNormals(positions: Float32Array, indices: Uint32Array): Sm
   const first = new Int8Array(4 * vertices);
   const sum = new Float64Array(3);
 
-  const store = (target: { [index: number]: number }, at: number): void => {
+  const store = (target: Record<number, number>, at: number): void => {
     const size = Math.hypot(sum[0]!, sum[1]!, sum[2]!);
     for (let axis = 0; axis < 3; ++axis) target[at + axis] = size > 0 ? Math.round((127 * sum[axis]!) / size) : 0;
   };

@@ -46,8 +46,10 @@ export const icon = (path: string): SVGElement =>
   svg("svg", { viewBox: "0 0 16 16", class: "icon", "aria-hidden": "true" }, svg("path", { d: path }));
 
 /** The element of an id that the markup of the page has. */
-export function byId<T extends HTMLElement>(id: string): T {
+export const byId = (id: string): HTMLElement => typedById(id, HTMLElement);
+
+export function typedById<T extends HTMLElement>(id: string, type: new () => T): T {
   const found = document.getElementById(id);
-  if (!found) throw new Error(`The page has no element "${id}".`);
-  return found as T;
+  if (!(found instanceof type)) throw new Error(`The page has no ${type.name} "${id}".`);
+  return found;
 }

@@ -76,8 +76,8 @@ export class PropertiesPanel {
     const geometry: Row[] = [];
     if (shape >= 0) {
       const { vertices, facets } = model.page.shapes;
-      if (vertices[shape]) geometry.push(["Vertices", formatCount(vertices[shape]!)]);
-      if (facets[shape]) geometry.push(["Facets", formatCount(facets[shape]!)]);
+      if (vertices[shape]) geometry.push(["Vertices", formatCount(vertices[shape])]);
+      if (facets[shape]) geometry.push(["Facets", formatCount(facets[shape])]);
     }
     if (items.length !== 1) geometry.push(["Placed", items.length === 0 ? "nowhere" : `${formatCount(items.length)} times`]);
     if (geometry.length > 0) parts.push(element("h3", {}, "Geometry"), table(geometry));

@@ -175,14 +175,15 @@ export class TreePanel {
     row.style.transform = `translateY(${top}px)`;
     row.style.paddingInlineStart = `${4 + 14 * Math.min(20, elements.level[node]! - 1)}px`;
     const twist = element("span", { class: `twist${hasChildren ? (open ? " open" : " closed") : ""}`, "aria-hidden": "true" });
+    const swatch = element("span", { class: "swatch", "aria-hidden": "true" });
+    const color = model.page.elements.color[node];
+    if (color) swatch.style.backgroundColor = color;
     const toggle = button(`${isShown ? "Hide" : "Show"} ${label}`, () => undefined, { class: "eye", tabindex: -1, "aria-pressed": String(isShown) }, icon(isShown ? icons.eye : icons.eyeOff));
     const name = element("span", { class: "name" }, data(label));
     if (!model.name(node)) name.classList.add("nameless");
-    row.append(twist, element("span", { class: `swatch ${model.kind(node)}`, "aria-hidden": "true" }), name);
+    row.append(twist, swatch, name);
     if (severity) row.append(element("span", { class: `badge ${severity}`, title: `has ${severity}s`, "aria-hidden": "true" }));
     row.append(element("span", { class: "kind" }, model.kind(node)), toggle);
-    const color = model.page.elements.color[node];
-    if (color) (row.querySelector(".swatch") as HTMLElement).style.backgroundColor = color;
     row.addEventListener("click", (event) => {
       if (toggle.contains(event.target as Node)) this.store.setShown(node, !isShown);
       else if (event.target === twist && hasChildren) this.setOpen(node, !open);

@@ -70,7 +70,7 @@ class SolidBatch {
       if (!visible[item]) continue;
       const scale = this.isSphere ? this.placement.shapeOf(item)!.radius : 1;
       writeMatrix(this.placement.transform(item), origin, scale, this.mirrored, matrices, 16 * count);
-      colors.write(item, tints, 3 * count);
+      colors.put(item, tints, 3 * count);
       ++count;
     }
     this.mesh.count = count;
@@ -218,7 +218,7 @@ export class Batches {
         for (const part of [vertex > 0 ? at - 3 : -1, last ? -1 : at]) {
           if (part < 0) continue;
           for (let axis = 0; axis < 3; ++axis) ends[part + axis] = point[axis]! - origin[axis]!;
-          colors.write(item, tints, part);
+          colors.put(item, tints, part);
         }
         if (!last) at += 6;
       }
@@ -238,7 +238,7 @@ export class Batches {
     items.forEach((item, number) => {
       const transform = this.placement.transform(item);
       for (let axis = 0; axis < 3; ++axis) places[3 * number + axis] = transform[4 * axis + 3]! - origin[axis]!;
-      colors.write(item, tints, 3 * number);
+      colors.put(item, tints, 3 * number);
     });
     this.pointObject.geometry.dispose();
     this.pointObject.geometry = new BufferGeometry();

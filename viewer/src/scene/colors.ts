@@ -42,7 +42,7 @@ export class ItemColors {
     }
   }
 
-  write(item: number, target: Float32Array, at: number): void {
+  put(item: number, target: Float32Array, at: number): void {
     target[at] = this.values[3 * item]!;
     target[at + 1] = this.values[3 * item + 1]!;
     target[at + 2] = this.values[3 * item + 2]!;

@@ -1,18 +1,19 @@
 // What is drawn over the model: local axes, centre of mass and inertia ellipsoid of the selected element, markers of
-// findings, and what is being measured.
+// findings and what a finding is about, and what is being measured.
 
 import {
   BufferAttribute,
   BufferGeometry,
   Color,
+  DoubleSide,
   Group,
   LineBasicMaterial,
   LineSegments,
-  Matrix4,
   Mesh,
   MeshBasicMaterial,
   Points,
   SphereGeometry,
+  type Matrix4,
 } from "three";
 import { LineMaterial } from "three/examples/jsm/lines/LineMaterial.js";
 import { LineSegments2 } from "three/examples/jsm/lines/LineSegments2.js";
@@ -38,11 +39,14 @@ export class Overlays {
   private readonly massCenter: Points;
   private readonly markers: Points;
   private readonly ellipsoid = new Group();
+  /** Facets, edges and vertices of a finding. */
+  private readonly spots: { readonly facets: Mesh; readonly edges: LineSegments2; readonly vertices: Points };
   private readonly measured: LineSegments2;
   private readonly measuredEnds: Points;
   private frame: { transform: Transform } | null = null;
   private body: { shape: Ellipsoid | null; center: Vec3; transform: Transform } | null = null;
   private marks: readonly Mark[] = [];
+  private found: { places: readonly (readonly Vec3[])[]; color: string } | null = null;
   private segment: { ends: readonly Vec3[]; color: string } | null = null;
 
   constructor(materials: Materials) {
@@ -61,9 +65,17 @@ export class Overlays {
     this.massCenter = new Points(new BufferGeometry(), materials.massCenter);
     this.markers = new Points(new BufferGeometry(), materials.marker);
     this.measuredEnds = new Points(new BufferGeometry(), materials.marker);
+    const facet = new MeshBasicMaterial({ side: DoubleSide, transparent: true, opacity: 0.75, depthTest: false });
+    this.spots = {
+      facets: new Mesh(new BufferGeometry(), facet),
+      edges: lines(4),
+      vertices: new Points(new BufferGeometry(), materials.marker),
+    };
     this.buildEllipsoid();
     let order = 1;
-    for (const object of [this.ellipsoid, this.markers, this.axes, this.massCenter, this.measured, this.measuredEnds]) {
+    const { facets, edges, vertices } = this.spots;
+    const objects = [this.ellipsoid, this.markers, facets, edges, vertices, this.axes, this.massCenter, this.measured];
+    for (const object of [...objects, this.measuredEnds]) {
       object.frustumCulled = false;
       object.visible = false;
       object.traverse((part) => (part.renderOrder = order));
@@ -108,6 +120,11 @@ export class Overlays {
     this.marks = marks;
   }
 
+  /** Facets (three places), edges (two) and vertices (one), in the document's frame. */
+  setSpots(places: readonly (readonly Vec3[])[], color: string): void {
+    this.found = places.length > 0 ? { places, color } : null;
+  }
+
   setMeasured(ends: readonly Vec3[], color: string): void {
     this.segment = ends.length > 0 ? { ends, color } : null;
   }
@@ -139,26 +156,54 @@ export class Overlays {
     this.markers.visible = this.marks.length > 0;
     if (this.marks.length > 0)
       setPoints(this.markers, this.marks.map(({ place }) => subtract(place, origin)), this.marks.map(({ color }) => color));
+    this.moveSpots(origin);
     this.moveMeasured(origin);
+  }
+
+  private moveSpots(origin: Vec3): void {
+    const { facets, edges, vertices } = this.spots;
+    const color = new Color(this.found?.color);
+    const parts = (size: number): Vec3[] =>
+      (this.found?.places ?? [])
+        .filter((place) => place.length === size)
+        .flatMap((place) => place.map((corner) => subtract(corner, origin)));
+    const corners = parts(3);
+    const outline = [0, 1, 2].flatMap((first) =>
+      corners.flatMap((_, at) => (at % 3 === 0 ? [corners[at + first]!, corners[at + ((first + 1) % 3)]!] : [])),
+    );
+    const ends = [...parts(2), ...outline]; // a facet that is seen from the side is a line
+    const points = parts(1);
+    facets.visible = corners.length > 0;
+    facets.geometry.dispose();
+    facets.geometry = new BufferGeometry();
+    facets.geometry.setAttribute("position", new BufferAttribute(Float32Array.from(corners.flat()), 3));
+    (facets.material as MeshBasicMaterial).color.copy(color);
+    setSegments(edges, ends, color);
+    vertices.visible = points.length > 0;
+    if (points.length > 0) setPoints(vertices, points, points.map(() => this.found!.color));
   }
 
   private moveMeasured(origin: Vec3): void {
     const ends = (this.segment?.ends ?? []).map((end) => subtract(end, origin));
     const color = this.segment?.color ?? "#000000";
     this.measuredEnds.visible = ends.length > 0;
-    this.measured.visible = ends.length === 2;
     if (ends.length > 0) setPoints(this.measuredEnds, ends, ends.map(() => color));
-    if (ends.length !== 2) return;
-    this.measured.geometry.dispose();
-    this.measured.geometry = new LineSegmentsGeometry();
-    this.measured.geometry.setPositions(ends.flat());
-    this.measured.geometry.setColors(ends.flatMap(() => new Color(color).toArray()));
+    setSegments(this.measured, ends.length === 2 ? ends : [], new Color(color));
   }
+}
+
+/** Draws segments between pairs of places. */
+function setSegments(object: LineSegments2, ends: readonly Vec3[], color: Color): void {
+  object.visible = ends.length > 0;
+  object.geometry.dispose();
+  object.geometry = new LineSegmentsGeometry();
+  if (ends.length === 0) return;
+  object.geometry.setPositions(ends.flat());
+  object.geometry.setColors(ends.flatMap(() => color.toArray()));
 }
 
 function setMatrix(matrix: Matrix4, basis: readonly Vec3[], place: Vec3): void {
   const [x, y, z] = basis as [Vec3, Vec3, Vec3];
-  // prettier-ignore
   matrix.set(x[0], y[0], z[0], place[0], x[1], y[1], z[1], place[1], x[2], y[2], z[2], place[2], 0, 0, 0, 1);
 }
 

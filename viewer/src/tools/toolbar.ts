@@ -54,14 +54,17 @@ export class Toolbar {
     this.addViews();
     this.addDisplay();
     this.addTools();
-    const { commands } = this;
-    commands.push(
-      { key: "h", run: () => this.store.selection && this.store.setShown(this.store.selection.element, false) },
-      { key: "i", run: () => this.store.selection && this.store.isolate(this.store.selection.element) },
-      { key: "a", run: () => this.store.showAll() },
-      { key: "/", run: () => search.focus() },
-      { key: "Escape", run: () => this.escape() },
-    );
+    const onSelected = (run: (element: number) => void) => (): void => {
+      if (store.selection) run(store.selection.element);
+    };
+    const add = (key: string, run: () => void): void => {
+      this.commands.push({ key, run });
+    };
+    add("h", onSelected((selected) => { store.setShown(selected, false); }));
+    add("i", onSelected((selected) => { store.isolate(selected); }));
+    add("a", () => { store.showAll(); });
+    add("/", () => { search.focus(); });
+    add("Escape", () => { this.escape(); });
     this.addHelp();
     document.addEventListener("keydown", (event) => {
       this.keyPressed(event);
