@@ -63,7 +63,11 @@ function checkScript(script) {
     if (script.toLowerCase().includes(forbidden)) throw new Error(`the script contains "${forbidden}"`);
 }
 
-const [template, script, css] = await Promise.all([readFile(join(here, "src/page.html"), "utf8"), bundle(), style()]);
+const [template, script, css] = await Promise.all([
+  readFile(join(here, "src/page.html"), "utf8"),
+  bundle(),
+  style(),
+]);
 checkScript(script);
 const policy = [
   "default-src 'none'",

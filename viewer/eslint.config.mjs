@@ -19,7 +19,10 @@ export default tseslint.config(
       "@typescript-eslint/prefer-literal-enum-member": "off",
       "@typescript-eslint/consistent-type-imports": "error",
       // texts of a document are data, never markup
-      "no-restricted-properties": ["error", ...markup.map((property) => ({ property, message: "Use text nodes." }))],
+      "no-restricted-properties": [
+        "error",
+        ...markup.map((property) => ({ property, message: "Use text nodes." })),
+      ],
       eqeqeq: ["error", "always", { null: "ignore" }],
       "no-eval": "error",
     },
@@ -29,12 +32,24 @@ export default tseslint.config(
     rules: {
       "no-restricted-imports": [
         "error",
-        { patterns: [{ group: ["three", "three/*", "three-mesh-bvh", "../*"], message: "The model knows neither the picture nor the page." }] },
+        {
+          patterns: [
+            {
+              group: ["three", "three/*", "three-mesh-bvh", "../*"],
+              message: "The model knows neither the picture nor the page.",
+            },
+          ],
+        },
       ],
     },
   },
   {
     files: ["src/panels/**/*.ts"],
-    rules: { "no-restricted-imports": ["error", { patterns: [{ group: ["three", "three/*"], message: "Panels do not draw." }] }] },
+    rules: {
+      "no-restricted-imports": [
+        "error",
+        { patterns: [{ group: ["three", "three/*"], message: "Panels do not draw." }] },
+      ],
+    },
   },
 );

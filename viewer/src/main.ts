@@ -241,7 +241,9 @@ class Picture {
     const { theme, overlays } = this.world;
     const item = finding && finding.index >= 0 ? (model.itemsOf(finding.index)[0] ?? -1) : -1;
     const spots = finding && item >= 0 ? (finding.spots ?? []) : [];
-    const places = spots.map((spot) => spot.map((corner) => transformPoint(model.transform(item), [...corner])));
+    const places = spots.map((spot) =>
+      spot.map((corner) => transformPoint(model.transform(item), [...corner])),
+    );
     overlays.setSpots(places, finding ? theme[finding.severity] : theme.plain);
     this.world.invalidate();
   }
@@ -309,7 +311,9 @@ async function start(): Promise<void> {
   document.body.dataset.elements = String(model.elements.size);
   const countItems = (): void => {
     const shown = store.visibleItems;
-    document.body.dataset.drawn = String(model.page.items.shape.filter((shape, item) => shape >= 0 && shown[item]).length);
+    document.body.dataset.drawn = String(
+      model.page.items.shape.filter((shape, item) => shape >= 0 && shown[item]).length,
+    );
   };
   store.listen(["visibility"], countItems);
   countItems();

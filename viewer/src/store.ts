@@ -95,7 +95,8 @@ export class Store {
       const first = items.ancestry(item)[0]!;
       for (let at = first; at < items.end[item]!; ++at) {
         if (!items.contains(at, item) && !items.contains(item, at)) continue;
-        for (const used of [page.items.element[at]!, page.items.source[at]!]) if (used >= 0) this.shown[used] = 1;
+        for (const used of [page.items.element[at]!, page.items.source[at]!])
+          if (used >= 0) this.shown[used] = 1;
       }
     }
     this.visibilityChanged();

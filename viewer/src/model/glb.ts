@@ -57,10 +57,11 @@ const uint32 = 5125;
 
 function chunks(bytes: Uint8Array): { gltf: Gltf; binary: Uint8Array } {
   const view = new DataView(bytes.buffer, bytes.byteOffset, bytes.byteLength);
-  if (bytes.length < 12 || view.getUint32(0, true) !== magic) throw new Error("The geometry of this page is no GLB.");
+  if (bytes.length < 12 || view.getUint32(0, true) !== magic)
+    throw new Error("The geometry of this page is no GLB.");
   let gltf: Gltf | null = null;
   let binary = new Uint8Array();
-  for (let at = 12; at + 8 <= bytes.length; ) {
+  for (let at = 12; at + 8 <= bytes.length;) {
     const size = view.getUint32(at, true);
     const type = view.getUint32(at + 4, true);
     const content = bytes.subarray(at + 8, at + 8 + size);
@@ -88,7 +89,14 @@ export async function readMeshes(bytes: Uint8Array): Promise<MeshData[]> {
       const from = packed.byteOffset ?? 0;
       content = new Uint8Array(packed.count * packed.byteStride);
       const source = binary.subarray(from, from + packed.byteLength);
-      MeshoptDecoder.decodeGltfBuffer(content, packed.count, packed.byteStride, source, packed.mode, packed.filter);
+      MeshoptDecoder.decodeGltfBuffer(
+        content,
+        packed.count,
+        packed.byteStride,
+        source,
+        packed.mode,
+        packed.filter,
+      );
     } else {
       const from = view.byteOffset ?? 0;
       content = binary.slice(from, from + view.byteLength); // typed arrays need an aligned start

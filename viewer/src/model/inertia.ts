@@ -13,7 +13,10 @@ export interface Ellipsoid {
 }
 
 /** Eigenvalues and eigenvectors of a symmetric tensor, by Jacobi's rotations. */
-export function principalAxes(tensor: readonly (readonly number[])[]): { moments: Vec3; axes: [Vec3, Vec3, Vec3] } {
+export function principalAxes(tensor: readonly (readonly number[])[]): {
+  moments: Vec3;
+  axes: [Vec3, Vec3, Vec3];
+} {
   const a = tensor.map((row) => [...row]);
   const v = [
     [1, 0, 0],
@@ -69,7 +72,8 @@ export function inertiaEllipsoid(properties: MassProperties): Ellipsoid | null {
   const { moments, axes } = principalAxes(properties.inertia);
   const [i, j, k] = moments;
   const trace = i + j + k;
-  if (!(mass > 0) || !(trace > 0) || !Number.isFinite(trace) || Math.min(i, j, k) < -1e-5 * trace) return null;
+  if (!(mass > 0) || !(trace > 0) || !Number.isFinite(trace) || Math.min(i, j, k) < -1e-5 * trace)
+    return null;
   const radius = (doubled: number): number => Math.sqrt(Math.max(0, (2.5 / mass) * doubled));
   return {
     center: [...properties.center],

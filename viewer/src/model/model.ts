@@ -20,7 +20,9 @@ export class Model {
     this.items = new Tree(page.items.parent);
     this.transforms = page.items.transform ? Float64Array.from(page.items.transform) : null;
     this.placed = this.listPlacements();
-    this.findings = severities.flatMap((severity) => page.findings.filter((finding) => finding.severity === severity));
+    this.findings = severities.flatMap((severity) =>
+      page.findings.filter((finding) => finding.severity === severity),
+    );
     this.worst = new Uint8Array(this.elements.size);
     for (const { index, severity } of this.findings)
       if (index >= 0) this.worst[index] = Math.max(this.worst[index]!, 3 - severities.indexOf(severity));
@@ -59,7 +61,8 @@ export class Model {
   elementAt(path: string): number {
     if (!this.paths) {
       this.paths = new Map();
-      for (const finding of this.findings) if (finding.index >= 0) this.paths.set(finding.path, finding.index);
+      for (const finding of this.findings)
+        if (finding.index >= 0) this.paths.set(finding.path, finding.index);
       for (let element = this.elements.size - 1; element >= 0; --element) {
         const own = this.path(element);
         if (own !== null) this.paths.set(own, element);

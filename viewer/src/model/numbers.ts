@@ -7,4 +7,5 @@ export function formatNumber(value: number, digits = 10): string {
 export const formatCount = (value: number): string => value.toLocaleString("en-US");
 
 /** "1 error", "2 errors". */
-export const counted = (count: number, noun: string): string => `${formatCount(count)} ${noun}${count === 1 ? "" : "s"}`;
+export const counted = (count: number, noun: string): string =>
+  `${formatCount(count)} ${noun}${count === 1 ? "" : "s"}`;

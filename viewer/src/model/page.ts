@@ -100,6 +100,7 @@ export interface Page {
 /** Parses the data block of a document. Throws if another version of the program wrote it. */
 export function parsePage(text: string): Page {
   const page = JSON.parse(text) as Page;
-  if (page.schema !== 1) throw new Error(`The data of this page has schema ${String(page.schema)}; 1 is expected.`);
+  if (page.schema !== 1)
+    throw new Error(`The data of this page has schema ${String(page.schema)}; 1 is expected.`);
   return page;
 }

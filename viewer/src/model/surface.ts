@@ -29,7 +29,10 @@ export function facetNormals(positions: Float32Array, indices: Uint32Array): Flo
 }
 
 /** The corners (positions in the index list) at each vertex: those of vertex v are from start[v] to start[v + 1]. */
-function cornersByVertex(indices: Uint32Array, vertices: number): { start: Uint32Array; corners: Uint32Array } {
+function cornersByVertex(
+  indices: Uint32Array,
+  vertices: number,
+): { start: Uint32Array; corners: Uint32Array } {
   const start = new Uint32Array(vertices + 1);
   for (const vertex of indices) ++start[vertex + 1]!;
   for (let vertex = 0; vertex < vertices; ++vertex) start[vertex + 1]! += start[vertex]!;
@@ -61,7 +64,8 @@ export function smoothNormals(positions: Float32Array, indices: Uint32Array): Sm
 
   const store = (target: Record<number, number>, at: number): void => {
     const size = Math.hypot(sum[0]!, sum[1]!, sum[2]!);
-    for (let axis = 0; axis < 3; ++axis) target[at + axis] = size > 0 ? Math.round((127 * sum[axis]!) / size) : 0;
+    for (let axis = 0; axis < 3; ++axis)
+      target[at + axis] = size > 0 ? Math.round((127 * sum[axis]!) / size) : 0;
   };
 
   const groups: { reference: number; vertex: number }[] = [];
@@ -113,10 +117,12 @@ export function smoothNormals(positions: Float32Array, indices: Uint32Array): Sm
 const cosine = (normals: Float32Array, a: number, b: number): number =>
   normals[a]! * normals[b]! + normals[a + 1]! * normals[b + 1]! + normals[a + 2]! * normals[b + 2]!;
 
-const smooth = (normals: Float32Array, a: number, b: number): boolean => cosine(normals, a, b) >= creaseCosine;
+const smooth = (normals: Float32Array, a: number, b: number): boolean =>
+  cosine(normals, a, b) >= creaseCosine;
 
 /** Corners share a normal if their facets are well within the crease angle of each other. */
-const alike = (normals: Float32Array, a: number, b: number): boolean => a === b || cosine(normals, a, b) >= alikeCosine;
+const alike = (normals: Float32Array, a: number, b: number): boolean =>
+  a === b || cosine(normals, a, b) >= alikeCosine;
 const alikeCosine = Math.cos((20 * Math.PI) / 180);
 
 /**
@@ -127,7 +133,10 @@ export function featureEdges(positions: Float32Array, indices: Uint32Array): Uin
   const facets = facetNormals(positions, indices);
   const joined = joinVertices(positions);
   const vertices = positions.length / 3;
-  const { start, corners } = cornersByVertex(indices.map((vertex) => joined[vertex]!), vertices);
+  const { start, corners } = cornersByVertex(
+    indices.map((vertex) => joined[vertex]!),
+    vertices,
+  );
   const edges: number[] = [];
   const normalsAt = new Map<number, number[]>(); // by the vertex at the other end, above this one
   for (let vertex = 0; vertex < vertices; ++vertex) {
@@ -159,7 +168,10 @@ function joinVertices(positions: Float32Array): Uint32Array {
   const first = new Uint32Array(vertices);
   for (let vertex = 0; vertex < vertices; ++vertex) {
     const at = 3 * vertex;
-    let hash = Math.imul(bits[at]!, 0x9e3779b1) ^ Math.imul(bits[at + 1]!, 0x85ebca6b) ^ Math.imul(bits[at + 2]!, 0xc2b2ae35);
+    let hash =
+      Math.imul(bits[at]!, 0x9e3779b1) ^
+      Math.imul(bits[at + 1]!, 0x85ebca6b) ^
+      Math.imul(bits[at + 2]!, 0xc2b2ae35);
     hash ^= hash >>> 15;
     for (let slot = hash & (capacity - 1); ; slot = (slot + 1) & (capacity - 1)) {
       const known = table[slot]!;

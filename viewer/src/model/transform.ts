@@ -102,7 +102,9 @@ export class Box {
     const reach: Vec3 = [0, 0, 0];
     for (let row = 0; row < 3; ++row)
       reach[row] =
-        Math.abs(m[4 * row]! * half[0]) + Math.abs(m[4 * row + 1]! * half[1]) + Math.abs(m[4 * row + 2]! * half[2]);
+        Math.abs(m[4 * row]! * half[0]) +
+        Math.abs(m[4 * row + 1]! * half[1]) +
+        Math.abs(m[4 * row + 2]! * half[2]);
     result.add(subtract(center, reach));
     result.add(add(center, reach));
     return result;

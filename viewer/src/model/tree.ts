@@ -21,7 +21,8 @@ export class Tree {
     this.children = new Int32Array(size + 1); // [0] counts the roots
     for (let node = 0; node < size; ++node) {
       const parent = this.parent[node]!;
-      if (parent >= node || parent < -1) throw new Error(`The parent ${parent} of ${node} does not precede it.`);
+      if (parent >= node || parent < -1)
+        throw new Error(`The parent ${parent} of ${node} does not precede it.`);
       this.level[node] = parent < 0 ? 1 : this.level[parent]! + 1;
       this.position[node] = ++this.children[parent + 1]!;
     }
@@ -56,7 +57,8 @@ export class Tree {
   rows(expanded: Uint8Array): Int32Array {
     const rows = new Int32Array(this.size);
     let count = 0;
-    for (let node = 0; node < this.size; node = expanded[node] ? node + 1 : this.end[node]!) rows[count++] = node;
+    for (let node = 0; node < this.size; node = expanded[node] ? node + 1 : this.end[node]!)
+      rows[count++] = node;
     return rows.subarray(0, count);
   }
 

@@ -45,7 +45,11 @@ export function basis({ yaw, pitch }: View): Basis {
   const sinPitch = Math.sin(pitch);
   const x = exact(c);
   const y = exact(s);
-  return { right: [-y, x, 0], up: [-sinPitch * x, -sinPitch * y, cosPitch], back: [cosPitch * x, cosPitch * y, sinPitch] };
+  return {
+    right: [-y, x, 0],
+    up: [-sinPitch * x, -sinPitch * y, cosPitch],
+    back: [cosPitch * x, cosPitch * y, sinPitch],
+  };
 }
 
 /** Distance from the target to the eye of a perspective picture. */
@@ -104,7 +108,10 @@ export function rayThrough(view: View, x: number, y: number): { origin: Vec3; di
   const onPlane = add(scale(right, x * view.height), scale(up, y * view.height)); // from the target
   const distance = eyeDistance(view);
   if (view.perspective)
-    return { origin: add(view.target, scale(back, distance)), direction: subtract(onPlane, scale(back, distance)) };
+    return {
+      origin: add(view.target, scale(back, distance)),
+      direction: subtract(onPlane, scale(back, distance)),
+    };
   return { origin: add(view.target, onPlane), direction: scale(back, -1) };
 }
 

@@ -11,7 +11,8 @@ export function element<K extends keyof HTMLElementTagNameMap>(
 ): HTMLElementTagNameMap[K] {
   const result = document.createElement(tag);
   for (const [name, value] of Object.entries(attributes))
-    if (value !== undefined && value !== false) result.setAttribute(name, value === true ? "" : String(value));
+    if (value !== undefined && value !== false)
+      result.setAttribute(name, value === true ? "" : String(value));
   result.append(...children);
   return result;
 }
@@ -23,7 +24,12 @@ export function element<K extends keyof HTMLElementTagNameMap>(
 export const data = (text: string): HTMLElement => element("bdi", { class: "data" }, text);
 
 /** A button with a visible text or an icon, and what it does. */
-export function button(label: string, action: () => void, attributes: Attributes = {}, ...children: readonly Child[]): HTMLButtonElement {
+export function button(
+  label: string,
+  action: () => void,
+  attributes: Attributes = {},
+  ...children: readonly Child[]
+): HTMLButtonElement {
   const content = children.length > 0 ? children : [label];
   const named = children.length > 0 ? { "aria-label": label, title: label } : {};
   const result = element("button", { type: "button", ...named, ...attributes }, ...content);

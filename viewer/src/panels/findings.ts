@@ -32,7 +32,13 @@ export class FindingsPanel {
       this.extend(list, those, 0);
     }
     if (page.omitted > 0)
-      this.root.append(element("p", { class: "empty" }, `${counted(page.omitted, "finding")} beyond the limit ${page.omitted === 1 ? "is" : "are"} not listed.`));
+      this.root.append(
+        element(
+          "p",
+          { class: "empty" },
+          `${counted(page.omitted, "finding")} beyond the limit ${page.omitted === 1 ? "is" : "are"} not listed.`,
+        ),
+      );
     store.listen(["finding"], () => {
       this.selectionChanged();
     });

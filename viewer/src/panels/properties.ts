@@ -31,7 +31,11 @@ export class PropertiesPanel {
   private ofDocument(): HTMLElement[] {
     const { page, findings } = this.store.model;
     const rows: Row[] = [["File", data(page.file)]];
-    if (page.code !== null) rows.push(["Result of the load", page.problem ? data(`${page.code}: ${page.problem}`) : String(page.code)]);
+    if (page.code !== null)
+      rows.push([
+        "Result of the load",
+        page.problem ? data(`${page.code}: ${page.problem}`) : String(page.code),
+      ]);
     else if (page.problem) rows.push(["Problem", data(page.problem)]);
     for (const [name, value] of page.header) rows.push([name, data(value)]);
     rows.push(["Findings", counted(findings.length + page.omitted, "finding")]);
@@ -69,7 +73,8 @@ export class PropertiesPanel {
     const path = model.path(index);
     if (path !== null) rows.push(["path", data(path)]);
     const named = new Set(["kind", "name", "path"]);
-    for (const [name, value] of elements.fields[index] ?? []) if (!named.has(name)) rows.push([name, data(value)]);
+    for (const [name, value] of elements.fields[index] ?? [])
+      if (!named.has(name)) rows.push([name, data(value)]);
     const parts: HTMLElement[] = [element("h2", {}, data(model.label(index))), table(rows)];
     const items = model.itemsOf(index);
     const shape = items.length > 0 ? model.page.items.shape[items[0]!]! : -1;
@@ -79,13 +84,20 @@ export class PropertiesPanel {
       if (vertices[shape]) geometry.push(["Vertices", formatCount(vertices[shape])]);
       if (facets[shape]) geometry.push(["Facets", formatCount(facets[shape])]);
     }
-    if (items.length !== 1) geometry.push(["Placed", items.length === 0 ? "nowhere" : `${formatCount(items.length)} times`]);
+    if (items.length !== 1)
+      geometry.push(["Placed", items.length === 0 ? "nowhere" : `${formatCount(items.length)} times`]);
     if (geometry.length > 0) parts.push(element("h3", {}, "Geometry"), table(geometry));
     const system = elements.system[index];
     if (system)
       parts.push(
         element("h3", {}, "Local axes"),
-        table(axes.map((name, row) => [name, ...system.slice(3 * row, 3 * row + 3).map((value) => formatNumber(value))]), ["", "x", "y", "z"]),
+        table(
+          axes.map((name, row) => [
+            name,
+            ...system.slice(3 * row, 3 * row + 3).map((value) => formatNumber(value)),
+          ]),
+          ["", "x", "y", "z"],
+        ),
       );
     parts.push(...this.mass(index));
     const actions = element("div", { class: "actions" });
@@ -105,9 +117,15 @@ export class PropertiesPanel {
     if (own.length > 0) {
       const list = element("ul", { class: "own-findings" });
       for (const finding of own.slice(0, 50)) {
-        const go = button(finding.message, () => {
-          this.store.showFinding(finding);
-        }, {}, element("span", { class: `badge ${finding.severity}`, "aria-hidden": "true" }), data(finding.message));
+        const go = button(
+          finding.message,
+          () => {
+            this.store.showFinding(finding);
+          },
+          {},
+          element("span", { class: `badge ${finding.severity}`, "aria-hidden": "true" }),
+          data(finding.message),
+        );
         list.append(element("li", {}, go));
       }
       parts.push(element("h3", {}, `Findings (${formatCount(own.length)})`), list);
@@ -130,19 +148,33 @@ export class PropertiesPanel {
       ["Volume", ...value(({ volume }) => volume)],
       ["Area", ...value(({ area }) => area)],
       ...[0, 1, 2].map((axis): Row => [`Centre ${"xyz"[axis]!}`, ...value(({ center }) => center[axis])]),
-      ...([[0, 0], [1, 1], [2, 2], [0, 1], [0, 2], [1, 2]] as const).map(
-        ([a, b]): Row => [`I${"xyz"[a]}${"xyz"[b]}`, ...value(({ inertia }) => inertia[a][b])],
-      ),
+      ...(
+        [
+          [0, 0],
+          [1, 1],
+          [2, 2],
+          [0, 1],
+          [0, 2],
+          [1, 2],
+        ] as const
+      ).map(([a, b]): Row => [`I${"xyz"[a]}${"xyz"[b]}`, ...value(({ inertia }) => inertia[a][b])]),
     ];
     const parts: HTMLElement[] = [
       element("h3", {}, "Mass properties"),
-      table(rows.filter(([, ...cells]) => cells.some((cell) => cell !== "–")), ["", "Declared", "Computed"]),
+      table(
+        rows.filter(([, ...cells]) => cells.some((cell) => cell !== "–")),
+        ["", "Declared", "Computed"],
+      ),
     ];
     const used = declared ?? computed;
     const ellipsoid = used ? inertiaEllipsoid(used) : null;
     if (used && ellipsoid)
       parts.push(
-        element("p", { class: "hint" }, `The picture shows the ${declared ? "declared" : "computed"} centre of mass and inertia ellipsoid. Principal moments: ${ellipsoid.moments.map((moment) => formatNumber(moment, 6)).join(", ")}.`),
+        element(
+          "p",
+          { class: "hint" },
+          `The picture shows the ${declared ? "declared" : "computed"} centre of mass and inertia ellipsoid. Principal moments: ${ellipsoid.moments.map((moment) => formatNumber(moment, 6)).join(", ")}.`,
+        ),
       );
     if (computed && (computed.mass === null || computed.mass === undefined))
       parts.push(element("p", { class: "hint" }, "Computed inertia is per unit of density."));
@@ -154,11 +186,26 @@ export class PropertiesPanel {
 function table(rows: readonly Row[], head?: readonly string[]): HTMLElement {
   const body = element("tbody");
   for (const [name, ...cells] of rows)
-    body.append(element("tr", {}, element("th", { scope: "row" }, name), ...cells.map((cell) => element("td", {}, cell))));
+    body.append(
+      element(
+        "tr",
+        {},
+        element("th", { scope: "row" }, name),
+        ...cells.map((cell) => element("td", {}, cell)),
+      ),
+    );
   const result = element("table", { class: head ? "numbers" : "fields" });
   if (head)
     result.append(
-      element("thead", {}, element("tr", {}, ...head.map((name) => (name ? element("th", { scope: "col" }, name) : element("td", {}))))),
+      element(
+        "thead",
+        {},
+        element(
+          "tr",
+          {},
+          ...head.map((name) => (name ? element("th", { scope: "col" }, name) : element("td", {}))),
+        ),
+      ),
     );
   result.append(body);
   return result;

@@ -64,7 +64,9 @@ export class TreePanel {
   /** Lists only what was found, with its holders; null: everything. */
   filter(found: Uint8Array | null): void {
     this.filtered = found !== null;
-    this.rows = found ? this.store.model.elements.withHolders(found) : this.store.model.elements.rows(this.expanded);
+    this.rows = found
+      ? this.store.model.elements.withHolders(found)
+      : this.store.model.elements.rows(this.expanded);
     this.root.scrollTop = 0;
     this.draw();
     if (!this.filtered && this.store.selection) this.makeVisible(this.store.selection.element);
@@ -127,7 +129,10 @@ export class TreePanel {
     this.body.style.height = `${Math.min(greatestHeight, this.rows.length * rowHeight)}px`;
     const offset = this.root.scrollTop / stretch;
     const first = Math.max(0, Math.floor(offset / rowHeight) - margin);
-    const last = Math.min(this.rows.length, Math.ceil((offset + this.root.clientHeight) / rowHeight) + margin);
+    const last = Math.min(
+      this.rows.length,
+      Math.ceil((offset + this.root.clientHeight) / rowHeight) + margin,
+    );
     const shift = this.root.scrollTop - offset;
     const drawn = new Set<number>();
     const children: HTMLElement[] = [];
@@ -164,25 +169,33 @@ export class TreePanel {
       "aria-setsize": elements.siblings(node),
       "aria-expanded": hasChildren ? String(open) : undefined,
       "aria-selected": String(node === this.selected),
-      "aria-label": [
-        label,
-        model.kind(node),
-        isShown ? "" : "hidden",
-        severity ? `has ${severity}s` : "",
-      ].filter(Boolean).join(", "),
+      "aria-label": [label, model.kind(node), isShown ? "" : "hidden", severity ? `has ${severity}s` : ""]
+        .filter(Boolean)
+        .join(", "),
       "data-element": node,
     });
     row.style.transform = `translateY(${top}px)`;
     row.style.paddingInlineStart = `${4 + 14 * Math.min(20, elements.level[node]! - 1)}px`;
-    const twist = element("span", { class: `twist${hasChildren ? (open ? " open" : " closed") : ""}`, "aria-hidden": "true" });
+    const twist = element("span", {
+      class: `twist${hasChildren ? (open ? " open" : " closed") : ""}`,
+      "aria-hidden": "true",
+    });
     const swatch = element("span", { class: "swatch", "aria-hidden": "true" });
     const color = model.page.elements.color[node];
     if (color) swatch.style.backgroundColor = color;
-    const toggle = button(`${isShown ? "Hide" : "Show"} ${label}`, () => undefined, { class: "eye", tabindex: -1, "aria-pressed": String(isShown) }, icon(isShown ? icons.eye : icons.eyeOff));
+    const toggle = button(
+      `${isShown ? "Hide" : "Show"} ${label}`,
+      () => undefined,
+      { class: "eye", tabindex: -1, "aria-pressed": String(isShown) },
+      icon(isShown ? icons.eye : icons.eyeOff),
+    );
     const name = element("span", { class: "name" }, data(label));
     if (!model.name(node)) name.classList.add("nameless");
     row.append(twist, swatch, name);
-    if (severity) row.append(element("span", { class: `badge ${severity}`, title: `has ${severity}s`, "aria-hidden": "true" }));
+    if (severity)
+      row.append(
+        element("span", { class: `badge ${severity}`, title: `has ${severity}s`, "aria-hidden": "true" }),
+      );
     row.append(element("span", { class: "kind" }, model.kind(node)), toggle);
     row.addEventListener("click", (event) => {
       if (toggle.contains(event.target as Node)) this.store.setShown(node, !isShown);
@@ -205,7 +218,8 @@ export class TreePanel {
     if (this.filtered) return; // what was found is listed in full
     this.expanded[node] = open ? 1 : 0;
     this.rows = this.store.model.elements.rows(this.expanded);
-    if (!open && this.active > node && this.store.model.elements.contains(node, this.active)) this.active = node;
+    if (!open && this.active > node && this.store.model.elements.contains(node, this.active))
+      this.active = node;
     this.draw();
   }
 
@@ -252,7 +266,8 @@ export class TreePanel {
       case "*":
         if (node < 0) return true;
         for (let at = 0; at < elements.size; ++at)
-          if (elements.parent[at] === elements.parent[node] && elements.childCount(at) > 0) this.expanded[at] = 1;
+          if (elements.parent[at] === elements.parent[node] && elements.childCount(at) > 0)
+            this.expanded[at] = 1;
         this.setOpen(node, elements.childCount(node) > 0);
         return true;
       case "Enter":

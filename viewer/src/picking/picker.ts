@@ -4,7 +4,19 @@ import { BufferAttribute, BufferGeometry, DoubleSide, Ray, Vector3 } from "three
 import { MeshBVH } from "three-mesh-bvh";
 import { isHidden, type Plane } from "../model/section";
 import type { Shape } from "../model/shape";
-import { add, dot, invert, length, normalize, scale, subtract, transformDirection, transformPoint, type Transform, type Vec3 } from "../model/transform";
+import {
+  add,
+  dot,
+  invert,
+  length,
+  normalize,
+  scale,
+  subtract,
+  transformDirection,
+  transformPoint,
+  type Transform,
+  type Vec3,
+} from "../model/transform";
 import { project, rayThrough, type View } from "../model/view";
 import type { Placement } from "../scene/placement";
 
@@ -73,7 +85,9 @@ export class Picker {
       if (!shape) continue;
       const transform = this.placement.transform(item);
       if (shape.kind === "mesh" || (shape.kind === "sphere" && shape.radius > 0)) {
-        for (const hit of shape.kind === "mesh" ? this.hitMesh(shape, transform, ray) : hitSphere(shape, transform, ray)) {
+        for (const hit of shape.kind === "mesh"
+          ? this.hitMesh(shape, transform, ray)
+          : hitSphere(shape, transform, ray)) {
           const distance = dot(subtract(hit.place, ray.origin), ray.direction);
           if (distance < 0 || distance >= nearest || isHidden(looking.section, hit.place)) continue;
           nearest = distance;
@@ -96,7 +110,11 @@ export class Picker {
     return 2 * box.radius + length(subtract(box.center, view.target));
   }
 
-  private *hitMesh(shape: Shape, transform: Transform, ray: Line): Generator<{ place: Vec3; vertices: Vec3[] }> {
+  private *hitMesh(
+    shape: Shape,
+    transform: Transform,
+    ray: Line,
+  ): Generator<{ place: Vec3; vertices: Vec3[] }> {
     if (shape.facetCount === 0) return;
     const inverse = invert(transform);
     if (!inverse) return;
@@ -110,7 +128,9 @@ export class Picker {
     const local = new Ray(new Vector3(...near), new Vector3(...size));
     for (const { point, face } of this.tree(shape).raycast(local, DoubleSide)) {
       if (!face) continue;
-      const vertices = [face.a, face.b, face.c].map((index) => transformPoint(transform, shape.vertex(index)));
+      const vertices = [face.a, face.b, face.c].map((index) =>
+        transformPoint(transform, shape.vertex(index)),
+      );
       yield { place: transformPoint(transform, [point.x, point.y, point.z]), vertices };
     }
   }

@@ -29,11 +29,19 @@ export interface Drawn {
 }
 
 /** Writes a transform, relative to an origin, as a 4x4 matrix column by column. */
-function writeMatrix(m: Transform, origin: Vec3, scale: number, mirrored: boolean, target: Float32Array, at: number): void {
+function writeMatrix(
+  m: Transform,
+  origin: Vec3,
+  scale: number,
+  mirrored: boolean,
+  target: Float32Array,
+  at: number,
+): void {
   const flip = mirrored ? -1 : 1;
   for (let row = 0; row < 3; ++row) {
     const sign = row === 0 ? flip : 1;
-    for (let column = 0; column < 3; ++column) target[at + 4 * column + row] = sign * scale * m[4 * row + column]!;
+    for (let column = 0; column < 3; ++column)
+      target[at + 4 * column + row] = sign * scale * m[4 * row + column]!;
     target[at + 12 + row] = sign * (m[4 * row + 3]! - origin[row]!);
   }
   target[at + 15] = 1;
@@ -113,8 +121,7 @@ class SolidShape {
 
   showEdges(shown: boolean): void {
     if (this.shape.kind === "sphere") return;
-    for (const batch of this.batches)
-      batch.showEdges(shown, () => (this.edges ??= edgeGeometry(this.shape)));
+    for (const batch of this.batches) batch.showEdges(shown, () => (this.edges ??= edgeGeometry(this.shape)));
   }
 }
 
@@ -143,7 +150,9 @@ function meshGeometry(shape: Shape): BufferGeometry {
 function edgeGeometry(shape: Shape): BufferGeometry {
   const geometry = new BufferGeometry();
   geometry.setAttribute("position", new BufferAttribute(shape.positions, 3));
-  geometry.setIndex(new BufferAttribute(featureEdges(shape.positions, shape.indices ?? new Uint32Array()), 1));
+  geometry.setIndex(
+    new BufferAttribute(featureEdges(shape.positions, shape.indices ?? new Uint32Array()), 1),
+  );
   return geometry;
 }
 
@@ -168,7 +177,8 @@ export class Batches {
       if (index < 0) continue;
       const shape = shapes[index]!;
       if (shape.kind === "polyline") this.lines.push(item);
-      else if (shape.kind === "point" || (shape.kind === "sphere" && shape.radius === 0)) this.points.push(item);
+      else if (shape.kind === "point" || (shape.kind === "sphere" && shape.radius === 0))
+        this.points.push(item);
       else if (shape.kind === "sphere") spheres.push(item);
       else if (shape.facetCount > 0) {
         const items = ofShape.get(index);
@@ -177,7 +187,8 @@ export class Batches {
       }
     }
     // spheres differ in radius only: one object draws them all
-    if (spheres.length > 0) this.solids.push(new SolidShape(placement, placement.shapeOf(spheres[0]!)!, spheres, materials));
+    if (spheres.length > 0)
+      this.solids.push(new SolidShape(placement, placement.shapeOf(spheres[0]!)!, spheres, materials));
     for (const [index, items] of ofShape)
       this.solids.push(new SolidShape(placement, shapes[index]!, items, materials));
     for (const solid of this.solids) for (const batch of solid.batches) this.group.add(batch.mesh);
@@ -237,7 +248,8 @@ export class Batches {
     const tints = new Float32Array(3 * items.length);
     items.forEach((item, number) => {
       const transform = this.placement.transform(item);
-      for (let axis = 0; axis < 3; ++axis) places[3 * number + axis] = transform[4 * axis + 3]! - origin[axis]!;
+      for (let axis = 0; axis < 3; ++axis)
+        places[3 * number + axis] = transform[4 * axis + 3]! - origin[axis]!;
       colors.put(item, tints, 3 * number);
     });
     this.pointObject.geometry.dispose();

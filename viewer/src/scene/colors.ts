@@ -28,11 +28,13 @@ export class ItemColors {
     for (let item = 0; item < model.items.size; ++item) {
       if (shape[item]! < 0) continue;
       const kind = model.shapeKind(item);
-      let text = color[item] ?? (kind === "polyline" ? theme.line : kind === "point" ? theme.point : theme.solid);
+      let text =
+        color[item] ?? (kind === "polyline" ? theme.line : kind === "point" ? theme.point : theme.solid);
       if (display.coloring === "findings") {
         const own = element[item]!;
         const template = source[item]!;
-        const severity = (own >= 0 ? model.severity(own) : null) ?? (template >= 0 ? model.severity(template) : null);
+        const severity =
+          (own >= 0 ? model.severity(own) : null) ?? (template >= 0 ? model.severity(template) : null);
         text = severity ? theme[severity] : theme.plain;
       }
       const value = parse(selected[item] ? theme.selection : text);

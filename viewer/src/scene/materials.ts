@@ -16,10 +16,18 @@ interface Patched {
 
 /** A marker of constant size on the screen. */
 function dots(size: number, fragment: string, onTop: boolean): PointsMaterial {
-  const material = new PointsMaterial({ size, sizeAttenuation: false, vertexColors: true, transparent: true });
+  const material = new PointsMaterial({
+    size,
+    sizeAttenuation: false,
+    vertexColors: true,
+    transparent: true,
+  });
   material.depthTest = !onTop;
   material.onBeforeCompile = (shader: Patched) => {
-    shader.fragmentShader = shader.fragmentShader.replace("#include <opaque_fragment>", `#include <opaque_fragment>\n${fragment}`);
+    shader.fragmentShader = shader.fragmentShader.replace(
+      "#include <opaque_fragment>",
+      `#include <opaque_fragment>\n${fragment}`,
+    );
   };
   material.customProgramCacheKey = () => fragment;
   return material;

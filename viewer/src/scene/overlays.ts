@@ -19,7 +19,16 @@ import { LineMaterial } from "three/examples/jsm/lines/LineMaterial.js";
 import { LineSegments2 } from "three/examples/jsm/lines/LineSegments2.js";
 import { LineSegmentsGeometry } from "three/examples/jsm/lines/LineSegmentsGeometry.js";
 import type { Ellipsoid } from "../model/inertia";
-import { column, normalize, translation, transformDirection, transformPoint, subtract, type Transform, type Vec3 } from "../model/transform";
+import {
+  column,
+  normalize,
+  translation,
+  transformDirection,
+  transformPoint,
+  subtract,
+  type Transform,
+  type Vec3,
+} from "../model/transform";
 import { heightAt, type View } from "../model/view";
 import type { Materials } from "./materials";
 
@@ -51,21 +60,33 @@ export class Overlays {
 
   constructor(materials: Materials) {
     const lines = (width: number): LineSegments2 => {
-      const material = new LineMaterial({ linewidth: width, vertexColors: true, depthTest: false, transparent: true });
+      const material = new LineMaterial({
+        linewidth: width,
+        vertexColors: true,
+        depthTest: false,
+        transparent: true,
+      });
       return new LineSegments2(new LineSegmentsGeometry(), material);
     };
     this.axes = lines(3);
     const ends = [1, 0, 0, 0, 1, 0, 0, 0, 1];
     const geometry = new LineSegmentsGeometry();
     geometry.setPositions([0, 1, 2].flatMap((axis) => [0, 0, 0, ...ends.slice(3 * axis, 3 * axis + 3)]));
-    geometry.setColors(axisColors.flatMap((text) => [...new Color(text).toArray(), ...new Color(text).toArray()]));
+    geometry.setColors(
+      axisColors.flatMap((text) => [...new Color(text).toArray(), ...new Color(text).toArray()]),
+    );
     this.axes.geometry = geometry;
     this.axes.matrixAutoUpdate = false;
     this.measured = lines(2);
     this.massCenter = new Points(new BufferGeometry(), materials.massCenter);
     this.markers = new Points(new BufferGeometry(), materials.marker);
     this.measuredEnds = new Points(new BufferGeometry(), materials.marker);
-    const facet = new MeshBasicMaterial({ side: DoubleSide, transparent: true, opacity: 0.75, depthTest: false });
+    const facet = new MeshBasicMaterial({
+      side: DoubleSide,
+      transparent: true,
+      opacity: 0.75,
+      depthTest: false,
+    });
     this.spots = {
       facets: new Mesh(new BufferGeometry(), facet),
       edges: lines(4),
@@ -74,7 +95,16 @@ export class Overlays {
     this.buildEllipsoid();
     let order = 1;
     const { facets, edges, vertices } = this.spots;
-    const objects = [this.ellipsoid, this.markers, facets, edges, vertices, this.axes, this.massCenter, this.measured];
+    const objects = [
+      this.ellipsoid,
+      this.markers,
+      facets,
+      edges,
+      vertices,
+      this.axes,
+      this.massCenter,
+      this.measured,
+    ];
     for (const object of [...objects, this.measuredEnds]) {
       object.frustumCulled = false;
       object.visible = false;
@@ -85,8 +115,19 @@ export class Overlays {
   }
 
   private buildEllipsoid(): void {
-    const body = new MeshBasicMaterial({ color: "#a855f7", transparent: true, opacity: 0.22, depthTest: false, depthWrite: false });
-    const grid = new LineBasicMaterial({ color: "#a855f7", transparent: true, opacity: 0.85, depthTest: false });
+    const body = new MeshBasicMaterial({
+      color: "#a855f7",
+      transparent: true,
+      opacity: 0.22,
+      depthTest: false,
+      depthWrite: false,
+    });
+    const grid = new LineBasicMaterial({
+      color: "#a855f7",
+      transparent: true,
+      opacity: 0.85,
+      depthTest: false,
+    });
     const rings: number[] = [];
     const steps = 96;
     for (let axis = 0; axis < 3; ++axis)
@@ -155,7 +196,11 @@ export class Overlays {
     }
     this.markers.visible = this.marks.length > 0;
     if (this.marks.length > 0)
-      setPoints(this.markers, this.marks.map(({ place }) => subtract(place, origin)), this.marks.map(({ color }) => color));
+      setPoints(
+        this.markers,
+        this.marks.map(({ place }) => subtract(place, origin)),
+        this.marks.map(({ color }) => color),
+      );
     this.moveSpots(origin);
     this.moveMeasured(origin);
   }
@@ -169,7 +214,9 @@ export class Overlays {
         .flatMap((place) => place.map((corner) => subtract(corner, origin)));
     const corners = parts(3);
     const outline = [0, 1, 2].flatMap((first) =>
-      corners.flatMap((_, at) => (at % 3 === 0 ? [corners[at + first]!, corners[at + ((first + 1) % 3)]!] : [])),
+      corners.flatMap((_, at) =>
+        at % 3 === 0 ? [corners[at + first]!, corners[at + ((first + 1) % 3)]!] : [],
+      ),
     );
     const ends = [...parts(2), ...outline]; // a facet that is seen from the side is a line
     const points = parts(1);
@@ -180,14 +227,24 @@ export class Overlays {
     (facets.material as MeshBasicMaterial).color.copy(color);
     setSegments(edges, ends, color);
     vertices.visible = points.length > 0;
-    if (points.length > 0) setPoints(vertices, points, points.map(() => this.found!.color));
+    if (points.length > 0)
+      setPoints(
+        vertices,
+        points,
+        points.map(() => this.found!.color),
+      );
   }
 
   private moveMeasured(origin: Vec3): void {
     const ends = (this.segment?.ends ?? []).map((end) => subtract(end, origin));
     const color = this.segment?.color ?? "#000000";
     this.measuredEnds.visible = ends.length > 0;
-    if (ends.length > 0) setPoints(this.measuredEnds, ends, ends.map(() => color));
+    if (ends.length > 0)
+      setPoints(
+        this.measuredEnds,
+        ends,
+        ends.map(() => color),
+      );
     setSegments(this.measured, ends.length === 2 ? ends : [], new Color(color));
   }
 }

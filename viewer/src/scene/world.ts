@@ -1,4 +1,14 @@
-import { DirectionalLight, HemisphereLight, Matrix4, OrthographicCamera, PerspectiveCamera, Plane, Scene, Vector3, WebGLRenderer } from "three";
+import {
+  DirectionalLight,
+  HemisphereLight,
+  Matrix4,
+  OrthographicCamera,
+  PerspectiveCamera,
+  Plane,
+  Scene,
+  Vector3,
+  WebGLRenderer,
+} from "three";
 import type { Shape } from "../model/shape";
 import { sectionPlane, type Plane as SectionPlane } from "../model/section";
 import { add, dot, length, scale, subtract, type Box, type Vec3 } from "../model/transform";
@@ -44,7 +54,12 @@ export class World {
     shapes: readonly Shape[],
     view: View,
   ) {
-    this.renderer = new WebGLRenderer({ canvas, alpha: true, antialias: true, powerPreference: "high-performance" });
+    this.renderer = new WebGLRenderer({
+      canvas,
+      alpha: true,
+      antialias: true,
+      powerPreference: "high-performance",
+    });
     this.renderer.setClearColor(0x000000, 0); // the page's background is seen through
     this.renderer.localClippingEnabled = true;
     this.view = view;
@@ -125,7 +140,8 @@ export class World {
 
   private clip(): void {
     const section = this.section;
-    if (section) this.clipping.set(new Vector3(...section.normal), section.constant + dot(section.normal, this.origin));
+    if (section)
+      this.clipping.set(new Vector3(...section.normal), section.constant + dot(section.normal, this.origin));
     this.materials.clip(section ? this.clipping : null);
   }
 
@@ -140,7 +156,8 @@ export class World {
     const ratio = Math.min(2, window.devicePixelRatio);
     const width = Math.max(1, clientWidth);
     const height = Math.max(1, clientHeight);
-    if (this.canvas.width === Math.floor(width * ratio) && this.canvas.height === Math.floor(height * ratio)) return;
+    if (this.canvas.width === Math.floor(width * ratio) && this.canvas.height === Math.floor(height * ratio))
+      return;
     this.renderer.setPixelRatio(ratio);
     this.renderer.setSize(width, height, false);
   }
@@ -175,7 +192,9 @@ export class World {
     const eye = add(target, scale(back, distance));
     camera.matrixAutoUpdate = false;
     camera.matrix.copy(
-      new Matrix4().makeBasis(new Vector3(...right), new Vector3(...up), new Vector3(...back)).setPosition(...eye),
+      new Matrix4()
+        .makeBasis(new Vector3(...right), new Vector3(...up), new Vector3(...back))
+        .setPosition(...eye),
     );
     camera.matrix.decompose(camera.position, camera.quaternion, camera.scale);
     camera.updateMatrixWorld(true);

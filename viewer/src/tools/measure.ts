@@ -70,7 +70,8 @@ export class MeasureTool {
   moveLabel(): void {
     const [from, to] = this.ends;
     const { canvas, currentView } = this.world;
-    const middle: Vec3 | null = from && to ? [(from[0] + to[0]) / 2, (from[1] + to[1]) / 2, (from[2] + to[2]) / 2] : null;
+    const middle: Vec3 | null =
+      from && to ? [(from[0] + to[0]) / 2, (from[1] + to[1]) / 2, (from[2] + to[2]) / 2] : null;
     const seen = middle ? project(currentView, middle) : null;
     this.label.hidden = !seen;
     if (!seen) return;

@@ -9,7 +9,12 @@ const steps = 1000;
 /** Moves the section plane. */
 export class SectionPanel {
   readonly root = element("section", { class: "tool-panel", "aria-label": "Section plane", hidden: true });
-  private readonly slider = element("input", { type: "range", min: 0, max: steps, "aria-label": "Place of the plane" });
+  private readonly slider = element("input", {
+    type: "range",
+    min: 0,
+    max: steps,
+    "aria-label": "Place of the plane",
+  });
   private readonly place = element("output", { class: "place" });
   private readonly axes: HTMLButtonElement[];
 
@@ -25,7 +30,11 @@ export class SectionPanel {
     this.slider.addEventListener("input", () => {
       this.change({ place: Number(this.slider.value) / steps });
     });
-    const group = element("div", { class: "segments", role: "group", "aria-label": "Axis of the section plane" }, ...this.axes);
+    const group = element(
+      "div",
+      { class: "segments", role: "group", "aria-label": "Axis of the section plane" },
+      ...this.axes,
+    );
     this.root.append(
       group,
       this.slider,

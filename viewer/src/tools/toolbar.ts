@@ -60,11 +60,27 @@ export class Toolbar {
     const add = (key: string, run: () => void): void => {
       this.commands.push({ key, run });
     };
-    add("h", onSelected((selected) => { store.setShown(selected, false); }));
-    add("i", onSelected((selected) => { store.isolate(selected); }));
-    add("a", () => { store.showAll(); });
-    add("/", () => { search.focus(); });
-    add("Escape", () => { this.escape(); });
+    add(
+      "h",
+      onSelected((selected) => {
+        store.setShown(selected, false);
+      }),
+    );
+    add(
+      "i",
+      onSelected((selected) => {
+        store.isolate(selected);
+      }),
+    );
+    add("a", () => {
+      store.showAll();
+    });
+    add("/", () => {
+      search.focus();
+    });
+    add("Escape", () => {
+      this.escape();
+    });
     this.addHelp();
     document.addEventListener("keydown", (event) => {
       this.keyPressed(event);
@@ -79,7 +95,13 @@ export class Toolbar {
   }
 
   private addViews(): void {
-    const menu = element("div", { class: "menu", id: "views", popover: "auto", role: "group", "aria-label": "Standard views" });
+    const menu = element("div", {
+      class: "menu",
+      id: "views",
+      popover: "auto",
+      role: "group",
+      "aria-label": "Standard views",
+    });
     for (const [view, label, key] of views) {
       const run = (): void => {
         this.camera.look(view);

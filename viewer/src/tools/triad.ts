@@ -6,7 +6,11 @@ const half = 44;
 
 /** The axes of the document in a corner of the picture. */
 export class Triad {
-  readonly root = svg("svg", { class: "triad", viewBox: `${-half} ${-half} ${2 * half} ${2 * half}`, "aria-hidden": "true" });
+  readonly root = svg("svg", {
+    class: "triad",
+    viewBox: `${-half} ${-half} ${2 * half} ${2 * half}`,
+    "aria-hidden": "true",
+  });
   private readonly arms = ["x", "y", "z"].map((axis) => {
     const line = svg("line", { x1: 0, y1: 0, class: axis });
     const label = svg("text", { class: axis }, document.createTextNode(axis.toUpperCase()));
