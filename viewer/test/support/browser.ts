@@ -1,7 +1,7 @@
 // Pages that the program writes, in a real browser.
 
 import assert from "node:assert/strict";
-import { execFileSync, spawnSync } from "node:child_process";
+import { spawnSync } from "node:child_process";
 import { existsSync, mkdirSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { basename, dirname, join } from "node:path";
@@ -28,7 +28,7 @@ export function realDocument(name: string): string | null {
 }
 
 export const info = (file: string): unknown =>
-  JSON.parse(execFileSync(program, ["info", "--format", "json", file], { encoding: "utf8" }));
+  JSON.parse(spawnSync(program, ["info", "--format", "json", file], { encoding: "utf8" }).stdout);
 
 export interface OpenPage extends Page {
   /** What the console said, and which addresses the page asked for. */
