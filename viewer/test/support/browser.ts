@@ -70,7 +70,7 @@ export class Pages {
   }
 
   /** The page of a document, written once. */
-  private file(document: string): string {
+  file(document: string): string {
     let page = this.written.get(document);
     if (!page) {
       page = join(this.folder, `${basename(document, ".xml")}.html`);
@@ -93,6 +93,7 @@ export class Pages {
       reducedMotion: "reduce",
       deviceScaleFactor: 1,
     });
+    page.setDefaultTimeout(120_000); // a loaded machine is no failure
     const complaints: string[] = [];
     const address = pathToFileURL(this.file(source)).href;
     page.on("console", (message) => {
