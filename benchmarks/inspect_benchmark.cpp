@@ -127,7 +127,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   struct Row {
-    const char* name;
+    const char* name = nullptr;
     Measurement measurement;
   };
   const Row rows[] = {{"load of its document", best([&] { return load(file); })},

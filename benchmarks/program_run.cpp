@@ -72,7 +72,7 @@ std::string changedCopy(const Document& document) {
   std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   const std::size_t digit = text.find_first_of("12345678", text.size() / 2);
   if (digit != std::string::npos) ++text[digit];
-  const std::string copy = document.file + ".changed";
+  std::string copy = document.file + ".changed";
   std::ofstream(copy, std::ios::binary) << text;
   return copy;
 }

@@ -1,19 +1,21 @@
 #pragma once
 
 #include <ztCAD/ztCAD_c.h>
+#include <new>
 #include <string>
 
 namespace ztcad::inspect {
 
-/// What a text getter of ztCAD returns; empty if there is none.
+/// What a text getter of ztCAD returns for an element that has this text.
+/// @throws std::bad_alloc  the getter lacked memory
 template <class Getter>
 std::string textOf(const Getter& getter, const ztCAD_Base* element) {
   char few[64];
   const std::int64_t length = getter(element, few, sizeof few);
-  if (length <= 0) return {};
+  if (length < 0) throw std::bad_alloc();
   if (length < static_cast<std::int64_t>(sizeof few)) return {few, static_cast<std::size_t>(length)};
   std::string text(static_cast<std::size_t>(length) + 1, '\0');
-  getter(element, text.data(), length + 1);
+  if (getter(element, text.data(), length + 1) < 0) throw std::bad_alloc();
   text.resize(static_cast<std::size_t>(length));
   return text;
 }

@@ -159,6 +159,44 @@ MeshView viewOf(const ztCAD_Base* solid) {
   return view;
 }
 
+namespace {
+
+/// What is known before the pass over the facets.
+ztCADInspect_MeshState stateOf(const MeshView& mesh, const Parts& parts, const Edges& edges) {
+  ztCADInspect_MeshState state = {};
+  state.vertexCount = static_cast<std::int64_t>(mesh.vertexCount);
+  state.facetCount = static_cast<std::int64_t>(mesh.facetCount);
+  state.valuelessVertices = parts.valueless.count;
+  state.outOfRangeFacets = parts.outOfRange.count;
+  state.unusedVertices = parts.unused.count;
+  state.edges = edges.count;
+  state.openEdges = edges.open.count;
+  state.nonManifoldEdges = edges.nonManifold.count;
+  state.inconsistentEdges = edges.inconsistent.count;
+  std::copy(parts.box.low, parts.box.low + 3, state.boxLow);
+  std::copy(parts.box.high, parts.box.high + 3, state.boxHigh);
+  state.isClosed = edges.count > 0 && edges.open.count == 0 && edges.nonManifold.count == 0 &&
+                           edges.inconsistent.count == 0 && parts.outOfRange.count == 0 &&
+                           parts.valueless.count == 0
+                       ? 1
+                       : 0;
+  return state;
+}
+
+/// Facets without an area. Those with an index twice are not on the surface, but degenerate too.
+Places degenerateFacets(const FacetPass& pass, const Parts& parts) {
+  std::vector<std::int64_t> places = pass.degeneratePlaces;
+  places.insert(places.end(), parts.repeatedIndex.first.indices.begin(),
+                parts.repeatedIndex.first.indices.end());
+  std::sort(places.begin(), places.end());
+  Places degenerate(ztCADInspect_PlaceFacet);
+  degenerate.addAll(places);
+  degenerate.count = pass.degenerate + parts.repeatedIndex.count;
+  return degenerate;
+}
+
+}  // namespace
+
 MeshAnalysis analyse(const MeshView& mesh, const Subject& subject, const Settings& settings) {
   MeshAnalysis analysis;
   const int threads = threadCount(settings.values.threads);
@@ -175,24 +213,9 @@ MeshAnalysis analyse(const MeshView& mesh, const Subject& subject, const Setting
   Edges edges = findEdges(mesh, parts.used(), placesKept, threads);
 
   ztCADInspect_MeshState& state = analysis.state;
-  state.vertexCount = static_cast<std::int64_t>(mesh.vertexCount);
-  state.facetCount = static_cast<std::int64_t>(mesh.facetCount);
-  state.valuelessVertices = parts.valueless.count;
-  state.outOfRangeFacets = parts.outOfRange.count;
+  state = stateOf(mesh, parts, edges);
   state.duplicateFacets = duplicates.count;
-  state.unusedVertices = parts.unused.count;
   state.coincidentVertices = coincident.count;
-  state.edges = edges.count;
-  state.openEdges = edges.open.count;
-  state.nonManifoldEdges = edges.nonManifold.count;
-  state.inconsistentEdges = edges.inconsistent.count;
-  std::copy(parts.box.low, parts.box.low + 3, state.boxLow);
-  std::copy(parts.box.high, parts.box.high + 3, state.boxHigh);
-  state.isClosed = edges.count > 0 && edges.open.count == 0 && edges.nonManifold.count == 0 &&
-                           edges.inconsistent.count == 0 && parts.outOfRange.count == 0 &&
-                           parts.valueless.count == 0
-                       ? 1
-                       : 0;
 
   FacetPass pass;
   inParallel(2, threads, [&](std::size_t task) {
@@ -202,14 +225,7 @@ MeshAnalysis analyse(const MeshView& mesh, const Subject& subject, const Setting
       pass = passOverFacets(mesh, parts.used(), parts.box, settings.values.degenerateTolerance, placesKept,
                             state.isClosed != 0, std::max(1, threads - 1));
   });
-  // facets with an index twice are not on the surface, but degenerate too
-  Places degenerate(ztCADInspect_PlaceFacet);
-  std::vector<std::int64_t> places = pass.degeneratePlaces;
-  places.insert(places.end(), parts.repeatedIndex.first.indices.begin(),
-                parts.repeatedIndex.first.indices.end());
-  std::sort(places.begin(), places.end());
-  degenerate.addAll(places);
-  degenerate.count = pass.degenerate + parts.repeatedIndex.count;
+  Places degenerate = degenerateFacets(pass, parts);
   state.degenerateFacets = degenerate.count;
 
   const SolidIntegrals& integrals = pass.integrals;

@@ -153,9 +153,18 @@ Edges findEdges(const MeshView& mesh, const std::vector<bool>* isUsed, std::size
   return edges;
 }
 
-std::vector<std::uint32_t> findDuplicateFacets(const MeshView& mesh, const std::vector<bool>* isUsed) {
-  // distributed to their lowest vertices
-  std::vector<std::uint32_t> ends(mesh.vertexCount + 1);
+namespace {
+
+/// Facets by their lowest vertices: those of vertex v end at ends[v], where those of v + 1 begin.
+struct FacetsByVertex {
+  std::vector<std::uint32_t> ends;
+  std::vector<std::uint32_t> facets;
+};
+
+FacetsByVertex facetsByLowestVertex(const MeshView& mesh, const std::vector<bool>* isUsed) {
+  FacetsByVertex result;
+  std::vector<std::uint32_t>& ends = result.ends;
+  ends.resize(mesh.vertexCount + 1);
   const auto forEach = [&](const auto& function) {
     for (std::size_t i = 0; i < mesh.facetCount; ++i) {
       if (isUsed && !(*isUsed)[i]) continue;
@@ -170,36 +179,52 @@ std::vector<std::uint32_t> findDuplicateFacets(const MeshView& mesh, const std::
     place = sum;
     sum += here;
   }
-  std::vector<std::uint32_t> facets(sum);
-  forEach([&](std::size_t i, std::uint32_t low) { facets[ends[low]++] = static_cast<std::uint32_t>(i); });
+  result.facets.resize(sum);
+  forEach(
+      [&](std::size_t i, std::uint32_t low) { result.facets[ends[low]++] = static_cast<std::uint32_t>(i); });
+  return result;
+}
 
-  std::vector<std::uint32_t> repeats;
+/// Appends those of a few facets with one lowest vertex that repeat an earlier one.
+void compareEach(const MeshView& mesh, const std::uint32_t* first, const std::uint32_t* last,
+                 std::vector<std::uint32_t>& repeats) {
+  for (const std::uint32_t* i = first + 1; i < last; ++i) {
+    const SortedFacet facet(mesh.facet(*i));
+    const bool isRepeat = std::any_of(first, i, [&](std::uint32_t other) {
+      const SortedFacet earlier(mesh.facet(other));
+      return earlier.middle == facet.middle && earlier.high == facet.high;
+    });
+    if (isRepeat) repeats.push_back(*i);
+  }
+}
+
+/// The same for many facets, in a time that does not grow with the square of their number.
+void compareSorted(const MeshView& mesh, std::uint32_t* first, std::uint32_t* last,
+                   std::vector<std::uint32_t>& repeats) {
   const auto less = [&](std::uint32_t a, std::uint32_t b) {
     return SortedFacet(mesh.facet(a)) < SortedFacet(mesh.facet(b));
   };
+  std::sort(first, last,
+            [&](std::uint32_t a, std::uint32_t b) { return less(a, b) || (!less(b, a) && a < b); });
+  for (const std::uint32_t* i = first + 1; i != last; ++i)
+    if (!less(*(i - 1), *i)) repeats.push_back(*i);
+}
+
+}  // namespace
+
+std::vector<std::uint32_t> findDuplicateFacets(const MeshView& mesh, const std::vector<bool>* isUsed) {
+  FacetsByVertex byVertex = facetsByLowestVertex(mesh, isUsed);
+  std::vector<std::uint32_t> repeats;
   std::uint32_t start = 0;
   for (std::size_t low = 0; low < mesh.vertexCount; ++low) {
-    const std::uint32_t stop = ends[low];
-    std::uint32_t* const first = facets.data() + start;
-    std::uint32_t* const last = facets.data() + stop;
-    start = stop;
+    std::uint32_t* const first = byVertex.facets.data() + start;
+    start = byVertex.ends[low];
+    std::uint32_t* const last = byVertex.facets.data() + start;
     if (last - first < 2) continue;
-    if (last - first <= 8) {
-      for (std::uint32_t* i = first + 1; i != last; ++i) {
-        const SortedFacet facet(mesh.facet(*i));
-        for (const std::uint32_t* j = first; j != i; ++j) {
-          const SortedFacet earlier(mesh.facet(*j));
-          if (earlier.middle != facet.middle || earlier.high != facet.high) continue;
-          repeats.push_back(*i);
-          break;
-        }
-      }
-      continue;
-    }
-    std::sort(first, last,
-              [&](std::uint32_t a, std::uint32_t b) { return less(a, b) || (!less(b, a) && a < b); });
-    for (const std::uint32_t* i = first + 1; i != last; ++i)
-      if (!less(*(i - 1), *i)) repeats.push_back(*i);
+    if (last - first <= 8)
+      compareEach(mesh, first, last, repeats);
+    else
+      compareSorted(mesh, first, last, repeats);
   }
   std::sort(repeats.begin(), repeats.end());
   return repeats;

@@ -13,6 +13,7 @@ namespace {
 // thread adds up which block.
 const std::size_t blockSize = 4096;
 const std::size_t groupSize = 16;
+const std::size_t batchSize = 1024;  // blocks
 
 const double unit = std::numeric_limits<double>::epsilon() / 2;
 // Rounding of a term, of the coordinates that it is made of, and of the plain sum of a group, in units of the
@@ -68,6 +69,68 @@ struct Pass {
   void addBlock(std::size_t first, std::size_t end, Block& block) const;
 };
 
+/// A facet relative to its first corner: its sides, its normal of twice its area, and how much is rounded.
+struct Sides {
+  double e[3];
+  double f[3];
+  double n[3];
+  double size;          // of the terms that six times the volume of the tetrahedron is the sum of
+  double squaredReach;  // of the farthest corner, at most
+  double squaredNormal;
+  double squaredLongest;  // side
+};
+
+inline Sides sidesOf(const double* a, const double* b, const double* c) {
+  Sides sides = {
+      {b[0] - a[0], b[1] - a[1], b[2] - a[2]}, {c[0] - a[0], c[1] - a[1], c[2] - a[2]}, {}, 0, 0, 0, 0};
+  const auto& e = sides.e;
+  const auto& f = sides.f;
+  // the parts of the normal, and the sizes of what they are differences of
+  const double yz = e[1] * f[2];
+  const double zy = e[2] * f[1];
+  const double zx = e[2] * f[0];
+  const double xz = e[0] * f[2];
+  const double xy = e[0] * f[1];
+  const double yx = e[1] * f[0];
+  auto& n = sides.n;
+  n[0] = yz - zy;
+  n[1] = zx - xz;
+  n[2] = xy - yx;
+  const double p[3] = {std::abs(yz) + std::abs(zy), std::abs(zx) + std::abs(xz), std::abs(xy) + std::abs(yx)};
+  const double reach[3] = {std::abs(a[0]) + std::abs(e[0]) + std::abs(f[0]),
+                           std::abs(a[1]) + std::abs(e[1]) + std::abs(f[1]),
+                           std::abs(a[2]) + std::abs(e[2]) + std::abs(f[2])};
+  sides.size = reach[0] * p[0] + reach[1] * p[1] + reach[2] * p[2];
+  sides.squaredReach = reach[0] * reach[0] + reach[1] * reach[1] + reach[2] * reach[2];
+  sides.squaredNormal = n[0] * n[0] + n[1] * n[1] + n[2] * n[2];
+  const double g[3] = {f[0] - e[0], f[1] - e[1], f[2] - e[2]};
+  const double ee = e[0] * e[0] + e[1] * e[1] + e[2] * e[2];
+  const double ff = f[0] * f[0] + f[1] * f[1] + f[2] * f[2];
+  const double gg = g[0] * g[0] + g[1] * g[1] + g[2] * g[2];
+  const double longer = ee > ff ? ee : ff;
+  sides.squaredLongest = longer > gg ? longer : gg;
+  return sides;
+}
+
+/// Adds a tetrahedron from the origin: its volume is six / 6, the integral of x six * s / 24, and that of xy
+/// six * (sx * sy + ax * ay + bx * by + cx * cy) / 120.
+inline void addTetrahedron(const double* a, const double* b, const double* c, const double* normal,
+                           double* sums) {
+  const double six = a[0] * normal[0] + a[1] * normal[1] + a[2] * normal[2];
+  const double s[3] = {a[0] + b[0] + c[0], a[1] + b[1] + c[1], a[2] + b[2] + c[2]};
+  const auto product = [&](int j, int k) { return s[j] * s[k] + a[j] * a[k] + b[j] * b[k] + c[j] * c[k]; };
+  sums[Six] += six;
+  sums[X] += six * s[0];
+  sums[Y] += six * s[1];
+  sums[Z] += six * s[2];
+  sums[XX] += six * product(0, 0);
+  sums[YY] += six * product(1, 1);
+  sums[ZZ] += six * product(2, 2);
+  sums[XY] += six * product(0, 1);
+  sums[XZ] += six * product(0, 2);
+  sums[YZ] += six * product(1, 2);
+}
+
 void Pass::addBlock(std::size_t first, std::size_t end, Block& block) const {
   // copies in registers: the compiler cannot know that nothing below writes to the members
   const Frame local = frame;
@@ -88,55 +151,15 @@ void Pass::addBlock(std::size_t first, std::size_t end, Block& block) const {
       local.toLocal(vertices + 3 * std::size_t{facet[0]}, a);
       local.toLocal(vertices + 3 * std::size_t{facet[1]}, b);
       local.toLocal(vertices + 3 * std::size_t{facet[2]}, c);
-      const double e[3] = {b[0] - a[0], b[1] - a[1], b[2] - a[2]};
-      const double f[3] = {c[0] - a[0], c[1] - a[1], c[2] - a[2]};
-      // the parts of the normal, and the sizes of what they are differences of
-      const double yz = e[1] * f[2];
-      const double zy = e[2] * f[1];
-      const double zx = e[2] * f[0];
-      const double xz = e[0] * f[2];
-      const double xy = e[0] * f[1];
-      const double yx = e[1] * f[0];
-      const double n[3] = {yz - zy, zx - xz, xy - yx};
-      const double p[3] = {std::abs(yz) + std::abs(zy), std::abs(zx) + std::abs(xz),
-                           std::abs(xy) + std::abs(yx)};
-      const double reach[3] = {std::abs(a[0]) + std::abs(e[0]) + std::abs(f[0]),
-                               std::abs(a[1]) + std::abs(e[1]) + std::abs(f[1]),
-                               std::abs(a[2]) + std::abs(e[2]) + std::abs(f[2])};
-      const double size = reach[0] * p[0] + reach[1] * p[1] + reach[2] * p[2];
-      sizes += size;
-      secondSizes += size * (reach[0] * reach[0] + reach[1] * reach[1] + reach[2] * reach[2]);
-
-      const double normal = n[0] * n[0] + n[1] * n[1] + n[2] * n[2];
-      area += std::sqrt(normal);
-      const double g[3] = {f[0] - e[0], f[1] - e[1], f[2] - e[2]};
-      const double ee = e[0] * e[0] + e[1] * e[1] + e[2] * e[2];
-      const double ff = f[0] * f[0] + f[1] * f[1] + f[2] * f[2];
-      const double gg = g[0] * g[0] + g[1] * g[1] + g[2] * g[2];
-      const double longer = ee > ff ? ee : ff;
-      const double longest = longer > gg ? longer : gg;
-      if (normal <= squaredHeight * longest) {
+      const Sides sides = sidesOf(a, b, c);
+      sizes += sides.size;
+      secondSizes += sides.size * sides.squaredReach;
+      area += std::sqrt(sides.squaredNormal);
+      if (sides.squaredNormal <= squaredHeight * sides.squaredLongest) {
         ++block.degenerate;
         if (block.places.size() < placesKept) block.places.push_back(static_cast<std::int64_t>(i));
       }
-
-      // a tetrahedron from the origin: its volume is six / 6, the integral of x six * s / 24, and that of xy
-      // six * (sx * sy + ax * ay + bx * by + cx * cy) / 120
-      const double six = a[0] * n[0] + a[1] * n[1] + a[2] * n[2];
-      const double s[3] = {a[0] + b[0] + c[0], a[1] + b[1] + c[1], a[2] + b[2] + c[2]};
-      const auto product = [&](int j, int k) {
-        return s[j] * s[k] + a[j] * a[k] + b[j] * b[k] + c[j] * c[k];
-      };
-      sums[Six] += six;
-      sums[X] += six * s[0];
-      sums[Y] += six * s[1];
-      sums[Z] += six * s[2];
-      sums[XX] += six * product(0, 0);
-      sums[YY] += six * product(1, 1);
-      sums[ZZ] += six * product(2, 2);
-      sums[XY] += six * product(0, 1);
-      sums[XZ] += six * product(0, 2);
-      sums[YZ] += six * product(1, 2);
+      addTetrahedron(a, b, c, sides.n, sums);
     }
     for (std::size_t q = 0; q < QuantityCount; ++q)
       block.sums[q].add(sums[q]);
@@ -227,6 +250,49 @@ SolidIntegrals integralsFrom(const PreciseSums& sums, double size, double second
   return result;
 }
 
+std::size_t blockCountOf(std::size_t facetCount) { return (facetCount + blockSize - 1) / blockSize; }
+
+/// The blocks of a mesh, a bounded number at a time: memory does not grow with the mesh.
+/// @param work  called with the index in the batch, the first facet and the end of a block, by any thread
+/// @param merge called with the index in the batch, in the order of the blocks
+template <class Work, class Merge>
+void forEachBlock(std::size_t facetCount, int threads, const Work& work, const Merge& merge) {
+  const std::size_t blockCount = blockCountOf(facetCount);
+  for (std::size_t start = 0; start < blockCount; start += batchSize) {
+    const std::size_t count = std::min(batchSize, blockCount - start);
+    inParallel(count, threads, [&](std::size_t i) {
+      const std::size_t first = (start + i) * blockSize;
+      work(i, first, std::min(facetCount, first + blockSize));
+    });
+    for (std::size_t i = 0; i < count; ++i)
+      merge(i);
+  }
+}
+
+template <class Item>
+std::vector<Item> batchOf(std::size_t facetCount) {
+  return std::vector<Item>(std::min(batchSize, blockCountOf(facetCount)));
+}
+
+struct PreciseBlock {
+  PreciseSums sums = {};
+};
+
+void sumPrecisely(const Pass& pass, int threads, PreciseSums& precise) {
+  const std::size_t facetCount = pass.mesh.facetCount;
+  auto blocks = batchOf<PreciseBlock>(facetCount);
+  forEachBlock(
+      facetCount, threads,
+      [&](std::size_t i, std::size_t first, std::size_t end) {
+        blocks[i] = PreciseBlock();
+        addPreciseBlock(pass, first, end, blocks[i].sums);
+      },
+      [&](std::size_t i) {
+        for (std::size_t q = 0; q < QuantityCount; ++q)
+          precise[q] += blocks[i].sums[q];
+      });
+}
+
 }  // namespace
 
 FacetPass passOverFacets(const MeshView& mesh, const std::vector<bool>* isUsed, const Box& box,
@@ -234,35 +300,29 @@ FacetPass passOverFacets(const MeshView& mesh, const std::vector<bool>* isUsed, 
                          int threads) {
   const Frame frame = frameOf(box);
   const Pass pass = {mesh, isUsed, frame, degenerateTolerance * box.diagonal() * frame.scale, placesKept};
-  const std::size_t blockCount = (mesh.facetCount + blockSize - 1) / blockSize;
-  const auto endOf = [&](std::size_t block) { return std::min(mesh.facetCount, (block + 1) * blockSize); };
-
-  // a bounded number of blocks at a time: memory does not grow with the mesh
-  const std::size_t batch = 1024;
-  std::vector<Block> blocks(std::min(batch, blockCount));
   FacetPass result;
   PreciseSums sums = {};
   DoubleDouble area;
   double size = 0;
   double secondSize = 0;
-  for (std::size_t start = 0; start < blockCount; start += batch) {
-    const std::size_t count = std::min(batch, blockCount - start);
-    inParallel(count, threads, [&](std::size_t i) {
-      blocks[i] = Block();
-      pass.addBlock((start + i) * blockSize, endOf(start + i), blocks[i]);
-    });
-    for (std::size_t i = 0; i < count; ++i) {
-      const Block& block = blocks[i];
-      for (std::size_t q = 0; q < QuantityCount; ++q)
-        sums[q] += exactSum(block.sums[q].total.high, block.sums[q].total.low);
-      area += exactSum(block.area.total.high, block.area.total.low);
-      size += block.size;
-      secondSize += block.secondSize;
-      result.degenerate += block.degenerate;
-      for (const std::int64_t place : block.places)
-        if (result.degeneratePlaces.size() < placesKept) result.degeneratePlaces.push_back(place);
-    }
-  }
+  auto blocks = batchOf<Block>(mesh.facetCount);
+  forEachBlock(
+      mesh.facetCount, threads,
+      [&](std::size_t i, std::size_t first, std::size_t end) {
+        blocks[i] = Block();
+        pass.addBlock(first, end, blocks[i]);
+      },
+      [&](std::size_t i) {
+        const Block& block = blocks[i];
+        for (std::size_t q = 0; q < QuantityCount; ++q)
+          sums[q] += exactSum(block.sums[q].total.high, block.sums[q].total.low);
+        area += exactSum(block.area.total.high, block.area.total.low);
+        size += block.size;
+        secondSize += block.secondSize;
+        result.degenerate += block.degenerate;
+        for (const std::int64_t place : block.places)
+          if (result.degeneratePlaces.size() < placesKept) result.degeneratePlaces.push_back(place);
+      });
   result.area = area.rounded() / 2 / frame.scale / frame.scale;
   if (!wantsIntegrals) return result;
 
@@ -270,23 +330,10 @@ FacetPass passOverFacets(const MeshView& mesh, const std::vector<bool>* isUsed, 
   if (result.integrals.hasVolume && result.integrals.error <= greatestError) return result;
 
   PreciseSums precise = {};
-  struct Merged {
-    PreciseSums sums = {};
-  };
-  std::vector<Merged> merged(std::min(batch, blockCount));
-  for (std::size_t start = 0; start < blockCount; start += batch) {
-    const std::size_t count = std::min(batch, blockCount - start);
-    inParallel(count, threads, [&](std::size_t i) {
-      merged[i] = Merged();
-      addPreciseBlock(pass, (start + i) * blockSize, endOf(start + i), merged[i].sums);
-    });
-    for (std::size_t i = 0; i < count; ++i)
-      for (std::size_t q = 0; q < QuantityCount; ++q)
-        precise[q] += merged[i].sums[q];
-  }
+  sumPrecisely(pass, threads, precise);
   // products of double-doubles keep 2^-102, and every addition of a block and of the blocks 2^-104
-  const double rounding =
-      (64 + static_cast<double>(blockSize) + static_cast<double>(blockCount)) * 8 * unit * unit;
+  const double additions = static_cast<double>(blockSize + blockCountOf(mesh.facetCount));
+  const double rounding = (64 + additions) * 8 * unit * unit;
   result.integrals = integralsFrom(precise, size, secondSize, rounding, frame, box);
   result.integrals.wasPrecise = true;
   return result;

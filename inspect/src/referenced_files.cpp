@@ -85,7 +85,7 @@ ReferencedFiles::Found ReferencedFiles::find(std::int32_t from, const std::strin
     found.isNew = false;
     return found;
   }
-  const Found found = load(path);
+  Found found = load(path);
   m_found.emplace(key, found);
   return found;
 }

@@ -91,58 +91,66 @@ void Scene::report(Rule rule, NodeIndex origin, const char* attribute, const std
   m_findingNodes.push_back(origin);
 }
 
+void Scene::enter(std::vector<Visit>& visits, Located at, NodeIndex origin) {
+  File& in = file(at.file);
+  const auto index = static_cast<std::size_t>(at.node);
+  in.states[index] = OnPath;
+  in.counts[index] = 1;
+  in.origins[index] = origin;
+  visits.push_back({at, origin});
+}
+
+/// Resolves the reference that is visited last, cuts it if it leads back to what it is in, and enters its
+/// template if nothing has yet.
+void Scene::enterTarget(std::vector<Visit>& visits) {
+  const Visit visit = visits.back();
+  Located target = resolve(visit.at, visit.origin);
+  if (target.node == noNode) return;
+  const unsigned char state = file(target.file).states[static_cast<std::size_t>(target.node)];
+  if (state == OnPath) {
+    reportRing(visits, visit.at, target, visit.origin);
+    target = {};
+  }
+  file(visit.at.file).targets[static_cast<std::size_t>(visit.at.node)] = target;
+  if (state == Unvisited) enter(visits, target, target.file == 0 ? target.node : visit.origin);
+}
+
+/// Counts the items of an element whose content is counted.
+void Scene::finish(Located at) {
+  std::int64_t count = 1;
+  const Located target = this->target(at);
+  // the item of the reference is that of its template
+  if (target.node != noNode) count = file(target.file).counts[static_cast<std::size_t>(target.node)];
+  const DocumentTree& in = tree(at.file);
+  const Node& element = node(at);
+  for (const NodeIndex* child = in.begin(element); child != in.end(element); ++child)
+    count = sumOf(count, file(at.file).counts[static_cast<std::size_t>(*child)]);
+  file(at.file).counts[static_cast<std::size_t>(at.node)] = count;
+  file(at.file).states[static_cast<std::size_t>(at.node)] = Done;
+  m_inward.push_back(at);
+}
+
 /// Visits everything that a node holds or places, depth first: resolves references, cuts those that lead back
 /// to what they are in, and counts the items. Without recursion: chains of references may be long.
 void Scene::resolveFrom(NodeIndex start) {
   if (file(0).states[static_cast<std::size_t>(start)] != Unvisited) return;
   std::vector<Visit> visits;
-  const auto enter = [&](Located at, NodeIndex origin) {
-    File& in = file(at.file);
-    const auto index = static_cast<std::size_t>(at.node);
-    in.states[index] = OnPath;
-    in.counts[index] = 1;
-    in.origins[index] = origin;
-    visits.push_back({at, origin});
-  };
-  enter({0, start}, start);
+  enter(visits, {0, start}, start);
   while (!visits.empty()) {
     Visit& visit = visits.back();
     const Located at = visit.at;
-    const NodeIndex origin = visit.origin;
     const Node& element = node(at);
-    const DocumentTree& in = tree(at.file);
     if (visit.nextChild < element.childCount) {
-      const NodeIndex child = in.begin(element)[visit.nextChild++];
+      const NodeIndex child = tree(at.file).begin(element)[visit.nextChild++];
       if (file(at.file).states[static_cast<std::size_t>(child)] == Unvisited)
-        enter({at.file, child}, at.file == 0 ? child : origin);
-      continue;
-    }
-    if (isReference(element.kind) && !visit.hasVisitedTarget) {
+        enter(visits, {at.file, child}, at.file == 0 ? child : visit.origin);
+    } else if (isReference(element.kind) && !visit.hasVisitedTarget) {
       visit.hasVisitedTarget = true;
-      Located target = resolve(at, origin);
-      if (target.node != noNode) {
-        const unsigned char state = file(target.file).states[static_cast<std::size_t>(target.node)];
-        if (state == OnPath) {
-          reportRing(visits, at, target, origin);
-          target = {};
-        }
-        file(at.file).targets[static_cast<std::size_t>(at.node)] = target;
-        if (state == Unvisited) enter(target, target.file == 0 ? target.node : origin);
-      }
-      continue;
+      enterTarget(visits);
+    } else {
+      finish(at);
+      visits.pop_back();
     }
-    std::int64_t count = 1;
-    const Located target = this->target(at);
-    if (target.node != noNode) {
-      // the item of the reference is that of its template
-      count = file(target.file).counts[static_cast<std::size_t>(target.node)];
-    }
-    for (const NodeIndex* child = in.begin(element); child != in.end(element); ++child)
-      count = sumOf(count, file(at.file).counts[static_cast<std::size_t>(*child)]);
-    file(at.file).counts[static_cast<std::size_t>(at.node)] = count;
-    file(at.file).states[static_cast<std::size_t>(at.node)] = Done;
-    m_inward.push_back(at);
-    visits.pop_back();
   }
 }
 
@@ -242,7 +250,7 @@ void Scene::reportSystems() {
 Transform Scene::transformOf(Located at) const {
   const Node& element = node(at);
   if (!isReference(element.kind)) return ownSystem(element.element, element.kind, m_settings).transform;
-  const Transform placed = placement(element.element, m_settings).transform;
+  Transform placed = placement(element.element, m_settings).transform;
   const Located content = target(at);
   if (content.node == noNode) return placed;
   const Node& source = node(content);
@@ -255,6 +263,37 @@ Transform Scene::transformOf(Located at) const {
     default:
       return placed * own;
   }
+}
+
+/// What an element hands down to what is in it.
+/// @param content the element or, of a reference, its template; node -1: not resolved
+Scene::Holder Scene::insideOf(const Holder& holder, Located at, Located content) const {
+  const ztCAD_Base* const element = node(at).element;
+  const ztCAD_Base* const source = content.node == noNode ? nullptr : node(content).element;
+  Holder inside;
+  inside.transform = holder.transform * transformOf(at);
+  inside.depth = holder.depth + 1;
+  std::uint32_t color[3];
+  const bool hasOwnColor = ztCAD_getColor(element, color) || (source && ztCAD_getColor(source, color));
+  inside.hasColor = hasOwnColor || holder.hasColor;
+  for (int i = 0; i < 3; ++i)
+    inside.color[i] = hasOwnColor ? static_cast<std::uint8_t>(std::min(color[i], 255U)) : holder.color[i];
+  inside.isVisible =
+      holder.isVisible && ztCAD_getVisible(element) != 0 && (!source || ztCAD_getVisible(source) != 0);
+  return inside;
+}
+
+void Scene::placeContent(Located content, const Holder& inside) {
+  const Node& source = node(content);
+  if (source.childCount == 0) return;
+  if (inside.depth > m_settings.values.greatestDepth) {
+    report(Rule::reference_too_deep, inside.origin, nullptr, "",
+           {numberText(static_cast<std::int64_t>(m_settings.values.greatestDepth))});
+    return;
+  }
+  const DocumentTree& in = tree(content.file);
+  for (const NodeIndex* child = in.begin(source); child != in.end(source); ++child)
+    place({content.file, *child}, inside);
 }
 
 void Scene::place(Located at, const Holder& holder) {
@@ -273,19 +312,9 @@ void Scene::place(Located at, const Holder& holder) {
   const bool isResolved = content.node != noNode;
   const Node& source = isResolved ? node(content) : element;
 
-  Holder inside;
+  Holder inside = insideOf(holder, at, content);
   inside.item = index;
-  inside.transform = holder.transform * transformOf(at);
-  inside.depth = holder.depth + 1;
   inside.origin = origin;
-  std::uint32_t color[3];
-  const bool hasOwnColor =
-      ztCAD_getColor(element.element, color) || (isResolved && ztCAD_getColor(source.element, color));
-  inside.hasColor = hasOwnColor || holder.hasColor;
-  for (int i = 0; i < 3; ++i)
-    inside.color[i] = hasOwnColor ? static_cast<std::uint8_t>(std::min(color[i], 255U)) : holder.color[i];
-  inside.isVisible = holder.isVisible && ztCAD_getVisible(element.element) != 0 &&
-                     (!isResolved || ztCAD_getVisible(source.element) != 0);
 
   ztCADInspect_Item item = {};
   item.parent = holder.item;
@@ -303,16 +332,7 @@ void Scene::place(Located at, const Holder& holder) {
   m_itemNodes.push_back(at.node);
 
   const bool fits = file(at.file).counts[static_cast<std::size_t>(at.node)] <= room;
-  if (isResolved && source.childCount > 0 && (fits || !isReference(element.kind))) {
-    if (inside.depth > m_settings.values.greatestDepth) {
-      report(Rule::reference_too_deep, origin, nullptr, "",
-             {numberText(static_cast<std::int64_t>(m_settings.values.greatestDepth))});
-    } else {
-      const DocumentTree& in = tree(content.file);
-      for (const NodeIndex* child = in.begin(source); child != in.end(source); ++child)
-        place({content.file, *child}, inside);
-    }
-  }
+  if (isResolved && (fits || !isReference(element.kind))) placeContent(content, inside);
   m_items[static_cast<std::size_t>(index)].end = static_cast<std::int64_t>(m_items.size());
 }
 

@@ -77,10 +77,15 @@ class Scene {
   File& file(std::int32_t index) { return *m_files[static_cast<std::size_t>(index)]; }
   void addFile(ztCAD_GMDDocument* document);
   void resolveFrom(NodeIndex start);
+  void enter(std::vector<Visit>& visits, Located at, NodeIndex origin);
+  void enterTarget(std::vector<Visit>& visits);
+  void finish(Located at);
   Located resolve(Located reference, NodeIndex origin);
   void reportRing(const std::vector<Visit>& visits, Located reference, Located target, NodeIndex origin);
   void reportSystems();
   void place(Located at, const Holder& holder);
+  Holder insideOf(const Holder& holder, Located at, Located content) const;
+  void placeContent(Located content, const Holder& inside);
   std::int64_t shapeOf(Located at);
   void report(Rule rule, NodeIndex origin, const char* attribute, const std::string& key,
               std::initializer_list<std::string> arguments, std::optional<int> severity = {});

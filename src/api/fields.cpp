@@ -54,13 +54,10 @@ auto* methodOf(Base* element) {
                                       [](auto& known) { return &known.method(); });
 }
 
-std::optional<ztCAD_MIP> mipOf(const ztCAD_Base* element) {
-  return withFields<ztcad::HasMip>(element, std::optional<ztCAD_MIP>(), [](const auto& known) {
-    if constexpr (std::is_base_of_v<ztCAD_commonElementMIP, std::decay_t<decltype(known)>>)
-      return known.record();
-    else
-      return known.mip();
-  });
+/// Not a copy, which would need memory: a caller could not tell its lack from a lack of data.
+const ztCAD_MIP* mipOf(const ztCAD_Base* element) {
+  return withFields<ztcad::HasMip>(element, static_cast<const ztCAD_MIP*>(nullptr),
+                                   [](const auto& known) { return known.mipIfSet(); });
 }
 
 template <typename Base>
@@ -217,18 +214,14 @@ void ztCAD_setFaces(ztCAD_Base* element, const ztCAD_Faces* faces) {
 }
 
 std::int32_t ztCAD_getMIP(const ztCAD_Base* element, double* values, std::int32_t capacity) {
-  return guarded(none, [&] {
-    const std::optional<ztCAD_MIP> mip = mipOf(element);
-    return mip ? writeNumbers(mip->values(), values, capacity) : none;
-  });
+  const ztCAD_MIP* const mip = mipOf(element);
+  return mip ? writeNumbers(mip->values(), values, capacity) : none;
 }
 bool ztCAD_getMIPIntegers(const ztCAD_Base* element, std::int32_t* first, std::int32_t* second) {
-  return guarded(false, [&] {
-    const std::optional<ztCAD_MIP> mip = mipOf(element);
-    if (mip && first) *first = mip->firstInteger();
-    if (mip && second) *second = mip->secondInteger();
-    return mip.has_value();
-  });
+  const ztCAD_MIP* const mip = mipOf(element);
+  if (mip && first) *first = mip->firstInteger();
+  if (mip && second) *second = mip->secondInteger();
+  return mip != nullptr;
 }
 void ztCAD_setMIP(ztCAD_Base* element, const ztCAD_MIP* record) {
   guarded([&] {

@@ -81,6 +81,8 @@ class ZTCAD_API ztCAD_OptionalMIP {
   std::optional<ztCAD_MIP> record() const { return isSet() ? std::optional(m_record) : std::nullopt; }
   void setRecord(const std::optional<ztCAD_MIP>& record);
   /// @}
+  /// The record itself, which lives as long as this object; null if there is none.
+  const ztCAD_MIP* recordIfSet() const { return isSet() ? &m_record : nullptr; }
 
   /// Appends the record's text to `out` and returns `out`; appends nothing if there is no record.
   QString& toText(QString& out, bool debugForm) const;

@@ -28,6 +28,8 @@ class ZTCAD_API ztCAD_commonElementMIP : public ztCAD_Base,
   std::optional<ztCAD_MIP> record() const { return m_record.record(); }
   void setRecord(const std::optional<ztCAD_MIP>& record) { m_record.setRecord(record); }
   /// @}
+  /// The record itself, which lives as long as the element; null if there is none.
+  const ztCAD_MIP* mipIfSet() const { return m_record.recordIfSet(); }
 
   /// Appends "method==MIP prop=", the property block and the record to `out` and returns `out`. There is no
   /// storage form.

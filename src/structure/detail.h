@@ -46,6 +46,8 @@ class ZTCAD_API ztCAD_cmnDetail : public ztCAD_Base,
   std::optional<ztCAD_MIP> mip() const { return m_mip.record(); }
   void setMip(const std::optional<ztCAD_MIP>& mip) { m_mip.setRecord(mip); }
   /// @}
+  /// The data itself, which lives as long as the element; null if there is none.
+  const ztCAD_MIP* mipIfSet() const { return m_mip.recordIfSet(); }
 
   /// "detail(prop=...)": element name and property block.
   QString& toText(QString& out, bool debugForm) const override;

@@ -33,7 +33,8 @@ std::int32_t countOf(std::size_t count) {
 std::string correctName(const std::string& name, const char* fallback) {
   std::string corrected(std::max(name.size(), std::string(fallback).size()) + 3, '\0');
   doCorrectName_nostl(name.c_str(), corrected.data(), fallback);
-  return corrected.c_str();
+  corrected.resize(corrected.find('\0'));
+  return corrected;
 }
 
 class DocumentBuilder {

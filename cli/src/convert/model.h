@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <deque>
@@ -60,9 +61,7 @@ struct Model {
   std::deque<Node> nodes;
 
   bool hasFacets() const {
-    for (const Mesh& mesh : meshes)
-      if (mesh.facetCount > 0) return true;
-    return false;
+    return std::any_of(meshes.begin(), meshes.end(), [](const Mesh& mesh) { return mesh.facetCount > 0; });
   }
 };
 

@@ -49,8 +49,9 @@ class UnitSphere {
     const auto middle = [&](std::uint32_t a, std::uint32_t b) {
       const auto [known, isNew] = middles.try_emplace(std::minmax(a, b), 0);
       if (isNew) {
-        const auto sum = [&](std::size_t k) { return vertices[3 * a + k] + vertices[3 * b + k]; };
-        known->second = add(sum(0), sum(1), sum(2));
+        const double* const p = &vertices[std::size_t{3} * a];
+        const double* const q = &vertices[std::size_t{3} * b];
+        known->second = add(p[0] + q[0], p[1] + q[1], p[2] + q[2]);
       }
       return known->second;
     };

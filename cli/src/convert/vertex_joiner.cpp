@@ -82,8 +82,9 @@ std::size_t VertexJoiner::slotOf(const double* xyz) const {
   const std::size_t mask = m_slots.size() - 1;
   for (std::size_t slot = hashOf(words) & mask;; slot = (slot + 1) & mask) {
     if (m_slots[slot] == 0) return slot;
-    const double* const other = m_vertices.data() + 3 * (std::size_t{m_slots[slot]} - 1);
-    if (std::memcmp(other, xyz, 3 * sizeof(double)) == 0) return slot;
+    std::array<std::uint64_t, 3> others{};
+    std::memcpy(others.data(), m_vertices.data() + 3 * (std::size_t{m_slots[slot]} - 1), sizeof others);
+    if (others == words) return slot;
   }
 }
 

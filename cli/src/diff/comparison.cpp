@@ -21,7 +21,8 @@ constexpr std::size_t mostPlaces = 5;
 class Text {
  public:
   template <typename Object, typename Getter>
-  Text(const Object* object, Getter getter) : m_length(getter(object, m_short.data(), m_short.size())) {
+  Text(const Object* object, Getter getter) {  // NOLINT(cppcoreguidelines-pro-type-member-init): m_short
+    m_length = getter(object, m_short.data(), m_short.size());
     if (m_length < static_cast<std::int64_t>(m_short.size())) return;
     m_long.resize(static_cast<std::size_t>(m_length) + 1);
     getter(object, m_long.data(), m_length + 1);
@@ -37,9 +38,9 @@ class Text {
     return {m_long.empty() ? m_short.data() : m_long.data(), static_cast<std::size_t>(m_length)};
   }
 
-  std::array<char, 256> m_short;  // NOLINT(cppcoreguidelines-pro-type-member-init): the getter fills it
+  std::array<char, 256> m_short;  // the getter fills it
   std::vector<char> m_long;
-  std::int64_t m_length;
+  std::int64_t m_length = 0;
 };
 
 /// Numbers of an element; nothing if it has none.

@@ -119,7 +119,7 @@ class Matcher {
     if (std::is_sorted(pairs.begin(), pairs.end(),
                        [](const auto& x, const auto& y) { return x.second < y.second; }))
       return;
-    constexpr std::size_t none = static_cast<std::size_t>(-1);
+    constexpr auto none = static_cast<std::size_t>(-1);
     Indices ends;  // pairs that end the best sequence of each length
     Indices before(pairs.size(), none);
     for (std::size_t i = 0; i < pairs.size(); ++i) {
