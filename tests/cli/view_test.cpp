@@ -324,7 +324,8 @@ TEST(ViewPage, WhatCannotBeDrawnIsLeftOut) {
 <solid name="half" method="triangulation"><vertices>0, 0, 0; 1, 0, 0; 0, 1, 0; nan, 0, 0;</vertices>
 <faces>0, 1, 2; 0, 1, 3; 0, 1, 4;</faces></solid>
 <solid name="none" method="triangulation"><vertices>0, 0, 0;</vertices><faces>0, 1, 2;</faces></solid>
-<solid name="huge" method="triangulation"><vertices>-1e300, 0, 0; 1e300, 0, 0; 0, 1, 0;</vertices><faces>0, 1, 2;</faces></solid>)"));
+<solid name="huge" method="triangulation"><vertices>-1e300, 0, 0; 1e300, 0, 0; 0, 1, 0;</vertices>
+<faces>0, 1, 2;</faces></solid>)"));
   const json& shapes = page.document.at("shapes");
   EXPECT_EQ(shapes.at("kind"), json::parse(R"(["polyline", "mesh", "mesh", "mesh"])"));
   EXPECT_EQ(shapes.at("mesh"), json::parse("[0, 1, -1, 2]"));

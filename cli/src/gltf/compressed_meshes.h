@@ -9,8 +9,8 @@
 
 namespace cli::gltf {
 
-/// Meshes for a GLB file whose buffer views are compressed by EXT_meshopt_compression. The file has meshes and
-/// no nodes: whoever reads it knows where they are.
+/// Meshes for a GLB file whose buffer views are compressed by EXT_meshopt_compression. The file has meshes
+/// and no nodes: whoever reads it knows where they are.
 ///
 /// Positions of all meshes are one buffer view and indices of all another, because each view costs as much
 /// text as a small mesh costs bytes.

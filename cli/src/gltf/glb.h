@@ -17,7 +17,8 @@ inline constexpr int lineStrip = 3;
 /// The member "asset", which names the format's version and the program.
 std::string assetMember();
 
-/// A member that is a list of JSON texts, with a comma before it; empty for an empty list, which glTF forbids.
+/// A member that is a list of JSON texts, with a comma before it; empty for an empty list, which glTF
+/// forbids.
 std::string listMember(const char* name, const std::vector<std::string>& items);
 
 /// The start of a GLB file: everything before the bytes of its buffer.

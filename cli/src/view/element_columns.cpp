@@ -115,27 +115,27 @@ void writeSystem(JsonWriter& json, const ztCAD_Base* element) {
 
 }  // namespace
 
-void writeElementColumns(JsonWriter& json, const ElementList& list) {
-  const auto& elements = list.elements();
+void writeElementColumns(JsonWriter& json, const ElementList& elements) {
+  const std::vector<ListedElement>& list = elements.elements();
   using Listed = const ListedElement&;
-  json.column("kind", elements, [&](Listed listed) { json.string(ztCAD_kindWord(listed.kind)); });
+  json.column("kind", list, [&](Listed listed) { json.string(ztCAD_kindWord(listed.kind)); });
   json.raw(",\n");
-  json.column("name", elements, [&](Listed listed) { json.string(nameOf(listed.element)); });
+  json.column("name", list, [&](Listed listed) { json.string(nameOf(listed.element)); });
   json.raw(",\n\"path\":null,\n");
-  json.column("tag", elements, [&](Listed listed) { json.string(listed.tag); });
+  json.column("tag", list, [&](Listed listed) { json.string(listed.tag); });
   json.raw(",\n");
-  json.column("number", elements, [&](Listed listed) { json.integer(listed.number); });
+  json.column("number", list, [&](Listed listed) { json.integer(listed.number); });
   json.raw(",\n");
-  json.column("parent", elements, [&](Listed listed) { json.integer(listed.parent); });
+  json.column("parent", list, [&](Listed listed) { json.integer(listed.parent); });
   json.raw(",\n");
-  json.column("visible", elements,
+  json.column("visible", list,
               [&](Listed listed) { json.raw(ztCAD_getVisible(listed.element) == 0 ? "0" : "1"); });
   json.raw(",\n");
-  json.column("color", elements, [&](Listed listed) { writeColor(json, listed.element); });
+  json.column("color", list, [&](Listed listed) { writeColor(json, listed.element); });
   json.raw(",\n");
-  json.column("fields", elements, [&](Listed listed) { Fields(json, listed.element); });
+  json.column("fields", list, [&](Listed listed) { Fields(json, listed.element); });
   json.raw(",\n");
-  json.column("system", elements, [&](Listed listed) { writeSystem(json, listed.element); });
+  json.column("system", list, [&](Listed listed) { writeSystem(json, listed.element); });
 }
 
 }  // namespace cli

@@ -39,7 +39,7 @@ Spots spotsOf(const ztCADInspect_Finding& finding) {
         points.push_back({xyz[3 * corner], xyz[3 * corner + 1], xyz[3 * corner + 2]});
     if (points.size() == corners.size()) spots.push_back(points);
   };
-  for (std::int32_t i = 0; i < finding.placeCount; ++i) {
+  for (std::int64_t i = 0; i < finding.placeCount; ++i) {
     const std::int64_t place = finding.places[i];
     if (finding.placeKind == ztCADInspect_PlaceVertex) {
       addSpot({place});
@@ -55,8 +55,8 @@ Spots spotsOf(const ztCADInspect_Finding& finding) {
 
 /// Adds findings to a review, all at once: those of the scene, and markers.
 ///
-/// A review knows elements by their place in the text, the scene by their address. A marker is a finding whose
-/// message is the index of its element: the review adds the element's path in the text to it.
+/// A review knows elements by their place in the text, the scene by their address. A marker is a finding
+/// whose message is the index of its element: the review adds the element's path in the text to it.
 class Additions {
  public:
   Additions(const ElementList& elements, ztCADInspect_Scene* scene) : m_elements(elements) {

@@ -10,8 +10,8 @@ namespace cli {
 
 /// Writes JSON into a script element of a page, value by value: a document may have millions of elements.
 ///
-/// What a page would take for markup or, as U+2028, for the end of a line is escaped. Bytes that are not UTF-8
-/// become U+FFFD.
+/// What a page would take for markup or, as U+2028, for the end of a line is escaped. Bytes that are not
+/// UTF-8 become U+FFFD.
 class JsonWriter {
  public:
   explicit JsonWriter(OutputFile& file) : m_file(file) {}

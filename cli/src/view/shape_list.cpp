@@ -27,11 +27,6 @@ std::vector<float> relative(const double* xyz, std::size_t count, const Position
 
 }  // namespace
 
-Bounds::Bounds() {
-  m_low.fill(std::numeric_limits<double>::infinity());
-  m_high.fill(-std::numeric_limits<double>::infinity());
-}
-
 void Bounds::add(const Position& point) {
   for (std::size_t i = 0; i < 3; ++i) {
     m_low.at(i) = std::min(m_low.at(i), point.at(i));
@@ -96,7 +91,7 @@ std::optional<ShownShape> ShapeList::shown(const ztCADInspect_Shape& shape) {
 }
 
 /// A sphere, or a point, which has no radius.
-std::optional<ShownShape> ShapeList::sphere(const ztCADInspect_Shape& shape) const {
+std::optional<ShownShape> ShapeList::sphere(const ztCADInspect_Shape& shape) {
   if (shape.hasCenter == 0 || !isFinite(shape.center, 3)) return std::nullopt;
   ShownShape result;
   result.origin = pointAt(shape.center);

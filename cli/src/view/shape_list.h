@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -16,8 +17,6 @@ using Position = std::array<double, 3>;
 /// A box; empty until something is added.
 class Bounds {
  public:
-  Bounds();
-
   void add(const Position& point);
   bool isEmpty() const { return m_high[0] < m_low[0]; }
   const Position& low() const { return m_low; }
@@ -29,8 +28,10 @@ class Bounds {
   void add(const Bounds& other);
 
  private:
-  Position m_low;
-  Position m_high;
+  static constexpr double infinity = std::numeric_limits<double>::infinity();
+
+  Position m_low{infinity, infinity, infinity};
+  Position m_high{-infinity, -infinity, -infinity};
 };
 
 /// A shape that can be drawn.
@@ -59,7 +60,7 @@ class ShapeList {
 
  private:
   std::optional<ShownShape> shown(const ztCADInspect_Shape& shape);
-  std::optional<ShownShape> sphere(const ztCADInspect_Shape& shape) const;
+  static std::optional<ShownShape> sphere(const ztCADInspect_Shape& shape);
   std::optional<ShownShape> polyline(const ztCADInspect_Shape& shape);
   std::optional<ShownShape> mesh(const ztCADInspect_Shape& shape);
 

@@ -1,6 +1,6 @@
 #include "view.h"
 
-#include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <new>
@@ -212,6 +212,9 @@ void writeMeshes(const gltf::CompressedMeshes& meshes, OutputFile& file) {
 }  // namespace
 
 ExitCode viewWith(const ViewOptions& options, std::string_view page) {
+  std::error_code ignored;
+  if (std::filesystem::equivalent(pathOf(options.file), pathOf(options.output), ignored))
+    throw UsageError("the page would replace the document");
   const PageText text(page);
   const Subject subject(options.file);
   OutputFile file(options.output);
