@@ -195,7 +195,7 @@ export class TreePanel {
       row.append(
         element("span", { class: `badge ${severity}`, title: `has ${severity}s`, "aria-hidden": "true" }),
       );
-    row.append(element("span", { class: "kind" }, model.kind(node)), toggle);
+    row.append(" ", element("span", { class: "kind" }, model.kind(node)), toggle);
     row.addEventListener("click", (event) => {
       if (toggle.contains(event.target as Node)) this.store.setShown(node, !isShown);
       else if (event.target === twist && hasChildren) this.setOpen(node, !open);
