@@ -159,6 +159,7 @@ async function start(): Promise<void> {
 
 function showFailure(model: Model, chooseTab: (id: string) => void): void {
   document.body.classList.add("failed");
+  byId("side").setAttribute("role", "main"); // nothing else is there
   chooseTab("findings");
   const { problem, code } = model.page;
   byId("findings-panel").prepend(

@@ -1,7 +1,8 @@
 // Bundles and runs the tests of a folder.
 //
-//   node test/run.mjs unit
-//   node test/run.mjs browser        with the pages of the program $ZTCAD_PROGRAM; exit code 77: they cannot run
+//   node test/run.mjs unit [pattern...]      only tests whose names match
+//   node test/run.mjs bench                  sizes and times of pages; ZTCAD_QUICK=1: only that it runs
+//   node test/run.mjs browser [pattern...]   with the pages of the program $ZTCAD_PROGRAM; exit code 77: they cannot run
 //
 // $ZTCAD_REAL_DOCUMENTS  folder of the real documents, which are skipped if they are not there
 // $ZTCAD_UPDATE_PICTURES 1: the pictures of the tests are replaced by what is drawn now
@@ -21,10 +22,11 @@ function skip(reason) {
   process.exit(cannotRun);
 }
 
-const kind = process.argv[2] ?? "unit";
+const [kind = "unit", ...names] = process.argv.slice(2);
+const patterns = names.map((name) => `--test-name-pattern=${name}`);
 const modules = join(here, "../node_modules");
 if (!existsSync(modules)) skip("the packages of the viewer are missing: run tools/viewer-modules");
-if (kind === "browser") {
+if (kind !== "unit") {
   const program = process.env.ZTCAD_PROGRAM;
   if (!program || !existsSync(program)) skip("ZTCAD_PROGRAM names no program");
   if (!existsSync(process.env.ZTCAD_BROWSER ?? "/usr/bin/chromium")) skip("Chromium is not installed");
@@ -47,7 +49,12 @@ try {
   });
   const { status } = spawnSync(
     process.execPath,
-    ["--enable-source-maps", "--test", ...tests.map((name) => join(folder, name.replace(/\.ts$/, ".cjs")))],
+    [
+      "--enable-source-maps",
+      "--test",
+      ...patterns,
+      ...tests.map((name) => join(folder, name.replace(/\.ts$/, ".cjs"))),
+    ],
     { stdio: "inherit", env: { ...process.env, NODE_PATH: modules, ZTCAD_VIEWER: dirname(here) } },
   );
   process.exitCode = status ?? 1;

@@ -33,6 +33,11 @@ export class Shape {
     }
   }
 
+  /** How precisely vertices are known: the rounding of float32, relative to the origin. 0 for an origin alone. */
+  get precision(): number {
+    return this.positions.length > 0 ? 2 ** -23 * this.box.radius : 0;
+  }
+
   get facetCount(): number {
     return (this.indices?.length ?? 0) / 3;
   }

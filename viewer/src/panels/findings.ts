@@ -26,7 +26,7 @@ export class FindingsPanel {
       const id = `findings-${severity}`;
       const list = element("ul", { "aria-labelledby": id });
       this.root.append(
-        element("h3", { id, class: severity }, `${titles[severity]} (${formatCount(those.length)})`),
+        element("h2", { id, class: severity }, `${titles[severity]} (${formatCount(those.length)})`),
         list,
       );
       this.extend(list, those, 0);

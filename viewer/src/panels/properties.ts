@@ -1,5 +1,5 @@
 import { inertiaEllipsoid } from "../model/inertia";
-import { counted, formatCount, formatNumber } from "../model/numbers";
+import { counted, formatCount, formatNumber, formatWithin } from "../model/numbers";
 import type { MassProperties } from "../model/page";
 import type { Placement } from "../scene/placement";
 import type { Store } from "../store";
@@ -47,14 +47,15 @@ export class PropertiesPanel {
         table(counts.map(([kind, count]) => [kind, formatCount(count)])),
       );
     const box = this.placement?.box(this.store.visibleItems);
+    const precision = 2 ** -22 * (box?.radius ?? 0); // shapes are float32 around their origins
     if (box && !box.isEmpty)
       parts.push(
         element("h3", {}, "Box of what is shown"),
         table(
           ["x", "y", "z"].map((axis, index) => [
             axis,
-            `${formatNumber(box.low[index]!, 7)} to ${formatNumber(box.high[index]!, 7)}`,
-            formatNumber(box.high[index]! - box.low[index]!, 7),
+            `${formatWithin(box.low[index]!, precision)} to ${formatWithin(box.high[index]!, precision)}`,
+            formatWithin(box.high[index]! - box.low[index]!, precision),
           ]),
           ["Axis", "From, to", "Size"],
         ),

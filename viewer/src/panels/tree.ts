@@ -169,9 +169,8 @@ export class TreePanel {
       "aria-setsize": elements.siblings(node),
       "aria-expanded": hasChildren ? String(open) : undefined,
       "aria-selected": String(node === this.selected),
-      "aria-label": [label, model.kind(node), isShown ? "" : "hidden", severity ? `has ${severity}s` : ""]
-        .filter(Boolean)
-        .join(", "),
+      // begins with what is seen, so that it can be asked for by voice
+      "aria-label": `${label} ${model.kind(node)}${isShown ? "" : ", hidden"}${severity ? `, has ${severity}s` : ""}`,
       "data-element": node,
     });
     row.style.transform = `translateY(${top}px)`;
@@ -196,7 +195,7 @@ export class TreePanel {
       row.append(
         element("span", { class: `badge ${severity}`, title: `has ${severity}s`, "aria-hidden": "true" }),
       );
-    row.append(element("span", { class: "kind" }, model.kind(node)), toggle);
+    row.append(" ", element("span", { class: "kind" }, model.kind(node)), toggle);
     row.addEventListener("click", (event) => {
       if (toggle.contains(event.target as Node)) this.store.setShown(node, !isShown);
       else if (event.target === twist && hasChildren) this.setOpen(node, !open);
@@ -232,6 +231,7 @@ export class TreePanel {
   }
 
   private handle(key: string): boolean {
+    if (key.length > 1) this.typed = "";
     const { elements } = this.store.model;
     const row = this.rowOf(this.active);
     const node = row < 0 ? -1 : this.active;

@@ -20,12 +20,20 @@ import {
 import { project, rayThrough, type View } from "../model/view";
 import type { Placement } from "../scene/placement";
 
+/** A vertex in the document's frame, and how precisely it is known. */
+export interface Vertex {
+  readonly place: Vec3;
+  readonly precision: number;
+}
+
 export interface Hit {
   readonly item: number;
   /** In the document's frame. */
   readonly place: Vec3;
   /** Corners of the facet, ends of the segment, or the point itself, in the document's frame. */
   readonly vertices: readonly Vec3[];
+  /** Of the vertices. */
+  readonly precision: number;
 }
 
 export interface Looking {
@@ -91,14 +99,15 @@ export class Picker {
           const distance = dot(subtract(hit.place, ray.origin), ray.direction);
           if (distance < 0 || distance >= nearest || isHidden(looking.section, hit.place)) continue;
           nearest = distance;
-          surface = { item, ...hit };
+          surface = { item, precision: shape.kind === "mesh" ? shape.precision : 0, ...hit };
         }
       } else {
         const hit = hitThin(shape, transform, looking);
         if (!hit) continue;
         const distance = dot(subtract(hit.place, ray.origin), ray.direction);
         if (thin && hit.pixels > thin.pixels) continue;
-        thin = { hit: { item, place: hit.place, vertices: hit.vertices }, distance, pixels: hit.pixels };
+        const { place, vertices, pixels } = hit;
+        thin = { hit: { item, place, vertices, precision: shape.precision }, distance, pixels };
       }
     }
     const tolerance = (2 * reach * looking.view.height) / looking.pixels;
@@ -213,8 +222,8 @@ function hitThin(
 }
 
 /** The vertex of a hit that is nearest to a place in the picture and not hidden by the section plane; null: none. */
-export function nearestVertex(hit: Hit, { view, x, y, section }: Looking): Vec3 | null {
-  let best: Vec3 | null = null;
+export function nearestVertex(hit: Hit, { view, x, y, section }: Looking): Vertex | null {
+  let best: Vertex | null = null;
   let least = Infinity;
   for (const vertex of hit.vertices) {
     const seen = isHidden(section, vertex) ? null : project(view, vertex);
@@ -222,7 +231,7 @@ export function nearestVertex(hit: Hit, { view, x, y, section }: Looking): Vec3 
     const away = Math.hypot(seen.x - x, seen.y - y);
     if (away < least) {
       least = away;
-      best = vertex;
+      best = { place: vertex, precision: hit.precision };
     }
   }
   return best;

@@ -1,7 +1,8 @@
-import { formatNumber } from "../model/numbers";
-import { length, subtract, type Vec3 } from "../model/transform";
+import { formatWithin } from "../model/numbers";
+import { add, length, scale, subtract, type Vec3 } from "../model/transform";
 import { project } from "../model/view";
 import { button, element } from "../panels/dom";
+import type { Vertex } from "../picking/picker";
 import type { World } from "../scene/world";
 import type { Store } from "../store";
 
@@ -10,7 +11,7 @@ export class MeasureTool {
   readonly root = element("section", { class: "tool-panel", "aria-label": "Measuring", hidden: true });
   private readonly text = element("div", { class: "measured", "aria-live": "polite" });
   private readonly label = element("div", { class: "distance", "aria-hidden": "true", hidden: true });
-  private ends: Vec3[] = [];
+  private ends: Vertex[] = [];
 
   constructor(
     store: Store,
@@ -39,29 +40,34 @@ export class MeasureTool {
     this.show();
   }
 
-  pick(vertex: Vec3): void {
+  pick(vertex: Vertex): void {
     this.ends = this.ends.length === 2 ? [vertex] : [...this.ends, vertex];
     this.show();
   }
 
   private show(): void {
-    this.world.overlays.setMeasured(this.ends, this.world.theme.measure);
-    this.world.invalidate();
     const [from, to] = this.ends;
-    const place = (at: Vec3): string => at.map((value) => formatNumber(value)).join(", ");
+    this.world.overlays.setMeasured(
+      this.ends.map(({ place }) => place),
+      this.world.theme.measure,
+    );
+    this.world.invalidate();
+    const precision = Math.max(0, ...this.ends.map((end) => end.precision));
+    const number = (value: number): string => formatWithin(value, precision);
+    const text = ({ place }: Vertex): string => place.map(number).join(", ");
     if (!from) {
       this.text.replaceChildren("Pick the first vertex.");
     } else if (!to) {
-      this.text.replaceChildren(`From ${place(from)}. Pick the second vertex.`);
+      this.text.replaceChildren(`From ${text(from)}. Pick the second vertex.`);
     } else {
-      const across = subtract(to, from);
+      const across = subtract(to.place, from.place);
+      this.label.textContent = number(length(across));
       this.text.replaceChildren(
-        element("strong", { class: "result" }, formatNumber(length(across))),
-        ` Δx ${formatNumber(across[0])}, Δy ${formatNumber(across[1])}, Δz ${formatNumber(across[2])}`,
+        element("strong", { class: "result" }, this.label.textContent),
+        ` Δx ${number(across[0])}, Δy ${number(across[1])}, Δz ${number(across[2])}`,
         element("br"),
-        `${place(from)} to ${place(to)}`,
+        `${text(from)} to ${text(to)}`,
       );
-      this.label.textContent = formatNumber(length(across), 6);
     }
     this.moveLabel();
   }
@@ -70,8 +76,7 @@ export class MeasureTool {
   moveLabel(): void {
     const [from, to] = this.ends;
     const { canvas, currentView } = this.world;
-    const middle: Vec3 | null =
-      from && to ? [(from[0] + to[0]) / 2, (from[1] + to[1]) / 2, (from[2] + to[2]) / 2] : null;
+    const middle: Vec3 | null = from && to ? scale(add(from.place, to.place), 0.5) : null;
     const seen = middle ? project(currentView, middle) : null;
     this.label.hidden = !seen;
     if (!seen) return;

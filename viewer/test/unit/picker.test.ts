@@ -82,7 +82,7 @@ void test("vertices are exact far from the origin", () => {
     [0.9, 0.9],
   ].map(([x, z]) => {
     const from = looking({ target: [1e7 + 0.125 + x!, -1e7, 1e7 + z!], height: 2 }, 1);
-    return nearestVertex(picker.pick(from)!, from)!;
+    return nearestVertex(picker.pick(from)!, from)!.place;
   });
   assert.deepEqual(ends[0], [1e7 + 0.125, -1e7, 1e7]);
   assert.equal(length(subtract(ends[1]!, ends[0]!)), Math.SQRT2);
@@ -92,7 +92,7 @@ void test("a vertex that the section plane hides is not offered", () => {
   const picker = cubes([at(0, 0, 0)], [0, 0, 0]);
   const from = looking({ target: [0.1, 0, 0.1] }, 1);
   const hit = picker.pick(from)!;
-  assert.deepEqual(nearestVertex(hit, from), [0, 0, 0]);
+  assert.deepEqual(nearestVertex(hit, from)?.place, [0, 0, 0]);
   const half: Plane = { normal: [1, 0, 0], constant: -0.05 };
-  assert.notDeepEqual(nearestVertex(hit, { ...from, section: half }), [0, 0, 0]);
+  assert.notDeepEqual(nearestVertex(hit, { ...from, section: half })?.place, [0, 0, 0]);
 });
