@@ -251,6 +251,8 @@ class Benchmark {
                    {[&] { return programCheck(folder, 2); }, {}, [&] { return programCheck(folder, 1); }});
     add("program, info (reference: a load)", mesh, MemoryKind::NotReported,
         {[&] { return programInfo(mesh); }, {}, [&] { return programLoad(mesh); }});
+    add("program, view (reference: a load)", mesh, MemoryKind::NotReported,
+        {[&] { return programView(mesh); }, {}, [&] { return programLoad(mesh); }});
   }
 
   void runDiff(const std::string& name, const Document& document) {

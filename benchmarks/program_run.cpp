@@ -56,6 +56,17 @@ Measurement programInfo(const Document& document) {
   return timed([&] { return succeeds(ZTCAD_BENCHMARK_PROGRAM, {"info", document.file}); });
 }
 
+Measurement programView(const Document& document) {
+  namespace fs = std::filesystem;
+  const std::string page = document.file + ".html";
+  const Measurement measurement = timed([&] {
+    return succeeds(ZTCAD_BENCHMARK_PROGRAM, {"view", document.file, "-o", page}) &&
+           fs::file_size(page) <= fs::file_size(document.file) / 4 + 1000000;
+  });
+  fs::remove(page);
+  return measurement;
+}
+
 std::string changedCopy(const Document& document) {
   std::ifstream file(document.file, std::ios::binary);
   std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};

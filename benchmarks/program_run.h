@@ -16,6 +16,9 @@ std::string folderOfLinks(const Document& document, int count);
 Measurement programCheck(const std::string& folder, int jobs);
 /// Describes a document.
 Measurement programInfo(const Document& document);
+/// Writes the page of a document, beside it. A failure if the page has more than a quarter of the document's
+/// size and 1 MB.
+Measurement programView(const Document& document);
 /// Writes a copy of a document, beside it, in which one digit differs.
 std::string changedCopy(const Document& document);
 /// Compares a document with such a copy.

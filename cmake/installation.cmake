@@ -52,7 +52,7 @@ if(TARGET ztCADInspect)
 endif()
 
 # The guide, the schemas and the examples, in the folders that the pages' links expect.
-file(GLOB pages CONFIGURE_DEPENDS docs/*.md docs/*.svg docs/*.xsd)
+file(GLOB pages CONFIGURE_DEPENDS docs/*.md docs/*.png docs/*.svg docs/*.xsd)
 file(GLOB examples CONFIGURE_DEPENDS examples/*.cpp examples/*.h examples/*.c)
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)

@@ -124,7 +124,7 @@ std::string asSentence(std::string text) {
   return text.empty() || text.back() == '.' ? text : text + ".";
 }
 
-CommandLine::CommandLine() : m_app("check, describe, compare and convert geometry documents", "ztcad") {
+CommandLine::CommandLine() : m_app("check, describe, compare, convert and show geometry documents", "ztcad") {
   m_app.allow_windows_style_options(false);
   m_app.set_help_flag("-h,--help", "print this help");
   m_app.set_version_flag("--version", std::string("ztcad ") + ztCADVersion(), "print the version");
@@ -138,6 +138,7 @@ CommandLine::CommandLine() : m_app("check, describe, compare and convert geometr
   addMass();
   addDiff();
   addConvert();
+  addView();
   addFormat();
   addRules();
   m_app.add_subcommand(workerCommand)->group("")->callback([this] { m_command = WorkerOptions(); });
@@ -240,6 +241,15 @@ void CommandLine::addRules() {
   addChoice<bool>(command, "--format", m_rules.json, {{"text", false}, {"json", true}},
                   "form of the output (text)");
   command.callback([this] { m_command = m_rules; });
+}
+
+void CommandLine::addView() {
+  CLI::App& command = addCommand(m_app, "view", "write a page that shows a document in any browser");
+  addText(command, "FILE", m_view.file, "", "the document");
+  command.get_option("FILE")->required();
+  addText(command, "-o,--output", m_view.output, "OUT", "the page to write, one file that needs no network");
+  command.get_option("--output")->required();
+  command.callback([this] { m_command = m_view; });
 }
 
 Command CommandLine::parse(std::vector<std::string> arguments) {

@@ -12,6 +12,7 @@
 #include "info/info.h"
 #include "mass/mass.h"
 #include "rules/print_rules.h"
+#include "view/view.h"
 
 namespace cli {
 
@@ -24,7 +25,7 @@ struct PrintedText {
 };
 
 using Command = std::variant<CheckOptions, InfoOptions, MassOptions, DiffOptions, ConvertOptions,
-                             FormatOptions, RulesOptions, WorkerOptions, PrintedText>;
+                             FormatOptions, RulesOptions, ViewOptions, WorkerOptions, PrintedText>;
 
 /// A description of a command or option, as a sentence.
 std::string asSentence(std::string text);
@@ -49,6 +50,7 @@ class CommandLine {
   void addDiff();
   void addConvert();
   void addRules();
+  void addView();
   std::string unknownCommand(const std::string& word) const;
   [[noreturn]] void fail(const CLI::ParseError& error) const;
 
@@ -61,6 +63,7 @@ class CommandLine {
   DiffOptions m_diff;
   ConvertOptions m_convert;
   RulesOptions m_rules;
+  ViewOptions m_view;
 };
 
 }  // namespace cli

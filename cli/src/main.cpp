@@ -18,6 +18,7 @@ struct Runner {
   ExitCode operator()(const cli::MassOptions& options) const { return cli::printMass(options); }
   ExitCode operator()(const cli::ConvertOptions& options) const { return cli::convert(options); }
   ExitCode operator()(const cli::DiffOptions& options) const { return cli::diff(options); }
+  ExitCode operator()(const cli::ViewOptions& options) const { return cli::view(options); }
   ExitCode operator()(const cli::RulesOptions& options) const { return cli::printRules(options); }
   ExitCode operator()(const cli::WorkerOptions&) const { return cli::serve(); }
   ExitCode operator()(const cli::PrintedText& printed) const {

@@ -1,11 +1,10 @@
-#include <ztCAD/ztCAD_c.h>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <map>
 
 #include "../failure.h"
+#include "../gltf/glb.h"
 #include "../report/json_text.h"
 #include "mesh_writers.h"
 
@@ -15,14 +14,6 @@ namespace {
 
 using nlohmann::ordered_json;
 using Vector = std::array<double, 3>;
-
-// constants of glTF
-constexpr int unsignedInt = 5125;
-constexpr int floatingPoint = 5126;
-constexpr int arrayBuffer = 34962;
-constexpr int elementArrayBuffer = 34963;
-constexpr int points = 0;
-constexpr int lineStrip = 3;
 
 /// Whether a transform moves, turns, mirrors and stretches along the axes only, which is all that the matrix
 /// of a node may do.
@@ -78,7 +69,7 @@ class Arrays {
   /// The mode of a primitive; none for triangles.
   std::optional<int> mode() const {
     if (m_mesh.kind == Mesh::Kind::Triangles) return std::nullopt;
-    return m_mesh.kind == Mesh::Kind::Polyline && m_mesh.vertexCount > 1 ? lineStrip : points;
+    return m_mesh.kind == Mesh::Kind::Polyline && m_mesh.vertexCount > 1 ? gltf::lineStrip : gltf::points;
   }
 
   void writeVertices(OutputFile& file) const {
@@ -128,19 +119,7 @@ class GlbWriter {
     if (m_meshes.empty()) throw Failure("there is nothing to write");
     const std::uint64_t indexStart = 12 * m_vertexCount;
     const std::uint64_t bytes = indexStart + 4 * m_indexCount;
-    std::string text = jsonOf(indexStart, bytes);
-    text.resize((text.size() + 3) / 4 * 4, ' ');
-    const std::uint64_t total = 12 + 8 + text.size() + 8 + bytes;
-    if (total > std::numeric_limits<std::uint32_t>::max())
-      throw Failure("the model needs more than the 4 GiB that a GLB file can have");
-    m_file.write("glTF");
-    m_file.write(std::uint32_t{2});
-    m_file.write(static_cast<std::uint32_t>(total));
-    m_file.write(static_cast<std::uint32_t>(text.size()));
-    m_file.write("JSON");
-    m_file.write(text);
-    m_file.write(static_cast<std::uint32_t>(bytes));
-    m_file.write(std::string_view("BIN\0", 4));
+    m_file.write(gltf::glbStart(jsonOf(indexStart, bytes), bytes));
     for (const Arrays& arrays : m_arrays)
       arrays.writeVertices(m_file);
     for (const Arrays& arrays : m_arrays)
@@ -178,7 +157,7 @@ class GlbWriter {
     m_firstAccessor.push_back(m_accessors.size());
     m_accessors.push_back(jsonText(ordered_json{{"bufferView", 0},
                                                 {"byteOffset", 12 * m_vertexCount},
-                                                {"componentType", floatingPoint},
+                                                {"componentType", gltf::floatingPoint},
                                                 {"count", arrays.vertexCount()},
                                                 {"type", "VEC3"},
                                                 {"min", arrays.low()},
@@ -187,7 +166,7 @@ class GlbWriter {
     if (arrays.indexCount() == 0) return;
     m_accessors.push_back(jsonText(ordered_json{{"bufferView", 1},
                                                 {"byteOffset", 4 * m_indexCount},
-                                                {"componentType", unsignedInt},
+                                                {"componentType", gltf::unsignedInt},
                                                 {"count", arrays.indexCount()},
                                                 {"type", "SCALAR"}}));
     m_indexCount += arrays.indexCount();
@@ -246,27 +225,19 @@ class GlbWriter {
     }
   }
 
-  static std::string listOf(const char* name, const std::vector<std::string>& items) {
-    if (items.empty()) return {};
-    std::string text = std::string(",\"") + name + "\":[";
-    for (std::size_t i = 0; i < items.size(); ++i)
-      text += (i > 0 ? "," : "") + items[i];
-    return text + "]";
-  }
-
   std::string jsonOf(std::uint64_t indexStart, std::uint64_t bytes) const {
-    const ordered_json asset{{"version", "2.0"}, {"generator", std::string("ztcad ") + ztCADVersion()}};
     std::vector<std::string> views{jsonText(ordered_json{
-        {"buffer", 0}, {"byteLength", indexStart}, {"byteStride", 12}, {"target", arrayBuffer}})};
+        {"buffer", 0}, {"byteLength", indexStart}, {"byteStride", 12}, {"target", gltf::arrayBuffer}})};
     if (bytes > indexStart)
       views.push_back(jsonText(ordered_json{{"buffer", 0},
                                             {"byteOffset", indexStart},
                                             {"byteLength", bytes - indexStart},
-                                            {"target", elementArrayBuffer}}));
-    return "{\"asset\":" + jsonText(asset) + ",\"scene\":0,\"scenes\":[{\"nodes\":[" + m_roots + "]}]" +
-           listOf("nodes", m_nodes) + listOf("meshes", m_meshes) + listOf("materials", m_materials) +
-           listOf("accessors", m_accessors) + listOf("bufferViews", views) +
-           ",\"buffers\":[{\"byteLength\":" + std::to_string(bytes) + "}]}";
+                                            {"target", gltf::elementArrayBuffer}}));
+    return "{" + gltf::assetMember() + ",\"scene\":0,\"scenes\":[{\"nodes\":[" + m_roots + "]}]" +
+           gltf::listMember("nodes", m_nodes) + gltf::listMember("meshes", m_meshes) +
+           gltf::listMember("materials", m_materials) + gltf::listMember("accessors", m_accessors) +
+           gltf::listMember("bufferViews", views) + ",\"buffers\":[{\"byteLength\":" + std::to_string(bytes) +
+           "}]}";
   }
 
   const Model& m_model;

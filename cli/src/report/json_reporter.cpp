@@ -1,3 +1,4 @@
+#include "finding_json.h"
 #include "json_text.h"
 #include "reporter.h"
 
@@ -6,35 +7,6 @@ namespace cli {
 namespace {
 
 using nlohmann::ordered_json;
-
-ordered_json toJson(const Place& place) {
-  return {{"line", place.line}, {"column", place.column}, {"offset", place.offset}};
-}
-
-ordered_json elementOf(const Finding& finding) {
-  ordered_json element{{"kind", finding.kind}};
-  if (finding.name) element["name"] = *finding.name;
-  return element;
-}
-
-ordered_json toJson(const Finding& finding) {
-  ordered_json object{{"severity", wordFor(finding.severity)},
-                      {"rule", finding.rule},
-                      {"message", finding.message},
-                      {"line", finding.place.line},
-                      {"column", finding.place.column},
-                      {"offset", finding.place.offset},
-                      {"path", finding.path}};
-  if (finding.attribute) object["attribute"] = *finding.attribute;
-  if (!finding.kind.empty()) object["element"] = elementOf(finding);
-  if (finding.count > 1) {
-    object["count"] = finding.count;
-    if (!finding.places.empty()) object["places"] = ordered_json::array();
-    for (const Place& place : finding.places)
-      object["places"].push_back(toJson(place));
-  }
-  return object;
-}
 
 /// docs/check.schema.json describes the form. Each document and each finding is a line, so that two reports
 /// can be compared line by line.
@@ -57,7 +29,7 @@ class JsonReporter : public Reporter {
     m_isFirst = false;
     const char* separator = "\n      ";
     for (const Finding& finding : review.findings) {
-      m_output << separator << jsonText(toJson(finding));
+      m_output << separator << jsonText(findingJson(finding));
       separator = ",\n      ";
     }
     m_output << "]}";
