@@ -47,7 +47,13 @@ const at = (x: number, y: number, z: number, mirror = 1): number[] => [
 ];
 
 function looking(view: Partial<View>, visible: number, section: Plane | null = null): Looking {
-  const whole = { target: [0, 0, 0], ...standardViews.front, height: 4, perspective: false, ...view };
+  const whole: View = {
+    target: [0, 0, 0],
+    ...standardViews.front,
+    height: 4,
+    perspective: false,
+    ...view,
+  };
   return { view: whole, x: 0, y: 0, pixels: 800, visible: new Uint8Array(visible).fill(1), section };
 }
 
