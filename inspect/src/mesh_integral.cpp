@@ -332,7 +332,7 @@ FacetPass passOverFacets(const MeshView& mesh, const std::vector<bool>* isUsed, 
   PreciseSums precise = {};
   sumPrecisely(pass, threads, precise);
   // products of double-doubles keep 2^-102, and every addition of a block and of the blocks 2^-104
-  const double additions = static_cast<double>(blockSize + blockCountOf(mesh.facetCount));
+  const auto additions = static_cast<double>(blockSize + blockCountOf(mesh.facetCount));
   const double rounding = (64 + additions) * 8 * unit * unit;
   result.integrals = integralsFrom(precise, size, secondSize, rounding, frame, box);
   result.integrals.wasPrecise = true;

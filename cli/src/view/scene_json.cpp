@@ -1,11 +1,10 @@
 #include "scene_json.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <functional>
-#include <numeric>
 
-#include "../convert/model.h"
 #include "../report/json_text.h"
 #include "page_colour.h"
 
@@ -14,6 +13,8 @@ namespace cli {
 namespace {
 
 using nlohmann::ordered_json;
+
+constexpr std::array<double, 12> identity{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0};
 
 const char* wordFor(std::int32_t shapeKind) {
   switch (shapeKind) {
@@ -83,7 +84,7 @@ class SceneJson {
     m_json.raw(",\n");
     m_json.column("color", m_items, [&](Item item) {
       if (item.hasColor != 0)
-        m_json.string(pageColour(Colour{item.color[0], item.color[1], item.color[2]}));
+        m_json.string(pageColour(std::array{item.color[0], item.color[1], item.color[2]}));
       else
         m_json.raw("null");
     });
