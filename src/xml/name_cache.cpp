@@ -8,7 +8,7 @@ namespace ztcad {
 NameCache::Index NameCache::add(const QString& name, const std::string& bytes) {
   const auto index = static_cast<Index>(m_names.size());
   m_names.push_back({name, ' ' + bytes + "=\"", 0});
-  m_indices.emplace(name.constData(), index);
+  m_indices.emplace(name, index);
   return index;
 }
 
@@ -18,10 +18,8 @@ void NameCache::rankAll() {
   std::sort(order.begin(), order.end(),
             [this](Index a, Index b) { return m_names[a].text < m_names[b].text; });
   std::uint32_t rank = 0;
-  for (std::size_t i = 0; i < order.size(); ++i) {
-    if (i > 0 && m_names[order[i - 1]].text != m_names[order[i]].text) ++rank;
-    m_names[order[i]].rank = rank;
-  }
+  for (const Index name : order)
+    m_names[name].rank = rank++;
   m_ranked = m_names.size();
 }
 

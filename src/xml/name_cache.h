@@ -3,10 +3,10 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <QString>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace ztcad {
@@ -22,13 +22,12 @@ class NameCache {
   /// @param encode returns the bytes of a name, called once for each
   template <typename Encode>
   Index find(const QString& name, Encode&& encode) {
-    const void* const address = name.constData();
-    Slot& slot = m_recent[slotOf(address)];
-    if (slot.address == address) return slot.name;
-    const auto known = m_indices.find(address);
-    slot.name = known != m_indices.end() ? known->second : add(name, encode(name));
-    slot.address = address;
-    return slot.name;
+    Slot& slot = m_recent[slotOf(name.constData())];
+    if (slot.address == name.constData()) return slot.name;
+    const auto known = m_indices.find(name);
+    const Index index = known != m_indices.end() ? known->second : add(name, encode(name));
+    slot = {name.constData(), name, index};
+    return index;
   }
 
   /// The name, encoded.
@@ -38,7 +37,7 @@ class NameCache {
   }
   /// The start of an attribute: ` name="`.
   std::string_view attributeStart(Index name) const { return m_names[name].attributeStart; }
-  /// The place of a name among all names found so far. Equal names share one.
+  /// The place of a name among all names found so far.
   std::uint32_t rank(Index name) {
     if (m_ranked < m_names.size()) rankAll();
     return m_names[name].rank;
@@ -51,13 +50,14 @@ class NameCache {
 
  private:
   struct Name {
-    QString text;  // keeps the address
+    QString text;
     std::string attributeStart;
     std::uint32_t rank;
   };
 
   struct Slot {
     const void* address = nullptr;
+    QString text;  // keeps the address
     Index name = 0;
   };
 
@@ -75,7 +75,7 @@ class NameCache {
   void clear();
 
   std::vector<Name> m_names;
-  std::unordered_map<const void*, Index> m_indices;
+  std::map<QString, Index> m_indices;  // no hash: names of a hostile document could all have the same
   std::array<Slot, slotCount> m_recent;
   std::size_t m_ranked = 0;  // this many names have their ranks
 };
