@@ -3,7 +3,7 @@ import { fileURLToPath } from "node:url";
 import tseslint from "typescript-eslint";
 
 const here = dirname(fileURLToPath(import.meta.url));
-const markup = ["innerHTML", "outerHTML", "insertAdjacentHTML", "write", "writeln"];
+const markup = ["innerHTML", "outerHTML", "insertAdjacentHTML"];
 
 export default tseslint.config(
   { ignores: ["node_modules/", "**/*.d.ts"] },
@@ -22,6 +22,7 @@ export default tseslint.config(
       "no-restricted-properties": [
         "error",
         ...markup.map((property) => ({ property, message: "Use text nodes." })),
+        { object: "document", property: "write", message: "Use text nodes." },
       ],
       eqeqeq: ["error", "always", { null: "ignore" }],
       "no-eval": "error",

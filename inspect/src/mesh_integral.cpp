@@ -112,12 +112,12 @@ inline Sides sidesOf(const double* a, const double* b, const double* c) {
   return sides;
 }
 
-/// Adds a tetrahedron from the origin: its volume is six / 6, the integral of x six * s / 24, and that of xy
-/// six * (sx * sy + ax * ay + bx * by + cx * cy) / 120.
-inline void addTetrahedron(const double* a, const double* b, const double* c, const double* normal,
-                           double* sums) {
-  const double six = a[0] * normal[0] + a[1] * normal[1] + a[2] * normal[2];
-  const double s[3] = {a[0] + b[0] + c[0], a[1] + b[1] + c[1], a[2] + b[2] + c[2]};
+/// Adds a tetrahedron from the origin to the sums: its volume is six / 6, the integral of x six * s / 24, and
+/// that of xy six * (sx * sy + ax * ay + bx * by + cx * cy) / 120.
+template <class Number>
+inline void addTetrahedron(const Number& six, const Number* a, const Number* b, const Number* c,
+                           Number* sums) {
+  const Number s[3] = {a[0] + b[0] + c[0], a[1] + b[1] + c[1], a[2] + b[2] + c[2]};
   const auto product = [&](int j, int k) { return s[j] * s[k] + a[j] * a[k] + b[j] * b[k] + c[j] * c[k]; };
   sums[Six] += six;
   sums[X] += six * s[0];
@@ -159,7 +159,8 @@ void Pass::addBlock(std::size_t first, std::size_t end, Block& block) const {
         ++block.degenerate;
         if (block.places.size() < placesKept) block.places.push_back(static_cast<std::int64_t>(i));
       }
-      addTetrahedron(a, b, c, sides.n, sums);
+      const double* const n = sides.n;
+      addTetrahedron(a[0] * n[0] + a[1] * n[1] + a[2] * n[2], a, b, c, sums);
     }
     for (std::size_t q = 0; q < QuantityCount; ++q)
       block.sums[q].add(sums[q]);
@@ -185,27 +186,13 @@ void addPreciseBlock(const Pass& pass, std::size_t first, std::size_t end, Preci
       }
     Vector e;
     Vector f;
-    Vector s;
     for (int k = 0; k < 3; ++k) {
       e[k] = v[1][k] - v[0][k];
       f[k] = v[2][k] - v[0][k];
-      s[k] = v[0][k] + v[1][k] + v[2][k];
     }
     const DoubleDouble six = v[0][0] * (e[1] * f[2] - e[2] * f[1]) + v[0][1] * (e[2] * f[0] - e[0] * f[2]) +
                              v[0][2] * (e[0] * f[1] - e[1] * f[0]);
-    const auto product = [&](int j, int k) {
-      return s[j] * s[k] + v[0][j] * v[0][k] + v[1][j] * v[1][k] + v[2][j] * v[2][k];
-    };
-    sums[Six] += six;
-    sums[X] += six * s[0];
-    sums[Y] += six * s[1];
-    sums[Z] += six * s[2];
-    sums[XX] += six * product(0, 0);
-    sums[YY] += six * product(1, 1);
-    sums[ZZ] += six * product(2, 2);
-    sums[XY] += six * product(0, 1);
-    sums[XZ] += six * product(0, 2);
-    sums[YZ] += six * product(1, 2);
+    addTetrahedron(six, v[0], v[1], v[2], sums);
   }
 }
 

@@ -3,6 +3,7 @@
 #include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../number/number_list.h"
+#include "../xml/element_sink.h"
 #include "triple_text.h"
 
 QString& ztCAD_Coord::toText(QString& out, bool debugForm) const {
@@ -26,6 +27,13 @@ int parse(const ztcad::ElementText& text, ztCAD_Coord& coord) {
 }  // namespace
 
 bool ztCAD_Coord::fromText(const QString& text) { return parse(ztcad::ElementText(text), *this) > 0; }
+
+void ztcad::writeCenter(const ztCAD_Coord& coord, ElementSink& element) {
+  const double triple[] = {coord.x(), coord.y(), coord.z()};
+  char text[longestTriple];
+  const char* const end = coord.isValid() ? writeTriple(triple, text) : text;
+  element.plainAttribute(words().center, {text, static_cast<std::size_t>(end - text)});
+}
 
 bool ztcad::readCenter(const ElementView& element, ztCAD_Coord& coord) {
   const QString& word = words().center;

@@ -3,19 +3,22 @@
 #include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../number/number_text.h"
+#include "../number/word_and_numbers.h"
 #include "../text/parts.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
 
 using ztcad::words;
 
+namespace {
+/// The first values; a record may have more.
+ztcad::WordAndNumbers textOf(const std::vector<double>& values) {
+  return {words().mip, values.data(), values.data() + ztCAD_MIP::valueCount};
+}
+}  // namespace
+
 QString& ztCAD_MIP::toText(QString& out, bool /*debugForm*/) const {
-  if (!isComplete()) return out;
-  out += words().mip;
-  for (int i = 0; i < valueCount; ++i) {
-    out += QLatin1String(", ");
-    ztcad::appendReal(out, m_values[i]);
-  }
+  if (isComplete()) textOf(m_values).appendTo(out);
   return out;
 }
 
@@ -33,8 +36,7 @@ bool ztCAD_MIP::fromText(const QString& text) {
 }
 
 void ztCAD_MIP::write(ztcad::ElementSink& element) const {
-  QString text;
-  if (isComplete()) element.attribute(words().mip, toText(text, false));
+  if (isComplete()) element.plainAttribute(words().mip, textOf(m_values).text());
 }
 
 bool ztCAD_MIP::read(const ztcad::ElementView& element, bool& fault) {

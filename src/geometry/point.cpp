@@ -27,8 +27,7 @@ QString& ztCAD_commonPoint::toText(QString& out, bool debugForm) const {
 void ztCAD_commonPoint::write(ztcad::ElementSink& parent) const {
   parent.element(elementName(), [this](ztcad::ElementSink& element) {
     ztcad::writeBaseParts(*this, *this, element);
-    QString center;
-    element.attribute(words().center, m_center.toText(center, false));
+    ztcad::writeCenter(m_center, element);
   });
 }
 

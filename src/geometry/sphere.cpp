@@ -36,9 +36,8 @@ void ztCAD_Sphere::write(ztcad::ElementSink& parent) const {
     ztcad::writeBaseParts(*this, *this, element);
     element.attribute(words().method, words().sphere);  // regardless of method()
     writeMip(element);
-    QString center;
-    element.attribute(words().center, m_center.toText(center, false));
-    element.attribute(words().radius, QLatin1String(m_hasRadius ? "1" : "0"));
+    ztcad::writeCenter(m_center, element);
+    element.plainAttribute(words().radius, m_hasRadius ? "1" : "0");
   });
 }
 

@@ -17,6 +17,8 @@ class ztCAD_cmnProperty;
 
 namespace ztcad {
 
+class ElementSink;
+
 /// Writes the storage form of three numbers, "1.5, 0, -2;", used for coordinates, vertices and facets.
 /// @param out room for `longestTriple` characters
 /// @return the end of what was written
@@ -62,6 +64,9 @@ bool readList(const ElementView& list, Parse&& parse) {
   reviewList(list, remarks);
   return ok;
 }
+
+/// Sets the attribute "center", to an empty text if there is no position.
+void writeCenter(const ztCAD_Coord& coord, ElementSink& element);
 
 /// Reads the attribute "center" as `ztCAD_Coord::fromText` does. False, with `coord` unchanged, if it is
 /// absent or does not parse.

@@ -6,6 +6,7 @@
 #include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../number/number_text.h"
+#include "../number/word_and_numbers.h"
 #include "../text/parts.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
@@ -15,19 +16,22 @@ using ztcad::words;
 
 const QString& ztCAD_LCS::attributeName() const { return m_isLocal ? words().lcs : words().mcs; }
 
+namespace {
+ztcad::WordAndNumbers textOf(const std::vector<double>& values) {
+  return {words().cs, values.data(), values.data() + values.size()};
+}
+}  // namespace
+
 QString& ztCAD_LCS::toText(QString& out, bool /*debugForm*/) const {
-  if (m_values.empty()) return out;
-  out += words().cs;
-  for (const double value : m_values) {
-    out += QLatin1String(", ");
-    ztcad::appendReal(out, value);
-  }
+  if (!m_values.empty()) textOf(m_values).appendTo(out);
   return out;
 }
 
 void ztCAD_LCS::write(ztcad::ElementSink& element) const {
-  QString text;
-  element.attribute(attributeName(), toText(text, false));
+  if (m_values.empty())
+    element.plainAttribute(attributeName(), {});
+  else
+    element.plainAttribute(attributeName(), textOf(m_values).text());
 }
 
 bool ztCAD_LCS::read(const ztcad::ElementView& element, bool& fault) {

@@ -1,10 +1,12 @@
 #include "display.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../number/number_text.h"
+#include "../number/word_and_numbers.h"
 #include "../text/parts.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
@@ -13,19 +15,23 @@ using ztcad::Quoted;
 using ztcad::Rule;
 using ztcad::words;
 
+namespace {
+ztcad::WordAndNumbers textOf(const ztCAD_Color& color) {
+  const std::uint32_t components[] = {color.red(), color.green(), color.blue()};
+  return {words().rgb, std::begin(components), std::end(components)};
+}
+}  // namespace
+
 QString& ztCAD_Color::toText(QString& out, bool /*debugForm*/) const {
-  if (!m_isSet) return out;
-  out += words().rgb;
-  for (const std::uint32_t component : {m_red, m_green, m_blue}) {
-    out += QLatin1String(", ");
-    ztcad::appendIndex(out, component);
-  }
+  if (m_isSet) textOf(*this).appendTo(out);
   return out;
 }
 
 void ztCAD_Color::write(ztcad::ElementSink& element) const {
-  QString text;
-  element.attribute(words().color, toText(text, false));
+  if (m_isSet)
+    element.plainAttribute(words().color, textOf(*this).text());
+  else
+    element.plainAttribute(words().color, {});
 }
 
 namespace {

@@ -6,7 +6,9 @@
 namespace ztcad {
 
 /// Appends one character in UTF-8. A surrogate must not occur.
-inline void appendUtf8(char32_t character, std::string& out) {
+/// @param out a `std::string`, or anything else that bytes can be added to by `+=`
+template <typename Bytes>
+void appendUtf8(char32_t character, Bytes& out) {
   const auto tail = [&](int shift) { return static_cast<char>(0x80 | ((character >> shift) & 0x3f)); };
   if (character < 0x80) {
     out += static_cast<char>(character);

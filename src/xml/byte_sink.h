@@ -11,6 +11,9 @@ class ByteSink : public ElementSink {
   explicit ByteSink(XmlWriter& writer) : m_writer(writer) {}
 
   void attribute(const QString& name, const QString& value) override { m_writer.attribute(name, value); }
+  void plainAttribute(const QString& name, std::string_view ascii) override {
+    m_writer.plainAttribute(name, ascii);
+  }
   void text(std::string_view ascii) override { m_writer.plainText(ascii); }
 
  protected:

@@ -9,6 +9,10 @@ void DomSink::attribute(const QString& name, const QString& value) {
   m_path.back().setAttribute(name, value);
 }
 
+void DomSink::plainAttribute(const QString& name, std::string_view ascii) {
+  attribute(name, QLatin1String(ascii.data(), static_cast<int>(ascii.size())));
+}
+
 void DomSink::text(std::string_view ascii) {
   m_text += QLatin1String(ascii.data(), static_cast<int>(ascii.size()));
 }

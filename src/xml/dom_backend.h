@@ -16,6 +16,7 @@ class DomSink final : public ElementSink {
   DomSink(const QDomElement& element, const QDomDocument& document);
 
   void attribute(const QString& name, const QString& value) override;
+  void plainAttribute(const QString& name, std::string_view ascii) override;
   void text(std::string_view ascii) override;
 
  private:

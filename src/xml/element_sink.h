@@ -24,6 +24,10 @@ class ElementSink {
 
   virtual void attribute(const QString& name, const QString& value) = 0;
 
+  /// Sets an attribute to numbers, or to a fixed word. Characters above 127, control characters and `<`, `&`,
+  /// `"` must not occur.
+  virtual void plainAttribute(const QString& name, std::string_view ascii) = 0;
+
   /// Appends to the element's text. Characters above 127 and `<`, `&`, `>` must not occur: all texts of the
   /// format are lists of numbers. A text may be split over several calls; an element that received only empty
   /// ones has no text.

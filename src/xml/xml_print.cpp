@@ -35,12 +35,12 @@ class DeclaredEncoder final : public CharacterEncoder {
     m_page = findCodePage(name);
   }
 
-  bool append(char32_t character, std::string& out) const override {
+  bool append(char32_t character, ByteBuffer& out) const override {
     if (!has(character)) return false;
     appendUtf8(character, out);
     return true;
   }
-  void appendBare(char32_t character, std::string& out) const override { appendUtf8(character, out); }
+  void appendBare(char32_t character, ByteBuffer& out) const override { appendUtf8(character, out); }
 
  private:
   bool has(char32_t character) const {

@@ -11,6 +11,8 @@ namespace ztcad {
 namespace {
 
 constexpr std::size_t pieceSize = 65536;
+/// A longer value is not kept encoded until its start tag ends, so that saves need little memory.
+constexpr qsizetype longestEncoded = 4096;
 
 /// A character and its number of UTF-16 units. An unpaired surrogate counts as a character.
 struct Decoded {
@@ -35,11 +37,45 @@ bool closesCdata(QStringView text, qsizetype at) {
 
 bool isAscii(char32_t character) { return character < 128; }
 
-void appendAscii(const char16_t* units, qsizetype count, std::string& out) {
-  const std::size_t before = out.size();
-  out.resize(before + static_cast<std::size_t>(count));
-  std::transform(units, units + count, out.begin() + static_cast<std::ptrdiff_t>(before),
-                 [](char16_t unit) { return static_cast<char>(unit); });
+/// Appends units below 128.
+void appendAscii(const char16_t* units, qsizetype count, ByteBuffer& out) {
+  char* const room = out.room(static_cast<std::size_t>(count));
+  for (qsizetype i = 0; i < count; ++i)
+    room[i] = static_cast<char>(units[i]);
+  out.commit(room + count);
+}
+
+void appendReference(char32_t character, ByteBuffer& out) {
+  char digits[8];
+  const auto end =
+      std::to_chars(std::begin(digits), std::end(digits), static_cast<quint32>(character), 16).ptr;
+  out += "&#x";
+  out += std::string_view(digits, static_cast<std::size_t>(end - digits));
+  out += ';';
+}
+
+/// Appends the character at `at`, which may need escaping; returns its number of units.
+qsizetype appendSpecial(QStringView text, qsizetype at, const CharacterEncoder& encoder, ByteBuffer& out) {
+  const Decoded next = decode(text, at);
+  switch (next.character) {
+    case '<':
+      out += "&lt;";
+      break;
+    case '&':
+      out += "&amp;";
+      break;
+    case '"':
+      out += "&quot;";
+      break;
+    case '>':
+      out += at >= 2 && closesCdata(text, at) ? "&gt;" : ">";
+      break;
+    default:
+      if (isAscii(next.character) || QChar::isSurrogate(next.character) || endsParsing(next.character) ||
+          !encoder.append(next.character, out))
+        appendReference(next.character, out);
+  }
+  return next.units;
 }
 
 }  // namespace
@@ -52,14 +88,21 @@ struct XmlWriter::Specials {
       is[static_cast<unsigned char>(character)] = true;
   }
 
-  /// Number of units at the start of `units` that need no escaping; at most one piece, to keep the buffer
-  /// small.
-  qsizetype plainRun(const char16_t* units, qsizetype count) const {
-    const qsizetype limit = std::min(count, static_cast<qsizetype>(pieceSize));
+  /// Appends the units from `at` on that need no escaping, at most one piece; returns their number.
+  qsizetype appendRun(QStringView text, qsizetype at, ByteBuffer& out) const {
+    const char16_t* const units = text.utf16() + at;
+    const qsizetype limit = std::min(text.size() - at, static_cast<qsizetype>(pieceSize));
     qsizetype run = 0;
     while (run < limit && units[run] < 128 && !is[units[run]])
       ++run;
+    appendAscii(units, run, out);
     return run;
+  }
+
+  /// Appends the units from `at` on: those that need no escaping, or one character; returns their number.
+  qsizetype append(QStringView text, qsizetype at, const CharacterEncoder& encoder, ByteBuffer& out) const {
+    const qsizetype run = appendRun(text, at, out);
+    return run > 0 ? run : appendSpecial(text, at, encoder, out);
   }
 };
 
@@ -68,11 +111,11 @@ constexpr XmlWriter::Specials XmlWriter::textSpecials{std::string_view("<&>\r\0"
 constexpr XmlWriter::Specials XmlWriter::valueSpecials{std::string_view("<&>\r\0\"\t\n", 8)};
 constexpr XmlWriter::Specials XmlWriter::noSpecials{std::string_view()};
 
-void CharacterEncoder::appendBare(char32_t character, std::string& out) const {
+void CharacterEncoder::appendBare(char32_t character, ByteBuffer& out) const {
   if (!append(character, out)) out += '?';
 }
 
-bool Windows1251Encoder::append(char32_t character, std::string& out) const {
+bool Windows1251Encoder::append(char32_t character, ByteBuffer& out) const {
   const auto byte = windows1251FromUnicode(character);
   if (byte) out += static_cast<char>(*byte);
   return byte.has_value();
@@ -80,26 +123,63 @@ bool Windows1251Encoder::append(char32_t character, std::string& out) const {
 
 XmlWriter::XmlWriter(ByteOutput& output, const CharacterEncoder& encoder, int indent)
     : m_output(output), m_encoder(encoder), m_indent(static_cast<std::size_t>(std::max(indent, 0))) {
-  m_buffer.reserve(2 * pieceSize);
+  m_buffer.room(2 * pieceSize);
 }
 
 void XmlWriter::startElement(const QString& tag) {
   beginLine();
+  m_names.trim();
   m_buffer += '<';
-  writeUnescaped(tag);
+  m_buffer += m_names.bytes(nameOf(tag));
   m_openTags.push_back(tag);
   m_startTagIsOpen = true;
 }
 
-void XmlWriter::attribute(const QString& name, const QString& value) {
-  const auto place =
-      std::lower_bound(m_attributes.begin(), m_attributes.end(), name,
-                       [](const auto& present, const QString& sought) { return present.first < sought; });
-  if (place != m_attributes.end() && place->first == name) {
-    place->second = value;
+/// Appends the units from `at` on without escaping: ASCII, or one other character; returns their number.
+qsizetype XmlWriter::appendUnescaped(QStringView text, qsizetype at, ByteBuffer& out) const {
+  const qsizetype run = noSpecials.appendRun(text, at, out);
+  if (run > 0) return run;
+  const Decoded next = decode(text, at);
+  if (QChar::isSurrogate(next.character)) {
+    out += '?';
   } else {
-    m_attributes.emplace(place, name, value);
+    m_encoder.appendBare(next.character, out);
   }
+  return next.units;
+}
+
+NameCache::Index XmlWriter::nameOf(const QString& name) {
+  return m_names.find(name, [this](const QString& newName) {
+    ByteBuffer bytes;
+    for (qsizetype at = 0; at < newName.size();)
+      at += appendUnescaped(newName, at, bytes);
+    return std::string(bytes.bytes());
+  });
+}
+
+void XmlWriter::attribute(const QString& name, const QString& value) {
+  const NameCache::Index index = nameOf(name);
+  const std::size_t begin = m_written.size();
+  m_written += m_names.attributeStart(index);
+  std::uint32_t longValue = 0;
+  if (value.size() <= longestEncoded) {
+    for (qsizetype at = 0; at < value.size();)
+      at += valueSpecials.append(value, at, m_encoder, m_written);
+    m_written += '"';
+  } else {
+    m_longValues.push_back(value);
+    longValue = static_cast<std::uint32_t>(m_longValues.size());
+  }
+  m_attributes.push_back({index, longValue, begin, m_written.size() - begin});
+}
+
+void XmlWriter::plainAttribute(const QString& name, std::string_view ascii) {
+  const NameCache::Index index = nameOf(name);
+  const std::size_t begin = m_written.size();
+  m_written += m_names.attributeStart(index);
+  m_written += ascii;
+  m_written += '"';
+  m_attributes.push_back({index, 0, begin, m_written.size() - begin});
 }
 
 void XmlWriter::endElement() {
@@ -110,7 +190,7 @@ void XmlWriter::endElement() {
   } else {
     beginLine();
     m_buffer += "</";
-    writeUnescaped(tag);
+    m_buffer += m_names.bytes(nameOf(tag));
     m_buffer += '>';
   }
   m_lineEndIsDue = true;
@@ -171,7 +251,7 @@ void XmlWriter::documentType(const QString& declaration) {
 
 void XmlWriter::finish() {
   beginInLine();
-  m_output.write(m_buffer);
+  m_output.write(m_buffer.bytes());
   m_buffer.clear();
 }
 
@@ -195,91 +275,50 @@ void XmlWriter::beginText() {
 }
 
 void XmlWriter::closeStartTag(std::string_view closing) {
-  for (const auto& [name, value] : m_attributes) {
-    m_buffer += ' ';
-    writeUnescaped(name);
-    m_buffer += "=\"";
-    writeEscaped(value, valueSpecials);
-    m_buffer += '"';
+  sortAttributes();
+  const auto isReplaced = [](const Attribute& attribute, const Attribute& next) {
+    return attribute.place >> 32 == next.place >> 32;
+  };
+  for (auto attribute = m_attributes.begin(); attribute != m_attributes.end(); ++attribute) {
+    if (attribute + 1 != m_attributes.end() && isReplaced(*attribute, attribute[1])) continue;
+    m_buffer += m_written.bytes().substr(attribute->begin, attribute->size);
+    if (attribute->longValue > 0) {
+      writeEscaped(m_longValues[attribute->longValue - 1], valueSpecials);
+      m_buffer += '"';
+    }
+    flushIfFull();
   }
   m_attributes.clear();
+  m_written.clear();
+  m_longValues.clear();
   m_buffer += closing;
   m_startTagIsOpen = false;
   m_lineEndIsDue = true;
 }
 
+void XmlWriter::sortAttributes() {
+  std::uint64_t number = 0;
+  for (Attribute& attribute : m_attributes)
+    attribute.place = std::uint64_t{m_names.rank(attribute.name)} << 32 | number++;
+  std::sort(m_attributes.begin(), m_attributes.end(),
+            [](const Attribute& a, const Attribute& b) { return a.place < b.place; });
+}
+
 void XmlWriter::writeIndent() { m_buffer.append(m_openTags.size() * m_indent, ' '); }
 
 void XmlWriter::writeUnescaped(QStringView text) {
-  for (qsizetype at = 0; at < text.size();) {
-    at += writePlainRun(text, at, noSpecials);
-    if (at < text.size() && text.at(at).unicode() > 127) at += writeUnescapedCharacter(text, at);
-    flushIfFull();
-  }
-}
-
-qsizetype XmlWriter::writeUnescapedCharacter(QStringView text, qsizetype at) {
-  const Decoded next = decode(text, at);
-  if (QChar::isSurrogate(next.character)) {
-    m_buffer += '?';
-  } else {
-    m_encoder.appendBare(next.character, m_buffer);
-  }
-  return next.units;
+  for (qsizetype at = 0; at < text.size(); flushIfFull())
+    at += appendUnescaped(text, at, m_buffer);
 }
 
 void XmlWriter::writeEscaped(QStringView text, const Specials& specials) {
-  for (qsizetype at = 0; at < text.size();) {
-    const qsizetype run = writePlainRun(text, at, specials);
-    at += run > 0 ? run : writeSpecial(text, at);
-    flushIfFull();
-  }
-}
-
-/// Writes the units from `at` on that need no escaping, at most one piece; returns their number.
-qsizetype XmlWriter::writePlainRun(QStringView text, qsizetype at, const Specials& specials) {
-  const char16_t* const units = text.utf16() + at;
-  const qsizetype run = specials.plainRun(units, text.size() - at);
-  appendAscii(units, run, m_buffer);
-  return run;
-}
-
-/// Writes the character at `at`, which may need escaping; returns its number of units.
-qsizetype XmlWriter::writeSpecial(QStringView text, qsizetype at) {
-  const Decoded next = decode(text, at);
-  switch (next.character) {
-    case '<':
-      m_buffer += "&lt;";
-      break;
-    case '&':
-      m_buffer += "&amp;";
-      break;
-    case '"':
-      m_buffer += "&quot;";
-      break;
-    case '>':
-      m_buffer += at >= 2 && closesCdata(text, at) ? "&gt;" : ">";
-      break;
-    default:
-      if (isAscii(next.character) || QChar::isSurrogate(next.character) || endsParsing(next.character) ||
-          !m_encoder.append(next.character, m_buffer))
-        writeReference(next.character);
-  }
-  return next.units;
-}
-
-void XmlWriter::writeReference(char32_t character) {
-  char digits[8];
-  const auto end =
-      std::to_chars(std::begin(digits), std::end(digits), static_cast<quint32>(character), 16).ptr;
-  m_buffer += "&#x";
-  m_buffer.append(digits, end);
-  m_buffer += ';';
+  for (qsizetype at = 0; at < text.size(); flushIfFull())
+    at += specials.append(text, at, m_encoder, m_buffer);
 }
 
 void XmlWriter::flushIfFull() {
   if (m_buffer.size() < pieceSize) return;
-  m_output.write(m_buffer);
+  m_output.write(m_buffer.bytes());
   m_buffer.clear();
 }
 

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <QString>
-#include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
+
+#include "byte_buffer.h"
+#include "name_cache.h"
 
 namespace ztcad {
 
@@ -23,16 +25,16 @@ class CharacterEncoder {
   virtual ~CharacterEncoder() = default;
   /// Appends the bytes of `character` (never a surrogate). False, with nothing appended, if the encoding
   /// lacks it.
-  virtual bool append(char32_t character, std::string& out) const = 0;
+  virtual bool append(char32_t character, ByteBuffer& out) const = 0;
   /// The same where numeric references are not allowed: in names, comments, CDATA sections and processing
   /// instructions. By default a missing character becomes a question mark.
-  virtual void appendBare(char32_t character, std::string& out) const;
+  virtual void appendBare(char32_t character, ByteBuffer& out) const;
 };
 
 /// The encoding of every saved document.
 class Windows1251Encoder final : public CharacterEncoder {
  public:
-  bool append(char32_t character, std::string& out) const override;
+  bool append(char32_t character, ByteBuffer& out) const override;
 };
 
 /// Writes XML piece by piece, byte for byte as `QDomDocument::save` does, with three improvements:
@@ -56,7 +58,11 @@ class XmlWriter {
 
   void startElement(const QString& tag);
   /// Between `startElement` and the element's first content. A second value of one name replaces the first.
+  /// @{
   void attribute(const QString& name, const QString& value);
+  /// With a value that needs no escaping (no `<`, `&`, `"`, no control characters, nothing above 127).
+  void plainAttribute(const QString& name, std::string_view ascii);
+  /// @}
   void endElement();
 
   /// A text node inside an element. An empty one is a node too: it keeps its neighbours on its line.
@@ -81,26 +87,36 @@ class XmlWriter {
   static const Specials valueSpecials;
   static const Specials noSpecials;
 
+  /// An attribute of the open start tag.
+  struct Attribute {
+    NameCache::Index name;
+    std::uint32_t longValue;  // 1 and up: in m_longValues; only what precedes the value is written
+    std::size_t begin;        // of its bytes in m_written
+    std::size_t size;
+    std::uint64_t place = 0;  // in the order of names; attributes of one name as they were set
+  };
+
   void beginLine();
   void beginInLine();
   void beginText();
+  qsizetype appendUnescaped(QStringView text, qsizetype at, ByteBuffer& out) const;
+  NameCache::Index nameOf(const QString& name);
+  void sortAttributes();
   void closeStartTag(std::string_view closing);
   void writeIndent();
   void writeUnescaped(QStringView text);
-  qsizetype writeUnescapedCharacter(QStringView text, qsizetype at);
   void writeEscaped(QStringView text, const Specials& specials);
-  qsizetype writePlainRun(QStringView text, qsizetype at, const Specials& specials);
-  qsizetype writeSpecial(QStringView text, qsizetype at);
-  void writeReference(char32_t character);
   void flushIfFull();
 
   ByteOutput& m_output;
   const CharacterEncoder& m_encoder;
   const std::size_t m_indent;
-  std::string m_buffer;
+  ByteBuffer m_buffer;
   std::vector<QString> m_openTags;
-  std::vector<std::pair<QString, QString>>
-      m_attributes;  // of the open start tag, in the order of their names
+  NameCache m_names;
+  std::vector<Attribute> m_attributes;  // of the open start tag
+  ByteBuffer m_written;                 // the attributes as they were set
+  std::vector<QString> m_longValues;    // as their attributes were set
   bool m_startTagIsOpen = false;
   bool m_lineEndIsDue = false;  // whether it is written depends on what follows: text stays on the line
   bool m_isBesideText = false;

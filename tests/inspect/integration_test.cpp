@@ -39,7 +39,7 @@ TEST(Integration, OfATetrahedronIsWhatBooksSay) {
   const ztCADInspect_MassProperties mass = massOf(tetrahedronMesh());
   EXPECT_EQ(mass.hasMass, 0);
   EXPECT_DOUBLE_EQ(mass.volume, 1.0 / 6);
-  EXPECT_DOUBLE_EQ(mass.mass, mass.volume) << "density 1 stands in";
+  EXPECT_DOUBLE_EQ(mass.mass, mass.volume) << "the mass for density 1";
   EXPECT_DOUBLE_EQ(mass.area, 1.5 + std::sqrt(3.0) / 2);
   for (const double center : mass.center)
     EXPECT_DOUBLE_EQ(center, 0.25);

@@ -245,6 +245,51 @@ TEST(XmlWriter, ASecondValueReplacesTheFirst) {
   EXPECT_EQ(line, "<e a=\"2\" b=\"3\"/>\n");
 }
 
+TEST(XmlWriter, TheLastOfManyValuesCountsWhateverTheirLengths) {
+  const QString longValue(100000, QLatin1Char('x'));
+  const std::string text = written([&](XmlWriter& writer) {
+    writer.startElement("e");
+    writer.attribute("b", longValue);
+    writer.attribute("a", "1");
+    writer.plainAttribute("b", "2, 3");
+    writer.attribute("a", longValue + QLatin1Char('"'));
+    writer.plainAttribute("c", "");
+    writer.endElement();
+  });
+  EXPECT_EQ(text, "<e a=\"" + longValue.toStdString() + "&quot;\" b=\"2, 3\" c=\"\"/>\n");
+}
+
+TEST(XmlWriter, ManyNamesAreSortedInEachElement) {
+  constexpr int count = 1000;
+  const auto name = [](int number) { return QLatin1Char('n') + QString::number(10000 + number); };
+  const std::string text = written([&](XmlWriter& writer) {
+    for (int element = 0; element < 2; ++element) {
+      writer.startElement("e");
+      for (int i = count; i > 0; --i)
+        writer.plainAttribute(name(i + element), "");
+      writer.endElement();
+    }
+  });
+  std::string expected;
+  for (int element = 0; element < 2; ++element) {
+    expected += "<e";
+    for (int i = 1; i <= count; ++i)
+      expected += ' ' + name(i + element).toStdString() + "=\"\"";
+    expected += "/>\n";
+  }
+  EXPECT_EQ(text, expected);
+}
+
+TEST(XmlWriter, EqualNamesOfDifferentStringsAreOne) {
+  const std::string text = written([](XmlWriter& writer) {
+    writer.startElement(utf8("\xd0\xb0"));
+    writer.attribute(utf8("\xd0\xb1"), "1");
+    writer.attribute(utf8("\xd0\xb1"), "2");
+    writer.endElement();
+  });
+  EXPECT_EQ(text, "<\xe0 \xe1=\"2\"/>\n");
+}
+
 TEST(XmlWriter, AttributesBelongToOneElementOnly) {
   const std::string text = written([](XmlWriter& w) {
     w.startElement("e");

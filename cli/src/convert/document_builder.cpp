@@ -59,7 +59,9 @@ class DocumentBuilder {
     ztCAD_setHeaderNumber(header, ztCAD_HeaderMajorVersion, &major);
     ztCAD_setHeaderNumber(header, ztCAD_HeaderMinorVersion, &minor);
     ztCAD_setHeaderText(header, ztCAD_HeaderInform, ("converted from " + m_settings.source).c_str());
-    setHeader(header, m_document.get());
+    setHeader(header, m_document.get());  // a copy
+    ztCAD_setHeaderText(header, ztCAD_HeaderInform,
+                        nullptr);  // the record lives until the library is unloaded
   }
 
   void add(const Node& node, const Mesh& mesh) {

@@ -184,7 +184,7 @@ ZTCADINSPECT_API const ztCAD_Rule* ztCADInspect_ruleAt(int32_t index);
 
 /// Mass properties, in the frame that the function names.
 typedef struct ztCADInspect_MassProperties {  // NOLINT(modernize-use-using): C reads it too
-  int32_t hasMass;    ///< 1: `mass` is a mass; 0: no density is known, and density 1 stands in for it
+  int32_t hasMass;    ///< 1: `mass` is a mass; 0: the density is unknown, and `mass` is for density 1
   int32_t hasVolume;  ///< 1: computed from geometry; 0: from data, without volume and area
   double mass;        ///< the mass
   double center[3];   ///< centre of mass
@@ -419,8 +419,8 @@ ZTCAD_NODISCARD ZTCADINSPECT_API ztCADInspect_Findings* ztCADInspect_check(ztCAD
 
 /// Mass properties of one element, in the element's frame; those of the total are in the document's.
 ///
-/// Data that a detail or any other element declares stands for all that is in it. Only where an element
-/// declares nothing, its content is summed.
+/// Data that a detail or any other element declares covers its whole content. The content is summed
+/// only where an element declares nothing.
 typedef struct ztCADInspect_MassRow {  // NOLINT(modernize-use-using): C reads it too
   const ztCAD_Base* element;           ///< the element; null for the total
   const char* path;                    ///< its path; empty for the total

@@ -14,6 +14,13 @@ export class Placement {
     return shape < 0 ? null : this.shapes[shape]!;
   }
 
+  /** Of all meshes that are placed, each as often as it is placed. */
+  get facetCount(): number {
+    let count = 0;
+    for (let item = 0; item < this.model.items.size; ++item) count += this.shapeOf(item)?.facetCount ?? 0;
+    return count;
+  }
+
   /** Maps positions relative to the shape's origin to the document's frame. */
   transform(item: number): Transform {
     const shape = this.shapeOf(item);

@@ -25,6 +25,19 @@ import { readTheme, type Theme } from "./theme";
 // right to a tenth of a pixel.
 const reachOfFrame = 1000;
 
+// Without a graphics card, smooth edges make a large picture two to three times as slow to draw.
+const smoothedBySoftware = 50_000; // facets
+
+/** False where the processor has to draw: SwiftShader, Mesa's llvmpipe and softpipe, Windows' basic driver. */
+function drawnByGraphicsCard(): boolean {
+  const context = document.createElement("canvas").getContext("webgl2");
+  if (!context) return false;
+  const names = context.getExtension("WEBGL_debug_renderer_info");
+  const name = context.getParameter(names?.UNMASKED_RENDERER_WEBGL ?? context.RENDERER) as unknown;
+  context.getExtension("WEBGL_lose_context")?.loseContext();
+  return !/swiftshader|llvmpipe|softpipe|software|basic render/i.test(String(name));
+}
+
 /** The picture: draws the model as the store and the view say, when something has changed. */
 export class World {
   readonly placement: Placement;
@@ -54,16 +67,16 @@ export class World {
     shapes: readonly Shape[],
     view: View,
   ) {
+    this.placement = new Placement(store.model, shapes);
     this.renderer = new WebGLRenderer({
       canvas,
       alpha: true,
-      antialias: true,
+      antialias: this.placement.facetCount <= smoothedBySoftware || drawnByGraphicsCard(),
       powerPreference: "high-performance",
     });
     this.renderer.setClearColor(0x000000, 0); // the page's background is seen through
     this.renderer.localClippingEnabled = true;
     this.view = view;
-    this.placement = new Placement(store.model, shapes);
     this.wholeBox = this.placement.box(new Uint8Array(store.model.items.size).fill(1));
     this.theme = readTheme();
     this.batches = new Batches(this.placement, this.materials);

@@ -47,7 +47,13 @@ const at = (x: number, y: number, z: number, mirror = 1): number[] => [
 ];
 
 function looking(view: Partial<View>, visible: number, section: Plane | null = null): Looking {
-  const whole = { target: [0, 0, 0], ...standardViews.front, height: 4, perspective: false, ...view } as View;
+  const whole: View = {
+    target: [0, 0, 0],
+    ...standardViews.front,
+    height: 4,
+    perspective: false,
+    ...view,
+  };
   return { view: whole, x: 0, y: 0, pixels: 800, visible: new Uint8Array(visible).fill(1), section };
 }
 
@@ -85,7 +91,7 @@ void test("vertices are exact far from the origin", () => {
     return nearestVertex(picker.pick(from)!, from)!.place;
   });
   assert.deepEqual(ends[0], [1e7 + 0.125, -1e7, 1e7]);
-  assert.equal(length(subtract(ends[1]!, ends[0]!)), Math.SQRT2);
+  assert.equal(length(subtract(ends[1]!, ends[0])), Math.SQRT2);
 });
 
 void test("a vertex that the section plane hides is not offered", () => {
