@@ -24,8 +24,8 @@ function(ztcad_python_test name)
 endfunction()
 
 # The interpreter is not instrumented: the sanitizers' runtimes come first in it, and its own memory stays
-# allocated at the end. What is freed is overwritten, so that the tests of
-# lifetimes fail if they read it: NumPy itself is not instrumented either.
+# allocated at the end. What is freed is overwritten, so that the tests of lifetimes fail if they read it: NumPy
+# itself is not instrumented either.
 if(ZTCAD_SANITIZE)
   if(ZTCAD_SANITIZE MATCHES address)
     foreach(runtime libasan.so libubsan.so)
@@ -36,16 +36,18 @@ if(ZTCAD_SANITIZE)
     ztcad_python_test(lifetimes pytest -q -p no:hypothesispytest ${python_tests}/test_lifetimes.py
                       ${python_tests}/test_containers.py)
     set_property(TEST python.lifetimes APPEND PROPERTY ENVIRONMENT
-                 "LD_PRELOAD=${runtimes}" PYTHONMALLOC=malloc ASAN_OPTIONS=detect_leaks=0:max_free_fill_size=1048576)
+                 "LD_PRELOAD=${runtimes}" PYTHONMALLOC=malloc
+                 ASAN_OPTIONS=detect_leaks=0:max_free_fill_size=1048576)
   endif()
   return()
 endif()
 
-ztcad_python_test(pytest pytest -q ${python_tests} --ignore-glob=*/test_batch*.py
+ztcad_python_test(pytest pytest -q ${python_tests} --ignore-glob=${python_tests}/test_batch*.py
                   --cov --cov-config=${python_settings} --cov-report=term-missing)
 file(GLOB batch_tests CONFIGURE_DEPENDS tests/test_batch*.py)
 if(batch_tests)
-  ztcad_python_test(batch pytest -q ${batch_tests})
+  ztcad_python_test(batch pytest -q ${batch_tests} --cov=${CMAKE_CURRENT_SOURCE_DIR}/ztcad/batch
+                    --cov-config=/dev/null --cov-fail-under=95 --cov-report=term-missing)
 endif()
 ztcad_python_test(mypy mypy --config-file ${python_settings} --cache-dir ${CMAKE_CURRENT_BINARY_DIR}/mypy
                   --explicit-package-bases ${PROJECT_BINARY_DIR}/python/ztcad ${python_tests})

@@ -46,11 +46,10 @@ from ztcad._errors import (
     RemovedError,
     SaveError,
 )
+from ztcad._finding import Finding, Place
 from ztcad._findings import (
-    Finding,
     Findings,
     MeshFinding,
-    Place,
     Rule,
     check,
     check_text,

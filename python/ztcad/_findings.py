@@ -4,84 +4,19 @@ from __future__ import annotations
 
 import os
 from collections.abc import Iterator, Sequence
-from dataclasses import asdict, dataclass
+from dataclasses import dataclass
 from pathlib import Path
-from typing import TYPE_CHECKING, Any, Literal, NamedTuple, overload
+from typing import TYPE_CHECKING, Any, overload
 
 from ztcad._document import Document, Outcome
 from ztcad._errors import error_of
+from ztcad._finding import SEVERITIES, Finding, Place, Severity
 from ztcad._library import NULL, Handle, ffi, from_text, lib, lock, optional_text
 from ztcad._node import Content
 from ztcad._scene import open_handle
 
 if TYPE_CHECKING:
     from collections.abc import Iterable
-
-Severity = Literal["note", "warning", "error"]
-_SEVERITIES: tuple[Severity, ...] = ("note", "warning", "error")  # by ztCAD_Severity
-
-
-class Place(NamedTuple):
-    """A position in a document: line and column in characters from 1, offset in bytes from 0."""
-
-    line: int
-    column: int
-    offset: int
-
-
-@dataclass(frozen=True)
-class Finding:
-    """Something about a document. ``str`` gives the form that editors and build logs understand."""
-
-    #: ``"error"``: a reason for a result code or a fault; ``"warning"``: something is dropped or replaced;
-    #: ``"note"``: read as meant, but likely not what the writer wanted
-    severity: Severity
-    #: a stable word, such as ``"missing-centre"``; ``ztcad.rules()`` has them all
-    rule: str
-    #: one sentence, with the values found and wanted
-    message: str
-    #: such as ``"/GMD/structure[1]/point[2]/@center"``
-    path: str
-    #: where it is in the text; ``None`` for a document that was not read from one
-    place: Place | None
-    #: the attribute that it is about, if it is about one
-    attribute: str | None
-    #: kind of the nearest element, such as ``"point"``; empty if there is none
-    kind: str
-    #: name of that element
-    name: str | None
-    #: how often it occurs in its list
-    count: int = 1
-    #: the first places of a finding that occurs several times
-    places: tuple[Place, ...] = ()
-    #: the file, if there is one
-    file: str | None = None
-
-    @property
-    def line(self) -> int:
-        """The line, from 1; 0 without a place."""
-        return self.place.line if self.place else 0
-
-    @property
-    def column(self) -> int:
-        """The column in characters, from 1; 0 without a place."""
-        return self.place.column if self.place else 0
-
-    @property
-    def offset(self) -> int:
-        """The offset in bytes; 0 without a place."""
-        return self.place.offset if self.place else 0
-
-    def to_dict(self) -> dict[str, Any]:
-        """The fields as plain values, for JSON."""
-        return asdict(self)
-
-    def __str__(self) -> str:
-        where = [self.file] if self.file else []
-        where += [str(self.line), str(self.column)] if self.place else [self.path] if self.path else []
-        place = ":".join([*where, ""]) + (" " if where else "")
-        return f"{place}{self.severity}: {self.message} [{self.rule}]"
-
 
 @dataclass(frozen=True)
 class MeshFinding:
@@ -152,7 +87,7 @@ class Findings(Sequence[Finding]):
         return "\n".join(str(finding) for finding in self)
 
     def __repr__(self) -> str:
-        counts = [f"{len(self.of(severity))} {severity}s" for severity in reversed(_SEVERITIES)]
+        counts = [f"{len(self.of(severity))} {severity}s" for severity in reversed(SEVERITIES)]
         return f"<Findings: {', '.join(counts)}>"
 
     def to_dataframe(self) -> Any:
@@ -193,7 +128,7 @@ def rules() -> dict[str, Rule]:
         for index in range(count):
             rule = at(index)
             name, since, sentence = (from_text(t) for t in (rule.name, rule.since, rule.sentence))
-            found.append(Rule(name, _SEVERITIES[rule.severity], since, sentence))
+            found.append(Rule(name, SEVERITIES[rule.severity], since, sentence))
     return {rule.name: rule for rule in sorted(found, key=lambda rule: rule.name)}
 
 
@@ -256,7 +191,7 @@ def _reviewed(
     file = None if path is None else os.fspath(path)
     found = [_finding(lib.ztCAD_findingAt(pointer, index), file) for index in range(count)]
     omitted: dict[Severity, int] = {
-        severity: lib.ztCAD_omittedFindings(pointer, number) for number, severity in enumerate(_SEVERITIES)
+        severity: lib.ztCAD_omittedFindings(pointer, number) for number, severity in enumerate(SEVERITIES)
     }
     del review
     return Findings(
@@ -311,7 +246,7 @@ class _Inspected:
 
 def _finding(source: Any, file: str | None) -> Finding:
     return Finding(
-        severity=_SEVERITIES[source.severity],
+        severity=SEVERITIES[source.severity],
         rule=from_text(source.rule),
         message=from_text(source.message),
         path=from_text(source.path),
@@ -334,7 +269,7 @@ def check_document(document: Document, options: dict[str, Any], *, limit: int | 
     with lock:
         found = [
             Finding(
-                severity=_SEVERITIES[source.severity],
+                severity=SEVERITIES[source.severity],
                 rule=from_text(source.rule),
                 message=_with_places(source),
                 path=from_text(source.path),
@@ -381,7 +316,7 @@ def of_mesh(found: Any) -> list[MeshFinding]:
     )
     return [
         MeshFinding(
-            severity=_SEVERITIES[source.severity],
+            severity=SEVERITIES[source.severity],
             rule=from_text(source.rule),
             message=from_text(source.message),
             count=source.count,

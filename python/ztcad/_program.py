@@ -6,6 +6,7 @@ import html
 import os
 import shutil
 import subprocess
+import sys
 import tempfile
 from collections.abc import Sequence
 from pathlib import Path
@@ -17,22 +18,25 @@ if TYPE_CHECKING:
     from ztcad._document import Document
 
 
-def program() -> str:
-    """The path of the program ``ztcad``.
+def find_program(program: str | None = None) -> str:
+    """The path of the program ``ztcad`` on this machine.
 
-    It is the one that the environment variable ``ZTCAD_PROGRAM`` names, else the one inside the package, as a
-    wheel has it, else the one in the path. Raises ``ProgramError`` if there is none.
+    The first of: ``program``, a path or a name to look for in PATH; the environment variable ZTCAD_PROGRAM,
+    likewise; the program in the package, as a wheel has it; the program beside the Python interpreter; the one
+    in PATH. Raises ``ProgramError`` if there is none.
     """
-    named = os.environ.get("ZTCAD_PROGRAM")
-    if named:
-        return named
-    inside = Path(__file__).parent / "bin" / "ztcad"
-    found = os.fspath(inside) if inside.exists() else shutil.which("ztcad")
-    if found is None:
-        raise ProgramError(
-            "the program ztcad was not found: install it, or name it in the variable ZTCAD_PROGRAM"
-        )
-    return found
+    name = "ztcad.exe" if os.name == "nt" else "ztcad"
+    wanted = program or os.environ.get("ZTCAD_PROGRAM")
+    inside = os.fspath(Path(__file__).parent / "bin" / name)
+    beside = os.fspath(Path(sys.executable).parent / name)
+    for candidate in [wanted] if wanted else [inside, beside, name]:
+        found = shutil.which(candidate)
+        if found:
+            return os.path.abspath(found)
+    where = f"{wanted!r} is no program" if wanted else "it is neither in the package nor in PATH"
+    raise ProgramError(
+        f"the program ztcad is missing: {where}. Install it, or set ZTCAD_PROGRAM to its path."
+    )
 
 
 def run(
@@ -40,13 +44,16 @@ def run(
     document: Document | None = None,
     *,
     timeout: float | None = None,
+    may_find_errors: bool = False,
 ) -> str:
     """Runs the program and returns its output; ``ProgramError`` if it could not do its work.
+
+    With ``may_find_errors`` exit code 1 is a success: the work is done, and the document has errors.
 
     A document becomes the program's standard input, and its folder the current one, to which the references
     of standard input are relative.
     """
-    command = [program(), *(os.fspath(argument) for argument in arguments)]
+    command = [find_program(), *(os.fspath(argument) for argument in arguments)]
     data = b"" if document is None else document.to_bytes()
     folder = document.path.parent if document is not None and document.path is not None else None
     try:
@@ -57,7 +64,7 @@ def run(
         raise ProgramError(f"the program ztcad could not be started: {error}") from error
     except subprocess.TimeoutExpired as error:
         raise ProgramError(f"the program ztcad took longer than {timeout} s") from error
-    if done.returncode != 0:
+    if done.returncode not in ((0, 1) if may_find_errors else (0,)):
         message = done.stderr.decode(errors="replace").strip()
         if done.returncode < 0:
             message = message or f"the program ztcad ended by signal {-done.returncode}"
@@ -101,14 +108,17 @@ def convert(
 
 
 def view(source: str | os.PathLike[str] | Document, output: str | os.PathLike[str]) -> None:
-    """Writes a page that shows a document, one file that needs no network, as ``ztcad view`` does."""
+    """Writes a page that shows a document, one file that needs no network, as ``ztcad view`` does.
+
+    The page of a document with errors shows them.
+    """
     from ztcad._document import Document
 
     page = Path(output).absolute()
     if isinstance(source, Document):
-        run(["view", "-o", page, "--", "-"], source)
+        run(["view", "-o", page, "--", "-"], source, may_find_errors=True)
     else:
-        run(["view", "-o", page, "--", Path(source).absolute()])
+        run(["view", "-o", page, "--", Path(source).absolute()], may_find_errors=True)
 
 
 def notebook_page(document: Document) -> str:

@@ -5,19 +5,20 @@
 ...     if report.errors:
 ...         print(report)
 
-Needs the program ``ztcad``, and neither NumPy nor the library in this process. ``python -m ztcad.batch`` does
-the same from a shell.
+Needs the program ``ztcad``, which checks each chunk of documents in a process of its own. ``python -m
+ztcad.batch`` does the same from a shell.
 """
 
+from ztcad._errors import ProgramError
+from ztcad._finding import Finding, Place
+from ztcad._program import find_program
+
 from ._check import Progress, check
-from ._errors import BatchError, ClusterError, NoWorkersError, ProgramError
-from ._finding import Finding, Place
-from ._program import find_program
+from ._errors import ClusterError, NoWorkersError
 from ._report import DocumentReport, json_line, read_json_lines
 from ._table import table
 
 __all__ = [
-    "BatchError",
     "ClusterError",
     "DocumentReport",
     "Finding",

@@ -10,9 +10,10 @@ from collections.abc import Iterator, Sequence
 from contextlib import ExitStack, closing
 from typing import IO, TYPE_CHECKING
 
+from ztcad._errors import Error
+from ztcad._finding import SEVERITIES, Severity
+
 from ._check import Progress, check
-from ._errors import BatchError
-from ._finding import SEVERITIES, Severity
 from ._report import DocumentReport, json_line, printable, read_json_lines
 
 if TYPE_CHECKING:
@@ -195,12 +196,12 @@ def _client(arguments: argparse.Namespace) -> Client | None:
     try:
         from distributed import Client
     except ImportError:
-        raise BatchError("--scheduler needs dask.distributed (Debian: python3-distributed)") from None
+        raise Error("--scheduler needs dask.distributed (Debian: python3-distributed)") from None
     try:
         return Client(arguments.scheduler, scheduler_file=arguments.scheduler_file)
     except (OSError, ValueError) as error:
         address = arguments.scheduler or arguments.scheduler_file
-        raise BatchError(f"no scheduler at {address}: {error}") from None
+        raise Error(f"no scheduler at {address}: {error}") from None
 
 
 def run(arguments: argparse.Namespace, terminal: Terminal) -> int:
@@ -256,7 +257,7 @@ def main(words: Sequence[str] | None = None) -> int:
     except BrokenPipeError:
         os.dup2(os.open(os.devnull, os.O_WRONLY), sys.stdout.fileno())  # or its flush at exit fails again
         return 2
-    except (BatchError, OSError, ValueError) as error:
+    except (Error, OSError, ValueError) as error:
         terminal.say(str(error))
     except KeyboardInterrupt:
         terminal.say("interrupted" + ("; --resume goes on" if arguments.output else ""))

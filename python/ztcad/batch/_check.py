@@ -9,10 +9,11 @@ from contextlib import closing
 from dataclasses import dataclass
 from typing import TYPE_CHECKING, Callable, Union
 
+from ztcad._errors import ProgramError
+from ztcad._finding import SEVERITIES, Severity
+
 from ._chunks import Document, chunks, find_documents
 from ._cluster import Workers, check_on_cluster
-from ._errors import ProgramError
-from ._finding import SEVERITIES, Severity
 from ._local import check_locally
 from ._program import ChunkReport, Options
 from ._report import DocumentReport

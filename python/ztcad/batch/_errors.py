@@ -1,16 +1,10 @@
 """Exceptions that end a batch. A document never does; its report has a problem instead."""
 
-
-class BatchError(Exception):
-    """The batch cannot go on. Reports that were yielded before are valid."""
+from ztcad._errors import Error
 
 
-class ProgramError(BatchError):
-    """The program ztcad is missing, does not run, or does not accept its arguments."""
-
-
-class ClusterError(BatchError):
-    """The scheduler is lost, or the work was cancelled."""
+class ClusterError(Error):
+    """The scheduler is lost, or the work was cancelled. Reports that were yielded before are valid."""
 
 
 class NoWorkersError(ClusterError):

@@ -1,7 +1,4 @@
-"""Runs ``ztcad check`` over a chunk of documents, on whatever machine the chunk is sent to.
-
-Nothing here needs more than the standard library and the program.
-"""
+"""Runs ``ztcad check`` over a chunk of documents, on whatever machine the chunk is sent to."""
 
 from __future__ import annotations
 
@@ -11,25 +8,23 @@ import math
 import os
 import queue
 import re
-import shutil
 import signal
 import socket
 import subprocess
-import sys
 import tempfile
 import threading
 import time
 from collections.abc import Sequence
 from contextlib import suppress
 from dataclasses import dataclass
-from pathlib import Path
 from typing import IO, Any, Callable
 
-from ._errors import ProgramError
-from ._finding import Record, Severity
-from ._report import counts_of
+from ztcad._errors import ProgramError
+from ztcad._finding import Severity
+from ztcad._program import find_program
 
-ENVIRONMENT_VARIABLE = "ZTCAD_PROGRAM"
+from ._finding import Record
+from ._report import counts_of
 
 
 @dataclass(frozen=True)
@@ -75,28 +70,12 @@ class ChunkReport:
         return cls([_problem(path, problem)])
 
 
-def find_program(program: str | None = None) -> str:
-    """The path of the program ztcad on this machine.
-
-    The first of: ``program``, a path or a name to look for in PATH; the environment variable ZTCAD_PROGRAM,
-    likewise; the program in the package; the program beside the Python interpreter; the one in PATH.
-    """
-    name = "ztcad.exe" if os.name == "nt" else "ztcad"
-    wanted = program or os.environ.get(ENVIRONMENT_VARIABLE)
-    candidates = [
-        str(Path(__file__).parents[1] / "bin" / name),
-        str(Path(sys.executable).parent / name),
-        name,
-    ]
-    for candidate in [wanted] if wanted else candidates:
-        found = shutil.which(candidate)
-        if found:
-            return os.path.abspath(found)
-    where = f"{wanted!r} is no program" if wanted else "it is neither in the package nor in PATH"
-    raise ProgramError(
-        f"{socket.gethostname()}: the program ztcad is missing: {where}. "
-        f"Install it, or set {ENVIRONMENT_VARIABLE} to its path."
-    )
+def program_here(named: str | None) -> str:
+    """The path of the program on this machine, of which the message of a failure gives the name."""
+    try:
+        return find_program(named)
+    except ProgramError as error:
+        raise ProgramError(f"{socket.gethostname()}: {error}") from None
 
 
 @functools.lru_cache(maxsize=None)
@@ -122,7 +101,7 @@ def check_chunk(
     another one. A document is blamed only for a failure of its own process. ``stopped`` is called several
     times a second; when it returns true, the process is killed and the report is incomplete.
     """
-    program = find_program(options.program)
+    program = program_here(options.program)
     version = version_of(program)
     command = [program, *options.arguments()]
     records: list[Record] = []

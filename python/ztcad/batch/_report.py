@@ -8,7 +8,9 @@ from collections.abc import Iterable, Iterator
 from dataclasses import dataclass
 from typing import Any
 
-from ._finding import SEVERITIES, Finding, Record, Severity, finding_from_json, finding_to_json
+from ztcad._finding import SEVERITIES, Finding, Severity
+
+from ._finding import Record, finding_from_json, finding_to_json
 
 
 @dataclass(frozen=True)
