@@ -24,8 +24,8 @@ function(ztcad_python_test name)
 endfunction()
 
 # The interpreter is not instrumented: the sanitizers' runtimes come first in it, and its own memory stays
-# allocated at the end. What is freed is overwritten, so that the tests of lifetimes fail if they read it: NumPy
-# itself is not instrumented either.
+# allocated at the end. What is freed is overwritten, so that the tests of lifetimes fail if they read it:
+# NumPy itself is not instrumented either.
 if(ZTCAD_SANITIZE)
   if(ZTCAD_SANITIZE MATCHES address)
     foreach(runtime libasan.so libubsan.so)

@@ -103,6 +103,8 @@ const Row rows[] = {
     {"ztCAD_addToDoc", [](Doc* document) { EXPECT_TRUE(ztCAD_addToDoc(pointNamed("A"), document)); }},
     {"ztCAD_appendToDoc",
      [](Doc* document) { EXPECT_EQ(ztCAD_appendToDoc(document, ztCAD_ElementPoint), nullptr); }},
+    {"ztCAD_appendManyToDoc",
+     [](Doc* document) { EXPECT_FALSE(ztCAD_appendManyToDoc(document, ztCAD_ElementPoint, 1, nullptr)); }},
     {"ztCAD_removeFromDoc",
      [](Doc* document) { EXPECT_FALSE(ztCAD_removeFromDoc(pointNamed("A"), document, ztCAD_ElementPoint)); }},
     {"addPointToDoc", [](Doc* document) { expectNotAdded(addPointToDoc, document); }},
