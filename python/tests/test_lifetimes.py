@@ -157,9 +157,9 @@ def test_a_view_protects_its_memory_when_only_the_document_is_referred_to(
 
 def test_nothing_can_be_copied_or_pickled(full: ztcad.Document) -> None:
     things: list[Any] = [full, full.points[0], full.structures[0]]
-    ways: list[Callable[[Any], Any]] = [copy.copy, copy.deepcopy, pickle.dumps]
     for thing in things:
-        for copied in ways:
+        copies: list[Callable[..., Any]] = [copy.copy, copy.deepcopy, pickle.dumps]
+        for copied in copies:
             with pytest.raises(TypeError, match="cannot be copied or pickled"):
                 copied(thing)
 

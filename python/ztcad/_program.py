@@ -47,8 +47,8 @@ def run(
 ) -> list[str]:
     """Runs the program and returns its messages, which say what is wrong with what it worked on.
 
-    Raises ``ProgramError`` if it could not do its work. A document becomes the program's standard input, and its folder the current one, to which the references
-    of standard input are relative.
+    Raises ``ProgramError`` if it could not do its work. A document becomes the program's standard input, and
+    its folder the current one, to which the references of standard input are relative.
     """
     command = [find_program(), *(os.fspath(argument) for argument in arguments)]
     data = b"" if document is None else document.to_bytes()

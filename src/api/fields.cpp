@@ -41,7 +41,8 @@ std::int32_t give(const std::optional<ztCAD_LCS>& lcs, double* values, std::int3
   return lcs ? writeNumbers(lcs->values(), values, capacity) : none;
 }
 
-/// The data of kinds that have some; null for the others. Not a copy, which would need memory: a caller could not tell its lack from a lack of data.
+/// The data of kinds that have some; null for the others. Not a copy, which would need memory: a caller could
+/// not tell its lack from a lack of data.
 const ztCAD_MIP* mipOf(const ztCAD_Base* element) {
   return withFields<ztcad::HasMip>(element, static_cast<const ztCAD_MIP*>(nullptr),
                                    [](const auto& known) { return known.mipIfSet(); });

@@ -8,8 +8,8 @@
 
 namespace ztcad {
 
-/// Bytes that grow at their end. Unlike a `std::string` it leaves new bytes uninitialised, so that text can be
-/// written into it directly.
+/// Bytes that grow at their end. Unlike a `std::string` it leaves new bytes uninitialised, so that text can
+/// be written into it directly.
 class ByteBuffer {
  public:
   std::size_t size() const { return m_size; }

@@ -12,8 +12,8 @@
 namespace ztcad {
 
 /// The names of attributes and elements that a writer has met, each encoded once and with its place in the
-/// order of names. A name is recognised by the address of its characters, which the copies of a QString share:
-/// the words of a format are found without comparing texts.
+/// order of names. A name is recognised by the address of its characters, which the copies of a QString
+/// share: the words of a format are found without comparing texts.
 class NameCache {
  public:
   using Index = std::uint32_t;
