@@ -26,9 +26,9 @@ function(ztcad_python_test name)
                        WORKING_DIRECTORY ${PROJECT_BINARY_DIR}/python)
 endfunction()
 
-# The interpreter and NumPy are not instrumented. The sanitizers' runtimes are therefore loaded first, leaks are
-# not reported (the interpreter keeps memory until it ends), and freed memory is overwritten: a read of it by
-# NumPy goes unnoticed, but gives wrong numbers.
+# The interpreter and NumPy are not instrumented. The sanitizers' runtimes are therefore loaded first, leaks
+# are not reported (the interpreter keeps memory until it ends), and freed memory is overwritten: a read of it
+# by NumPy goes unnoticed, but gives wrong numbers.
 if(ZTCAD_SANITIZE)
   if(ZTCAD_SANITIZE MATCHES address)
     foreach(runtime libasan.so libubsan.so)

@@ -83,7 +83,7 @@ def read_only(array: npt.NDArray[Any]) -> npt.NDArray[Any]:
 
 
 def require_no_views(views: set[int], what: str) -> None:
-    """Raises ``BufferError`` if there are views, as ``bytearray`` does: memory that an array uses must not move."""
+    """Raises ``BufferError`` if there are views: memory that an array uses must not move."""
     if views:
         few = len(views) == 1
         users = "an array uses" if few else f"{len(views)} arrays use"

@@ -310,7 +310,7 @@ class Elements(Sequence[E], Generic[E]):
 
     @staticmethod
     def _write_reals(function: Any, rows: Reals, addresses: Any) -> None:
-        # a row of nan clears the value, as it stands for no value where it is read
+        # a row of nan means "no value", as in the arrays that are read
         present = np.ascontiguousarray(~np.isnan(rows).all(axis=1), np.uint8)
         c_rows, c_present = _arrays.address(rows, "double*"), _arrays.address(present, "uint8_t*")
         if function(addresses, len(rows), c_rows, c_present) != len(rows):

@@ -148,8 +148,8 @@ def check(
     """The findings of the reader about a file, and those about its geometry, references and mass data.
 
     A ``Document`` has no text, so only the latter are reported for it. ``limit`` is the number of findings to
-    keep, ``inspect=False`` leaves out all but the reader's, ``options`` are those of ``ztcad.options``. Raises
-    ``LoadError`` only for a file that cannot be read; a file that is not a document is a finding.
+    keep, ``inspect=False`` leaves out all but the reader's, ``options`` are those of ``ztcad.options``.
+    Raises ``LoadError`` only for a file that cannot be read; a file that is not a document is a finding.
     """
     if isinstance(source, Document):
         return check_document(source, options, limit=limit)

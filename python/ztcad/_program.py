@@ -22,8 +22,8 @@ def find_program(program: str | None = None) -> str:
     """The path of the program ``ztcad`` on this machine.
 
     The first of: ``program``, a path or a name to look for in PATH; the environment variable ZTCAD_PROGRAM,
-    likewise; the program in the package, as a wheel has it; the program beside the Python interpreter; the one
-    in PATH. Raises ``ProgramError`` if there is none.
+    likewise; the program in the package, as a wheel has it; the program beside the Python interpreter; the
+    one in PATH. Raises ``ProgramError`` if there is none.
     """
     name = "ztcad.exe" if os.name == "nt" else "ztcad"
     wanted = program or os.environ.get("ZTCAD_PROGRAM")
