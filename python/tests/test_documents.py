@@ -174,7 +174,7 @@ def test_header_fields_are_optional() -> None:
     header.inform = None
     assert header.minor_version is None
     assert document.inform == ""
-    assert "version 3.None" in repr(header)
+    assert "version 3.?" in repr(header)
 
 
 def test_texts_must_be_texts(document: ztcad.Document) -> None:
@@ -193,10 +193,10 @@ def test_paths_lead_to_elements_and_back(full: ztcad.Document) -> None:
     assert found is full.structures[0].structures[0].details[0].spheres[0]
     assert full.path_of(found) == "/GMD/structure[1]/structure[1]/detail[1]/solid[1]"
     assert full.find("/GMD/point[9]") is None
-    assert full.find_all("in it") == [
-        full.template_details[0].points[0],
-        full.template_structures[0].points[0],
-    ] or len(full.find_all("in it")) == 2
+    inner = [full.template_details[0].points[0], full.template_structures[0].points[0]]
+    text = full.to_bytes().decode("cp1251")
+    inner.sort(key=lambda point: text.index(f'name="{point.holder.name}"'))  # type: ignore[attr-defined]
+    assert full.find_all("in it") == inner
     assert full.find_all("no such name") == []
     with pytest.raises(ValueError, match="not in this document"):
         full.path_of(ztcad.Document().points.add("elsewhere"))

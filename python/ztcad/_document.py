@@ -130,7 +130,9 @@ class Header:
         self._set_text(lib.ztCAD_HeaderProducerPlatform, value)
 
     def __repr__(self) -> str:
-        return f"<Header version {self.major_version}.{self.minor_version}, inform {self.inform!r}>"
+        parts = (self.major_version, self.minor_version)
+        version = ".".join("?" if part is None else str(part) for part in parts)
+        return f"<Header version {version}, inform {self.inform!r}>"
 
 
 class Document(StructureContainers):
