@@ -32,7 +32,7 @@ def declarations(include: Sequence[str | Path]) -> str:
     compiler = shlex.split(os.environ.get("CC", "cc"))
     with tempfile.TemporaryDirectory() as known:
         for name in ("stdint.h", "stdbool.h"):
-            Path(known, name).touch()  # cffi knows these types; of the system's headers it can read few
+            Path(known, name).touch()  # cffi defines these types; it cannot parse the system's headers
         folders = [f"-I{folder}" for folder in (known, *include)]
         # attributes say how a function is exported, which a caller need not know
         command = [*compiler, "-E", "-P", "-nostdinc", "-D__attribute__(x)=", *folders, "-x", "c", "-"]

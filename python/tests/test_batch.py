@@ -612,6 +612,13 @@ def test_the_page_describes_all_arguments_and_options() -> None:
     assert arguments <= set(re.findall(r"`([a-z_]+)`", page))
 
 
+def test_optional_packages_are_not_imported() -> None:
+    others = {"dask", "distributed", "meshio", "pandas", "trimesh"}
+    script = f"import sys, ztcad.batch; print('ztcad.batch' in sys.modules, set(sys.modules) & {others})"
+    run = subprocess.run([sys.executable, "-c", script], capture_output=True, text=True)
+    assert (run.stdout, run.stderr) == ("True set()\n", "")
+
+
 def test_a_chunk_can_be_checked_directly(fake: str, tmp_path: Path) -> None:
     paths = make_documents(tmp_path, "good-1", "bad-1")
     result = check_chunk(paths, Options(program=fake))

@@ -175,9 +175,8 @@ def test_few_chunks_are_submitted_at_once(clusters: SimpleNamespace, fake: str, 
     first = list(itertools.islice(reports, 50))
     reports.close()
     assert len(first) == 50
-    assert taken <= 50 + 5 * (
-        2 * 2 + 2
-    )  # five in a chunk; two chunks for each thread, one yielded, one begun
+    # five in a chunk; two chunks for each of the two threads, one that is yielded, one that is begun
+    assert taken <= 50 + 5 * (2 * 2 + 2)
     client = clusters.whole.client
     # nothing is left on the cluster
     wait_until(lambda: not any(client.run_on_scheduler(lambda dask_scheduler: list(dask_scheduler.tasks))))

@@ -221,6 +221,13 @@ def test_adding_many_adds_all_or_none(document: ztcad.Document) -> None:
         document.points.add_many(CORNERS, names=["one"])
     with pytest.raises(ValueError, match="colours"):
         document.points.add_many(CORNERS, colors=[(1, 2)])
+    with pytest.raises(ValueError, match="2 colours were given for 4"):
+        document.points.add_many(CORNERS, colors=[(1, 2, 3), (4, 5, 6)])
+    with pytest.raises(TypeError, match="a name must be a str"):
+        document.points.add_many(CORNERS, names=["a", "b", "c", 4])  # type: ignore[list-item]
+    with pytest.raises(ValueError, match="shape"):
+        document.spheres.add_many(CORNERS, [1, 2])
+    assert len(document.spheres) == 0
     with pytest.raises(ValueError, match="shape"):
         document.points.add_many([(1, 2)])
     assert len(document.points) == 0

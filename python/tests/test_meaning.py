@@ -118,7 +118,10 @@ def test_a_scene_places_everything(full: ztcad.Document) -> None:
     # the template is at 4, 5, 6; the reference and its structure move it by 1, 2, 3 each
     assert placed.vertices.tolist() == [[6, 9, 12]]
     assert scene[placed.parent].kind == "structure"
-    assert placed.path == "/GMD/structure[1]/point[1]" or placed.path.startswith("/GMD/structure[1]/")
+    element = full.find(placed.path)
+    assert element is not None
+    assert element.name == "placed"
+    assert np.array_equal(scene.transforms, [item.transform for item in scene])
     assert scene[0].path.startswith("/GMD/")
     assert scene[0:2] == list(scene)[:2]
     assert placed.transform.shape == (3, 4)
@@ -152,6 +155,11 @@ def test_bounds_contain_balls() -> None:
     bounds = document.scene().bounds
     assert bounds is not None
     assert bounds.tolist() == [[0, 0, 1], [4, 4, 5]]
+    document.points.add_many([(-5, 1, 1), (0, 9, 0)])
+    document.lines.add("line", vertices=[(0, 0, -7), (0, 0, 0)])
+    bounds = document.scene().bounds
+    assert bounds is not None
+    assert bounds.tolist() == [[-5, 0, -7], [4, 9, 5]]
 
 
 def test_references_to_files(tmp_path: Path) -> None:

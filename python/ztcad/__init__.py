@@ -5,8 +5,8 @@
 >>> document.points.add("hinge", center=(0, 0, 12.5))
 <Point 'hinge' at (0.0, 0.0, 12.5)>
 
-``load`` and ``loads`` read documents, ``Document`` makes new ones, ``check`` says what is wrong with one.
-Coordinates, lengths and masses are in the document's units, which it does not name.
+``load`` and ``loads`` read documents, ``Document`` creates new ones, ``check`` reports what is
+wrong with one. Coordinates, lengths and masses are in the document's units; the format does not name them.
 """
 
 from ztcad._containers import (

@@ -41,6 +41,17 @@ def unsigned(values: npt.ArrayLike, what: str) -> Indices:
     return np.ascontiguousarray(array, np.uint32)
 
 
+def colors(values: npt.ArrayLike) -> tuple[Indices, npt.NDArray[np.uint8]]:
+    """Contiguous colours of shape (n, 3) and, for each, whether there is one: -1, -1, -1 stands for none."""
+    array = np.asarray(values)
+    if array.size == 0:
+        array = np.empty((0, 3), np.uint32)
+    if array.ndim != 2 or array.shape[1] != 3:
+        raise ValueError(f"colours must have the shape (n, 3), not {array.shape}")
+    present = np.ascontiguousarray((array != -1).any(axis=1), np.uint8)
+    return unsigned(np.where(present[:, np.newaxis] == 1, array, 0), "colours"), present
+
+
 def _rows(array: npt.NDArray[Any], width: int, what: str) -> npt.NDArray[Any]:
     if array.ndim != 2 or array.shape[1] != width:
         raise ValueError(f"{what} must have the shape (n, {width}), not {array.shape}")
@@ -69,6 +80,14 @@ def read_only(array: npt.NDArray[Any]) -> npt.NDArray[Any]:
     """A copy of values of the document: writing to it would not change the document, so it is refused."""
     array.flags.writeable = False
     return array
+
+
+def require_no_views(views: set[int], what: str) -> None:
+    """Raises ``BufferError`` if there are views: memory that an array uses must not move."""
+    if views:
+        few = len(views) == 1
+        users = "an array uses" if few else f"{len(views)} arrays use"
+        raise BufferError(f"{users} {what}: copy or drop {'it' if few else 'them'} first")
 
 
 def address(array: npt.NDArray[Any], kind: str) -> Any:

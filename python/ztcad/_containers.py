@@ -10,7 +10,7 @@ import numpy as np
 import numpy.typing as npt
 
 from ztcad import _arrays
-from ztcad._arrays import Reals
+from ztcad._arrays import Indices, Reals
 from ztcad._elements import (
     Line,
     MassElement,
@@ -272,17 +272,19 @@ class Elements(Sequence[E], Generic[E]):
             return [text[a:b] for a, b in zip(starts, stops)]
         return [data[a:b].decode(errors="replace") for a, b in zip(starts, stops)]
 
-    def _set_texts(self, field: int, values: Iterable[str], what: str, addresses: Any = None) -> None:
+    def _set_texts(self, field: int, values: Iterable[str], what: str) -> None:
         texts = [to_text(value, what) for value in values]
-        ends = np.cumsum([len(text) for text in texts], dtype=np.int64)
         with lock:
-            if addresses is None:
-                addresses = self._addresses()
+            addresses = self._addresses()
             self._require_rows(len(texts), len(addresses), f"{what}s")
-            c_ends = _arrays.address(ends, "int64_t*")
-            count = lib.ztCAD_setTexts(addresses, len(texts), field, b"".join(texts), c_ends)
-            if count != len(texts):
-                raise MemoryError
+            self._write_texts(field, texts, addresses)
+
+    @staticmethod
+    def _write_texts(field: int, texts: list[bytes], addresses: Any) -> None:
+        ends = np.cumsum([len(text) for text in texts], dtype=np.int64)
+        c_ends = _arrays.address(ends, "int64_t*")
+        if lib.ztCAD_setTexts(addresses, len(texts), field, b"".join(texts), c_ends) != len(texts):
+            raise MemoryError
 
     @staticmethod
     def _require_rows(given: int, wanted: int, what: str) -> None:
@@ -299,24 +301,20 @@ class Elements(Sequence[E], Generic[E]):
     def _reals(self, function: Any, width: int) -> Reals:
         return self._numbers(function, width, np.float64, "double*")
 
-    def _set_reals(
-        self, function: Any, value: npt.ArrayLike, width: int, what: str, addresses: Any = None
-    ) -> None:
+    def _set_reals(self, function: Any, value: npt.ArrayLike, width: int, what: str) -> None:
         rows = _arrays.reals(value, width, what)
-        # a row of nan stands for no value, as reading gives it
-        present = np.ascontiguousarray(~np.isnan(rows).all(axis=1), np.uint8)
         with lock:
-            if addresses is None:
-                addresses = self._addresses()
+            addresses = self._addresses()
             self._require_rows(len(rows), len(addresses), what)
-            changed = function(
-                addresses,
-                len(rows),
-                _arrays.address(rows, "double*"),
-                _arrays.address(present, "uint8_t*"),
-            )
-            if changed != len(rows):
-                raise MemoryError
+            self._write_reals(function, rows, addresses)
+
+    @staticmethod
+    def _write_reals(function: Any, rows: Reals, addresses: Any) -> None:
+        # a row of nan means "no value", as in the arrays that are read
+        present = np.ascontiguousarray(~np.isnan(rows).all(axis=1), np.uint8)
+        c_rows, c_present = _arrays.address(rows, "double*"), _arrays.address(present, "uint8_t*")
+        if function(addresses, len(rows), c_rows, c_present) != len(rows):
+            raise MemoryError
 
     def _get_names(self) -> list[str]:
         """The names of all elements."""
@@ -359,22 +357,18 @@ class Elements(Sequence[E], Generic[E]):
         return _arrays.read_only(colors)
 
     def _set_colors(self, value: npt.ArrayLike) -> None:
-        self._write_colors(value)
+        rgb, present = _arrays.colors(value)
+        with lock:
+            addresses = self._addresses()
+            self._require_rows(len(rgb), len(addresses), "colours")
+            self._write_colors(rgb, present, addresses)
 
     colors = Field(_get_colors, _set_colors)
 
-    def _write_colors(self, value: npt.ArrayLike, addresses: Any = None) -> None:
-        array = np.asarray(value)
-        if array.ndim != 2 or array.shape[1] != 3:
-            raise ValueError(f"colours must have the shape (n, 3), not {array.shape}")
-        present = np.ascontiguousarray((array != -1).any(axis=1), np.uint8)
-        rgb = _arrays.unsigned(np.where(present[:, np.newaxis] == 1, array, 0), "colours")
-        with lock:
-            if addresses is None:
-                addresses = self._addresses()
-            self._require_rows(len(rgb), len(addresses), "colours")
-            c_rgb, c_present = _arrays.address(rgb, "uint32_t*"), _arrays.address(present, "uint8_t*")
-            lib.ztCAD_setColors(addresses, len(rgb), c_rgb, c_present)
+    @staticmethod
+    def _write_colors(rgb: Indices, present: npt.NDArray[np.uint8], addresses: Any) -> None:
+        c_rgb, c_present = _arrays.address(rgb, "uint32_t*"), _arrays.address(present, "uint8_t*")
+        lib.ztCAD_setColors(addresses, len(rgb), c_rgb, c_present)
 
     def _get_visibilities(self) -> npt.NDArray[np.int8]:
         """Whether each element is shown, shape (n,): 1 shown, 0 hidden, -1 unset."""
@@ -404,15 +398,12 @@ class Elements(Sequence[E], Generic[E]):
 
     systems = Field(_get_systems, _set_systems)
 
-    def _write_systems(
-        self, function: Any, value: npt.ArrayLike, what: str, addresses: Any = None
-    ) -> None:
+    def _write_systems(self, function: Any, value: npt.ArrayLike, what: str) -> None:
         array = np.asarray(value, np.float64)
         rows = _arrays.reals(array.reshape(len(array), -1) if array.size else array, 12, what)
         absent = np.isnan(rows).all(axis=1)
         with lock:
-            if addresses is None:
-                addresses = self._addresses()
+            addresses = self._addresses()
             self._require_rows(len(rows), len(addresses), what)
             # a system that must be there is emptied: that of a structure, a placement
             for size in (-1, 0):
@@ -441,25 +432,26 @@ class _WithCenters(Elements[E]):
     centers = Field(_get_centers, _set_centers)
 
     def _add_with_centers(
-        self, centers: npt.ArrayLike, names: Iterable[str] | None, colors: npt.ArrayLike | None
+        self, centers: Reals, names: Iterable[str] | None, colors: npt.ArrayLike | None
     ) -> Any:
-        rows = _arrays.reals(centers, 3, "centres")
-        with lock:
-            addresses = self._add_many(len(rows))
-            try:
-                self._set_reals(lib.ztCAD_setCenters, rows, 3, "centres", addresses)
-                if names is not None:
-                    self._set_texts(lib.ztCAD_TextName, names, "name", addresses)
-                if colors is not None:
-                    self._write_colors(colors, addresses)
-            except BaseException:
-                self._drop(addresses)
-                raise
-        return addresses
+        """Appends elements and returns their addresses.
 
-    def _drop(self, addresses: Any) -> None:
-        for pointer in reversed(list(addresses)):
-            self._node._remove_pointer(pointer, self._kind)
+        All arguments are checked before. If memory runs out after the elements were appended, they stay.
+        """
+        texts = None if names is None else [to_text(name, "a name") for name in names]
+        rgb = None if colors is None else _arrays.colors(colors)
+        if texts is not None:
+            self._require_rows(len(texts), len(centers), "names")
+        if rgb is not None:
+            self._require_rows(len(rgb[0]), len(centers), "colours")
+        with lock:
+            addresses = self._add_many(len(centers))
+            self._write_reals(lib.ztCAD_setCenters, centers, addresses)
+            if texts is not None:
+                self._write_texts(lib.ztCAD_TextName, texts, addresses)
+            if rgb is not None:
+                self._write_colors(*rgb, addresses)
+        return addresses
 
 
 class _WithMassData(Elements[E]):
@@ -505,7 +497,7 @@ class Points(_WithCenters[P]):
         colors: npt.ArrayLike | None = None,
     ) -> None:
         """Appends a point for each row of ``centers``, shape (n, 3): a million of them in one call."""
-        self._add_with_centers(centers, names, colors)
+        self._add_with_centers(_arrays.reals(centers, 3, "centres"), names, colors)
 
 
 class Lines(Elements[L]):
@@ -591,10 +583,10 @@ class Spheres(_WithCenters[Sphere], _WithMassData[Sphere]):
     ) -> None:
         """Appends a sphere for each row of ``centers``, shape (n, 3), and ``radii``, shape (n,) or one."""
         rows = _arrays.reals(centers, 3, "centres")
-        values = np.broadcast_to(np.asarray(radii, np.float64), len(rows)).reshape(-1, 1)
+        values = np.ascontiguousarray(np.broadcast_to(np.asarray(radii, np.float64), len(rows)))
         with lock:
             addresses = self._add_with_centers(rows, names, colors)
-            self._set_reals(lib.ztCAD_setRadii, values, 1, "radii", addresses)
+            self._write_reals(lib.ztCAD_setRadii, values.reshape(-1, 1), addresses)
 
     def _get_radii(self) -> Reals:
         """The radii, shape (n,), in the document's length unit; nan where there is none."""

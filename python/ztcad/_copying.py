@@ -1,4 +1,4 @@
-"""Copies of elements, between kinds of the same sort and between documents."""
+"""Copies of elements, within a document and between documents, and between elements and templates."""
 
 from __future__ import annotations
 
@@ -12,7 +12,7 @@ _SORTS = (e._AnyPoint, e._AnyLine, e._AnySolid, e._AnyMassElement, _AnyDetail, _
 
 
 def copy(source: Element, target: Element) -> None:
-    """Fills a new element with what another one has. The caller holds the lock."""
+    """Copies all fields and contents to a new element. The caller holds the lock."""
     if type(source) is not type(target) and not any(
         isinstance(source, sort) and isinstance(target, sort) for sort in _SORTS
     ):

@@ -1,4 +1,4 @@
-"""Documents: load, save, edit, look for elements."""
+"""Documents: loading, saving, content, elements by path and name."""
 
 from __future__ import annotations
 
@@ -142,7 +142,7 @@ class Document(StructureContainers):
     ...     print(document.points.centers)
     [[ 0.   0.  12.5]]
 
-    A document ends with its last reference, or with ``close``. Elements and arrays keep it alive.
+    A document is freed with the last reference to it, or by ``close``. Elements and arrays keep it alive.
     """
 
     def __init__(self, inform: str = "") -> None:
@@ -178,9 +178,9 @@ class Document(StructureContainers):
     def reload(self, path: str | os.PathLike[str] | None = None, *, strict: bool = True) -> None:
         """Replaces the content by that of a file: ``path``, or the one that it was loaded from.
 
-        All elements are gone afterwards. Raises ``BufferError`` while arrays use them, and as ``load`` does:
-        if the file cannot be read, nothing has changed; if it does not pass the check, it has replaced the
-        content.
+        Elements of the earlier content raise ``RemovedError`` afterwards. Raises ``BufferError`` while arrays
+        use them, and otherwise as ``load`` does: if the file cannot be read, nothing has changed; if it does
+        not pass the check, it has replaced the content.
         """
         source = self._target_of(path, "load it from")
         outcome = ffi.new("ztCAD_Outcome*")
@@ -212,8 +212,8 @@ class Document(StructureContainers):
     def save(self, path: str | os.PathLike[str] | None = None) -> None:
         """Writes the document: to ``path``, or to the file that it was loaded from or saved to.
 
-        Names are made unique, in memory too. Numbers are written with six digits. A save that fails raises
-        ``SaveError`` and leaves an earlier file unchanged.
+        Names are made unique, in memory too. Numbers are written with six significant digits. A save that
+        fails raises ``SaveError`` and leaves an earlier file unchanged.
         """
         target = self._target_of(path, "save it to")
         outcome = ffi.new("ztCAD_Outcome*")
@@ -241,7 +241,7 @@ class Document(StructureContainers):
             return read_text(lib.GMDDocumentToString_nostl, self._content.pointer, True) or ""
 
     def close(self) -> None:
-        """Ends the document. Its memory is freed with the last array that uses it."""
+        """Closes the document. Its memory is freed when no array uses it any more."""
         with lock:
             self._content.end(closed=True)
 
@@ -346,10 +346,10 @@ class Document(StructureContainers):
 
         return _index.path_of(self._content, element)
 
-    # ------------------------------------------------------------------------------------------ what it means
+    # -------------------------------------------------------------------------------------- interpretation
 
     def check(self, **options: Any) -> Findings:
-        """What is wrong with geometry, references and mass data. See ``ztcad.check``."""
+        """The findings about geometry, references and mass data. See ``ztcad.check``."""
         from ztcad import _findings
 
         return _findings.check_document(self, options)
@@ -389,8 +389,8 @@ def load(path: str | os.PathLike[str], *, strict: bool = True) -> Document:
 
     Raises ``MissingFileError`` (a ``FileNotFoundError``) or ``LoadError``, which say why, with code, line and
     column. With ``strict=False`` a document that was read but does not pass the check is returned too;
-    ``document.outcome`` has the code. What is odd with single elements is no exception: ``document.outcome
-    .fault`` says that there is something, ``ztcad.check`` says what.
+    ``document.outcome`` has the code. Errors of single elements do not raise: ``document.outcome.fault`` is
+    true if there are any, and ``ztcad.check`` lists them.
     """
     outcome = ffi.new("ztCAD_Outcome*")
     return _loaded(lib.ztCAD_loadDocument(os.fsencode(path), outcome), outcome, Path(path), strict)

@@ -127,7 +127,7 @@ class _WithVertices(Element):
         rows = _arrays.reals(value, 3, "vertices")
         with lock:
             base = self._base
-            _require_none(self._vertex_views, "vertices")
+            _arrays.require_no_views(self._vertex_views, "these vertices")
             if not function(base, _arrays.address(rows, "double*"), len(rows)):
                 raise MemoryError
 
@@ -139,12 +139,6 @@ class _WithVertices(Element):
 
     def _details(self) -> Iterator[str]:
         yield f"of {self._vertex_count} vertices"
-
-
-def _require_none(views: set[int], what: str) -> None:
-    """As ``bytearray`` does: memory that an array uses must not move."""
-    if views:
-        raise BufferError(f"{len(views)} live arrays use these {what}: copy or drop them first")
 
 
 # ----------------------------------------------------------------------------------------------------- points
@@ -225,7 +219,7 @@ class _AnySolid(_WithMethod, _WithVertices, _WithMassData):
         rows = _arrays.indices(value, "faces")
         with lock:
             base = self._base
-            _require_none(self._face_views, "faces")
+            _arrays.require_no_views(self._face_views, "these faces")
             if not function(base, _arrays.address(rows, "uint32_t*"), len(rows)):
                 raise MemoryError
 

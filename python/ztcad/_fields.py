@@ -1,4 +1,4 @@
-"""Properties that take more than they return: any three numbers as a centre, which is read as an array."""
+"""Properties whose setter takes more types than the getter returns, such as any array-like for an array."""
 
 from __future__ import annotations
 
@@ -11,7 +11,7 @@ if TYPE_CHECKING:
     V = TypeVar("V")
 
     class Field(Generic[G, V]):
-        """What a type checker sees, which knows no properties of two types."""
+        """What a type checker sees: ``property`` cannot describe two types."""
 
         def __init__(self, fget: Callable[[Any], G], fset: Callable[[Any, V], None]) -> None: ...
 

@@ -1,4 +1,4 @@
-"""Findings: why a document is as it is."""
+"""Findings: what is wrong with a document, and where."""
 
 from __future__ import annotations
 
@@ -18,9 +18,10 @@ from ztcad._scene import open_handle
 if TYPE_CHECKING:
     from collections.abc import Iterable
 
+
 @dataclass(frozen=True)
 class MeshFinding:
-    """What is wrong with a mesh."""
+    """One fault of a mesh, with the first places where it occurs."""
 
     severity: Severity
     #: such as ``"open-edge"``
@@ -102,14 +103,14 @@ class Findings(Sequence[Finding]):
 
 @dataclass(frozen=True)
 class Rule:
-    """A sort of finding."""
+    """What the findings of one name have in common."""
 
     name: str
     #: the highest that its findings have
     severity: Severity
     #: the version of the library that reported it first
     since: str
-    #: what it means
+    #: what it means, in one sentence
     sentence: str
 
 
@@ -144,11 +145,11 @@ def check(
     inspect: bool = True,
     **options: Any,
 ) -> Findings:
-    """What the reader says about a file, and what is wrong with geometry, references and mass data.
+    """The findings of the reader about a file, and those about its geometry, references and mass data.
 
-    Of a ``Document`` only the latter is known: it has no text. ``limit`` is the number of findings to keep,
-    ``inspect=False`` leaves out all but the reader's, ``options`` are those of ``ztcad.options``. Raises
-    ``LoadError`` only for a file that cannot be read; one that is no document is a finding.
+    A ``Document`` has no text, so only the latter are reported for it. ``limit`` is the number of findings to
+    keep, ``inspect=False`` leaves out all but the reader's, ``options`` are those of ``ztcad.options``.
+    Raises ``LoadError`` only for a file that cannot be read; a file that is not a document is a finding.
     """
     if isinstance(source, Document):
         return check_document(source, options, limit=limit)
@@ -182,7 +183,7 @@ def _reviewed(
     pointer: Any, outcome: Any, path: Path | None, inspect: bool, options: dict[str, Any]
 ) -> Findings:
     review = Handle(pointer, lib.ztCAD_endReview)
-    # codes up to that of a missing file are the system's: there is nothing to have findings about
+    # a file that could not be opened or read has no text to report findings about
     if outcome.code and outcome.code <= lib.ztCAD_ResultFileMissing:
         raise error_of(outcome, path)
     if inspect:
@@ -200,7 +201,7 @@ def _reviewed(
 
 
 def _add_inspected(review: Any, path: Path | None, options: dict[str, Any]) -> None:
-    """Adds what is wrong with the document that was read, at its places in the text."""
+    """Adds the findings about the document that was read, with their places in the text."""
     pointer = lib.ztCAD_takeReviewedDocument(review)
     if pointer == NULL:
         return

@@ -21,7 +21,7 @@ NULL = ffi.NULL
 
 lock = threading.RLock()
 
-# A child process gets the memory of its parent at the moment of the fork: no call may be under way then.
+# A child process starts with a copy of its parent's memory: no call may be under way during the fork.
 if hasattr(os, "register_at_fork"):
     os.register_at_fork(before=lock.acquire, after_in_parent=lock.release, after_in_child=lock.release)
 
@@ -55,7 +55,7 @@ lib = _Functions()
 
 # ------------------------------------------------------------------------------------------------ ownership
 
-# Objects that nobody refers to any more and that are not ended yet. A finalizer runs at any time, in any
+# Objects without references that the library has not ended yet. A finalizer may run at any time, in any
 # thread: it must neither wait for the lock, nor call the library from a callback of the library.
 _unreferenced: deque[tuple[Callable[[Any], None], Any]] = deque()
 _callbacks = 0  # under way, by the thread that holds the lock

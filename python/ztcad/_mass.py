@@ -23,7 +23,7 @@ if TYPE_CHECKING:
 
 @dataclass(frozen=True, eq=False)
 class MassProperties:
-    """Mass, centre and inertia of a body, in the frame of what they were asked for."""
+    """Mass, centre and inertia of a body, in the frame of the element, mesh or document they describe."""
 
     #: in the document's unit of mass; ``None`` if no density is known: the inertia is that of density 1
     mass: float | None
@@ -89,9 +89,9 @@ def of_sphere(sphere: Sphere, density: float | None, options: dict[str, Any]) ->
 
 
 class Mesh:
-    """An analysed mesh: what was counted, what is wrong, mass properties.
+    """The analysis of a mesh: counts, faults, mass properties.
 
-    It holds no memory of the document. ``ztcad.analyse`` makes one of arrays, ``solid.mesh()`` of a solid.
+    It does not refer to the document. ``ztcad.analyse`` analyses arrays, ``solid.mesh()`` a solid.
     """
 
     def __init__(self, analyse: Any, options: dict[str, Any]) -> None:
@@ -183,9 +183,7 @@ def _scaled(unit: MassProperties, density: float, mass: float | None) -> MassPro
     return MassProperties(mass, unit.center, inertia, unit.volume, unit.area, unit.error)
 
 
-def analyse(
-    vertices: npt.ArrayLike, faces: npt.ArrayLike, **options: Any
-) -> Mesh:
+def analyse(vertices: npt.ArrayLike, faces: npt.ArrayLike, **options: Any) -> Mesh:
     """Analyses a mesh of ``vertices``, shape (n, 3), and triangles ``faces``, shape (m, 3).
 
     >>> import ztcad
@@ -221,7 +219,7 @@ class MassRow:
     is_template: bool
     #: what is declared; ``None`` if nothing is
     declared: MassProperties | None
-    #: what follows from the geometry; ``None`` with the ``reason``
+    #: computed from the geometry; ``None`` if that is impossible: ``reason`` says why
     computed: MassProperties | None
     #: declared where something is declared, computed elsewhere
     combined: MassProperties | None

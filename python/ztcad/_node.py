@@ -55,12 +55,7 @@ class Node:
         raise NotImplementedError
 
     def _require_no_views(self) -> None:
-        if self._views:
-            count = len(self._views)
-            raise BufferError(
-                f"{count} array{'s' * (count > 1)} still use{'s' * (count == 1)} this memory: copy or drop "
-                f"{'them' if count > 1 else 'it'} first"
-            )
+        _arrays.require_no_views(self._views, "this memory")
 
 
 class HolderNode(Node):

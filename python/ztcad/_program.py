@@ -22,8 +22,8 @@ def find_program(program: str | None = None) -> str:
     """The path of the program ``ztcad`` on this machine.
 
     The first of: ``program``, a path or a name to look for in PATH; the environment variable ZTCAD_PROGRAM,
-    likewise; the program in the package, as a wheel has it; the program beside the Python interpreter; the one
-    in PATH. Raises ``ProgramError`` if there is none.
+    likewise; the program in the package, as a wheel has it; the program beside the Python interpreter; the
+    one in PATH. Raises ``ProgramError`` if there is none.
     """
     name = "ztcad.exe" if os.name == "nt" else "ztcad"
     wanted = program or os.environ.get("ZTCAD_PROGRAM")
@@ -44,14 +44,11 @@ def run(
     document: Document | None = None,
     *,
     timeout: float | None = None,
-    may_find_errors: bool = False,
-) -> str:
-    """Runs the program and returns its output; ``ProgramError`` if it could not do its work.
+) -> list[str]:
+    """Runs the program and returns its messages, which say what is wrong with what it worked on.
 
-    With ``may_find_errors`` exit code 1 is a success: the work is done, and the document has errors.
-
-    A document becomes the program's standard input, and its folder the current one, to which the references
-    of standard input are relative.
+    Raises ``ProgramError`` if it could not do its work. A document becomes the program's standard input, and
+    its folder the current one, to which the references of standard input are relative.
     """
     command = [find_program(), *(os.fspath(argument) for argument in arguments)]
     data = b"" if document is None else document.to_bytes()
@@ -64,12 +61,12 @@ def run(
         raise ProgramError(f"the program ztcad could not be started: {error}") from error
     except subprocess.TimeoutExpired as error:
         raise ProgramError(f"the program ztcad took longer than {timeout} s") from error
-    if done.returncode not in ((0, 1) if may_find_errors else (0,)):
-        message = done.stderr.decode(errors="replace").strip()
+    message = done.stderr.decode(errors="replace").strip()
+    if done.returncode not in (0, 1):  # 1: the work is done, and something is wrong with the document
         if done.returncode < 0:
             message = message or f"the program ztcad ended by signal {-done.returncode}"
         raise ProgramError(message or "the program ztcad failed", code=done.returncode)
-    return done.stdout.decode(errors="replace")
+    return message.splitlines()
 
 
 def convert(
@@ -81,12 +78,14 @@ def convert(
     scale: float | None = None,
     name: str | None = None,
     density: float | None = None,
-) -> None:
+) -> list[str]:
     """Converts between documents and meshes: STL, OBJ, PLY, GLB, 3MF, as ``ztcad convert`` does.
 
     Formats are known by the names' extensions. ``scale`` multiplies lengths, ``name`` names the solid that is
     made of a mesh, ``density`` gives closed solids their mass-inertia data. An earlier ``target`` is
     replaced.
+
+    Returns a line for each thing that was left out, such as facets with invalid indices; usually none.
     """
     from ztcad._document import Document
 
@@ -102,23 +101,22 @@ def convert(
             options.append(f"{option}={value}")
     output = Path(target).absolute()
     if isinstance(source, Document):
-        run(["convert", "--from=xml", *options, "--", "-", output], source)
-    else:
-        run(["convert", *options, "--", Path(source).absolute(), output])
+        return run(["convert", "--from=xml", *options, "--", "-", output], source)
+    return run(["convert", *options, "--", Path(source).absolute(), output])
 
 
 def view(source: str | os.PathLike[str] | Document, output: str | os.PathLike[str]) -> None:
     """Writes a page that shows a document, one file that needs no network, as ``ztcad view`` does.
 
-    The page of a document with errors shows them.
+    The page of a document with errors shows them; only what cannot be read or written is an exception.
     """
     from ztcad._document import Document
 
     page = Path(output).absolute()
     if isinstance(source, Document):
-        run(["view", "-o", page, "--", "-"], source, may_find_errors=True)
+        run(["view", "-o", page, "--", "-"], source)
     else:
-        run(["view", "-o", page, "--", Path(source).absolute()], may_find_errors=True)
+        run(["view", "-o", page, "--", Path(source).absolute()])
 
 
 def notebook_page(document: Document) -> str:

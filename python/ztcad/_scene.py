@@ -85,8 +85,8 @@ class Item:
         #: whether neither it nor a holder is hidden
         self.visible = bool(source.isVisible)
         #: from the frame of its shape or content to that of the document, shape (3, 4)
-        self.transform: Reals = _arrays.read_only(np.array(list(source.transform)).reshape(3, 4))
-        #: index of its holder; -1 at the top
+        self.transform: Reals = scene.transforms[index]
+        #: index of its holder; -1 at the top level
         self.parent: int = source.parent
         #: what it places; ``None`` for a holder
         self.shape: Shape | None = scene.shapes[source.shape] if source.shape >= 0 else None
@@ -104,11 +104,22 @@ class Item:
         return f"<Item {self.path} {self.name!r}>"
 
 
+# The memory of a ztCADInspect_Item, as far as it is read as an array.
+_ITEM = np.dtype(
+    {
+        "names": ["transform"],
+        "formats": ["(12,)f8"],
+        "offsets": [ffi.offsetof("ztCADInspect_Item", "transform")],
+        "itemsize": ffi.sizeof("ztCADInspect_Item"),
+    }
+)
+
+
 class Scene(Sequence[Item]):
     """A document flattened into placed items, holders before what is in them.
 
     References are resolved, in the document or in the files that they name. What could not be placed is among
-    the findings of ``ztcad.check``. A scene is a picture of the document at one moment.
+    the findings of ``ztcad.check``. A scene is a copy: later changes of the document do not change it.
     """
 
     def __init__(self, document: Document, options: dict[str, Any]) -> None:
@@ -119,9 +130,14 @@ class Scene(Sequence[Item]):
             #: what the items place, each shape once
             self.shapes: list[Shape] = [Shape(shapes[i]) for i in range(lib.ztCADInspect_shapeCount(pointer))]
             items = lib.ztCADInspect_items(pointer)
+            count = lib.ztCADInspect_itemCount(pointer)
+            size = count * ffi.sizeof("ztCADInspect_Item")
+            rows = np.frombuffer(ffi.buffer(items, size), _ITEM) if count else np.empty(0, _ITEM)
+            #: the transforms of all items, shape (n, 3, 4)
+            self.transforms: Reals = _arrays.read_only(rows["transform"].reshape(-1, 3, 4).copy())
             self._items = [
                 Item(self, i, items[i], read_text(lib.ztCADInspect_itemPath, pointer, i) or "")
-                for i in range(lib.ztCADInspect_itemCount(pointer))
+                for i in range(count)
             ]
             count = lib.ztCADInspect_fileCount(pointer)
             #: the files that references name, relative to the document
@@ -145,18 +161,24 @@ class Scene(Sequence[Item]):
     @property
     def bounds(self) -> Reals | None:
         """Least and greatest coordinates of everything placed, shape (2, 3); ``None`` for nothing."""
-        boxes = []
+        low, high = [], []
         for item in self:
-            rows = item.vertices
-            if len(rows):
-                reach = 0.0
-                if item.shape is not None and item.shape.radius is not None:
-                    # how far the ball reaches along each axis, whatever the system does to it
-                    reach = item.shape.radius * np.linalg.norm(item.transform[:, :3], axis=1)
-                boxes.append((rows.min(axis=0) - reach, rows.max(axis=0) + reach))
-        if not boxes:
-            return None
-        return np.array([np.min([b[0] for b in boxes], axis=0), np.max([b[1] for b in boxes], axis=0)])
+            if item.shape is not None and len(item.shape.vertices):
+                rows = item.vertices
+                low.append(rows.min(axis=0))
+                high.append(rows.max(axis=0))
+        # points and spheres in one go: there may be a million of them
+        placed = [(i.index, i.shape) for i in self if i.shape is not None and i.shape.center is not None]
+        if placed:
+            transforms = self.transforms[[index for index, _ in placed]]
+            centers = np.array([shape.center for _, shape in placed])
+            rows = np.einsum("nij,nj->ni", transforms[:, :, :3], centers) + transforms[:, :, 3]
+            # how far each ball extends along the axes, whatever the transform does to it
+            radii = np.array([[shape.radius or 0.0] for _, shape in placed])
+            extents = radii * np.linalg.norm(transforms[:, :, :3], axis=2)
+            low.append((rows - extents).min(axis=0))
+            high.append((rows + extents).max(axis=0))
+        return np.array([np.min(low, axis=0), np.max(high, axis=0)]) if low else None
 
     def to_trimesh(self) -> Any:
         """The meshes as a ``trimesh.Scene``, one node each. Needs trimesh."""
@@ -180,5 +202,3 @@ class Scene(Sequence[Item]):
 
 def open_scene(document: Document, options: dict[str, Any]) -> Scene:
     return Scene(document, options)
-
-

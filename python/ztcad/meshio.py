@@ -54,7 +54,7 @@ def read(path: str | os.PathLike[str]) -> Any:
 def write(path: str | os.PathLike[str], mesh: Any, **_options: Any) -> None:
     """Writes a ``meshio.Mesh`` as a document. Raises ``ValueError`` for cells that documents do not have."""
     rows = np.asarray(mesh.points, np.float64)
-    if rows.shape[1] == 2:  # meshio knows flat meshes
+    if rows.shape[1] == 2:  # a mesh in the plane
         rows = np.column_stack([rows, np.zeros(len(rows))])
     with Document() as document:
         for number, block in enumerate(mesh.cells):

@@ -30,8 +30,8 @@ assert len([path for path in ours if "libztCAD" in path]) == 2, ours
 assert all(path.startswith(folder) for path in ours if "libztCAD" in path), ours
 if whole:
     assert all(path.startswith(folder) for path in ours), ours
-    assert _program.program().startswith(folder)
-    assert batch.find_program() == _program.program()
+    assert _program.find_program().startswith(folder)
+    assert batch.find_program() == _program.find_program()
     assert [finding.rule for finding in next(batch.check(rig)).findings][0] == "missing-centre"
     ztcad.convert("solid.xml", "solid.stl")
     assert Path("solid.stl").stat().st_size == 84 + 4 * 50

@@ -71,7 +71,7 @@ class ChunkReport:
 
 
 def program_here(named: str | None) -> str:
-    """The path of the program on this machine, of which the message of a failure gives the name."""
+    """The path of the program on this machine; an error names the machine."""
     try:
         return find_program(named)
     except ProgramError as error:
