@@ -18,6 +18,7 @@ class WordAndNumbers {
   /// @param word  ASCII, at most eight characters
   /// @param begin the numbers, reals or indices
   template <typename Number>
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): the array is written up to its text's end
   WordAndNumbers(const QString& word, const Number* begin, const Number* end) {
     const auto count = static_cast<std::size_t>(end - begin);
     if (count > usualCount) m_long.reset(new char[longestWord + count * longestItem]);

@@ -89,10 +89,10 @@ class XmlWriter {
 
   /// An attribute of the open start tag.
   struct Attribute {
-    NameCache::Index name;
-    std::uint32_t longValue;  // 1 and up: in m_longValues; only what precedes the value is written
-    std::size_t begin;        // of its bytes in m_written
-    std::size_t size;
+    NameCache::Index name = 0;
+    std::uint32_t longValue = 0;  // 1 and up: in m_longValues; only what precedes the value is written
+    std::size_t begin = 0;        // of its bytes in m_written
+    std::size_t size = 0;
     std::uint64_t place = 0;  // in the order of names; attributes of one name as they were set
   };
 
