@@ -1,8 +1,8 @@
 # %% [markdown]
 # # Mass properties of an assembly
 #
-# Closed meshes have mass properties by exact integration. Declared data of an element replaces what its content
-# would give.
+# Closed meshes have mass properties by exact integration. Declared data of an element replaces what its
+# content would give.
 
 # %%
 import numpy as np

@@ -2,7 +2,8 @@
 
 from __future__ import annotations
 
-from dataclasses import asdict, dataclass
+from collections.abc import Mapping
+from dataclasses import dataclass
 from typing import Any, Literal, NamedTuple
 
 Severity = Literal["note", "warning", "error"]
@@ -15,6 +16,14 @@ class Place(NamedTuple):
     line: int
     column: int
     offset: int
+
+
+# A JSON object as the json module reads it.
+Record = Mapping[str, Any]
+
+
+def _place(record: Record) -> Place:
+    return Place(record["line"], record["column"], record["offset"])
 
 
 @dataclass(frozen=True)
@@ -61,8 +70,40 @@ class Finding:
         return self.place.offset if self.place else 0
 
     def to_dict(self) -> dict[str, Any]:
-        """The fields as plain values, for JSON."""
-        return asdict(self)
+        """The object that ``ztcad check --format json`` prints: plain values, without absent fields."""
+        record: dict[str, Any] = {"severity": self.severity, "rule": self.rule, "message": self.message}
+        if self.place is not None:
+            record.update(self.place._asdict())
+        record["path"] = self.path
+        if self.attribute is not None:
+            record["attribute"] = self.attribute
+        if self.kind:
+            record["element"] = {"kind": self.kind}
+            if self.name is not None:
+                record["element"]["name"] = self.name
+        if self.count > 1:
+            record["count"] = self.count
+        if self.places:
+            record["places"] = [place._asdict() for place in self.places]
+        return record
+
+    @classmethod
+    def from_dict(cls, record: Record, file: str | None = None) -> Finding:
+        """The finding that such an object describes."""
+        element = record.get("element", {})
+        return cls(
+            severity=record["severity"],
+            rule=record["rule"],
+            message=record["message"],
+            path=record["path"],
+            place=_place(record) if "line" in record else None,
+            attribute=record.get("attribute"),
+            kind=element.get("kind", ""),
+            name=element.get("name"),
+            count=record.get("count", 1),
+            places=tuple(map(_place, record.get("places", ()))),
+            file=file,
+        )
 
     def __str__(self) -> str:
         where = [self.file] if self.file else []

@@ -92,10 +92,10 @@ class Findings(Sequence[Finding]):
         return f"<Findings: {', '.join(counts)}>"
 
     def to_dataframe(self) -> Any:
-        """A pandas table with a row for each finding. Needs pandas."""
-        import pandas
+        """A pandas table with a row for each finding, as ``ztcad.batch.table`` makes it. Needs pandas."""
+        from ztcad.batch._table import frame, row_of
 
-        return pandas.DataFrame([finding.to_dict() for finding in self])
+        return frame(row_of(finding, self.outcome.code) for finding in self)
 
 
 # ------------------------------------------------------------------------------------------------------ rules
@@ -256,7 +256,7 @@ def _finding(source: Any, file: str | None) -> Finding:
         kind=from_text(lib.ztCAD_kindWord(source.kind)),
         name=optional_text(source.name),
         count=source.count,
-        places=tuple(_place(source.places[i]) for i in range(source.placeCount)),
+        places=tuple(_place(source.places[i]) for i in range(source.placeCount)) if source.count > 1 else (),
         file=file,
     )
 

@@ -20,10 +20,9 @@ from dataclasses import dataclass
 from typing import IO, Any, Callable
 
 from ztcad._errors import ProgramError
-from ztcad._finding import Severity
+from ztcad._finding import Record, Severity
 from ztcad._program import find_program
 
-from ._finding import Record
 from ._report import counts_of
 
 

@@ -8,9 +8,7 @@ from collections.abc import Iterable, Iterator
 from dataclasses import dataclass
 from typing import Any
 
-from ztcad._finding import SEVERITIES, Finding, Severity
-
-from ._finding import Record, finding_from_json, finding_to_json
+from ztcad._finding import SEVERITIES, Finding, Record, Severity
 
 
 @dataclass(frozen=True)
@@ -36,7 +34,7 @@ class DocumentReport:
     def from_json(cls, record: Record) -> DocumentReport:
         """The report that a line of JSON describes. Findings that the line omits are not in the numbers."""
         file = record["file"]
-        findings = tuple(finding_from_json(finding, file) for finding in record["findings"])
+        findings = tuple(Finding.from_dict(finding, file) for finding in record["findings"])
         counts = record.get("counts") or counts_of(record["findings"])
         return cls(
             file,
@@ -58,7 +56,7 @@ class DocumentReport:
         }
         if self.problem is not None:
             record["problem"] = self.problem
-        record["findings"] = [finding_to_json(finding) for finding in self.findings]
+        record["findings"] = [finding.to_dict() for finding in self.findings]
         return record
 
     def count_from(self, severity: Severity) -> int:
