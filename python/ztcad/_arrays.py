@@ -42,7 +42,7 @@ def unsigned(values: npt.ArrayLike, what: str) -> Indices:
 
 
 def colors(values: npt.ArrayLike) -> tuple[Indices, npt.NDArray[np.uint8]]:
-    """Contiguous colours of shape (n, 3) and, for each, whether there is one: -1, -1, -1 stands for none."""
+    """Contiguous colours of shape (n, 3) and, for each, whether there is one: -1, -1, -1 means none."""
     array = np.asarray(values)
     if array.size == 0:
         array = np.empty((0, 3), np.uint32)
