@@ -12,7 +12,7 @@ from hypothesis.extra import numpy as arrays
 
 import ztcad
 
-# what XML can hold, without blanks at the ends, which attributes normalise
+# what XML can hold, without whitespace at the ends, which attributes normalise
 TEXTS = st.text(
     st.characters(blacklist_categories=("Cs", "Cc", "Cn", "Co", "Zs", "Zl", "Zp")), max_size=12
 )
