@@ -467,7 +467,6 @@ class _WithMassData(Elements[E]):
     mass_data = Field(_get_mass_data, _set_mass_data)
 
 
-
 class Points(_WithCenters[P]):
     """Points or template points."""
 

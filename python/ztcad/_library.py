@@ -1,4 +1,4 @@
-"""The two C libraries: their functions behind one lock, ownership of their objects, texts.
+"""The two C libraries: calls under one lock, ownership of their objects, texts.
 
 The libraries take one thread at a time. ``lib`` holds the lock in every call, and cffi releases the
 interpreter lock meanwhile, so that other Python threads run during a long load. Code that makes several calls

@@ -54,7 +54,7 @@ def check(
 ) -> Generator[DocumentReport, None, None]:
     """Checks documents as ``ztcad check`` does. Yields a report on each as soon as it is known, in any order.
 
-    ``paths`` are documents and folders; a folder stands for all ``*.xml`` in it, at any depth. They are
+    ``paths`` are documents and folders; a folder means all ``*.xml`` in it, at any depth. They are
     consumed while the work goes on: a generator may be endless, and may repeat a path. Without a ``client``
     this machine does the work. With a ``distributed.Client`` the workers of its cluster do; they read the
     documents under the same absolute paths. Documents are read by child processes with a time limit: one that

@@ -22,7 +22,7 @@ class Document(NamedTuple):
 
 
 def find_documents(paths: Iterable[str | os.PathLike[str]]) -> Iterator[Document]:
-    """The documents that the paths name; a folder stands for all ``*.xml`` in it, at any depth.
+    """The documents that the paths name; a folder means all ``*.xml`` in it, at any depth.
 
     Links to folders are not followed. A path that does not exist, and a folder that cannot be read or has no
     documents, is yielded like a document: the program reports what is wrong with it.
