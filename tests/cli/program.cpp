@@ -6,14 +6,28 @@
 #include <QProcess>
 #include <QStringList>
 
+namespace {
+
+/// Starts the program. Under Wine, the creation of a process fails about once in ten thousand times on a busy
+/// machine. Nothing of the program has run then: another attempt hides no fault of the program.
+void start(QProcess& process, const QStringList& arguments) {
+  constexpr int attempts = 3;
+  for (int i = 0; i < attempts; ++i) {
+    process.start(QStringLiteral(ZTCAD_TEST_PROGRAM), arguments);
+    if (process.waitForStarted()) return;
+  }
+  throw std::runtime_error("the program does not start: " + process.errorString().toStdString());
+}
+
+}  // namespace
+
 ProgramRun runProgram(const std::vector<std::string>& arguments, const Setting& setting) {
   QProcess process;
   QStringList words;
   for (const std::string& argument : arguments)
     words.append(QString::fromStdString(argument));
   if (!setting.folder.empty()) process.setWorkingDirectory(QString::fromStdString(setting.folder));
-  process.start(QStringLiteral(ZTCAD_TEST_PROGRAM), words);
-  if (!process.waitForStarted()) throw std::runtime_error("the program does not start");
+  start(process, words);
   process.write(setting.input.data(), static_cast<qint64>(setting.input.size()));
   process.closeWriteChannel();
   constexpr int forEver = -1;
