@@ -133,8 +133,8 @@ def test_findings_are_those_of_the_library() -> None:
         ("half", "the check ended its process: exit code 1"),
         ("rubbish", "the check printed something else than its report"),
         ("other", "the check printed something else than its report"),
-        ("hang", "the check took more than 3 s"),
-        ("endless", "the check took more than 3 s"),
+        ("hang", "the check took more than 6 s"),
+        ("endless", "the check took more than 6 s"),
     ],
 )
 def test_a_document_that_misbehaves_has_a_problem_and_others_are_checked(
@@ -144,7 +144,7 @@ def test_a_document_that_misbehaves_has_a_problem_and_others_are_checked(
     if what not in ("hang", "endless"):
         names += [f"{what}-2", f"{what}-3", "good-3"]
     paths = make_documents(tmp_path, *names)
-    found = by_file(batch.check(paths, program=fake, jobs=1, timeout=1.6))
+    found = by_file(batch.check(paths, program=fake, jobs=1, timeout=4))
     assert list(found) == names  # a chunk keeps its order
     for name, report in found.items():
         if name.startswith(what):
