@@ -3,6 +3,7 @@
 #include <meshoptimizer.h>
 #include <view/view.h>
 
+#include <cstdint>
 #include <cstring>
 #include <stdexcept>
 
@@ -25,21 +26,23 @@ std::string scriptOf(const std::string& html, const std::string& id) {
   return html.substr(begin, html.find("</script>", begin) - begin);
 }
 
-std::string decodedBase64(const std::string& text) {
-  const std::string digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+std::string decodedBase85(std::string text) {
+  const std::string digits =
+      "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz!#$%.()*+-;,=/?@^_`{|}~";
+  const std::size_t missing = (5 - text.size() % 5) % 5;
+  text.append(missing, digits.back());
   std::string bytes;
-  unsigned bits = 0;
-  int count = 0;
-  for (const char digit : text) {
-    if (digit == '=') break;
-    const std::size_t value = digits.find(digit);
-    if (value == std::string::npos) throw std::runtime_error("no Base64");
-    bits = bits << 6U | static_cast<unsigned>(value);
-    count += 6;
-    if (count < 8) continue;
-    count -= 8;
-    bytes += static_cast<char>(bits >> static_cast<unsigned>(count) & 0xffU);
+  for (std::size_t at = 0; at < text.size(); at += 5) {
+    std::uint64_t number = 0;
+    for (const char digit : text.substr(at, 5)) {
+      const std::size_t value = digits.find(digit);
+      if (value == std::string::npos) throw std::runtime_error("no base 85");
+      number = 85 * number + value;
+    }
+    for (const unsigned shift : {24U, 16U, 8U, 0U})
+      bytes += static_cast<char>(number >> shift & 0xffU);
   }
+  bytes.resize(bytes.size() - missing);
   return bytes;
 }
 
@@ -86,7 +89,7 @@ ViewPage viewPageOf(const std::string& file) {
   const std::string text = scriptOf(page.html, "ztcad-document");
   EXPECT_TRUE(validates(text, schemaOf("view-page")));
   page.document = json::parse(text);
-  page.glb = decodedBase64(scriptOf(page.html, "ztcad-scene"));
+  page.glb = decodedBase85(scriptOf(page.html, "ztcad-scene"));
   return page;
 }
 

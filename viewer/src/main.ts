@@ -1,4 +1,4 @@
-import { decodeBase64, readMeshes, type MeshData } from "./model/glb";
+import { decodeBase85, readMeshes, type MeshData } from "./model/glb";
 import { Model } from "./model/model";
 import { counted } from "./model/numbers";
 import { parsePage } from "./model/page";
@@ -13,7 +13,7 @@ import { Store } from "./store";
 async function readScene(): Promise<MeshData[]> {
   const block = document.getElementById("ztcad-scene");
   if (!block) return [];
-  const meshes = await readMeshes(decodeBase64(block.textContent.trim()));
+  const meshes = await readMeshes(decodeBase85(block.textContent.trim()));
   block.remove(); // its text is as large as the geometry
   return meshes;
 }

@@ -21,7 +21,7 @@
 #include "../report/json_text.h"
 #include "../rules/rules.h"
 #include "../scene.h"
-#include "base64.h"
+#include "base85.h"
 #include "element_columns.h"
 #include "finding_list.h"
 #include "json_writer.h"
@@ -203,7 +203,7 @@ class DocumentJson {
 
 void writeMeshes(const gltf::CompressedMeshes& meshes, OutputFile& file) {
   file.write("<script type=\"application/octet-stream\" id=\"ztcad-scene\">");
-  Base64 text(file);
+  Base85 text(file);
   meshes.write([&](std::string_view bytes) { text.write(bytes); });
   text.finish();
   file.write("</script>");

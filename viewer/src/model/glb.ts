@@ -137,10 +137,25 @@ export async function readMeshes(bytes: Uint8Array): Promise<MeshData[]> {
   });
 }
 
-/** The bytes of a base64 text. */
-export function decodeBase64(text: string): Uint8Array {
-  const characters = atob(text);
-  const bytes = new Uint8Array(characters.length);
-  for (let at = 0; at < bytes.length; ++at) bytes[at] = characters.charCodeAt(at);
-  return bytes;
+const base85Digits = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz!#$%.()*+-;,=/?@^_`{|}~";
+
+/** The bytes of a text in base 85: four bytes for five digits, and one less than the digits at the end. */
+export function decodeBase85(text: string): Uint8Array {
+  const values = new Uint8Array(128);
+  for (let value = 0; value < base85Digits.length; ++value) values[base85Digits.charCodeAt(value)] = value;
+  const padded = Math.ceil(text.length / 5) * 5;
+  const bytes = new Uint8Array((padded / 5) * 4);
+  let to = 0;
+  for (let at = 0; at < padded; at += 5) {
+    let number = 0;
+    for (let i = at; i < at + 5; ++i) {
+      const value = i < text.length ? values[text.charCodeAt(i)] : 84;
+      number = number * 85 + (value ?? 0);
+    }
+    bytes[to++] = number >>> 24;
+    bytes[to++] = number >>> 16;
+    bytes[to++] = number >>> 8;
+    bytes[to++] = number;
+  }
+  return bytes.subarray(0, bytes.length - (padded - text.length));
 }

@@ -1,7 +1,7 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 import { MeshoptEncoder } from "meshoptimizer/encoder";
-import { decodeBase64, readMeshes } from "../../src/model/glb";
+import { decodeBase85, readMeshes } from "../../src/model/glb";
 import { ball } from "../support/sample";
 
 const align = (size: number): number => (size + 3) & ~3;
@@ -87,7 +87,9 @@ void test("bytes that are no GLB are refused", async () => {
   await assert.rejects(readMeshes(new Uint8Array(64)), /no GLB/);
 });
 
-void test("base64 is decoded", () => {
-  assert.deepEqual([...decodeBase64("AP+A")], [0, 255, 128]);
-  assert.equal(decodeBase64("").length, 0);
+void test("base 85 is decoded", () => {
+  assert.equal(decodeBase85("").length, 0);
+  assert.deepEqual([...decodeBase85("00000")], [0, 0, 0, 0]);
+  assert.deepEqual([...decodeBase85("|NsC0")], [255, 255, 255, 255]);
+  assert.deepEqual([...decodeBase85("0RMmo00")], [0, 255, 128, 7, 0]);
 });
