@@ -109,18 +109,18 @@ std::int32_t writeSystems(ztCAD_Base* const* elements, std::int32_t count, const
   return changed;
 }
 
-/// A text of an element; null and false if the element has none.
+/// A text of an element; std::nullopt and false if the element has none.
 struct TextField {
-  const QString* (*get)(const ztCAD_Base* element);
+  std::optional<QString> (*get)(const ztCAD_Base* element);
   bool (*set)(ztCAD_Base* element, const QString& text);
 };
 
 /// The text that `Get` and `Set` access in the object that `Of` finds in an element.
 template <typename Of, auto Get, auto Set>
 constexpr TextField textIn() {
-  return {[](const ztCAD_Base* element) -> const QString* {
+  return {[](const ztCAD_Base* element) -> std::optional<QString> {
             const auto* const object = Of{}(element);
-            return object ? &std::invoke(Get, *object) : nullptr;
+            return object ? std::optional<QString>(std::invoke(Get, *object)) : std::nullopt;
           },
           [](ztCAD_Base* element, const QString& text) {
             auto* const object = Of{}(element);
@@ -129,18 +129,13 @@ constexpr TextField textIn() {
           }};
 }
 
-struct AttributesOf {
+struct PropertyOf {
   template <typename Base>
   auto* operator()(Base* element) const {
-    return ztcad::attributesOf(element);
+    return ztcad::propertyOf(element);
   }
 };
-struct MethodOf {
-  template <typename Base>
-  auto* operator()(Base* element) const {
-    return ztcad::methodOf(element);
-  }
-};
+
 struct ArchetypeOf {
   template <typename Base>
   auto* operator()(Base* element) const {
@@ -150,10 +145,14 @@ struct ArchetypeOf {
 
 /// By `ztCAD_TextField`.
 constexpr TextField textFields[] = {
-    textIn<AttributesOf, &ztCAD_gAttr::name, &ztCAD_gAttr::setName>(),
-    textIn<AttributesOf, &ztCAD_gAttr::comment, &ztCAD_gAttr::setComment>(),
-    textIn<AttributesOf, &ztCAD_gAttr::inform, &ztCAD_gAttr::setInform>(),
-    textIn<MethodOf, &ztCAD_gMethod::method, &ztCAD_gMethod::setMethod>(),
+    textIn<PropertyOf, &ztCAD_cmnProperty::name, &ztCAD_cmnProperty::setName>(),
+    textIn<PropertyOf, &ztCAD_cmnProperty::comment, &ztCAD_cmnProperty::setComment>(),
+    textIn<PropertyOf, &ztCAD_cmnProperty::inform, &ztCAD_cmnProperty::setInform>(),
+    {[](const ztCAD_Base* element) -> std::optional<QString> {
+       const ztCAD_gMethod* const method = ztcad::methodOf(element);
+       return method ? std::optional<QString>(method->method()) : std::nullopt;
+     },
+     ztcad::setMethod},
     textIn<ArchetypeOf, &ztCAD_gArche::templateName, &ztCAD_gArche::setTemplateName>(),
     textIn<ArchetypeOf, &ztCAD_gArche::file, &ztCAD_gArche::setFile>(),
 };
@@ -227,7 +226,7 @@ std::int32_t ztCAD_getColors(const ztCAD_Base* const* elements, std::int32_t cou
 std::int32_t ztCAD_setColors(ztCAD_Base* const* elements, std::int32_t count, const std::uint32_t* rgb,
                              const std::uint8_t* present) {
   return writeEach<3>(elements, count, rgb, present, [](ztCAD_Base* element, const std::uint32_t* color) {
-    ztCAD_setColor(element, color);
+    element->property().setColor(color ? ztCAD_Color(color[0], color[1], color[2]) : ztCAD_Color());
     return true;
   });
 }
@@ -295,7 +294,7 @@ std::int64_t ztCAD_getTexts(const ztCAD_Base* const* elements, std::int32_t coun
     std::int64_t length = 0;
     bool fits = text != nullptr;
     for (std::int32_t i = 0; elements && i < count; ++i) {
-      const QString* const one = elements[i] ? known->get(elements[i]) : nullptr;
+      const std::optional<QString> one = elements[i] ? known->get(elements[i]) : std::nullopt;
       const std::string bytes = one ? ztcad::toNarrow(*one) : std::string();
       const auto end = length + static_cast<std::int64_t>(bytes.size());
       fits = fits && end <= size;

@@ -11,8 +11,8 @@ namespace ztcad {
 // Null for a null element and for a kind without the field.
 
 template <typename Base>
-auto* attributesOf(Base* element) {
-  return element ? &element->property().attributes() : nullptr;
+auto* propertyOf(Base* element) {
+  return element ? &element->property() : nullptr;
 }
 
 template <typename Base>
@@ -22,15 +22,18 @@ auto* archetypeOf(Base* element) {
                                   [](auto& reference) { return &reference.archetype(); });
 }
 
-template <typename Base>
-auto* methodOf(Base* element) {
-  using Method = std::conditional_t<std::is_const_v<Base>, const ztCAD_gMethod, ztCAD_gMethod>;
-  return withFields<HasMethod>(element, static_cast<Method*>(nullptr),
-                               [](auto& known) { return &known.method(); });
+inline const ztCAD_gMethod* methodOf(const ztCAD_Base* element) {
+  return withFields<HasMethod>(element, static_cast<const ztCAD_gMethod*>(nullptr),
+                               [](const auto& known) { return &known.method(); });
 }
 
 // Each returns whether the element's kind has the field, and throws `std::bad_alloc` with the element
 // unchanged.
+
+inline bool setMethod(ztCAD_Base* element, const QString& method) {
+  return withFields<HasMethod>(element, false,
+                               [&](auto& known) { return known.setMethod(ztCAD_gMethod(method)), true; });
+}
 
 inline bool setCenter(ztCAD_Base* element, const double* xyz) {
   const ztCAD_Coord center = xyz ? ztCAD_Coord(xyz[0], xyz[1], xyz[2]) : ztCAD_Coord();

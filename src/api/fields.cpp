@@ -9,10 +9,10 @@
 #include "text_output.h"
 
 using ztcad::archetypeOf;
-using ztcad::attributesOf;
 using ztcad::fromNarrow;
 using ztcad::guarded;
 using ztcad::methodOf;
+using ztcad::propertyOf;
 using ztcad::textOf;
 using ztcad::toNarrow;
 using ztcad::withFields;
@@ -59,27 +59,29 @@ std::int32_t ztCAD_getKind(const ztCAD_Base* element) {
 // -------------------------------------------------------------------------------- what every element has
 
 std::int64_t ztCAD_getName(const ztCAD_Base* element, char* text, std::int64_t size) {
-  return give(attributesOf(element), &ztCAD_gAttr::name, text, size);
+  return give(propertyOf(element), &ztCAD_cmnProperty::name, text, size);
 }
 void ztCAD_setName(ztCAD_Base* element, const char* name) {
-  setText(attributesOf(element), &ztCAD_gAttr::setName, name);
+  guarded([&] {
+    if (element) element->setName(fromNarrow(textOf(name)));
+  });
 }
 std::int64_t ztCAD_getComment(const ztCAD_Base* element, char* text, std::int64_t size) {
-  return give(attributesOf(element), &ztCAD_gAttr::comment, text, size);
+  return give(propertyOf(element), &ztCAD_cmnProperty::comment, text, size);
 }
 void ztCAD_setComment(ztCAD_Base* element, const char* comment) {
-  setText(attributesOf(element), &ztCAD_gAttr::setComment, comment);
+  setText(propertyOf(element), &ztCAD_cmnProperty::setComment, comment);
 }
 std::int64_t ztCAD_getInform(const ztCAD_Base* element, char* text, std::int64_t size) {
-  return give(attributesOf(element), &ztCAD_gAttr::inform, text, size);
+  return give(propertyOf(element), &ztCAD_cmnProperty::inform, text, size);
 }
 void ztCAD_setInform(ztCAD_Base* element, const char* inform) {
-  setText(attributesOf(element), &ztCAD_gAttr::setInform, inform);
+  setText(propertyOf(element), &ztCAD_cmnProperty::setInform, inform);
 }
 
 bool ztCAD_getColor(const ztCAD_Base* element, std::uint32_t* rgb) {
   if (!element) return false;
-  const ztCAD_Color color = element->property().showable().color();
+  const ztCAD_Color color = element->property().color();
   if (rgb && color.isSet()) {
     rgb[0] = color.red();
     rgb[1] = color.green();
@@ -89,17 +91,15 @@ bool ztCAD_getColor(const ztCAD_Base* element, std::uint32_t* rgb) {
 }
 void ztCAD_setColor(ztCAD_Base* element, const std::uint32_t* rgb) {
   if (element)
-    element->property().showable().setColor(rgb ? ztCAD_Color(rgb[0], rgb[1], rgb[2]) : ztCAD_Color());
+    guarded([&] { element->property().setColor(rgb ? ztCAD_Color(rgb[0], rgb[1], rgb[2]) : ztCAD_Color()); });
 }
 
 std::int32_t ztCAD_getVisible(const ztCAD_Base* element) {
-  const std::optional<bool> visible =
-      element ? element->property().showable().visible().value() : std::optional<bool>();
+  const std::optional<bool> visible = element ? element->property().visible().value() : std::optional<bool>();
   return visible ? std::int32_t{*visible} : none;
 }
 void ztCAD_setVisible(ztCAD_Base* element, std::int32_t visible) {
-  if (element)
-    element->property().showable().setVisible(visible < 0 ? ztCAD_Visible() : ztCAD_Visible(visible > 0));
+  if (element) element->property().setVisible(visible < 0 ? ztCAD_Visible() : ztCAD_Visible(visible > 0));
 }
 
 std::int32_t ztCAD_getLCS(const ztCAD_Base* element, double* values, std::int32_t capacity) {
@@ -140,7 +140,7 @@ std::int64_t ztCAD_getMethod(const ztCAD_Base* element, char* text, std::int64_t
   return give(methodOf(element), &ztCAD_gMethod::method, text, size);
 }
 void ztCAD_setMethod(ztCAD_Base* element, const char* method) {
-  setText(methodOf(element), &ztCAD_gMethod::setMethod, method);
+  guarded([&] { ztcad::setMethod(element, fromNarrow(textOf(method))); });
 }
 
 bool ztCAD_getCenter(const ztCAD_Base* element, double* xyz) {

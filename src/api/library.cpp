@@ -6,6 +6,7 @@
 #include "../core/name_registry.h"
 #include "../core/vocabulary.h"
 #include "../number/number_text.h"
+#include "../property/shared_methods.h"
 #include "../structure/read_structures.h"
 #include "../structure/structure.h"
 #include "../support/lazy_lock.h"
@@ -37,6 +38,7 @@ class Library {
     ztcad::guarded(
         [] {  // without memory the host may still load the library: what is missing is created later
           ztcad::words();
+          ztcad::sharedMethod(QString());
           ztcad::createdObjects();
           ztcad::queryLocale();
         });
@@ -52,6 +54,7 @@ class Library {
     ztcad::releaseLiveDocuments();
     ztcad::clearReadStructures();
     ztcad::releaseNameRegistry();
+    ztcad::releaseSharedMethods();
     ztcad::releaseWords();
     ztcad::destroyGuardLock();
   }

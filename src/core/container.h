@@ -4,6 +4,7 @@
 #include <list>
 
 #include "../support/export.h"
+#include "node_pool.h"
 
 /// @file
 /// Kinds of elements, and the containers that hold them.
@@ -59,13 +60,26 @@ class ZTCAD_TEMPLATE_API ztCAD_Cont {
   /// The standard member types of a range.
   /// @{
   using value_type = T;
-  using iterator = typename List<T>::iterator;
-  using const_iterator = typename List<T>::const_iterator;
+  using iterator = typename List<T, ztCAD_NodeAllocator<T>>::iterator;
+  using const_iterator = typename List<T, ztCAD_NodeAllocator<T>>::const_iterator;
   /// @}
 
   ztCAD_Cont() = default;
   ztCAD_Cont(const ztCAD_Cont&) = default;
-  ztCAD_Cont& operator=(const ztCAD_Cont&) = default;
+  /// Keeps the addresses of as many elements as both have. By hand: that of a list moves nodes from another
+  /// one, and no list may have the nodes of another one's pool.
+  ztCAD_Cont& operator=(const ztCAD_Cont& other) {
+    if (this == &other) return *this;
+    auto mine = m_elements.begin();
+    for (const T& element : other.m_elements) {
+      if (mine == m_elements.end())
+        m_elements.push_back(element);
+      else
+        *mine++ = element;
+    }
+    m_elements.erase(mine, m_elements.end());
+    return *this;
+  }
   virtual ~ztCAD_Cont() = default;
 
   /// Appends a copy of `element`.
@@ -121,7 +135,7 @@ class ZTCAD_TEMPLATE_API ztCAD_Cont {
   /// @}
 
  private:
-  List<T> m_elements;
+  List<T, ztCAD_NodeAllocator<T>> m_elements;
 };
 
 /// Placeholder for a kind of element that does not exist: its container is always empty and writes nothing.

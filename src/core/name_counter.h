@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <map>
 #include <optional>
@@ -7,29 +9,43 @@
 #include <QString>
 #include <vector>
 
+#include "../text/short_text.h"
 #include "renames.h"
 #include "vocabulary.h"
 
 namespace ztcad {
 
-/// Qt's hash of a name, with the seed of the process.
+/// A hash with the seed of the process. Short names have one of their own, which takes two multiplications;
+/// every character decides on all bits that a table uses. The others have Qt's.
 struct NameHash {
-  uint operator()(const QString& name) const {
-#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
-    return qHash(name, static_cast<uint>(qGlobalQHashSeed()));
-#else
-    return static_cast<uint>(qHash(name, QHashSeed::globalSeed()));
-#endif
+  uint operator()(const ztCAD_ShortText& name) const {
+    if (!name.isShort()) return qtHash(name.longOne());
+    const auto [first, last] = name.words();
+    const quint64 mixed = (first ^ seed()) * 0x9e3779b97f4a7c15U;
+    const quint64 sum = (mixed ^ (mixed >> 32)) + last;
+    return static_cast<uint>(((sum ^ (sum >> 32)) * 0xd6e8feb86659fd93U) >> 32);
   }
+
+ private:
+  static quint64 seed() { return static_cast<quint64>(qtSeed()) * 0xa0761d6478bd642fU; }
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+  static uint qtSeed() { return static_cast<uint>(qGlobalQHashSeed()); }
+  static uint qtHash(const QString& name) { return qHash(name, qtSeed()); }
+#else
+  static std::size_t qtSeed() { return QHashSeed::globalSeed(); }
+  static uint qtHash(const QString& name) { return static_cast<uint>(qHash(name, qtSeed())); }
+#endif
 };
 
 /// Makes names unique within one pass. The first element with a name keeps it; "_$1", "_$2", ... are appended
 /// to the names of the next ones. A new name is not compared with names that come later in the pass.
 ///
-/// A flat table with open addressing holds the hashes; the names are stored in insertion order, in which they
-/// are also freed: freeing a million names in hash order costs more than finding them. If many names collide
-/// (the hash of Qt 5 is easily inverted, so a document may be crafted that way), an ordered map replaces the
-/// table, so that no document takes quadratic time.
+/// As long as each name comes after the one before it in an order of names (`ztCAD_ShortText::isAfter`), as
+/// numbered names usually do, all are different and only listed. The first name that does not makes a flat
+/// table with open addressing of them, which holds the hashes; the names stay in insertion order, in which
+/// they are also freed: freeing a million names in hash order costs more than finding them. If many names
+/// collide (the hash of Qt 5 is easily inverted, so a document may be crafted that way), an ordered map
+/// replaces the table, so that no document takes quadratic time.
 ///
 /// @tparam Hash a function object; tests replace it
 template <typename Hash>
@@ -37,38 +53,56 @@ class BasicNameCounter {
  public:
   /// Reserves space for `count` further names.
   void expect(std::size_t count) {
-    if (m_ordered.empty() && 2 * (m_names.size() + count) > m_slots.size()) resize(m_names.size() + count);
+    const std::size_t needed = m_names.size() + count;
+    if (m_names.capacity() < needed) m_names.reserve(std::max(needed, 2 * m_names.size()));
+    if (!m_isAscending && m_ordered.empty() && 2 * needed > m_slots.size()) resize(needed);
   }
 
-  /// Prefetches the name's slot while other names are looked up: in a large table nearly every access is a
-  /// cache miss.
-  void prefetch(const QString& name) const {
-    if (m_slots.empty()) return;
-    [[maybe_unused]] const Slot* const slot = &m_slots[Hash()(name) & (m_slots.size() - 1)];
+  /// Takes a name that comes after all names so far. False, with nothing taken, if it does not, or if an
+  /// earlier one did not.
+  bool takeAscending(const ztCAD_ShortText& name) {
+    if (!m_isAscending) return false;
+    if (m_names.empty() || name.isAfter(m_names.back())) {
+      m_names.push_back(name);
+      return true;
+    }
+    beginTable();
+    return false;
+  }
+
+  /// The hash of a name, for `newNameFor`. Prefetches its slot while other names are looked up: in a large
+  /// table nearly every access is a cache miss.
+  uint prefetch(const ztCAD_ShortText& name) const {
+    const uint hash = Hash()(name);
+    if (m_slots.empty()) return hash;
+    [[maybe_unused]] const Slot* const slot = &m_slots[hash & (m_slots.size() - 1)];
 #if defined(__GNUC__)
     __builtin_prefetch(slot, 1);
 #endif
+    return hash;
   }
 
   /// Whether the name is seen for the first time; marks it as seen.
-  bool isNew(const QString& name) { return find(name).isNew; }
+  bool isNew(const ztCAD_ShortText& name) { return takeAscending(name) || find(name, Hash()(name)).isNew; }
 
   /// The new name for an element whose name was seen before; std::nullopt, with the name marked as seen, if
   /// it was not.
-  std::optional<QString> newNameFor(const QString& name) {
-    const Found found = find(name);
+  /// @{
+  std::optional<QString> newNameFor(const ztCAD_ShortText& name) {
+    return takeAscending(name) ? std::nullopt : newNameFor(name, Hash()(name));
+  }
+  /// Only after `takeAscending` was false.
+  std::optional<QString> newNameFor(const ztCAD_ShortText& name, uint hash) {
+    const Found found = find(name, hash);
     if (found.isNew) return std::nullopt;
-    QString made = name + words().nameSeparator + QString::number(m_names[found.index].next++);
-    m_names[find(made).index].next = 1;
+    const QString made = name.toString() + words().nameSeparator + QString::number(m_next[found.index]++);
+    const ztCAD_ShortText madeName(made);
+    m_next[find(madeName, Hash()(madeName)).index] = 1;
     return made;
   }
+  /// @}
 
  private:
-  struct Name {
-    QString text;
-    unsigned next = 1;  // the counter for the next element of this name
-  };
-
   struct Slot {
     uint hash = 0;
     uint next = 0;  // index of the name plus 1; 0: the slot is free
@@ -79,13 +113,25 @@ class BasicNameCounter {
     bool isNew;
   };
 
+  void beginTable() {
+    m_isAscending = false;
+    m_next.resize(m_names.size(), 1);
+    resize(m_names.size() + 1);
+    for (std::size_t index = 0; index < m_names.size(); ++index)
+      if (!insert({Hash()(m_names[index]), static_cast<uint>(index + 1)})) return beginOrder();
+  }
+
+  /// Replaces the table by the map.
+  void beginOrder() {
+    for (std::size_t index = 0; index < m_names.size(); ++index)
+      m_ordered.emplace(m_names[index].toString(), index);
+    m_slots = {};
+  }
+
   /// Finds or inserts the name. At least half of all slots are always free.
-  Found find(const QString& name) {
+  Found find(const ztCAD_ShortText& name, uint hash) {
     expect(1);
     if (!m_ordered.empty()) return findInOrder(name);
-    constexpr std::size_t longestProbe =
-        256;  // several times the longest probe among a million names of any kind
-    const uint hash = Hash()(name);
     const std::size_t mask = m_slots.size() - 1;
     for (std::size_t probe = 0; probe < longestProbe; ++probe) {
       Slot& slot = m_slots[(hash + probe) & mask];
@@ -95,22 +141,21 @@ class BasicNameCounter {
         return {index, true};
       }
       const std::size_t index = slot.next - 1;
-      if (slot.hash == hash && m_names[index].text == name) return {index, false};
+      if (slot.hash == hash && m_names[index] == name) return {index, false};
     }
-    for (std::size_t index = 0; index < m_names.size(); ++index)
-      m_ordered.emplace(m_names[index].text, index);
-    m_slots = {};
+    beginOrder();
     return findInOrder(name);
   }
 
-  Found findInOrder(const QString& name) {
-    const auto [entry, isNew] = m_ordered.emplace(name, m_names.size());
+  Found findInOrder(const ztCAD_ShortText& name) {
+    const auto [entry, isNew] = m_ordered.emplace(name.toString(), m_names.size());
     if (isNew) append(name);
     return {entry->second, isNew};
   }
 
-  std::size_t append(const QString& name) {
-    m_names.push_back({name});
+  std::size_t append(const ztCAD_ShortText& name) {
+    m_names.push_back(name);
+    m_next.push_back(1);
     return m_names.size() - 1;
   }
 
@@ -118,20 +163,30 @@ class BasicNameCounter {
     std::size_t size = 16;
     while (size < 2 * count)
       size *= 2;
-    m_names.reserve(size / 2);
     std::vector<Slot> former(size);
     former.swap(m_slots);
-    for (const Slot& slot : former) {
-      if (slot.next == 0) continue;
-      std::size_t at = slot.hash & (size - 1);
-      while (m_slots[at].next != 0)
-        at = (at + 1) & (size - 1);
-      m_slots[at] = slot;
-    }
+    for (const Slot& slot : former)
+      if (slot.next != 0 && !insert(slot)) return beginOrder();
   }
 
-  std::vector<Name> m_names;                 // in insertion order
-  std::vector<Slot> m_slots;                 // their number is a power of two
+  /// False, with nothing inserted, if too many names collide.
+  bool insert(const Slot& inserted) {
+    for (std::size_t probe = 0; probe < longestProbe; ++probe) {
+      Slot& slot = m_slots[(inserted.hash + probe) & (m_slots.size() - 1)];
+      if (slot.next != 0) continue;
+      slot = inserted;
+      return true;
+    }
+    return false;
+  }
+
+  /// Several times the longest probe among a million names of any kind.
+  static constexpr std::size_t longestProbe = 256;
+
+  bool m_isAscending = true;
+  std::vector<ztCAD_ShortText> m_names;  // in insertion order
+  std::vector<unsigned> m_next;  // the counters for the next elements of the names; empty while they ascend
+  std::vector<Slot> m_slots;     // their number is a power of two
   std::map<QString, std::size_t> m_ordered;  // once not empty, replaces the slots
 };
 
@@ -140,23 +195,28 @@ using NameCounter = BasicNameCounter<NameHash>;
 /// Gives the element a new name if its name is taken.
 template <typename Element, typename Named>
 void renameIfTaken(Element& element, NameCounter& counter, Renames<Named>& renames) {
-  if (const auto newName = counter.newNameFor(element.name())) renames.rename(element, *newName);
+  if (const auto newName = counter.newNameFor(element.shortName())) renames.rename(element, *newName);
 }
 
 /// Renames the duplicates in a container of named elements, in container order.
 template <typename Container, typename Named>
 void renameDuplicates(Container& elements, NameCounter& counter, Renames<Named>& renames) {
   counter.expect(elements.size());
-  auto ahead = elements.begin();
-  const auto prefetchNext = [&] {
-    if (ahead != elements.end()) counter.prefetch((ahead++)->name());
+  auto element = elements.begin();
+  while (element != elements.end() && counter.takeAscending(element->shortName()))
+    ++element;
+  constexpr std::size_t distance = 16;
+  std::array<uint, distance> hashes = {};  // of the next elements
+  auto ahead = element;
+  const auto prefetch = [&](std::size_t place) {
+    if (ahead != elements.end()) hashes[place] = counter.prefetch((ahead++)->shortName());
   };
-  constexpr int distance = 16;
-  for (int i = 0; i < distance; ++i)
-    prefetchNext();
-  for (auto& element : elements) {
-    prefetchNext();
-    renameIfTaken(element, counter, renames);
+  for (std::size_t i = 0; i < distance; ++i)
+    prefetch(i);
+  for (std::size_t place = 0; element != elements.end(); ++element, place = (place + 1) % distance) {
+    const auto newName = counter.newNameFor(element->shortName(), hashes[place]);
+    prefetch(place);
+    if (newName) renames.rename(*element, *newName);
   }
 }
 

@@ -10,6 +10,9 @@ class QDomElement;
 
 /// @file
 /// The interfaces of document objects: text, XML, and the state of the last read.
+///
+/// Their destructors are inline: destroying an element calls about ten of them, and out of line they took
+/// half of the time of deleting a document of points.
 
 /// Interfaces between the layers of the library: not exported, and subject to change.
 namespace ztcad {
@@ -20,7 +23,7 @@ class ElementView;
 /// An object with a text form.
 class ZTCAD_API ztCAD_ISerialize {
  public:
-  virtual ~ztCAD_ISerialize();
+  virtual ~ztCAD_ISerialize() = default;
 
   /// Appends the object's text to `out` and returns `out`.
   ///
@@ -41,7 +44,7 @@ class ZTCAD_API ztCAD_ISerialize {
 /// their attributes to the element that they are given and read them from it.
 class ZTCAD_API ztCAD_INode {
  public:
-  virtual ~ztCAD_INode();
+  virtual ~ztCAD_INode() = default;
 
   /// Appends the object's element to `parent` (a property class: sets its attributes on `parent`).
   ///
@@ -73,7 +76,7 @@ class ZTCAD_API ztCAD_INode {
 /// operation; the descriptive attributes only check that the required ones are present.
 class ZTCAD_API ztCAD_IBaseChecker {
  public:
-  virtual ~ztCAD_IBaseChecker();
+  virtual ~ztCAD_IBaseChecker() = default;
 
   /// Checks `element`, the object's own element.
   ///
@@ -90,7 +93,7 @@ class ZTCAD_API ztCAD_IBaseChecker {
 /// The outcome of an object's last read.
 class ZTCAD_API ztCAD_StateCorrect {
  public:
-  virtual ~ztCAD_StateCorrect();
+  virtual ~ztCAD_StateCorrect() = default;
 
   /// Whether the last read succeeded. Before any read it is true for `ztCAD_gAttr` and false for all other
   /// classes.
@@ -115,7 +118,7 @@ class ZTCAD_API ztCAD_StateCorrect {
 /// Two constants by which templates and instances of one kind differ.
 class ZTCAD_API ztCAD_INameLCS_Selector {
  public:
-  virtual ~ztCAD_INameLCS_Selector();
+  virtual ~ztCAD_INameLCS_Selector() = default;
 
   /// "LCS" for instances, "MCS" for templates.
   virtual QString lcsWord() const = 0;

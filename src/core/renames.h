@@ -4,12 +4,15 @@
 #include <utility>
 #include <vector>
 
+#include "../text/short_text.h"
+
 namespace ztcad {
 
 /// The renames of one pass. They are undone if the pass does not come to its end, because memory ran out:
 /// names of which only some are unique could make the next pass give a name twice.
 ///
-/// @tparam Named has `name` and `setName`, which must not throw: assigning a QString shares its text
+/// @tparam Named has `shortName` and `setShortName`; setting a name that the element had before must not
+/// throw
 template <typename Named>
 class Renames {
  public:
@@ -18,12 +21,12 @@ class Renames {
   Renames& operator=(const Renames&) = delete;
   ~Renames() {
     for (auto former = m_former.rbegin(); former != m_former.rend(); ++former)
-      former->first->setName(former->second);
+      former->first->setShortName(former->second);
   }
 
   /// @param element must outlive this object
   void rename(Named& element, const QString& name) {
-    m_former.emplace_back(&element, element.name());
+    m_former.emplace_back(&element, element.shortName());
     element.setName(name);
   }
 
@@ -31,14 +34,14 @@ class Renames {
   template <typename Visit>
   void forEach(Visit&& visit) const {
     for (const auto& [element, former] : m_former)
-      visit(*element, former);
+      visit(*element, former.toString());
   }
 
   /// Makes the renames final.
   void keep() { m_former.clear(); }
 
  private:
-  std::vector<std::pair<Named*, QString>> m_former;
+  std::vector<std::pair<Named*, ztCAD_ShortText>> m_former;
 };
 
 }  // namespace ztcad

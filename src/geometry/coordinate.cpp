@@ -37,6 +37,12 @@ void ztcad::writeCenter(const ztCAD_Coord& coord, ElementSink& element) {
 
 bool ztcad::readCenter(const ElementView& element, ztCAD_Coord& coord) {
   const QString& word = words().center;
+  const AttributeBytes bytes = element.numberBytes(word);
+  double xyz[3];
+  if (bytes.state == AttributeBytes::Known && parsePlainList(bytes.ascii, bytes.endOfMemory, xyz, 3) == 3) {
+    coord.set(xyz[0], xyz[1], xyz[2]);
+    return true;
+  }
   const auto text = element.attributeText(word);
   if (!text) {
     report(element, Rule::missing_centre);

@@ -1,9 +1,12 @@
 #include "mip.h"
 
+#include <iterator>
+
 #include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../number/number_text.h"
 #include "../number/word_and_numbers.h"
+#include "../property/word_numbers.h"
 #include "../text/parts.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
@@ -41,6 +44,14 @@ void ztCAD_MIP::write(ztcad::ElementSink& element) const {
 
 bool ztCAD_MIP::read(const ztcad::ElementView& element, bool& fault) {
   fault = false;
+  const ztcad::AttributeBytes bytes = element.attributeBytes(words().mip);
+  if (bytes.state == ztcad::AttributeBytes::Absent) return false;
+  double plain[valueCount];
+  if (ztcad::parseWordAndNumbers(bytes, words().mip, plain)) {
+    m_values.assign(std::begin(plain), std::end(plain));
+    m_isValid = true;
+    return true;
+  }
   const auto text = element.attribute(words().mip);
   if (!text) return false;
   ztCAD_MIP fresh;

@@ -41,7 +41,7 @@ bool ztCAD_commonTriangle::readAndCheck(const ztcad::ElementView& element, bool&
   std::optional<bool> verticesOk;
   std::optional<bool> facesOk;
   element.forEachChild([&](const ztcad::ElementView& child) {
-    const QString tag = child.tag();
+    const QString& tag = child.tag();
     const bool isVertices = tag == words().vertices;
     if (!isVertices && tag != words().faces)
       skipUnknown(child);

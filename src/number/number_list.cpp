@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <type_traits>
 
+#include "../text/wide_utf8.h"
 #include "character_list.h"
 #include "plain_numbers.h"
+#include "usual_numbers.h"
 
 namespace ztcad {
 
@@ -20,12 +22,16 @@ bool readPart(PlainCursor& text, Number& value) {
 
 /// Takes no remarks.
 struct WithoutRemarks {
+  static constexpr bool wantsNumbers = false;
+
   template <typename Number>
   void number(const char* /*begin*/, const char* /*end*/) {}
   void piece(TriplePiece /*kind*/, std::string_view /*piece*/, bool /*hasReals*/) {}
 };
 
 struct WithRemarks {
+  static constexpr bool wantsNumbers = true;
+
   ListRemarks& remarks;
 
   template <typename Number>
@@ -60,40 +66,37 @@ struct WithRemarks {
   }
 };
 
-/// Reads three numbers and the ";" after them. On false the cursor is unchanged.
-template <typename Number, typename Remarks>
-bool readTriple(PlainCursor& text, Number* triple, Remarks& remarks) {
-  PlainCursor ahead = text;
-  const char* begins[3];
-  const char* ends[3];
-  for (int i = 0; i < 3; ++i) {
-    skipWhitespace(ahead);
-    begins[i] = ahead.at;
-    if (!readNumber(ahead, triple[i])) return false;
-    ends[i] = ahead.at;
-    skipWhitespace(ahead);
-    if (!skip(i < 2 ? ',' : ';', ahead)) return false;
-  }
-  text = ahead;
-  for (int i = 0; i < 3; ++i)
-    remarks.template number<Number>(begins[i], ends[i]);
-  return true;
-}
-
-/// Reserves memory for the whole list once, by the mean length of the first triples.
+/// Reserves memory for the rest of a list by the mean length of its first numbers.
 template <typename Number>
-void reserveFor(const PlainCursor& text, const char* begin, std::vector<Number>& values) {
-  constexpr std::size_t sampleSize = 3072;
-  if (values.size() != sampleSize) return;
+void reserveForRest(const PlainCursor& text, const char* begin, std::size_t count,
+                    std::vector<Number>& values) {
   const auto soFar = static_cast<double>(text.at - begin);
   const auto left = static_cast<double>(text.end - text.at);
   constexpr double margin = 1.02;
-  values.reserve(sampleSize + static_cast<std::size_t>(margin * left / soFar * sampleSize));
+  values.reserve(values.size() +
+                 static_cast<std::size_t>(margin * left / soFar * static_cast<double>(count)));
 }
 
 PlainCursor cursorOf(const ElementText& text) {
   const std::string_view bytes = text.bytes();
   return {bytes.data(), bytes.data() + bytes.size(), text.endOfMemory()};
+}
+
+constexpr int usualAtOnce = 256;  // triples
+
+/// Appends triples of usual numbers up to the first other piece, or many of them; false if there are none.
+/// Short lists thus get exactly the memory that they need.
+template <typename Number, typename Remarks>
+bool readUsual(PlainCursor& text, std::vector<Number>& values, Remarks& remarks) {
+  constexpr int most = usualAtOnce;
+  Number numbers[3 * most];
+  TriplePlaces places[most];
+  const int count = readUsualTriples(text, numbers, Remarks::wantsNumbers ? places : nullptr, most);
+  values.insert(values.end(), numbers, numbers + 3 * count);
+  for (int i = 0; Remarks::wantsNumbers && i < count; ++i)
+    for (std::size_t k = 0; k < 3; ++k)
+      remarks.template number<Number>(places[i].begins[k], places[i].ends[k]);
+  return count > 0;
 }
 
 template <typename Number, typename Remarks>
@@ -102,11 +105,14 @@ bool parseAnyTriples(const ElementText& text, std::vector<Number>& values, Remar
   const std::string_view bytes = text.bytes();
   PlainCursor left = cursorOf(text);
   bool noneBad = true;
+  const std::size_t countBefore = values.size();
+  bool isReserved = false;
   while (left.at != left.end) {
-    Number triple[3];
-    if (readTriple(left, triple, remarks)) {
-      values.insert(values.end(), triple, triple + 3);
-      reserveFor(left, bytes.data(), values);
+    if (readUsual(left, values, remarks)) {
+      const std::size_t count = values.size() - countBefore;
+      if (isReserved || count < std::size_t{3} * usualAtOnce) continue;
+      reserveForRest(left, bytes.data(), count, values);
+      isReserved = true;
       continue;
     }
     const auto from = static_cast<std::size_t>(left.at - bytes.data());
@@ -129,14 +135,33 @@ bool parse(const ElementText& text, std::vector<Number>& values, ListRemarks* re
 
 /// Reads numbers separated by commas, with an optional ";" at the end; 0 for any other text.
 int readPlainList(PlainCursor text, double* values, int most) {
-  int count = 0;
-  do {
+  int count = readUsualReals(text, values, most);
+  if (count == 0 && !readPart(text, values[count++])) return 0;
+  skipWhitespace(text);
+  for (; skip(',', text); ++count)
     if (count == most || !readPart(text, values[count])) return 0;
-    ++count;
-  } while (skip(',', text));
   skip(';', text);
   skipWhitespace(text);
   return text.at == text.end ? count : 0;
+}
+
+int readUsual(PlainCursor& text, double* values, int most) { return readUsualReals(text, values, most); }
+int readUsual(PlainCursor& /*text*/, std::uint32_t* /*values*/, int /*most*/) { return 0; }
+
+template <typename Number>
+bool parsePlain(PlainCursor text, const QString& word, Number* values, int count) {
+  const auto size = static_cast<std::size_t>(word.size());
+  if (static_cast<std::size_t>(text.end - text.at) < size || !equalsAscii(word, {text.at, size}))
+    return false;
+  text.at += size;
+  if (!skip(',', text)) return false;
+  skipWhitespace(text);
+  int read = readUsual(text, values, count);
+  if (read == 0 && !readPart(text, values[read++])) return false;
+  skipWhitespace(text);
+  for (; read < count; ++read)
+    if (!skip(',', text) || !readPart(text, values[read])) return false;
+  return text.at == text.end;
 }
 
 }  // namespace
@@ -146,6 +171,19 @@ bool parseTriples(const ElementText& text, std::vector<double>& values, ListRema
 }
 bool parseTriples(const ElementText& text, std::vector<std::uint32_t>& values, ListRemarks* remarks) {
   return parse(text, values, remarks);
+}
+
+int parsePlainList(std::string_view ascii, const char* endOfMemory, double* values, int most) {
+  return readPlainList({ascii.data(), ascii.data() + ascii.size(), endOfMemory}, values, most);
+}
+
+bool parseWordAndNumbers(std::string_view ascii, const char* endOfMemory, const QString& word, double* values,
+                         int count) {
+  return parsePlain({ascii.data(), ascii.data() + ascii.size(), endOfMemory}, word, values, count);
+}
+bool parseWordAndNumbers(std::string_view ascii, const char* endOfMemory, const QString& word,
+                         std::uint32_t* values, int count) {
+  return parsePlain({ascii.data(), ascii.data() + ascii.size(), endOfMemory}, word, values, count);
 }
 
 int parseShortList(const ElementText& text, double* values, int most) {

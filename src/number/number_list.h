@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -26,5 +27,20 @@ namespace ztcad {
 /// @param values room for `most` numbers
 /// @return how many there are; 0 when there are none or more than `most`, or when a part does not convert
 [[nodiscard]] int parseShortList(const ElementText& text, double* values, int most);
+
+/// The same for ASCII bytes; 0 also for spellings that only `parseShortList` and `toReal` know.
+/// @param endOfMemory see `parseWordAndNumbers`
+[[nodiscard]] int parsePlainList(std::string_view ascii, const char* endOfMemory, double* values, int most);
+
+/// Parses a word and exactly `count` numbers, all separated by commas: "RGB, 255, 128, 0". False, with the
+/// values unspecified, for any other text and for spellings that only `toReal` and `toIndex` know.
+/// @param endOfMemory end of readable memory, not before the end of the text; the byte after the text must
+///                    not be part of a number
+/// @{
+[[nodiscard]] bool parseWordAndNumbers(std::string_view ascii, const char* endOfMemory, const QString& word,
+                                       double* values, int count);
+[[nodiscard]] bool parseWordAndNumbers(std::string_view ascii, const char* endOfMemory, const QString& word,
+                                       std::uint32_t* values, int count);
+/// @}
 
 }  // namespace ztcad

@@ -6,6 +6,7 @@
 #include "../core/vocabulary.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
+#include "kept_text.h"
 
 using ztcad::words;
 
@@ -32,6 +33,21 @@ bool ztCAD_gAttr::read(const ztcad::ElementView& element, bool& fault) {
   m_comment = ztcad::keptText(element, words().comment);
   m_inform = ztcad::keptText(element, words().inform);
   return readOk();
+}
+
+std::optional<ztCAD_ShortText> ztcad::readName(const ElementView& element) {
+  const AttributeBytes bytes = element.attributeBytes(words().name);
+  if (bytes.state == AttributeBytes::Known) return ztCAD_ShortText::fromAscii(bytes.ascii);
+  const auto name = element.attribute(words().name);
+  reviewName(element, name);
+  return name ? std::optional(ztCAD_ShortText(*name)) : std::nullopt;
+}
+
+ztCAD_ShortText ztcad::readKeptText(const ElementView& element, const QString& attribute) {
+  const AttributeBytes bytes = element.attributeBytes(attribute);
+  if (bytes.state == AttributeBytes::Absent) return {};
+  if (bytes.state == AttributeBytes::Known) return ztCAD_ShortText::fromAscii(bytes.ascii);
+  return ztCAD_ShortText(keptText(element, attribute));
 }
 
 bool ztCAD_gAttr::readAndCheck(const ztcad::ElementView& element, bool& fault) {

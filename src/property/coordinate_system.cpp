@@ -11,6 +11,7 @@
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
 #include "equal_systems.h"
+#include "word_numbers.h"
 
 using ztcad::words;
 
@@ -36,6 +37,12 @@ void ztCAD_LCS::write(ztcad::ElementSink& element) const {
 
 bool ztCAD_LCS::read(const ztcad::ElementView& element, bool& fault) {
   fault = false;
+  const ztcad::AttributeBytes bytes = element.attributeBytes(attributeName());
+  double plain[valueCount];
+  if (ztcad::parseWordAndNumbers(bytes, words().cs, plain)) {
+    m_values.insert(m_values.end(), std::begin(plain), std::end(plain));
+    return true;
+  }
   const QString text = element.attribute(attributeName()).value_or(QString());
   if (text.isEmpty()) return false;
   const std::vector<QStringView> parts = ztcad::commaParts(text);

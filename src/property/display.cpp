@@ -8,11 +8,12 @@
 #include "../number/number_text.h"
 #include "../number/word_and_numbers.h"
 #include "../text/parts.h"
+#include "../text/wide_utf8.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
+#include "display_values.h"
+#include "word_numbers.h"
 
-using ztcad::Quoted;
-using ztcad::Rule;
 using ztcad::words;
 
 namespace {
@@ -34,12 +35,14 @@ void ztCAD_Color::write(ztcad::ElementSink& element) const {
     element.plainAttribute(words().color, {});
 }
 
-namespace {
-
-/// Passes the colour of an element to `take`, if there is one.
-/// @return false if the text is no colour
-template <typename Take>
-bool readColor(const ztcad::ElementView& element, Take take) {
+bool ztcad::readColor(const ElementView& element, std::optional<ztCAD_Color>& color) {
+  const AttributeBytes bytes = element.attributeBytes(words().color);
+  if (bytes.state == AttributeBytes::Absent) return true;
+  std::uint32_t rgb[3];
+  if (parseWordAndNumbers(bytes, words().rgb, rgb)) {
+    color.emplace(rgb[0], rgb[1], rgb[2]);
+    return true;
+  }
   const std::optional<QString> text = element.attribute(words().color);
   if (!text || text->isEmpty()) return true;
   const std::vector<QStringView> parts = ztcad::commaParts(*text);
@@ -57,15 +60,16 @@ bool readColor(const ztcad::ElementView& element, Take take) {
   const std::uint32_t green = components.indexOrZero(parts[2]);
   const std::uint32_t blue = components.indexOrZero(parts[3]);
   components.report();
-  take(ztCAD_Color(red, green, blue));
+  color.emplace(red, green, blue);
   return true;
 }
 
-}  // namespace
-
 bool ztCAD_Color::read(const ztcad::ElementView& element, bool& fault) {
   fault = false;
-  return readColor(element, [this](const ztCAD_Color& color) { *this = color; });
+  std::optional<ztCAD_Color> color;
+  const bool ok = ztcad::readColor(element, color);
+  if (color) *this = *color;
+  return ok;
 }
 
 namespace {
@@ -85,16 +89,18 @@ bool isVisibility(const QString& text) {
   return word == words().falseWord || word == words().trueWord || ztcad::toReal(text, number);
 }
 
-/// Passes the visibility of an element to `take`, if it is set.
-template <typename Take>
-void readVisible(const ztcad::ElementView& element, Take take) {
-  const std::optional<QString> text = element.attribute(words().visible);
-  if (!text) return;
-  if (!isVisibility(*text)) reportAttribute(element, words().visible, Rule::bad_visibility, Quoted{*text});
-  take(ztCAD_Visible(visibleFrom(*text)));
-}
-
 }  // namespace
+
+std::optional<ztCAD_Visible> ztcad::readVisible(const ElementView& element) {
+  const AttributeBytes bytes = element.attributeBytes(words().visible);
+  if (bytes.state == AttributeBytes::Absent) return std::nullopt;
+  if (bytes.state == AttributeBytes::Known && equalsAscii(words().trueWord, bytes.ascii))
+    return ztCAD_Visible(true);
+  const std::optional<QString> text = element.attribute(words().visible);
+  if (!text) return std::nullopt;
+  if (!isVisibility(*text)) reportAttribute(element, words().visible, Rule::bad_visibility, Quoted{*text});
+  return ztCAD_Visible(visibleFrom(*text));
+}
 
 QString& ztCAD_Visible::toText(QString& out, bool /*debugForm*/) const {
   if (m_isSet) out += words().visible + QLatin1Char('=') + wordFor(m_value) + wordFor(m_value);
@@ -107,7 +113,7 @@ void ztCAD_Visible::write(ztcad::ElementSink& element) const {
 
 bool ztCAD_Visible::read(const ztcad::ElementView& element, bool& fault) {
   fault = false;
-  readVisible(element, [this](const ztCAD_Visible& visible) { *this = visible; });
+  if (const auto visible = ztcad::readVisible(element)) *this = *visible;
   return true;
 }
 
@@ -137,7 +143,9 @@ void ztCAD_gShowable::write(ztcad::ElementSink& element) const {
 
 bool ztCAD_gShowable::read(const ztcad::ElementView& element, bool& fault) {
   fault = false;
-  const bool colorOk = readColor(element, [this](const ztCAD_Color& color) { setColor(color); });
-  readVisible(element, [this](const ztCAD_Visible& visible) { setVisible(visible); });
+  std::optional<ztCAD_Color> color;
+  const bool colorOk = ztcad::readColor(element, color);
+  if (color) setColor(*color);
+  if (const auto visible = ztcad::readVisible(element)) setVisible(*visible);
   return colorOk;
 }

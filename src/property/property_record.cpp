@@ -3,6 +3,7 @@
 #include "../text/narrow_text.h"
 #include "apply_record.h"
 #include "base.h"
+#include "display_values.h"
 
 namespace {
 template <typename Record>
@@ -11,15 +12,17 @@ void applyDescription(const Record& record, ztCAD_cmnProperty& property) {
   const QString comment = ztcad::fromNarrow(record.comment);
   const QString inform = ztcad::fromNarrow(record.inform);
   if (record.lcs) property.setLcs(record.lcs);
-  property.attributes().setComment(comment);
-  property.attributes().setInform(inform);
+  property.setComment(comment);
+  property.setInform(inform);
 }
 }  // namespace
 
 void ztcad::apply(const CommonProperty& record, ztCAD_Base& element) {
-  applyDescription(record, element.property());
-  element.property().showable().setColor(record.color);
-  element.property().showable().setVisible(record.visible);
+  ztCAD_cmnProperty& property = element.property();
+  if (!ztcad::fitsBytes(record.color)) property.showable();  // allocates what the colour needs
+  applyDescription(record, property);
+  property.setColor(record.color);
+  property.setVisible(record.visible);
 }
 
 void ztcad::apply(const CommonPropertyForMIP& record, ztCAD_Base& element) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../core/review.h"
+#include "../text/wide_utf8.h"
 #include "../xml/element_view.h"
 #include "kinds.h"
 
@@ -37,7 +38,7 @@ ChildOutcome readChild(Content& content, const ElementView& child, const QString
   QString method;
   anyKind<Content>([&](auto kind) {
     using Kind = decltype(kind);
-    if (tag != Kind::tag()) return false;
+    if (!equalsWord(tag, Kind::tag())) return false;
     if constexpr (Kind::method != nullptr) {
       if (outcome == ChildOutcome::Unknown) method = methodOf(child);
       outcome = ChildOutcome::Skipped;
@@ -64,7 +65,7 @@ inline void reviewSkipped(const ElementView& child, ChildOutcome outcome, Rule u
 template <typename Content>
 bool readChildOf(Content& content, const ElementView& child, const QString& tag) {
   const ChildOutcome outcome = readChild(content, child, tag);
-  const bool isSolid = tag == words().solid;
+  const bool isSolid = equalsWord(tag, words().solid);
   reviewSkipped(child, outcome, isSolid ? Rule::unknown_solid : Rule::unknown_method);
   return outcome != ChildOutcome::Failed && !(outcome == ChildOutcome::Skipped && isSolid);
 }

@@ -128,8 +128,8 @@ bool ztCAD_commonStructure::read(const ztcad::ElementView& element, bool& fault)
 }
 
 bool ztCAD_commonStructure::readChild(const ztcad::ElementView& child) {
-  const QString tag = child.tag();
-  if (tag == words().structure) return readNested(child);
+  const QString& tag = child.tag();
+  if (ztcad::equalsWord(tag, words().structure)) return readNested(child);
   return ztcad::readChildOf(m_content, child, tag);
 }
 
@@ -141,8 +141,8 @@ bool ztCAD_commonStructure::readNested(const ztcad::ElementView& child) {
                                         ztcad::NameCheck::ByHolder);
   bool ownFault = false;
   const bool isRead = nested->read(child, ownFault);
-  if (nested->name().isEmpty()) report(child, ztcad::Rule::nested_without_name);
-  return reviewed.read(isRead && !nested->name().isEmpty());
+  if (nested->shortName().isEmpty()) report(child, ztcad::Rule::nested_without_name);
+  return reviewed.read(isRead && !nested->shortName().isEmpty());
 }
 
 bool ztCAD_commonStructure::passesCheck() const { return ztcad::StructurePass().passesCheck(*this); }

@@ -26,7 +26,7 @@ void StructurePass::unifyNames(ztCAD_commonStructure& structure, ElementRenames&
       renameIfTaken(*nested, counter, renames);
       firstVisited.push_back(nested);
     } else {
-      counter.isNew(nested->name());  // it keeps its name, which later elements here must not take
+      counter.isNew(nested->shortName());  // it keeps its name, which later elements here must not take
     }
   }
   visitInOrder(StructureTextOrder(), structure.content(),

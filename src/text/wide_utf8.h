@@ -32,6 +32,21 @@ inline Utf8Character utf8Character(const char* at) {
 QString fromWideUtf8(std::string_view text);
 
 bool isAscii(std::string_view text);
+
+/// Equality for texts that usually differ in length. Inline: each element compares its tag with some ten
+/// words.
+inline bool equalsWord(const QString& text, const QString& word) {
+  return text.size() == word.size() && text == word;
+}
+
+/// Whether a text consists of these ASCII characters.
+inline bool equalsAscii(const QString& text, std::string_view ascii) {
+  if (static_cast<std::size_t>(text.size()) != ascii.size()) return false;
+  const QChar* const characters = text.constData();
+  for (std::size_t i = 0; i < ascii.size(); ++i)
+    if (characters[i].unicode() != static_cast<unsigned char>(ascii[i])) return false;
+  return true;
+}
 /// Number of ASCII bytes at the start of a text.
 std::size_t asciiLength(std::string_view text);
 

@@ -11,6 +11,12 @@ class ByteSink : public ElementSink {
   explicit ByteSink(XmlWriter& writer) : m_writer(writer) {}
 
   void attribute(const QString& name, const QString& value) override { m_writer.attribute(name, value); }
+  void shortAttribute(const QString& name, const ztCAD_ShortText& value) override {
+    if (value.isShort() && XmlWriter::isPlainValue(value.bytes()))
+      m_writer.plainAttribute(name, value.bytes());
+    else
+      m_writer.attribute(name, value.toString());
+  }
   void plainAttribute(const QString& name, std::string_view ascii) override {
     m_writer.plainAttribute(name, ascii);
   }

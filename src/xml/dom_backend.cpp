@@ -35,8 +35,6 @@ void DomSink::flushText() {
   m_text.clear();
 }
 
-QString DomView::tag() const { return m_element.tagName(); }
-
 std::optional<QString> DomView::attribute(const QString& name) const {
   if (!m_element.hasAttribute(name)) return std::nullopt;
   return m_element.attribute(name);

@@ -32,15 +32,16 @@ class DomSink final : public ElementSink {
 /// The view backend that reads a DOM tree.
 class DomView final : public ElementView {
  public:
-  explicit DomView(const QDomElement& element) : m_element(element) {}
+  explicit DomView(const QDomElement& element) : m_element(element), m_tag(element.tagName()) {}
 
-  QString tag() const override;
+  const QString& tag() const override { return m_tag; }
   std::optional<QString> attribute(const QString& name) const override;
   ElementText text() const override;
   void forEachChild(const ChildVisitor& visit) const override;
 
  private:
   QDomElement m_element;
+  QString m_tag;
 };
 
 }  // namespace ztcad

@@ -3,6 +3,8 @@
 #include <QString>
 #include <string_view>
 
+#include "../text/short_text.h"
+
 namespace ztcad {
 
 /// The interface that elements write themselves to, with two backends: a DOM tree and the bytes of a file.
@@ -23,6 +25,10 @@ class ElementSink {
   }
 
   virtual void attribute(const QString& name, const QString& value) = 0;
+  /// The same for a short text.
+  virtual void shortAttribute(const QString& name, const ztCAD_ShortText& value) {
+    attribute(name, value.toString());
+  }
 
   /// Sets an attribute to numbers, or to a fixed word. Characters above 127, control characters and `<`, `&`,
   /// `"` must not occur.

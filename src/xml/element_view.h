@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <QString>
+#include <string_view>
 
 #include "../text/element_text.h"
 
@@ -10,18 +11,39 @@ namespace ztcad {
 
 class ReadObserver;
 
+/// An attribute as `ElementView::attributeBytes` returns it.
+struct AttributeBytes {
+  enum State {
+    Unknown,  ///< `attribute` says whether there is one, and its text
+    Absent,   ///< the element has no such attribute
+    Known,    ///< the text is `ascii`
+  };
+
+  State state = Unknown;
+  std::string_view ascii;  ///< without references
+  /// End of readable memory, not before the end of the text; the byte after the text is part of no number.
+  const char* endOfMemory = nullptr;
+};
+
 /// The interface that elements read themselves from, with two backends: a DOM tree and the bytes of a file.
 /// Valid only while the backend visits the element.
 class ElementView {
  public:
   virtual ~ElementView() = default;
 
-  virtual QString tag() const = 0;
+  /// The element's tag; the reference is valid as long as the view.
+  virtual const QString& tag() const = 0;
 
   /// The attribute's text; std::nullopt if the element has no such attribute.
   virtual std::optional<QString> attribute(const QString& name) const = 0;
 
   virtual bool hasAttribute(const QString& name) const { return attribute(name).has_value(); }
+
+  /// The attribute's text in bytes, where the backend has it so and it needs no decoding. Not observed: while
+  /// someone observes the element, an attribute that is present has no bytes here.
+  virtual AttributeBytes attributeBytes(const QString& /*name*/) const { return {}; }
+  /// The same for numbers whose parsers set the default locale to C: it is set if there are bytes.
+  virtual AttributeBytes numberBytes(const QString& /*name*/) const { return {}; }
 
   /// The same for parsers of numbers, without decoding where the backend has bytes.
   virtual std::optional<ElementText> attributeText(const QString& name) const {

@@ -100,12 +100,21 @@ inline bool equalBytes(const char* a, const char* b, std::size_t size) {
   return word(a) == word(b) && word(a + size - half) == word(b + size - half);
 }
 
-inline bool equals(std::string_view ascii, const QString& text) {
-  if (ascii.size() != static_cast<std::size_t>(text.size())) return false;
-  const QChar* units = text.constData();
-  for (const char c : ascii)
-    if (static_cast<ushort>(c) != (units++)->unicode()) return false;
-  return true;
+/// Number of equal bytes at the start of two texts of `size` bytes.
+inline std::ptrdiff_t commonPrefix(const char* a, const char* b, std::ptrdiff_t size) {
+  std::ptrdiff_t at = 0;
+#if defined(ZTCAD_SSE2)
+  constexpr std::ptrdiff_t width = sizeof(__m128i);
+  for (; size - at >= width; at += width) {
+    const __m128i first = _mm_loadu_si128(reinterpret_cast<const __m128i*>(a + at));
+    const __m128i second = _mm_loadu_si128(reinterpret_cast<const __m128i*>(b + at));
+    const auto equal = static_cast<quint32>(_mm_movemask_epi8(_mm_cmpeq_epi8(first, second)));
+    if (equal != 0xffff) return at + static_cast<std::ptrdiff_t>(qCountTrailingZeroBits(~equal));
+  }
+#endif
+  while (at != size && a[at] == b[at])
+    ++at;
+  return at;
 }
 
 inline quint64 unicodeOf(char ascii) { return static_cast<unsigned char>(ascii); }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "../number/number_text.h"
 #include "../text/wide_utf8.h"
 
 namespace ztcad {
@@ -38,6 +37,7 @@ PlainReader::PlainReader(std::string_view bytes, XmlBytes kind, ReadObserver* ob
 /// optional.
 void PlainReader::readDeclaration(XmlBytes kind) {
   const bool hasByteOrderMark = startsWith("\xEF\xBB\xBF");
+  require(!hasByteOrderMark || kind != XmlBytes::Decoded);
   if (hasByteOrderMark) m_at += 3;
   if (!startsWith("<?xml ")) return;
   m_at += std::strlen("<?xml");
@@ -59,19 +59,19 @@ void PlainReader::readDeclaration(XmlBytes kind) {
   require(next > 0);
   skip('?');
   skip('>');
-  if (kind == XmlBytes::Utf8 || equalsIgnoringCase(encoding, "utf-8")) return;
+  if (kind != XmlBytes::AsDeclared || equalsIgnoringCase(encoding, "utf-8")) return;
   require(!hasByteOrderMark && equalsIgnoringCase(encoding, "windows-1251"));
   m_decoder.useWindows1251();
 }
 
-/// Reads whitespace and comments outside the root, up to and including the next "<", or to the end.
+/// Reads whitespace, comments and processing instructions outside the root, up to and including the next "<",
+/// or to the end.
 void PlainReader::readBetweenElements() {
   while (true) {
     if (m_at == m_end) return;
     skipWhitespace();
     skip('<');
-    if (*m_at != '!') return;
-    readComment();
+    if (!readIgnored()) return;
   }
 }
 
@@ -89,14 +89,20 @@ bool PlainReader::nextChild(std::string_view tag, ReadObserver* observer) {
       readEndTag(tag);
       return false;
     }
-    if (*m_at != '!') return true;
-    readComment();
+    if (isAtCdata())
+      readCdata();
+    else if (!readIgnored())
+      return true;
   }
 }
 
 std::string_view PlainReader::readText(std::string_view tag) {
   std::string_view text = readUntilMarkup();
   ++m_at;
+  if (text.empty() && isAtCdata()) {
+    text = readCdata();
+    skip('<');
+  }
   require(*m_at == '/');
   readEndTag(tag);
   // As for Qt, whitespace alone is no text; which characters beyond ASCII are whitespace is left to Qt.
@@ -104,12 +110,6 @@ std::string_view PlainReader::readText(std::string_view tag) {
   if (first == text.end()) return text.substr(text.size());
   require(classOf(*first) != NonAscii);
   return text;
-}
-
-ElementText PlainReader::numbers(std::string_view bytes) {
-  if (!m_hasNumbers) useCLocale();
-  m_hasNumbers = true;
-  return ElementText(bytes, m_decoder, m_end);
 }
 
 std::string_view PlainReader::readUntilMarkup() {
@@ -137,6 +137,36 @@ void PlainReader::readEndTag(std::string_view tag) {
   skip('>');
 }
 
+/// Reads a comment or processing instruction, if that follows the "<".
+bool PlainReader::readIgnored() {
+  if (*m_at == '!') {
+    readComment();
+    return true;
+  }
+  if (*m_at == '?') {
+    readInstruction();
+    return true;
+  }
+  return false;
+}
+
+/// Only names that are no part of XML, and data without a "?" before its end, which parsers treat in
+/// different ways.
+void PlainReader::readInstruction() {
+  if (m_observer) m_observer->unreadMarkup(ReadObserver::Markup::Instruction, m_at - 1);
+  ++m_at;
+  const std::string_view target = readName();
+  require(!equalsIgnoringCase(target.substr(0, 3), "xml"));
+  require(skipWhitespace() || *m_at == '?');
+  const char* const data = m_at;
+  const void* const end = std::memchr(data, '?', static_cast<std::size_t>(m_end - data));
+  require(end != nullptr);
+  m_at = static_cast<const char*>(end);
+  m_decoder.checkComment(since(data));
+  ++m_at;
+  skip('>');
+}
+
 void PlainReader::readComment() {
   require(startsWith("!--"));
   if (m_observer) m_observer->unreadMarkup(ReadObserver::Markup::Comment, m_at - 1);
@@ -149,8 +179,23 @@ void PlainReader::readComment() {
   skip('>');
 }
 
+/// The section is all that an element holds, or lies between elements, where it is not read. A review, which
+/// reports that, reads such a document by the general reader.
+std::string_view PlainReader::readCdata() {
+  require(!m_observer);
+  m_at += startOfCdata.size();
+  const std::string_view rest(m_at, static_cast<std::size_t>(m_end - m_at));
+  const std::size_t end = rest.find("]]>");
+  require(end != std::string_view::npos);
+  const std::string_view text = rest.substr(0, end);
+  m_decoder.checkComment(text);
+  m_at += end + 3;
+  return text;
+}
+
 PlainStartTag PlainReader::readAnyStartTag() {
-  PlainStartTag tag = {readName(), m_attributeCount, m_attributeCount, false};
+  const std::string_view name = readName();
+  PlainStartTag tag = {name, m_attributeCount, m_attributeCount, false, m_tagTexts.find(name)};
   while (true) {
     const bool isSeparated = skipWhitespace();
     if (*m_at == '>' || *m_at == '/') break;
@@ -171,20 +216,29 @@ bool PlainReader::readSibling() {
   const char* const first = m_at;
   const PlainStartTag& last = m_siblings.last();
   const std::string_view lastBytes = m_siblings.lastBytes();
-  const char* same = lastBytes.data();
+  const char* const lastEnd = lastBytes.data() + lastBytes.size();
+  const char* same = lastBytes.data();                      // in the last tag, what is at m_at in this one
+  const char* sameEnd = same + equalLength(same, lastEnd);  // the bytes up to here are those from m_at on
   for (std::size_t i = last.firstAttribute; i != last.attributeEnd; ++i) {
     PlainAttribute& attribute = m_attributes[i];
-    const std::string_view value = attribute.value;
-    if (!skipSame(same, value.data())) {
-      m_at = first;
-      return false;
+    const char* const value = attribute.value.data();
+    const char* const valueEnd = value + attribute.value.size();
+    if (sameEnd < value) break;
+    m_at += value - same;
+    if (sameEnd > valueEnd) {  // the same value, with its quote
+      attribute.value = {m_at, attribute.value.size()};
+      attribute.isRead = false;
+      m_at += attribute.value.size();
+      same = valueEnd;
+    } else {
+      readValue(attribute);
+      same = valueEnd;
+      sameEnd = same + equalLength(same, lastEnd);
     }
-    readValue(attribute);
-    same = value.data() + value.size();
   }
-  if (skipSame(same, lastBytes.data() + lastBytes.size())) return true;
-  m_at = first;
-  return false;
+  const bool isSibling = sameEnd == lastEnd;
+  m_at = isSibling ? m_at + (lastEnd - same) : first;
+  return isSibling;
 }
 
 void PlainReader::readAttribute(PlainAttribute& attribute) {
@@ -232,7 +286,7 @@ const PlainAttribute* PlainReader::searchAttribute(const PlainStartTag& tag, con
   const quint64 key = keyOf(name.constData(), static_cast<std::size_t>(name.size()));
   for (std::size_t i = tag.attributeEnd; i > tag.firstAttribute; --i) {  // the last duplicate wins, as in Qt
     const PlainAttribute& attribute = m_attributes[i - 1];
-    if (attribute.key == key && equals(attribute.name, name)) return &attribute;
+    if (attribute.key == key && equalsAscii(name, attribute.name)) return &attribute;
   }
   return nullptr;
 }

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <functional>
 #include <QString>
 #include <string_view>
 #include <vector>
 
+#include "../number/number_text.h"
 #include "../text/element_text.h"
 #include "plain_characters.h"
 #include "plain_decoder.h"
@@ -70,10 +72,19 @@ class PlainReader {
     return QString::fromLatin1(value.data(), static_cast<int>(value.size()));
   }
 
-  QString tagText(std::string_view tag) { return m_sharedTexts.get(tag); }
+  /// Bytes for a parser of numbers.
+  ElementText numbers(std::string_view bytes) {
+    beginNumbers();
+    return ElementText(bytes, m_decoder, m_end);
+  }
+  /// The first call of a document sets the default locale to C.
+  void beginNumbers() {
+    if (!m_hasNumbers) useCLocale();
+    m_hasNumbers = true;
+  }
 
-  /// Bytes for a parser of numbers. The first call of a document sets the default locale to C.
-  ElementText numbers(std::string_view bytes);
+  /// End of the bytes.
+  const char* end() const { return m_end; }
 
   ReadObserver* observer() const { return m_observer; }
   /// Tells the observer of an element which of its attributes nobody has asked for.
@@ -89,7 +100,12 @@ class PlainReader {
  private:
   void readDeclaration(XmlBytes kind);
   void readBetweenElements();
+  bool readIgnored();
   void readComment();
+  void readInstruction();
+  static constexpr std::string_view startOfCdata = "![CDATA[";
+  bool isAtCdata() const { return startsWith(startOfCdata); }
+  std::string_view readCdata();
   void readEndTag(std::string_view tag);
   PlainStartTag readAnyStartTag();
   bool readSibling();
@@ -120,12 +136,9 @@ class PlainReader {
     return skipped;
   }
 
-  /// Skips the bytes from `begin` to `end` if the input continues with equal ones.
-  bool skipSame(const char* begin, const char* end) {
-    const std::string_view text(begin, static_cast<std::size_t>(end - begin));
-    if (!startsWith(text)) return false;
-    m_at += text.size();
-    return true;
+  /// How many of the bytes from `begin` to `end` the input continues with.
+  std::ptrdiff_t equalLength(const char* begin, const char* end) const {
+    return commonPrefix(begin, m_at, std::min(end - begin, m_end - m_at));
   }
 
   const char* m_at;
@@ -133,6 +146,7 @@ class PlainReader {
   ReadObserver* const m_observer;
   PlainDecoder m_decoder;
   SharedTexts m_sharedTexts;
+  TagTexts m_tagTexts;
   SiblingCache m_siblings;
   std::vector<PlainAttribute> m_attributes;  // of all open elements, the innermost one last
   std::size_t m_attributeCount = 0;  // entries from here on belong to the last element that was closed

@@ -14,7 +14,12 @@ class PlainView final : public ElementView {
     m_reader.enter();
   }
 
-  QString tag() const override { return m_reader.tagText(m_tag.name); }
+  const QString& tag() const override {
+    if (m_tag.text) return *m_tag.text;
+    if (m_rareTag.isNull())
+      m_rareTag = QString::fromLatin1(m_tag.name.data(), static_cast<int>(m_tag.name.size()));
+    return m_rareTag;
+  }
 
   std::optional<QString> attribute(const QString& name) const override {
     const PlainAttribute* const found = find(name);
@@ -29,6 +34,19 @@ class PlainView final : public ElementView {
   }
 
   bool hasAttribute(const QString& name) const override { return find(name) != nullptr; }
+
+  AttributeBytes numberBytes(const QString& name) const override {
+    const AttributeBytes found = attributeBytes(name);
+    if (found.state == AttributeBytes::Known) m_reader.beginNumbers();
+    return found;
+  }
+
+  AttributeBytes attributeBytes(const QString& name) const override {
+    const PlainAttribute* const found = m_reader.findAttribute(m_tag, name);
+    if (!found) return {AttributeBytes::Absent, {}, nullptr};
+    if (observer() || found->hasReferences || !found->isAscii) return {};
+    return {AttributeBytes::Known, found->value, m_reader.end()};
+  }
 
   ElementText text() const override {
     reportUnreadAttributes();
@@ -81,7 +99,8 @@ class PlainView final : public ElementView {
 
   PlainReader& m_reader;
   const PlainStartTag m_tag;
-  mutable bool m_isRead;  // whether children or text were read
+  mutable QString m_rareTag;  // where the reader holds no text for the tag
+  mutable bool m_isRead;      // whether children or text were read
   mutable bool m_areUnreadReported = false;
 };
 

@@ -16,7 +16,8 @@ constexpr std::size_t longestXml = std::numeric_limits<int>::max() / 2 - 64;
 
 /// Reads plain XML from its bytes, without a tree and without copies of long texts. Plain XML is what
 /// programs usually write: UTF-8 or windows-1251; elements, attributes, text, comments, the five predefined
-/// entities and numeric references; no document type, CDATA section or processing instruction.
+/// entities and numeric references; processing instructions between elements; CDATA sections between elements
+/// and as all that an element holds; no document type.
 ///
 /// The views return what those of `readXml` return, twice as fast. Anything doubtful is refused (ill-formed
 /// text, nesting too deep, rare forms of any kind); the whole text must then be read by `readXml`.

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <map>
 #include <QString>
 #include <string_view>
 
@@ -9,7 +10,7 @@
 
 namespace ztcad {
 
-/// Shares one QString among equal short texts, such as tags, colours and empty comments: a cache of the last
+/// Shares one QString among equal short texts, such as comments and names of files: a cache of the last
 /// text per slot.
 class SharedTexts {
  public:
@@ -45,6 +46,24 @@ class SharedTexts {
   }
 
   std::array<Entry, entryCount> m_entries;
+};
+
+/// One QString for each different tag of a document, which stays where it is. Documents of the format have
+/// some twenty tags; after `most`, others have none.
+class TagTexts {
+ public:
+  /// Null if there is no room for another one.
+  const QString* find(std::string_view ascii) {
+    const auto known = m_texts.find(ascii);
+    if (known != m_texts.end()) return &known->second;
+    constexpr std::size_t most = 256;
+    if (m_texts.size() == most) return nullptr;
+    return &m_texts.emplace(ascii, QString::fromLatin1(ascii.data(), static_cast<int>(ascii.size())))
+                .first->second;
+  }
+
+ private:
+  std::map<std::string_view, QString> m_texts;  // the keys lie in the document
 };
 
 }  // namespace ztcad

@@ -26,6 +26,7 @@ struct PlainStartTag {
   std::size_t firstAttribute;  // index into the reader's attributes
   std::size_t attributeEnd;
   bool isEmpty;
+  const QString* text;  // of the name; null: the reader holds none
 };
 
 /// Remembers the last start tag and the attribute lookups made on it. Siblings in a long series usually
@@ -82,7 +83,7 @@ class SiblingCache {
   };
 
   static constexpr auto none = std::numeric_limits<std::size_t>::max();
-  PlainStartTag m_last = {{}, none, none, false};
+  PlainStartTag m_last = {{}, none, none, false, nullptr};
   std::string_view m_bytes;
   bool m_isSibling = false;
   std::vector<Lookup> m_lookups;  // in the order in which they are made on each sibling

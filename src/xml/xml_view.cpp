@@ -60,9 +60,12 @@ struct ViewedText {
 
   /// Bytes for a parser of numbers. The first call of a document sets the default locale to C.
   ElementText numbers(std::string_view bytes, const char* endOfMemory) {
+    beginNumbers();
+    return ElementText(bytes, decoder, endOfMemory);
+  }
+  void beginNumbers() {
     if (!hasNumbers) useCLocale();
     hasNumbers = true;
-    return ElementText(bytes, decoder, endOfMemory);
   }
 
   /// Adds a piece to the text of an element.
@@ -110,10 +113,11 @@ class XmlView final : public ElementView {
       : ElementView(observer),
         m_text(text),
         m_tag(text.reader.name()),
+        m_tagText(text.decoded(m_tag)),
         m_firstAttribute(text.reader.firstAttribute()),
         m_attributeEnd(text.reader.attributes().size()) {}
 
-  QString tag() const override { return m_text.decoded(m_tag); }
+  const QString& tag() const override { return m_tagText; }
 
   std::optional<QString> attribute(const QString& name) const override {
     const XmlAttribute* const found = find(name);
@@ -129,6 +133,19 @@ class XmlView final : public ElementView {
   }
 
   bool hasAttribute(const QString& name) const override { return find(name) != nullptr; }
+
+  AttributeBytes attributeBytes(const QString& name) const override {
+    const XmlAttribute* const found = find(name);
+    if (!found) return {AttributeBytes::Absent, {}, nullptr};
+    if (observer() || found->hasReferences || !isAscii(found->value)) return {};
+    return {AttributeBytes::Known, found->value, m_text.reader.endOfText()};
+  }
+
+  AttributeBytes numberBytes(const QString& name) const override {
+    const AttributeBytes found = attributeBytes(name);
+    if (found.state == AttributeBytes::Known) m_text.beginNumbers();
+    return found;
+  }
 
   ElementText text() const override {
     reportUnreadAttributes();
@@ -210,7 +227,7 @@ class XmlView final : public ElementView {
 
   /// The last attribute of this name, as in Qt.
   const XmlAttribute* search(const QString& name) const {
-    const auto found = findLast([&name](std::string_view other) { return equals(other, name); });
+    const auto found = findLast([&name](std::string_view other) { return equalsAscii(name, other); });
     if (found || isAsciiText(name)) return found;
     return findLast([&name](std::string_view other) { return fromWideUtf8(other) == name; });
   }
@@ -238,6 +255,7 @@ class XmlView final : public ElementView {
 
   ViewedText& m_text;
   const std::string_view m_tag;
+  const QString m_tagText;
   const std::size_t m_firstAttribute;
   const std::size_t m_attributeEnd;
   mutable bool m_isRead = false;  // whether children or text were read

@@ -173,6 +173,11 @@ void XmlWriter::attribute(const QString& name, const QString& value) {
   m_attributes.push_back({index, longValue, begin, m_written.size() - begin});
 }
 
+bool XmlWriter::isPlainValue(std::string_view ascii) {
+  return std::none_of(ascii.begin(), ascii.end(),
+                      [](char c) { return valueSpecials.is[static_cast<unsigned char>(c)]; });
+}
+
 void XmlWriter::plainAttribute(const QString& name, std::string_view ascii) {
   const NameCache::Index index = nameOf(name);
   const std::size_t begin = m_written.size();

@@ -63,6 +63,8 @@ class XmlWriter {
   /// With a value that needs no escaping (no `<`, `&`, `"`, no control characters, nothing above 127).
   void plainAttribute(const QString& name, std::string_view ascii);
   /// @}
+  /// Whether a value below 128 needs no escaping.
+  static bool isPlainValue(std::string_view ascii);
   void endElement();
 
   /// A text node inside an element. An empty one is a node too: it keeps its neighbours on its line.

@@ -5,30 +5,9 @@
 #include <type_traits>
 #include <vector>
 
+#include "balls.h"
+
 namespace {
-
-struct Ball {
-  bool isSame(const void* address) const { return this == address; }
-  std::string name;
-};
-
-using Balls = ztCAD_Cont<Ball>;
-
-Balls ballsNamed(const std::vector<std::string>& names) {
-  Balls balls;
-  for (const std::string& name : names)
-    balls.add(Ball{name});
-  return balls;
-}
-
-std::vector<std::string> namesOf(const Balls& balls) {
-  std::vector<std::string> names;
-  for (const Ball& ball : balls)
-    names.push_back(ball.name);
-  return names;
-}
-
-using Names = std::vector<std::string>;
 
 TEST(Container, IsEmptyByDefault) {
   const Balls balls;

@@ -21,10 +21,12 @@ class Named {
  public:
   explicit Named(const std::string& name) : m_name(QString::fromStdString(name)) {}
   QString name() const { return m_name; }
+  ztCAD_ShortText shortName() const { return ztCAD_ShortText(m_name); }
   void setName(const QString& name) {
     m_name = name;
     ++m_renamings;
   }
+  void setShortName(const ztCAD_ShortText& name) { setName(name.toString()); }
   int renamings() const { return m_renamings; }
 
  private:
@@ -96,20 +98,21 @@ TEST(NameCounter, CountsAcrossContainers) {
 /// Names that take turns with "A", each several times.
 template <typename Counter>
 void countEachThreeTimes(Counter counter, const std::vector<QString>& names) {
-  EXPECT_FALSE(counter.newNameFor(QLatin1String("A")));
+  const ztCAD_ShortText nameA(QLatin1String("A"));
+  EXPECT_FALSE(counter.newNameFor(nameA));
   for (const QString& name : names)
-    EXPECT_FALSE(counter.newNameFor(name));
-  EXPECT_EQ(counter.newNameFor(QLatin1String("A")), QLatin1String("A_$1"));
+    EXPECT_FALSE(counter.newNameFor(ztCAD_ShortText(name)));
+  EXPECT_EQ(counter.newNameFor(nameA), QLatin1String("A_$1"));
   for (const QString& name : names)
-    EXPECT_EQ(counter.newNameFor(name), QString(name + QLatin1String("_$1")));
+    EXPECT_EQ(counter.newNameFor(ztCAD_ShortText(name)), QString(name + QLatin1String("_$1")));
   for (const QString& name : names)
-    EXPECT_EQ(counter.newNameFor(name), QString(name + QLatin1String("_$2")));
-  EXPECT_FALSE(counter.isNew(names.back() + QLatin1String("_$2")));
-  EXPECT_TRUE(counter.isNew(QLatin1String("B")));
+    EXPECT_EQ(counter.newNameFor(ztCAD_ShortText(name)), QString(name + QLatin1String("_$2")));
+  EXPECT_FALSE(counter.isNew(ztCAD_ShortText(names.back() + QLatin1String("_$2"))));
+  EXPECT_TRUE(counter.isNew(ztCAD_ShortText(QLatin1String("B"))));
 }
 
 struct EqualHashes {
-  uint operator()(const QString& /*name*/) const { return 12345; }
+  uint operator()(const ztCAD_ShortText& /*name*/) const { return 12345; }
 };
 
 TEST(NameCounter, NamesWithEqualHashesAreCountedSeparately) {
@@ -130,7 +133,7 @@ std::pair<QString, QString> collidingSuffixes(const QString& before) {
     QString end;
     for (int i = 0; i < 12; ++i)
       end += QChar(ushort(0x400 + dice.roll(256)));
-    const auto [entry, isNew] = seen.emplace(ztcad::NameHash()(before + end), end);
+    const auto [entry, isNew] = seen.emplace(ztcad::NameHash()(ztCAD_ShortText(before + end)), end);
     if (!isNew && entry->second != end) return {entry->second, end};
   }
 }
@@ -155,7 +158,7 @@ TEST(NameCounter, CraftedNamesAreCountedSeparately) {
   const std::vector<QString> names = collidingNames(11);
   std::set<uint> hashes;
   for (const QString& name : names)
-    hashes.insert(ztcad::NameHash()(name));
+    hashes.insert(ztcad::NameHash()(ztCAD_ShortText(name)));
   ASSERT_EQ(hashes.size(), 1U);
   ASSERT_EQ(std::set<QString>(names.begin(), names.end()).size(), 2048U);
 
@@ -166,8 +169,8 @@ TEST(NameCounter, CraftedNamesAreCountedSeparately) {
 TEST(NameCounter, EachCounterStartsAtOne) {
   for (int pass = 0; pass < 2; ++pass) {
     ztcad::NameCounter counter;
-    EXPECT_FALSE(counter.newNameFor(QLatin1String("Q")));
-    EXPECT_EQ(counter.newNameFor(QLatin1String("Q")), QLatin1String("Q_$1"));
+    EXPECT_FALSE(counter.newNameFor(ztCAD_ShortText(QLatin1String("Q"))));
+    EXPECT_EQ(counter.newNameFor(ztCAD_ShortText(QLatin1String("Q"))), QLatin1String("Q_$1"));
   }
 }
 

@@ -83,7 +83,7 @@ const Row rows[] = {
        });
      }},
     {"ztCAD_reviewText", "", [] { return reviewsText(reviewedText()); }},
-    {"ztCAD_reviewText", "not plain XML", [] { return reviewsText(reviewedText() + "<?end?>"); }},
+    {"ztCAD_reviewText", "not plain XML", [] { return reviewsText(reviewedText() + "<?end a?b?>"); }},
     {"ztCAD_reviewText", "not well-formed", [] { return reviewsText("<GMD><a></GMD>"); }},
     {"ztCAD_findingCount", "",
      [] { return answers([review = finishedReview()] { return ztCAD_findingCount(review); }); }},

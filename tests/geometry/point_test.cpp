@@ -22,6 +22,9 @@ static_assert(std::is_convertible_v<ztCAD_Point*, ztCAD_INode*>);
 static_assert(std::is_convertible_v<ztCAD_Point*, ztCAD_IBaseChecker*>);
 static_assert(std::is_convertible_v<ztCAD_Point*, ztCAD_StateCorrect*>);
 static_assert(std::is_convertible_v<ztCAD_Point*, ztCAD_INameLCS_Selector*>);
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) && defined(__linux__) && defined(__x86_64__)
+static_assert(sizeof(ztCAD_Point) <= 176, "documents have millions of points");
+#endif
 
 ztCAD_Point point(const std::string& name, const ztCAD_Coord& center) {
   bool nameIsFree = false;

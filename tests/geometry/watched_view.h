@@ -30,7 +30,7 @@ class WatchedView final : public ztcad::ElementView {
  public:
   WatchedView(const ztcad::ElementView& inner, ReadWatch& watch) : m_inner(inner), m_watch(watch) {}
 
-  QString tag() const override {
+  const QString& tag() const override {
     m_watch.record(ReadWatch::Call::Tag);
     return m_inner.tag();
   }

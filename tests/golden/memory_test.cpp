@@ -97,13 +97,13 @@ TEST_P(WholeDocuments, AreSavedCompletelyOrNotAtAll) {
   EXPECT_EQ(files.names(), (Names{"document.xml", "saved.xml"}));
 }
 
-// A processing instruction is not plain XML, so the document is read through Qt's parser and a DOM tree.
+// A question mark inside an instruction is not plain XML, so the general reader reads the document.
 INSTANTIATE_TEST_SUITE_P(Golden, WholeDocuments,
                          testing::Values(Input{"EveryKind", golden("P_every_kind")},
-                                         Input{"EveryKindThroughDom", golden("P_every_kind") + "<?end?>"},
+                                         Input{"EveryKindThroughDom", golden("P_every_kind") + "<?end a?b?>"},
                                          Input{"Structures", golden("P_structures_of_every_kind")},
                                          Input{"LongLists", longLists()},
-                                         Input{"LongListsThroughDom", longLists() + "<?end?>"}),
+                                         Input{"LongListsThroughDom", longLists() + "<?end a?b?>"}),
                          [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace

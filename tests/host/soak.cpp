@@ -65,7 +65,7 @@ void work(const Objects& objects, const Folder& folder, bool throughDom) {
   int line = 0;
   int column = 0;
   ztCAD_GMDDocument* const document =
-      crtGMDDocumentFromStdString(throughDom ? xml + "<?end?>" : xml, parsed, message, line, column);
+      crtGMDDocumentFromStdString(throughDom ? xml + "<?end a?b?>" : xml, parsed, message, line, column);
   expect(parsed, "the text parses");
   expect(!addPointToDoc(objects.point, document), "a point is added");
   expect(!addStructureToDoc(objects.structure, document), "a structure is added");

@@ -1,6 +1,7 @@
 #include "xml/plain_xml.h"
 
 #include <gtest/gtest.h>
+#include <optional>
 #include <QDomDocument>
 #include <string>
 #include <vector>
@@ -46,6 +47,9 @@ const Row plainRows[] = {
     {"DeclarationInUtf8", "<?xml version='1.0' encoding='UTF-8' standalone='yes' ?><a b='Я'/>"},
     {"ByteOrderMark", "\xEF\xBB\xBF<a/>"},
     {"Comments", "<!--a--> <a><!-- b - c --></a>\r\n<!---->"},
+    {"Instructions", "<?a?> <a><?b c = \"d\" <e> ?></a>\r\n<?f ?>"},
+    {"Cdata", "<a><![CDATA[x]]></a>"},
+    {"CdataBetweenElements", "<a>\n<![CDATA[<&]]]><b/><![CDATA[]]>\n</a>"},
     {"Entities", "<a b='&lt;&gt;&amp;&quot;&apos;&#65;&#x42f;&#x1f600;'/>"},
     {"SurroundingWhitespace", "\n\t <a/> \r\n"},
     {"CarriageReturnsBetween", "<a>\r\n<b/>\r\n</a>\r\n"},
@@ -74,8 +78,19 @@ const Row rejectedRows[] = {
     {"EndTagOfALongerName", "<a></ab>"},
     {"TwoRoots", "<a/><b/>"},
     {"TextAfterTheRoot", "<a/>x"},
-    {"Cdata", "<a><![CDATA[x]]></a>"},
-    {"ProcessingInstruction", "<a/><?b c?>"},
+    {"CdataBeforeTheRoot", "<![CDATA[x]]><a/>"},
+    {"CdataAfterTheRoot", "<a/><![CDATA[x]]>"},
+    {"CdataWithAControlCharacter", "<a><![CDATA[\x01]]></a>"},
+    {"CdataWithInvalidUtf8", "<a><![CDATA[\xFF]]></a>"},
+    {"TruncatedInCdata", "<a><![CDATA[x]></a>"},
+    {"InstructionNamedXml", "<a/><?XmL c?>"},
+    {"InstructionOfXml", "<?xml-stylesheet href='a'?><a/>"},
+    {"InstructionWithoutAName", "<a/><? b?>"},
+    {"InstructionWithoutWhitespace", "<a/><?b(c)?>"},
+    {"InstructionWithAQuestionMark", "<a/><?b c?d?>"},
+    {"InstructionWithAControlCharacter", "<a/><?b \x01?>"},
+    {"TruncatedInAnInstruction", "<a/><?b >"},
+    {"DeclarationAfterTheRoot", "<a/><?xml version='1.0'?>"},
     {"DocumentType", "<!DOCTYPE a><a/>"},
     {"UnknownEntity", "<a b='&c;'/>"},
     {"ReferenceInText", "<a>&#65;</a>"},
@@ -150,6 +165,30 @@ TEST(PlainXmlEnd, NoByteAfterTheEndIsRead) {
 }
 
 // --------------------------------------------------------------------------------------------- element views
+
+TEST(PlainXmlView, ACdataSectionIsTextWhereItIsAllThatAnElementHolds) {
+  const auto textOf = [](const std::string& xml) {
+    std::optional<std::string> seen;
+    const bool isRead = readPlainXml(xml, XmlBytes::AsDeclared, [&seen](const ElementView& root) {
+      seen = root.text().toString().toStdString();
+    });
+    return isRead ? seen : std::nullopt;
+  };
+  EXPECT_EQ(textOf("<a><![CDATA[1, 2;]]></a>"), "1, 2;");
+  EXPECT_EQ(textOf("<a><![CDATA[]]></a>"), "");
+  for (const char* const other :
+       {"<a>x<![CDATA[y]]></a>", "<a> <![CDATA[y]]></a>", "<a><![CDATA[y]]>x</a>", "<a><![CDATA[y]]> </a>",
+        "<a><![CDATA[y]]><b/></a>", "<a><![CDATA[&]]></a>", "<a><![CDATA[y]]><![CDATA[z]]></a>"})
+    EXPECT_EQ(textOf(other), std::nullopt) << other;
+}
+
+TEST(PlainXmlView, DecodedTextHasNoByteOrderMark) {
+  const auto isRead = [](const std::string& xml) {
+    return readPlainXml(xml, XmlBytes::Decoded, [](const ElementView&) {});
+  };
+  EXPECT_TRUE(isRead("<?xml version='1.0' encoding='UTF-16'?><a/>"));
+  EXPECT_FALSE(isRead("\xEF\xBB\xBF<a/>"));
+}
 
 TEST(PlainXmlView, ValuesAreCompleteWhereverASpecialCharacterOccurs) {
   struct Part {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "../../structure/structure_pass.h"
@@ -32,23 +33,29 @@ class Bits {
 
 /// Calls `visit` with each element whose name one before it has, until it returns false.
 ///
-/// Names with different bits are different; only names that share a bit are compared.
+/// Names that ascend are all different. Otherwise only names that share a bit are compared.
 /// @return whether all calls returned true
 template <typename Container, typename Visit>
 bool visitDuplicates(const Container& elements, Visit&& visit) {
+  const ztCAD_Base* last = nullptr;
+  const bool allAscend = std::all_of(elements.begin(), elements.end(), [&last](const auto& element) {
+    const ztCAD_Base* const before = std::exchange(last, &element);
+    return !before || element.shortName().isAfter(before->shortName());
+  });
+  if (allAscend) return true;
   std::vector<uint> hashes;
   hashes.reserve(elements.size());
   Bits seen(elements.size());
   Bits shared(elements.size());
   for (const auto& element : elements) {
-    const uint hash = hashes.emplace_back(ztcad::NameHash()(element.name()));
+    const uint hash = hashes.emplace_back(ztcad::NameHash()(element.shortName()));
     if (seen.has(hash)) shared.put(hash);
     seen.put(hash);
   }
   ztcad::NameCounter names;
   auto hash = hashes.begin();
   return std::all_of(elements.begin(), elements.end(), [&](const auto& element) {
-    return !shared.has(*hash++) || names.isNew(element.name()) || visit(element);
+    return !shared.has(*hash++) || names.isNew(element.shortName()) || visit(element);
   });
 }
 

@@ -101,11 +101,12 @@ LoadOutcome DocumentLoader::load(Source& source, TextRules rules, std::unique_pt
   const auto isDecoded = [&] { return text && text->isCopy() && !m_review; };
   LoadOutcome outcome;
   outcome.code = ztCAD_GMDDocument::Loaded;
-  Reader reader = readPlain(source, rules);
+  Reader reader = readPlain(source.text(), source.kind, rules);
   if (!reader) {
     text = std::make_unique<XmlText>(source.text(), source.kind);
     if (isDecoded()) source.bytes = QByteArray();  // UTF-16 takes twice the memory of its characters
-    reader = readAny(*text, rules, outcome);
+    if (text->isCopy() && !text->refusal()) reader = readPlain(text->characters(), XmlBytes::Decoded, rules);
+    if (!reader) reader = readAny(*text, rules, outcome);
   }
   if (!reader) return outcome;
   nameElements(*reader);
@@ -121,7 +122,8 @@ LoadOutcome DocumentLoader::load(Source& source, TextRules rules, std::unique_pt
 }
 
 /// Reads a text without a tree; null if the plain reader does not accept it or the rules refuse its root.
-DocumentLoader::Reader DocumentLoader::readPlain(const Source& source, TextRules rules) const {
+DocumentLoader::Reader DocumentLoader::readPlain(std::string_view text, XmlBytes kind,
+                                                 TextRules rules) const {
   auto reader = std::make_unique<RootReader>(m_document.header());
   bool rootIsRight = true;
   const auto readRoot = [&](const ElementView& root) {
@@ -129,7 +131,7 @@ DocumentLoader::Reader DocumentLoader::readPlain(const Source& source, TextRules
     if (m_review) m_review->enterRoot(root);
     if (rootIsRight) reader->readRoot(root);
   };
-  const bool isPlain = readPlainXml(source.text(), source.kind, readRoot, m_review.get());
+  const bool isPlain = readPlainXml(text, kind, readRoot, m_review.get());
   if (isPlain && rootIsRight) return reader;
   if (m_review) m_review->clear();
   return nullptr;

@@ -58,7 +58,7 @@ class DocumentLoader {
 
   LoadOutcome load(Source source, TextRules rules);
   LoadOutcome load(Source& source, TextRules rules, std::unique_ptr<XmlText>& text);
-  Reader readPlain(const Source& source, TextRules rules) const;
+  Reader readPlain(std::string_view text, XmlBytes kind, TextRules rules) const;
   Reader readAny(const XmlText& text, TextRules rules, LoadOutcome& outcome) const;
   void takeOver(RootReader& reader, std::unique_ptr<LoadedText> text);
   LoadOutcome refuseLength() const;

@@ -33,8 +33,8 @@ class RootReader {
   };
 
   void readOne(const ElementView& child) {
-    const QString tag = child.tag();
-    if (tag == words().header) return readHeader(child);
+    const QString& tag = child.tag();
+    if (equalsWord(tag, words().header)) return readHeader(child);
     m_hasChildren = true;
     const Review* const review = reviewOf(child);
     const Review::Mark from = review ? review->mark() : Review::Mark();
