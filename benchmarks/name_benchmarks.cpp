@@ -18,12 +18,12 @@ std::string nameOf(bool areDifferent, std::int64_t index) {
 
 template <bool AreDifferent>
 void namesLibrary(benchmark::State& state) {
-  std::vector<QString> names;
+  std::vector<ztCAD_ShortText> names;
   for (std::int64_t i = 0; i < state.range(0); ++i)
-    names.push_back(QString::fromStdString(nameOf(AreDifferent, i)));
+    names.emplace_back(QString::fromStdString(nameOf(AreDifferent, i)));
   for (auto _ : state) {
     ztcad::NameCounter counter;
-    for (const QString& name : names)
+    for (const ztCAD_ShortText& name : names)
       benchmark::DoNotOptimize(counter.newNameFor(name));
   }
   state.SetItemsProcessed(state.iterations() * state.range(0));

@@ -17,7 +17,7 @@ enum class MemoryKind { NotReported, Load, Save };
 /// One measured case: the library and, where they exist, the Qt baseline and the reference implementation.
 struct Row {
   std::string name;
-  std::size_t size = 0;       // vertices or points
+  std::size_t size = 0;       // vertices, points, references or elements
   double bytes = 0;           // of the file; 0 if there is none
   double referenceBytes = 0;  // of the file of the reference, if it reads another one
   MemoryKind memory = MemoryKind::NotReported;
@@ -36,7 +36,7 @@ inline constexpr FormName forms[] = {
     {Form::Comments, " with comments everywhere (reference: plain)"},
     {Form::Cdata, " with CDATA everywhere (reference: plain)"},
     {Form::Instructions, " with instructions everywhere (reference: plain)"},
-    {Form::InstructionAtTheEnd, " with an instruction at the end (reference: plain)"},
+    {Form::CdataAtTheEnd, " with CDATA at the end (reference: plain)"},
     {Form::Utf16, " from UTF-16 (reference: plain)"},
 };
 
