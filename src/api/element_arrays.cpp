@@ -115,46 +115,30 @@ struct TextField {
   bool (*set)(ztCAD_Base* element, const QString& text);
 };
 
-/// The text that `Get` and `Set` access in the object that `Of` finds in an element.
-template <typename Of, auto Get, auto Set>
-constexpr TextField textIn() {
+/// A text of the property block, which every element has.
+template <auto Get, auto Set>
+constexpr TextField textOfAll() {
   return {[](const ztCAD_Base* element) -> std::optional<QString> {
-            const auto* const object = Of{}(element);
-            return object ? std::optional<QString>(std::invoke(Get, *object)) : std::nullopt;
+            return element ? std::optional<QString>(std::invoke(Get, element->property())) : std::nullopt;
           },
           [](ztCAD_Base* element, const QString& text) {
-            auto* const object = Of{}(element);
-            if (object) std::invoke(Set, *object, text);
-            return object != nullptr;
+            if (element) std::invoke(Set, element->property(), text);
+            return element != nullptr;
           }};
 }
 
-struct PropertyOf {
-  template <typename Base>
-  auto* operator()(Base* element) const {
-    return ztcad::propertyOf(element);
-  }
-};
-
-struct ArchetypeOf {
-  template <typename Base>
-  auto* operator()(Base* element) const {
-    return ztcad::archetypeOf(element);
-  }
-};
-
 /// By `ztCAD_TextField`.
 constexpr TextField textFields[] = {
-    textIn<PropertyOf, &ztCAD_cmnProperty::name, &ztCAD_cmnProperty::setName>(),
-    textIn<PropertyOf, &ztCAD_cmnProperty::comment, &ztCAD_cmnProperty::setComment>(),
-    textIn<PropertyOf, &ztCAD_cmnProperty::inform, &ztCAD_cmnProperty::setInform>(),
+    textOfAll<&ztCAD_cmnProperty::name, &ztCAD_cmnProperty::setName>(),
+    textOfAll<&ztCAD_cmnProperty::comment, &ztCAD_cmnProperty::setComment>(),
+    textOfAll<&ztCAD_cmnProperty::inform, &ztCAD_cmnProperty::setInform>(),
     {[](const ztCAD_Base* element) -> std::optional<QString> {
        const ztCAD_gMethod* const method = ztcad::methodOf(element);
        return method ? std::optional<QString>(method->method()) : std::nullopt;
      },
      ztcad::setMethod},
-    textIn<ArchetypeOf, &ztCAD_gArche::templateName, &ztCAD_gArche::setTemplateName>(),
-    textIn<ArchetypeOf, &ztCAD_gArche::file, &ztCAD_gArche::setFile>(),
+    {ztcad::templateName, ztcad::setTemplateName},
+    {ztcad::templateFile, ztcad::setTemplateFile},
 };
 static_assert(std::size(textFields) == ztCAD_TextTemplateFile + 1);
 

@@ -15,16 +15,21 @@ auto* propertyOf(Base* element) {
   return element ? &element->property() : nullptr;
 }
 
-template <typename Base>
-auto* archetypeOf(Base* element) {
-  using Archetype = std::conditional_t<std::is_const_v<Base>, const ztCAD_gArche, ztCAD_gArche>;
-  return withFields<HasArchetype>(element, static_cast<Archetype*>(nullptr),
-                                  [](auto& reference) { return &reference.archetype(); });
-}
-
 inline const ztCAD_gMethod* methodOf(const ztCAD_Base* element) {
   return withFields<HasMethod>(element, static_cast<const ztCAD_gMethod*>(nullptr),
                                [](const auto& known) { return &known.method(); });
+}
+
+// std::nullopt for a null element and for a kind that is no reference.
+
+inline std::optional<QString> templateName(const ztCAD_Base* element) {
+  return withFields<HasArchetype>(element, std::optional<QString>(),
+                                  [](const auto& reference) { return std::optional(reference.templateName()); });
+}
+
+inline std::optional<QString> templateFile(const ztCAD_Base* element) {
+  return withFields<HasArchetype>(element, std::optional<QString>(),
+                                  [](const auto& reference) { return std::optional(reference.file()); });
 }
 
 // Each returns whether the element's kind has the field, and throws `std::bad_alloc` with the element
@@ -68,6 +73,16 @@ inline bool setMip(ztCAD_Base* element, const std::optional<ztCAD_MIP>& mip) {
 inline bool setPlacement(ztCAD_Base* element, const ztCAD_LCS& placement) {
   return withFields<HasArchetype>(element, false,
                                   [&](auto& reference) { return reference.setLcs(placement), true; });
+}
+
+inline bool setTemplateName(ztCAD_Base* element, const QString& name) {
+  return withFields<HasArchetype>(element, false,
+                                  [&](auto& reference) { return reference.setTemplateName(name), true; });
+}
+
+inline bool setTemplateFile(ztCAD_Base* element, const QString& file) {
+  return withFields<HasArchetype>(element, false,
+                                  [&](auto& reference) { return reference.setFile(file), true; });
 }
 
 /// Null clears it; that of a structure, which always has one, is then not changed.

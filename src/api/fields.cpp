@@ -8,7 +8,6 @@
 #include "guard.h"
 #include "text_output.h"
 
-using ztcad::archetypeOf;
 using ztcad::fromNarrow;
 using ztcad::guarded;
 using ztcad::methodOf;
@@ -27,6 +26,14 @@ template <typename Object, typename Field>
 std::int64_t give(const Object* object, Field field, char* text, std::int64_t size) noexcept {
   return ztcad::writeText(text, size, [&] {
     return object ? std::optional(toNarrow(std::invoke(field, *object))) : std::nullopt;
+  });
+}
+
+std::int64_t give(std::optional<QString> (*get)(const ztCAD_Base*), const ztCAD_Base* element, char* text,
+                  std::int64_t size) noexcept {
+  return ztcad::writeText(text, size, [&] {
+    const std::optional<QString> value = get(element);
+    return value ? std::optional(toNarrow(*value)) : std::nullopt;
   });
 }
 
@@ -199,7 +206,7 @@ void ztCAD_setMIP(ztCAD_Base* element, const ztCAD_MIP* record) {
 
 std::int32_t ztCAD_getPlacement(const ztCAD_Base* element, double* values, std::int32_t capacity) {
   return withFields<ztcad::HasArchetype>(element, none, [=](const auto& reference) {
-    return writeNumbers(reference.lcs().values(), values, capacity);
+    return writeNumbers(reference.placementData(), reference.placementSize(), values, capacity);
   });
 }
 void ztCAD_setPlacement(ztCAD_Base* element, const ztCAD_LCS* placement) {
@@ -208,14 +215,14 @@ void ztCAD_setPlacement(ztCAD_Base* element, const ztCAD_LCS* placement) {
   });
 }
 std::int64_t ztCAD_getTemplateName(const ztCAD_Base* element, char* text, std::int64_t size) {
-  return give(archetypeOf(element), &ztCAD_gArche::templateName, text, size);
+  return give(ztcad::templateName, element, text, size);
 }
 void ztCAD_setTemplateName(ztCAD_Base* element, const char* name) {
-  setText(archetypeOf(element), &ztCAD_gArche::setTemplateName, name);
+  guarded([&] { ztcad::setTemplateName(element, fromNarrow(textOf(name))); });
 }
 std::int64_t ztCAD_getTemplateFile(const ztCAD_Base* element, char* text, std::int64_t size) {
-  return give(archetypeOf(element), &ztCAD_gArche::file, text, size);
+  return give(ztcad::templateFile, element, text, size);
 }
 void ztCAD_setTemplateFile(ztCAD_Base* element, const char* file) {
-  setText(archetypeOf(element), &ztCAD_gArche::setFile, file);
+  guarded([&] { ztcad::setTemplateFile(element, fromNarrow(textOf(file))); });
 }

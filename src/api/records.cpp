@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <type_traits>
 
-#include "../property/equal_systems.h"
+#include "../property/system_values.h"
 #include "created_objects.h"
 #include "guard.h"
 #include "text_output.h"

@@ -37,10 +37,14 @@ inline std::int32_t countOf(std::size_t count) {
 
 /// Writes as many numbers as the array has room for, and returns how many there are.
 template <typename Number>
-std::int32_t writeNumbers(const std::vector<Number>& numbers, Number* array, std::int32_t capacity) {
-  const std::int32_t count = countOf(numbers.size());
-  if (array && capacity > 0) std::copy_n(numbers.begin(), std::min(count, capacity), array);
+std::int32_t writeNumbers(const Number* numbers, std::size_t size, Number* array, std::int32_t capacity) {
+  const std::int32_t count = countOf(size);
+  if (array && capacity > 0) std::copy_n(numbers, std::min(count, capacity), array);
   return count;
+}
+template <typename Number>
+std::int32_t writeNumbers(const std::vector<Number>& numbers, Number* array, std::int32_t capacity) {
+  return writeNumbers(numbers.data(), numbers.size(), array, capacity);
 }
 
 }  // namespace ztcad

@@ -10,52 +10,54 @@
 #include "../text/parts.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
-#include "equal_systems.h"
+#include "system_values.h"
 #include "word_numbers.h"
 
 using ztcad::words;
 
 const QString& ztCAD_LCS::attributeName() const { return m_isLocal ? words().lcs : words().mcs; }
 
-namespace {
-ztcad::WordAndNumbers textOf(const std::vector<double>& values) {
-  return {words().cs, values.data(), values.data() + values.size()};
-}
-}  // namespace
-
 QString& ztCAD_LCS::toText(QString& out, bool /*debugForm*/) const {
-  if (!m_values.empty()) textOf(m_values).appendTo(out);
+  const double* const begin = m_values.data();
+  if (!m_values.empty()) ztcad::WordAndNumbers(words().cs, begin, begin + m_values.size()).appendTo(out);
   return out;
 }
 
 void ztCAD_LCS::write(ztcad::ElementSink& element) const {
-  if (m_values.empty())
-    element.plainAttribute(attributeName(), {});
-  else
-    element.plainAttribute(attributeName(), textOf(m_values).text());
+  ztcad::writeSystem(element, attributeName(), m_values.data(), m_values.data() + m_values.size());
 }
 
 bool ztCAD_LCS::read(const ztcad::ElementView& element, bool& fault) {
   fault = false;
-  const ztcad::AttributeBytes bytes = element.attributeBytes(attributeName());
-  double plain[valueCount];
-  if (ztcad::parseWordAndNumbers(bytes, words().cs, plain)) {
-    m_values.insert(m_values.end(), std::begin(plain), std::end(plain));
-    return true;
-  }
-  const QString text = element.attribute(attributeName()).value_or(QString());
+  double values[valueCount];
+  if (!ztcad::readSystem(element, attributeName(), values)) return false;
+  m_values.insert(m_values.end(), std::begin(values), std::end(values));
+  return true;
+}
+
+void ztcad::writeSystem(ElementSink& element, const QString& attribute, const double* begin,
+                        const double* end) {
+  if (begin == end)
+    element.plainAttribute(attribute, {});
+  else
+    element.plainAttribute(attribute, WordAndNumbers(words().cs, begin, end).text());
+}
+
+bool ztcad::readSystem(const ElementView& element, const QString& attribute,
+                       double (&values)[ztCAD_LCS::valueCount]) {
+  if (parseWordAndNumbers(element.attributeBytes(attribute), words().cs, values)) return true;
+  const QString text = element.attribute(attribute).value_or(QString());
   if (text.isEmpty()) return false;
-  const std::vector<QStringView> parts = ztcad::commaParts(text);
-  if (parts.size() != 1 + valueCount || parts[0] != words().cs) {
-    reportAttribute(element, attributeName(), ztcad::Rule::system_parts, ztcad::Quoted{text});
+  const std::vector<QStringView> parts = commaParts(text);
+  if (parts.size() != 1 + ztCAD_LCS::valueCount || parts[0] != words().cs) {
+    reportAttribute(element, attribute, Rule::system_parts, Quoted{text});
     return false;
   }
-  m_values.reserve(m_values.size() + valueCount);
-  ztcad::ReviewedNumbers numbers(element, attributeName());
-  std::transform(parts.begin() + 1, parts.end(), std::back_inserter(m_values),
+  ReviewedNumbers numbers(element, attribute);
+  std::transform(parts.begin() + 1, parts.end(), values,
                  [&numbers](QStringView part) { return numbers.realOrZero(part); });
   numbers.report();
-  ztcad::reviewReals(element, attributeName());
+  reviewReals(element, attribute);
   return true;
 }
 

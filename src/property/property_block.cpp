@@ -2,6 +2,7 @@
 
 #include "../core/review.h"
 #include "../core/vocabulary.h"
+#include "../support/made_once.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
 #include "display_values.h"
@@ -45,12 +46,7 @@ ztCAD_cmnProperty::~ztCAD_cmnProperty() {
 }
 
 ztCAD_cmnProperty::Rare& ztCAD_cmnProperty::rare() const {
-  Rare* present = m_rare.load(std::memory_order_acquire);
-  if (present) return *present;
-  auto made = std::make_unique<Rare>();
-  // another thread may have been first
-  if (m_rare.compare_exchange_strong(present, made.get(), std::memory_order_acq_rel)) return *made.release();
-  return *present;
+  return ztcad::madeOnce(m_rare, [] { return std::make_unique<Rare>(); });
 }
 
 std::unique_ptr<ztCAD_cmnProperty::Objects> ztCAD_cmnProperty::newObjects() const {
@@ -65,13 +61,7 @@ std::unique_ptr<ztCAD_cmnProperty::Objects> ztCAD_cmnProperty::newObjects() cons
 }
 
 ztCAD_cmnProperty::Objects& ztCAD_cmnProperty::objects() const {
-  std::atomic<Objects*>& place = rare().objects;
-  Objects* present = place.load(std::memory_order_acquire);
-  if (present) return *present;
-  auto made = newObjects();
-  // another thread may have been first
-  if (place.compare_exchange_strong(present, made.get(), std::memory_order_acq_rel)) return *made.release();
-  return *present;
+  return ztcad::madeOnce(rare().objects, [this] { return newObjects(); });
 }
 
 void ztCAD_cmnProperty::setRareText(ztCAD_ShortText Rare::*member, const ztCAD_ShortText& text) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+#include <cstddef>
 #include <memory>
 
 #include "../geometry/line.h"
@@ -20,23 +22,42 @@ class ZTCAD_API
 /// system as its placement, and the name of the template. The library does not look the template up; programs
 /// find it by that name.
 ///
+/// Large documents have millions of references, so a reference holds the values in few bytes. The objects that
+/// `lcs` and `archetype` return are made on the first call and hold the values from then on, in some 200 bytes
+/// more. These two functions, and setting a file or a placement of another number of values than twelve, may
+/// throw `std::bad_alloc` and then change nothing.
+///
 /// By convention the placement is in the frame of the reference's holder, and the template's own system comes
 /// inside it. It is always written under the name "MCS", also if a local system was given.
 template <typename Template>
 class ZTCAD_API ztCAD_commonRef : public ztCAD_Base, public ztCAD_INode, public ztCAD_ISerialize {
  public:
-  /// The placement: where the template is put. `isLocal` is false.
+  // Each member has its own comment: Doxygen does not pass that of a group on to the instances of a template.
+  /// The placement: where the template is put. `isLocal` is false. The C++ reference is valid as long as this
+  /// object. Several threads may call it for one object at a time.
   const ztCAD_LCS& lcs() const;
   /// Sets the values of the placement; `isLocal` of `lcs` is ignored.
   void setLcs(const ztCAD_LCS& lcs);
+  /// The values of the placement; valid until it is changed.
+  const double* placementData() const;
+  /// The number of these values.
+  std::size_t placementSize() const;
 
-  // Each member has its own comment: Doxygen does not pass that of a group on to the instances of a template.
-  /// What is placed: name and file of the template. The C++ reference is valid as long as this object.
+  /// What is placed: name and file of the template. The C++ reference is valid as long as this object. Several
+  /// threads may call it for one object at a time.
   const ztCAD_gArche& archetype() const;
   /// The same, to be changed.
   ztCAD_gArche& archetype();
   /// Copies name and file of a template.
   void setArchetype(const ztCAD_gArche& archetype);
+  /// The name of the template.
+  QString templateName() const;
+  /// Sets the name of the template.
+  void setTemplateName(const QString& name);
+  /// The file that contains the template, empty for the same document.
+  QString file() const;
+  /// Sets the file that contains the template.
+  void setFile(const QString& file);
 
   /// The tag of the reference's XML element, which also opens its text.
   virtual QString elementName() const = 0;
@@ -63,8 +84,23 @@ class ZTCAD_API ztCAD_commonRef : public ztCAD_Base, public ztCAD_INode, public 
   ~ztCAD_commonRef() override;
 
  private:
-  ztCAD_LCS m_lcs;
-  std::unique_ptr<ztCAD_gArche> m_archetype;  // never null
+  /// The values as objects. Once made, they replace the values of the reference.
+  struct Objects {
+    ztCAD_LCS lcs{false, {}};
+    ztCAD_gArche archetype;
+  };
+
+  /// The objects; null if they are not made.
+  Objects* madeObjects() const;
+  /// The objects, which it makes if they are not there.
+  Objects& objects() const;
+  std::unique_ptr<Objects> newObjects() const;
+
+  double m_values[ztCAD_LCS::valueCount] = {};
+  bool m_hasValues = false;  // false: the placement has no values; the objects hold another number of them
+  ztCAD_ShortText m_templateName;
+  /// Owned; null: not made, the usual case in a large document. They hold the file, which is rare.
+  mutable std::atomic<Objects*> m_objects{nullptr};
 };
 
 #if !defined(_MSC_VER) || !defined(ZTCAD_BUILDING_LIBRARY)  // Visual C++ does not export "extern" instances

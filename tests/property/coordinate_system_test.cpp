@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "node_text.h"
-#include "property/equal_systems.h"
+#include "property/system_values.h"
 #include "xml/dom_backend.h"
 
 namespace {
