@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "../text/short_text.h"
+#include "ascending_names.h"
 #include "renames.h"
 #include "vocabulary.h"
 
@@ -40,10 +41,10 @@ struct NameHash {
 /// Makes names unique within one pass. The first element with a name keeps it; "_$1", "_$2", ... are appended
 /// to the names of the next ones. A new name is not compared with names that come later in the pass.
 ///
-/// As long as each name comes after the one before it in an order of names (`ztCAD_ShortText::isAfter`), as
-/// numbered names usually do, all are different and only listed. The first name that does not makes a flat
-/// table with open addressing of them, which holds the hashes; the names stay in insertion order, in which
-/// they are also freed: freeing a million names in hash order costs more than finding them. If many names
+/// As long as the names are different and come in a few ascending runs, as numbered ones usually do, they are
+/// only listed (`AscendingNames`). The first name that does not fit makes a flat table with open addressing of
+/// them, which holds the hashes; the names stay in insertion order, in which they are also freed: freeing a
+/// million names in hash order costs more than finding them. If many names
 /// collide (the hash of Qt 5 is easily inverted, so a document may be crafted that way), an ordered map
 /// replaces the table, so that no document takes quadratic time.
 ///
@@ -53,19 +54,17 @@ class BasicNameCounter {
  public:
   /// Reserves space for `count` further names.
   void expect(std::size_t count) {
+    if (m_isAscending) return reserve(m_ascending, count);
+    reserve(m_names, count);
     const std::size_t needed = m_names.size() + count;
-    if (m_names.capacity() < needed) m_names.reserve(std::max(needed, 2 * m_names.size()));
-    if (!m_isAscending && m_ordered.empty() && 2 * needed > m_slots.size()) resize(needed);
+    if (m_ordered.empty() && 2 * needed > m_slots.size()) resize(needed);
   }
 
-  /// Takes a name that comes after all names so far. False, with nothing taken, if it does not, or if an
-  /// earlier one did not.
+  /// Takes a new name of an ascending run. False, with nothing taken, if it is none, or if an earlier one was
+  /// none.
   bool takeAscending(const ztCAD_ShortText& name) {
     if (!m_isAscending) return false;
-    if (m_names.empty() || name.isAfter(m_names.back())) {
-      m_names.push_back(name);
-      return true;
-    }
+    if (m_ascending.take(name)) return true;
     beginTable();
     return false;
   }
@@ -113,8 +112,16 @@ class BasicNameCounter {
     bool isNew;
   };
 
+  /// Grows to twice the size at least, so that many calls take linear time.
+  template <typename Names>
+  static void reserve(Names& names, std::size_t count) {
+    const std::size_t needed = names.size() + count;
+    if (names.capacity() < needed) names.reserve(std::max(needed, 2 * names.size()));
+  }
+
   void beginTable() {
     m_isAscending = false;
+    m_names = m_ascending.takeAll();
     m_next.resize(m_names.size(), 1);
     resize(m_names.size() + 1);
     for (std::size_t index = 0; index < m_names.size(); ++index)
@@ -184,8 +191,9 @@ class BasicNameCounter {
   static constexpr std::size_t longestProbe = 256;
 
   bool m_isAscending = true;
+  AscendingNames m_ascending;            // while they ascend, they are here alone
   std::vector<ztCAD_ShortText> m_names;  // in insertion order
-  std::vector<unsigned> m_next;  // the counters for the next elements of the names; empty while they ascend
+  std::vector<unsigned> m_next;          // the counters for the next elements of the names
   std::vector<Slot> m_slots;     // their number is a power of two
   std::map<QString, std::size_t> m_ordered;  // once not empty, replaces the slots
 };

@@ -190,6 +190,66 @@ TEST(AscendingNames, ANameThatDoesNotAscendIsNotTaken) {
   EXPECT_FALSE(counter.isNew(b));
 }
 
+/// Runs of `kinds` kinds: "0 P 0", "0 P 1", ..., "1 P 0", ...
+Names runs(int kinds, int count) {
+  Names names;
+  for (int kind = 0; kind < kinds; ++kind)
+    for (const QString& name : numbered(count, QString::number(kind) + QLatin1String(" P ")))
+      names.push_back(name);
+  return names;
+}
+
+// a table begins at the seventeenth run
+TEST(AscendingNames, SeveralRunsAreAllNew) {
+  for (const int kinds : {2, 3, 15, 16, 17, 18, 40})
+    for (const int count : {1, 2, 30}) {
+      const Names names = runs(kinds, count);
+      EXPECT_EQ(renamed(names), names) << kinds;
+    }
+}
+
+TEST(AscendingNames, ADuplicateInAnyEarlierRunIsFound) {
+  for (const int kinds : {2, 3, 15, 16, 17}) {
+    const Names all = runs(kinds, 12);
+    for (std::size_t place = 0; place < all.size(); place += 5) {
+      Names names = all;
+      names.push_back(all[place]);
+      check(names);
+      names = all;  // among the names of the last run
+      names.insert(names.end() - 3, all[place]);
+      check(names);
+    }
+  }
+}
+
+TEST(AscendingNames, ARunMayLieBetweenTheNamesOfAnother) {
+  for (const int step : {1, 2, 3, 7, 64, 1000}) {
+    const Names all = numbered(1000);
+    Names even;
+    Names odd;
+    for (std::size_t i = 0; i < all.size(); ++i)
+      (i / static_cast<std::size_t>(step) % 2 == 0 ? even : odd).push_back(all[i]);
+    for (Names* first : {&even, &odd}) {
+      Names names = *first;
+      const Names& second = first == &even ? odd : even;
+      names.insert(names.end(), second.begin(), second.end());
+      EXPECT_EQ(renamed(names), names) << step;
+      names.push_back(names.front());
+      check(names);
+    }
+  }
+}
+
+TEST(AscendingNames, SeveralRunsTakeLinearTime) {
+  EXPECT_LT(timeGrowth(4000,
+                       [](int count) {
+                         ztcad::NameCounter counter;
+                         for (const QString& name : runs(16, count / 16))
+                           EXPECT_TRUE(counter.takeAscending(ztCAD_ShortText(name)));
+                       }),
+            linearTimeGrowth);
+}
+
 TEST(AscendingNames, ExpectChangesNothing) {
   for (const std::size_t expected : {0U, 1U, 1000U}) {
     const Names names = numbered(60);
@@ -240,7 +300,7 @@ TEST(AscendingNames, TheirTableTakesLinearTimeWhereTheirHashesAreEqual) {
 
 /// A series that ascends with some probability at each place, else repeats or goes anywhere.
 Names anyNames(Dice& dice) {
-  const QString start = dice.pick(starts);
+  QString start = dice.pick(starts);
   const int count = dice.roll(100);
   const int oddity = 1 + dice.roll(60);
   int next = dice.roll(5);
@@ -248,7 +308,7 @@ Names anyNames(Dice& dice) {
   for (int i = 0; i < count; ++i) {
     QString name = start + QString::number(next);
     if (dice.oneIn(oddity)) {
-      switch (dice.roll(5)) {
+      switch (dice.roll(6)) {
         case 0:
           name += QLatin1String("_$") + QString::number(1 + dice.roll(2));
           break;
@@ -260,6 +320,11 @@ Names anyNames(Dice& dice) {
           break;
         case 3:
           name = dice.pick(starts);
+          break;
+        case 4:
+          start = dice.pick(starts);
+          next = dice.roll(3);
+          name = start + QString::number(next);
           break;
         default:
           name = names.empty() ? name : names.back();

@@ -59,18 +59,19 @@ bool visitDuplicates(const Container& elements, Visit&& visit) {
   });
 }
 
-/// Calls `visit(container)` for the containers of templates that references find by name, until it returns
+/// Calls `visit(container)` for the containers whose names must be different but may not be, until it returns
 /// false.
 template <typename Visit>
-bool visitTemplates(const ztCAD_DocumentContent& content, Visit&& visit) {
-  return visit(content.templateDetails) && visit(content.templateStructures) &&
-         visit(content.templatePoints) && visit(content.templateMipElements);
+bool visitTemplates(const ztCAD_DocumentContent& content, ztcad::Names names, Visit&& visit) {
+  if (!visit(content.templateDetails) || !visit(content.templateStructures)) return false;
+  return names == ztcad::Names::Unique ||
+         (visit(content.templatePoints) && visit(content.templateMipElements));
 }
 
 }  // namespace
 
-bool ztcad::passesCheck(const ztCAD_DocumentContent& content) {
-  const bool templatesAreUnique = visitTemplates(content, [](const auto& templates) {
+bool ztcad::passesCheck(const ztCAD_DocumentContent& content, Names names) {
+  const bool templatesAreUnique = visitTemplates(content, names, [](const auto& templates) {
     return visitDuplicates(templates, [](const auto& /*duplicate*/) { return false; });
   });
   if (!templatesAreUnique) return false;
@@ -81,8 +82,8 @@ bool ztcad::passesCheck(const ztCAD_DocumentContent& content) {
 }
 
 void ztcad::forEachDuplicate(const ztCAD_DocumentContent& content,
-                             const std::function<void(const ztCAD_Base& element)>& visit) {
-  visitTemplates(content, [&visit](const auto& templates) {
+                             const std::function<void(const ztCAD_Base& element)>& visit, Names names) {
+  visitTemplates(content, names, [&visit](const auto& templates) {
     return visitDuplicates(templates, [&visit](const auto& duplicate) {
       visit(duplicate);
       return true;

@@ -109,8 +109,8 @@ LoadOutcome DocumentLoader::load(Source& source, TextRules rules, std::unique_pt
     if (!reader) reader = readAny(*text, rules, outcome);
   }
   if (!reader) return outcome;
-  nameElements(*reader);
-  if (rules == TextRules::Strict && !passesCheck(reader->content())) {
+  const Names names = nameElements(*reader);
+  if (rules == TextRules::Strict && !passesCheck(reader->content(), names)) {
     outcome.code = ztCAD_GMDDocument::NotADocument;
     outcome.message = QLatin1String("the document check failed");
   }
@@ -176,19 +176,22 @@ void DocumentLoader::reportAlone(Rule rule, const char* position, const QString&
 }
 
 /// Makes the names unique and reports that, and the names of templates that are not.
-void DocumentLoader::nameElements(RootReader& reader) const {
+Names DocumentLoader::nameElements(RootReader& reader) const {
   if (!m_review) {
-    unifyNames(reader.content());
-    return;
+    Names names = Names::Unique;
+    unifyNames(reader.content(),
+               [&names](const ztCAD_Base& /*element*/, const QString& /*former*/) { names = Names::Any; });
+    return names;
   }
   std::unordered_map<const ztCAD_Base*, QString> renamed;
   unifyNames(reader.content(), [&renamed](const ztCAD_Base& element, const QString& former) {
     renamed.emplace(&element, former);
   });
+  const Names names = renamed.empty() ? Names::Unique : Names::Any;
   std::unordered_set<const ztCAD_Base*> duplicates;
-  forEachDuplicate(reader.content(),
-                   [&duplicates](const ztCAD_Base& element) { duplicates.insert(&element); });
-  if (renamed.empty() && duplicates.empty()) return;
+  forEachDuplicate(
+      reader.content(), [&duplicates](const ztCAD_Base& element) { duplicates.insert(&element); }, names);
+  if (renamed.empty() && duplicates.empty()) return names;
   m_review->beginAfterReading();
   for (const ElementInText& element : m_review->elements()) {
     const QString& name = element.element->name();
@@ -199,6 +202,7 @@ void DocumentLoader::nameElements(RootReader& reader) const {
     if (duplicates.count(element.element) > 0)
       m_review->report(element, Rule::duplicate_template_name, former, {argumentText(Quoted{name})});
   }
+  return names;
 }
 
 /// Moves what was read into the document. Everything that can throw comes first, so the change is all or

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "../../xml/xml_text.h"
+#include "check.h"
 #include "document.h"
 #include "findings.h"
 
@@ -64,7 +65,7 @@ class DocumentLoader {
   LoadOutcome refuseLength() const;
   void reportAlone(Rule rule, const char* position, const QString& argument) const;
   void reviewDecoding(const Source& source, const XmlText& text) const;
-  void nameElements(RootReader& reader) const;
+  Names nameElements(RootReader& reader) const;
 
   ztCAD_GMDDocument& m_document;
   const NestedOwner m_owner;
