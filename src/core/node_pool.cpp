@@ -49,18 +49,19 @@ void* ztCAD_NodePool::allocate(ztCAD_NodePool*& pool, std::size_t size) {
   return std::exchange(pool->m_next, pool->m_next + size);
 }
 
-/// Four times as many nodes as in the block before, at most 64 KB. A list that needs several of the largest
-/// ones is likely to fill them, so their pages are provided at once.
+/// A quarter of the nodes that the list has, so that little is left unused, at most 64 KB. A list that is long
+/// enough for the largest blocks is likely to fill them, so their pages are provided at once.
 void ztCAD_NodePool::addBlock(std::size_t size) {
   constexpr std::size_t largest = 65536 - 64;  // with what an allocator adds, whole pages
   constexpr std::size_t start = aligned(sizeof(Block));
-  const std::size_t before = m_nodesInBlock;
-  m_nodesInBlock = std::max(before, std::min(4 * before, (largest - start) / size));
-  char* const bytes = static_cast<char*>(::operator new(start + m_nodesInBlock * size));
-  if (m_nodesInBlock == before) ztcad::providePages(bytes, start + m_nodesInBlock * size);
+  const std::size_t wanted = 1 + m_used / 4;
+  const std::size_t most = std::max<std::size_t>(1, (largest - start) / size);
+  const std::size_t nodes = std::min(wanted, most);
+  char* const bytes = static_cast<char*>(::operator new(start + nodes * size));
+  if (wanted > most) ztcad::providePages(bytes, start + nodes * size);
   m_blocks = new (bytes) Block{m_blocks};
   m_next = bytes + start;
-  m_end = m_next + m_nodesInBlock * size;
+  m_end = m_next + nodes * size;
 }
 
 void ztCAD_NodePool::free(ztCAD_NodePool*& pool, void* node) noexcept {

@@ -38,8 +38,7 @@ class ZTCAD_API ztCAD_NodePool {
   FreeNode* m_free = nullptr;  // nodes that were given back
   char* m_next = nullptr;      // the part of the last block that was never used
   char* m_end = nullptr;
-  Block* m_blocks = nullptr;       // the last one first; the pool itself lies in the first one
-  std::size_t m_nodesInBlock = 1;  // of the next block
+  Block* m_blocks = nullptr;  // the last one first; the pool lies before them, with the first node
 };
 
 /// The allocator of a list whose nodes lie in a pool of its own. A copy has no pool, so it is no allocator as

@@ -68,17 +68,32 @@ bool visitTemplates(const ztCAD_DocumentContent& content, ztcad::Names names, Vi
          (visit(content.templatePoints) && visit(content.templateMipElements));
 }
 
-}  // namespace
-
-bool ztcad::passesCheck(const ztCAD_DocumentContent& content, Names names) {
-  const bool templatesAreUnique = visitTemplates(content, names, [](const auto& templates) {
+bool areTemplatesUnique(const ztCAD_DocumentContent& content, ztcad::Names names) {
+  return visitTemplates(content, names, [](const auto& templates) {
     return visitDuplicates(templates, [](const auto& /*duplicate*/) { return false; });
   });
-  if (!templatesAreUnique) return false;
-  StructurePass pass;
+}
+
+/// @param isKnown whether a structure is known to be sound
+template <typename IsKnown>
+bool areStructuresSound(const ztCAD_DocumentContent& content, const IsKnown& isKnown) {
+  ztcad::StructurePass pass;
   pass.markAll(content.structures);
-  return std::all_of(content.structures.begin(), content.structures.end(),
-                     [&pass](const ztCAD_Structure& structure) { return pass.passesCheck(structure); });
+  return std::all_of(
+      content.structures.begin(), content.structures.end(),
+      [&](const ztCAD_Structure& structure) { return isKnown(structure) || pass.passesCheck(structure); });
+}
+
+}  // namespace
+
+bool ztcad::passesCheck(const ztCAD_DocumentContent& content) {
+  return areTemplatesUnique(content, Names::Any) &&
+         areStructuresSound(content, [](const ztCAD_Structure& /*structure*/) { return false; });
+}
+
+bool ztcad::passesCheckAsRead(const ztCAD_DocumentContent& content, Names names) {
+  return areTemplatesUnique(content, names) &&
+         areStructuresSound(content, [](const ztCAD_Structure& structure) { return structure.readOk(); });
 }
 
 void ztcad::forEachDuplicate(const ztCAD_DocumentContent& content,

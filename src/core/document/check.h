@@ -16,7 +16,10 @@ enum class Names {
 /// Whether the names of template points, template mass-inertia elements, template details and template
 /// structures, by which references find them, are unique within each kind, and every structure is sound.
 /// Template lines and template solids may share names: documents with such names are in use.
-bool passesCheck(const ztCAD_DocumentContent& content, Names names = Names::Any);
+bool passesCheck(const ztCAD_DocumentContent& content);
+
+/// The same for a document that has just been read: structures that read well are sound and are not visited.
+bool passesCheckAsRead(const ztCAD_DocumentContent& content, Names names);
 
 /// Calls `visit` with each of these templates whose name one before it in its container has.
 void forEachDuplicate(const ztCAD_DocumentContent& content,

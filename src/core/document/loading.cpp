@@ -110,7 +110,7 @@ LoadOutcome DocumentLoader::load(Source& source, TextRules rules, std::unique_pt
   }
   if (!reader) return outcome;
   const Names names = nameElements(*reader);
-  if (rules == TextRules::Strict && !passesCheck(reader->content(), names)) {
+  if (rules == TextRules::Strict && !passesCheckAsRead(reader->content(), names)) {
     outcome.code = ztCAD_GMDDocument::NotADocument;
     outcome.message = QLatin1String("the document check failed");
   }
