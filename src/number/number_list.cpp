@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <type_traits>
 
+#include "../text/limits.h"
 #include "../text/wide_utf8.h"
 #include "character_list.h"
 #include "plain_numbers.h"
@@ -66,15 +67,33 @@ struct WithRemarks {
   }
 };
 
-/// Reserves memory for the rest of a list by the mean length of its first numbers.
+/// The pieces in each byte of a long text, by samples.
+double sampledPieces(std::string_view text) {
+  constexpr std::size_t samples = 256;
+  constexpr std::size_t sampleSize = 256;
+  const std::size_t distance = text.size() / samples;
+  std::ptrdiff_t pieces = 0;
+  for (std::size_t i = 0; i < samples; ++i) {
+    const std::string_view sample = text.substr(i * distance + distance / 2, sampleSize);
+    pieces += std::count(sample.begin(), sample.end(), ';');
+  }
+  return static_cast<double>(pieces) / static_cast<double>(samples * sampleSize);
+}
+
+/// Reserves memory for the rest of a list: of a short one by the mean length of its first triples, of a long
+/// one, whose first triples may be unlike the others, by samples.
+/// @param count numbers so far
 template <typename Number>
 void reserveForRest(const PlainCursor& text, const char* begin, std::size_t count,
                     std::vector<Number>& values) {
-  const auto soFar = static_cast<double>(text.at - begin);
-  const auto left = static_cast<double>(text.end - text.at);
+  const std::string_view left(text.at, static_cast<std::size_t>(text.end - text.at));
+  constexpr std::size_t longText = 1 << 20;
+  const double triples = left.size() >= longText
+                             ? sampledPieces(left)
+                             : static_cast<double>(count / 3) / static_cast<double>(text.at - begin);
   constexpr double margin = 1.02;
   values.reserve(values.size() +
-                 static_cast<std::size_t>(margin * left / soFar * static_cast<double>(count)));
+                 3 * static_cast<std::size_t>(margin * triples * static_cast<double>(left.size())));
 }
 
 PlainCursor cursorOf(const ElementText& text) {
@@ -105,11 +124,15 @@ bool parseAnyTriples(const ElementText& text, std::vector<Number>& values, Remar
   const std::string_view bytes = text.bytes();
   PlainCursor left = cursorOf(text);
   bool noneBad = true;
-  const std::size_t countBefore = values.size();
+  const auto countSoFar = [&values, &bytes, before = values.size()] {
+    const std::size_t count = values.size() - before;
+    if (count / 3 > limits.list) throw TooLong(TooLong::list, bytes.data());
+    return count;
+  };
   bool isReserved = false;
   while (left.at != left.end) {
     if (readUsual(left, values, remarks)) {
-      const std::size_t count = values.size() - countBefore;
+      const std::size_t count = countSoFar();
       if (isReserved || count < std::size_t{3} * usualAtOnce) continue;
       reserveForRest(left, bytes.data(), count, values);
       isReserved = true;
@@ -123,6 +146,7 @@ bool parseAnyTriples(const ElementText& text, std::vector<Number>& values, Remar
     remarks.piece(kind, piece, std::is_same_v<Number, double>);
     noneBad = noneBad && kind != TriplePiece::Bad;
     left.at = bytes.data() + std::min(end + 1, bytes.size());
+    countSoFar();
   }
   return noneBad;
 }

@@ -14,7 +14,8 @@ namespace ztcad {
 
 /// Parses pieces separated by ";", each a list of at least three numbers, and appends the first three of each
 /// to `values`. A piece without a comma is skipped. A piece that is too short or does not convert adds
-/// nothing and makes the result false; all other pieces are kept.
+/// nothing and makes the result false; all other pieces are kept. Throws `TooLong` for more triples than
+/// hosts can count.
 /// @param remarks output for a text in bytes: what else a review reports; null: not wanted, which is faster
 /// @{
 [[nodiscard]] bool parseTriples(const ElementText& text, std::vector<double>& values,

@@ -45,6 +45,16 @@ bool StructurePass::passesCheck(const ztCAD_commonStructure& structure) {
   });
 }
 
+std::uint64_t StructureCount::countOf(const ztCAD_commonStructure& structure) {
+  const auto known = structure.isShared() ? m_shared.find(&structure) : m_shared.end();
+  if (known != m_shared.end()) return known->second;
+  std::uint64_t count = 1;
+  for (const ztCAD_commonStructure* const nested : structure.structures())
+    count = sum(count, countOf(*nested));
+  if (structure.isShared()) m_shared.emplace(&structure, count);
+  return count;
+}
+
 void unifyNames(ztCAD_DetailContent& content, ElementRenames& renames) {
   NameCounter counter;
   visitInOrder(DetailOrder(), content, [&](auto& elements) { renameDuplicates(elements, counter, renames); });

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "../core/renames.h"
@@ -37,6 +40,24 @@ class StructurePass {
   bool visitNested(const ztCAD_commonStructure& structure);
 
   std::unordered_set<const ztCAD_commonStructure*> m_visited;  // only those that the pass can reach twice
+};
+
+/// Counts structures with those nested in them, each as often as it is written. Takes time in proportion to
+/// the number of objects.
+class StructureCount {
+ public:
+  void add(const ztCAD_commonStructure& structure) { m_count = sum(m_count, countOf(structure)); }
+  /// Not more than `most`.
+  std::uint64_t count() const { return m_count; }
+
+  static constexpr std::uint64_t most = std::uint64_t{1} << 62;
+
+ private:
+  static std::uint64_t sum(std::uint64_t a, std::uint64_t b) { return std::min(a + b, most); }
+  std::uint64_t countOf(const ztCAD_commonStructure& structure);
+
+  std::uint64_t m_count = 0;
+  std::unordered_map<const ztCAD_commonStructure*, std::uint64_t> m_shared;
 };
 
 /// Makes the names in a detail unique.

@@ -1,5 +1,6 @@
 #include "narrow_text.h"
 
+#include <algorithm>
 #include <QVector>
 
 #include "qt_size.h"
@@ -49,6 +50,17 @@ QString fromUtf8(std::string_view bytes) {
   return text + QString::fromUtf8(bytes.data(), qtSize(bytes));
 }
 
+std::string toNarrowInPieces(const QString& text, int pieceSize) {
+  std::string narrow;
+  int size = 0;
+  for (int start = 0; start < text.size(); start += size) {
+    size = std::min(pieceSize, static_cast<int>(text.size()) - start);
+    if (start + size < text.size() && text.at(start + size - 1).isHighSurrogate()) --size;
+    narrow += toNarrow(text.mid(start, size));
+  }
+  return narrow;
+}
+
 std::string toWindows1251(const QString& text) {
   std::string bytes;
   bytes.reserve(static_cast<std::size_t>(text.size()));
@@ -94,6 +106,8 @@ QString fromNarrow(std::string_view bytes) {
 }
 
 std::string toNarrow(const QString& text) {
+  constexpr int pieceSize = 65536;  // units: Qt takes three bytes for each at first, and counts them in int
+  if (text.size() > pieceSize) return toNarrowInPieces(text, pieceSize);
   const QByteArray utf8 = text.toUtf8();
   return {utf8.constData(), static_cast<std::size_t>(utf8.size())};
 }

@@ -25,8 +25,8 @@ struct NarrowCharacter {
 /// The character at the start of `bytes`, which must be valid in this encoding and must not be empty.
 NarrowCharacter firstCharacter(std::string_view bytes, NarrowEncoding encoding);
 
-/// Decodes the bytes; a leading byte order mark is kept as a character. Throws `std::length_error` for more
-/// bytes than a QString can hold.
+/// Decodes the bytes; a leading byte order mark is kept as a character. Throws `TooLong` for more bytes than
+/// a QString can hold.
 QString fromNarrow(std::string_view bytes);
 
 /// Encodes as UTF-8; an unpaired surrogate, which UTF-8 cannot represent, becomes a question mark.

@@ -1,17 +1,20 @@
 #pragma once
 
-#include <limits>
-#include <stdexcept>
 #include <string_view>
+
+#include "limits.h"
 
 namespace ztcad {
 
-/// The size of a text as Qt takes it. Throws `std::length_error` for a text that is too long for an int: Qt
-/// would read a negative size as "up to the next NUL".
-inline int qtSize(std::string_view bytes) {
-  if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
-    throw std::length_error("text is too long");
-  return static_cast<int>(bytes.size());
+/// A number of UTF-16 units as Qt takes it. Throws `TooLong` for more than a text may hold: Qt would read a
+/// negative size as "up to the next NUL".
+/// @param at start of the text, for the exception
+inline int qtSize(std::size_t units, const char* at) {
+  if (units > limits.text) throw TooLong(TooLong::text, at);
+  return static_cast<int>(units);
 }
+
+/// The same for a text with at most one unit for each byte.
+inline int qtSize(std::string_view bytes) { return qtSize(bytes.size(), bytes.data()); }
 
 }  // namespace ztcad

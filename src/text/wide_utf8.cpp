@@ -39,11 +39,28 @@ bool isSpace(char32_t character) {
   return isBetween(0x2000, 0x200a);
 }
 
+namespace {
+
+/// The number of UTF-16 units of a text, or at least as many.
+std::size_t mostUnits(std::string_view text) {
+  if (text.size() <= limits.text) return text.size();
+  std::size_t units = 0;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t length = utf8Character(text.data() + at).length;
+    units += length > 3 ? 2 : 1;
+    at += length;
+  }
+  return units;
+}
+
+}  // namespace
+
 QString fromWideUtf8(std::string_view text) {
   const std::size_t ascii = asciiLength(text);
   if (ascii == text.size()) return QString::fromLatin1(text.data(), qtSize(text));
-  QString decoded = QString::fromLatin1(text.data(), qtSize(text.substr(0, ascii)));
-  decoded.reserve(qtSize(text));
+  const int units = qtSize(mostUnits(text), text.data());
+  QString decoded = QString::fromLatin1(text.data(), static_cast<int>(ascii));
+  decoded.reserve(units);
   for (std::size_t at = ascii; at < text.size();) {
     const Utf8Character next = utf8Character(text.data() + at);
     appendUtf16(next.code, decoded);

@@ -28,7 +28,7 @@ inline Utf8Character utf8Character(const char* at) {
   return {(first & 0x07U) << 18 | tail(1) << 12 | tail(2) << 6 | tail(3), 4};
 }
 
-/// Decodes a text. Throws `std::length_error` for more bytes than a QString can hold.
+/// Decodes a text. Throws `TooLong` for more characters than a QString can hold.
 QString fromWideUtf8(std::string_view text);
 
 bool isAscii(std::string_view text);

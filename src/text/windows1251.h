@@ -11,7 +11,7 @@ namespace ztcad {
 /// undefined, is U+0098.
 QChar windows1251ToUnicode(unsigned char byte);
 
-/// Decodes windows-1251. Throws `std::length_error` for more bytes than a QString can hold.
+/// Decodes windows-1251. Throws `TooLong` for more bytes than a QString can hold.
 QString fromWindows1251(std::string_view bytes);
 
 /// Encodes one character; std::nullopt if windows-1251 lacks it.

@@ -15,7 +15,7 @@ class ByteSink : public ElementSink {
     if (value.isShort() && XmlWriter::isPlainValue(value.bytes()))
       m_writer.plainAttribute(name, value.bytes());
     else
-      m_writer.attribute(name, value.toString());
+      attribute(name, value.toString());
   }
   void plainAttribute(const QString& name, std::string_view ascii) override {
     m_writer.plainAttribute(name, ascii);

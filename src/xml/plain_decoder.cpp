@@ -57,11 +57,13 @@ void PlainDecoder::checkNonAscii(std::string_view bytes) const {
 }
 
 QString PlainDecoder::characters(std::string_view bytes) const {
+  require(bytes.size() <= limits.text);
   return m_isWindows1251 ? fromWindows1251(bytes)
                          : QString::fromUtf8(bytes.data(), static_cast<int>(bytes.size()));
 }
 
 QString PlainDecoder::withoutReferences(std::string_view value) const {
+  require(value.size() <= limits.text);
   QString text;
   for (std::size_t found = value.find('&'); found != std::string_view::npos; found = value.find('&')) {
     const std::size_t end = value.find(';', found);

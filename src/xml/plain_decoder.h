@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "../text/element_text.h"
+#include "../text/limits.h"
 #include "plain_characters.h"
 
 namespace ztcad {
@@ -27,8 +28,14 @@ class PlainDecoder final : public TextDecoder {
   /// mark and the characters U+FFFE and U+FFFF, at which Qt's parser stops.
   void checkNonAscii(std::string_view bytes) const;
 
-  /// Decodes validated bytes.
+  /// Decodes validated bytes. Those that only the general reader can count are not plain.
   QString characters(std::string_view bytes) const;
+
+  /// The same for bytes that are ASCII.
+  static QString ascii(std::string_view bytes) {
+    require(bytes.size() <= limits.text);
+    return QString::fromLatin1(bytes.data(), static_cast<int>(bytes.size()));
+  }
 
   /// Decodes an attribute value and replaces its references, which it validates.
   QString withoutReferences(std::string_view value) const;

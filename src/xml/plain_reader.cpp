@@ -127,6 +127,7 @@ std::string_view PlainReader::readName() {
   while (isNameCharacter(*at))
     ++at;
   m_at = at;
+  require(static_cast<std::size_t>(at - first) <= limits.text);
   return since(first);
 }
 

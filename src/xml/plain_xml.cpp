@@ -44,7 +44,7 @@ class PlainView final : public ElementView {
   AttributeBytes attributeBytes(const QString& name) const override {
     const PlainAttribute* const found = m_reader.findAttribute(m_tag, name);
     if (!found) return {AttributeBytes::Absent, {}, nullptr};
-    if (observer() || found->hasReferences || !found->isAscii) return {};
+    if (observer() || found->hasReferences || !found->isAscii || found->value.size() > limits.text) return {};
     return {AttributeBytes::Known, found->value, m_reader.end()};
   }
 
@@ -120,11 +120,12 @@ void PlainReader::readDocument(const std::function<void(const ElementView& root)
 
 bool readPlainXml(std::string_view bytes, XmlBytes kind,
                   const std::function<void(const ElementView& root)>& visit, ReadObserver* observer) {
-  if (bytes.size() > longestXml) return false;
   try {
     PlainReader(bytes, kind, observer).readDocument(visit);
     return true;
   } catch (const NotPlain&) {
+    return false;
+  } catch (const TooLong&) {
     return false;
   }
 }

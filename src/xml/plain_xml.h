@@ -1,8 +1,6 @@
 #pragma once
 
-#include <cstddef>
 #include <functional>
-#include <limits>
 #include <string_view>
 
 #include "element_view.h"
@@ -10,17 +8,13 @@
 
 namespace ztcad {
 
-/// Size of the longest text that is read: Qt 5 counts in int, and a QString takes two bytes per character. A
-/// build with Qt 6, which could take more, has the same limit.
-constexpr std::size_t longestXml = std::numeric_limits<int>::max() / 2 - 64;
-
 /// Reads plain XML from its bytes, without a tree and without copies of long texts. Plain XML is what
 /// programs usually write: UTF-8 or windows-1251; elements, attributes, text, comments, the five predefined
 /// entities and numeric references; processing instructions between elements; CDATA sections between elements
 /// and as all that an element holds; no document type.
 ///
 /// The views return what those of `readXml` return, twice as fast. Anything doubtful is refused (ill-formed
-/// text, nesting too deep, rare forms of any kind); the whole text must then be read by `readXml`.
+/// text, nesting too deep, texts and lists beyond their limits, rare forms of any kind); the whole text must then be read by `readXml`.
 ///
 /// @param visit called with the root element, also for a text that proves not to be plain later on. Must read
 ///              every `text()` that it asks for completely: what it does not decode is not validated

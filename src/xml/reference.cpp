@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "../text/append_character.h"
+#include "../text/qt_size.h"
 #include "../text/wide_utf8.h"
 #include "name_characters.h"
 
@@ -91,9 +92,20 @@ XmlReference referenceAtStart(std::string_view text) {
 
 QString withoutReferences(std::string_view text) {
   QString replaced;
+  const auto requireRoomFor = [&](qsizetype units) {
+    static_cast<void>(qtSize(static_cast<std::size_t>(replaced.size() + units), text.data()));
+  };
   replaceReferences(
-      text, [&](std::string_view piece) { replaced += fromWideUtf8(piece); },
-      [&](char32_t denoted) { appendUtf16(denoted, replaced); });
+      text,
+      [&](std::string_view piece) {
+        const QString characters = fromWideUtf8(piece);
+        requireRoomFor(characters.size());
+        replaced += characters;
+      },
+      [&](char32_t denoted) {
+        requireRoomFor(denoted > 0xffff ? 2 : 1);
+        appendUtf16(denoted, replaced);
+      });
   return replaced;
 }
 

@@ -1,5 +1,6 @@
 #include "xml_cursor.h"
 
+#include "../text/limits.h"
 #include "../text/wide_utf8.h"
 #include "plain_characters.h"
 
@@ -21,7 +22,9 @@ std::string_view XmlCursor::readName() {
     advance(nameLength(rest()));
   }
   if (atEnd()) failAtEnd();
-  return {first, static_cast<std::size_t>(m_at - first)};
+  const std::string_view name(first, static_cast<std::size_t>(m_at - first));
+  if (name.size() > limits.text) refuseText(static_cast<std::size_t>(first - m_text), TooLong::text);
+  return name;
 }
 
 std::string_view XmlCursor::readToken() {

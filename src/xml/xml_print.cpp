@@ -130,7 +130,7 @@ class BodyPrinter {
         --m_depth;
         break;
       case XmlEvent::Text:
-        m_writer.text(m_reader.hasReferences() ? withoutReferences(m_reader.text()) : text());
+        printText();
         break;
       case XmlEvent::Cdata:
         m_writer.cdata(text());
@@ -147,6 +147,13 @@ class BodyPrinter {
       default:
         break;  // document types come before the root
     }
+  }
+
+  /// Lists, which may be longer than any QString, are written as they are.
+  void printText() {
+    const std::string_view bytes = m_reader.text();
+    if (!m_reader.hasReferences() && XmlWriter::isPlainText(bytes)) return m_writer.plainText(bytes);
+    m_writer.text(m_reader.hasReferences() ? withoutReferences(bytes) : text());
   }
 
   void printStartTag() {

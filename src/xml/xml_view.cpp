@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "../number/number_text.h"
+#include "../text/limits.h"
 #include "../text/wide_utf8.h"
 #include "plain_characters.h"
 #include "read_observer.h"
@@ -26,6 +27,12 @@ class WideUtf8Decoder final : public TextDecoder {
 /// The start of the first character of a run that is no ASCII whitespace.
 const char* afterWhitespace(std::string_view run) {
   return std::find_if_not(run.begin(), run.end(), XmlCursor::isXmlWhitespace);
+}
+
+/// Whether a position is the address of a byte of a text, or its end.
+bool isPartOf(const char* position, std::string_view text) {
+  const std::less_equal<> notAfter;
+  return notAfter(text.data(), position) && notAfter(position, text.data() + text.size());
 }
 
 /// What the views of one text share.
@@ -80,10 +87,7 @@ struct ViewedText {
 
   /// Where a byte of the joined text comes from: exactly, or for a piece with references its start.
   const char* sourceOf(const char* byte) const {
-    const std::less_equal<> notAfter;
-    const bool isJoined =
-        notAfter(joinedText.data(), byte) && notAfter(byte, joinedText.data() + joinedText.size());
-    if (!isJoined || pieces.empty()) return byte;
+    if (!isPartOf(byte, joinedText) || pieces.empty()) return byte;
     const auto offset = static_cast<std::size_t>(byte - joinedText.data());
     const auto after = std::upper_bound(pieces.begin(), pieces.end(), offset,
                                         [](std::size_t at, const Piece& piece) { return at < piece.start; });
@@ -137,7 +141,8 @@ class XmlView final : public ElementView {
   AttributeBytes attributeBytes(const QString& name) const override {
     const XmlAttribute* const found = find(name);
     if (!found) return {AttributeBytes::Absent, {}, nullptr};
-    if (observer() || found->hasReferences || !isAscii(found->value)) return {};
+    if (observer() || found->hasReferences || found->value.size() > limits.text || !isAscii(found->value))
+      return {};
     return {AttributeBytes::Known, found->value, m_text.reader.endOfText()};
   }
 
@@ -264,19 +269,39 @@ class XmlView final : public ElementView {
 
 }  // namespace
 
-ParseOutcome readXml(const XmlText& text, const std::function<void(const ElementView& root)>& visit,
-                     ReadObserver* observer) {
-  if (text.refusal()) return *text.refusal();
-  ViewedText viewed(text.characters(), observer);
+namespace {
+
+void readDocument(ViewedText& viewed, const std::function<void(const ElementView& root)>& visit) {
   XmlEvent event = viewed.next();
   while (event != XmlEvent::StartElement && event != XmlEvent::End)
     event = viewed.next();
   if (event == XmlEvent::StartElement) {
-    const XmlView root(viewed, observer);
+    const XmlView root(viewed, viewed.observer);
     visit(root);
     root.finish();
   }
   while (viewed.next() != XmlEvent::End) {
+  }
+}
+
+/// The outcome for a text with a part beyond a limit.
+ParseOutcome refused(const ViewedText& viewed, const TooLong& error) {
+  const std::string_view text = viewed.reader.wholeText();
+  const char* at = viewed.sourceOf(error.position());
+  if (!isPartOf(at, text)) at = viewed.reader.position();  // of a joined text its end is known
+  return failedParse(text, {error.message(), static_cast<std::size_t>(at - text.data()), true});
+}
+
+}  // namespace
+
+ParseOutcome readXml(const XmlText& text, const std::function<void(const ElementView& root)>& visit,
+                     ReadObserver* observer) {
+  if (text.refusal()) return *text.refusal();
+  ViewedText viewed(text.characters(), observer);
+  try {
+    readDocument(viewed, visit);
+  } catch (const TooLong& error) {
+    return refused(viewed, error);
   }
   return viewed.reader.outcome();
 }

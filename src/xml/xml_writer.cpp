@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 
+#include "../text/wide_utf8.h"
 #include "../text/windows1251.h"
 
 namespace ztcad {
@@ -214,6 +215,12 @@ void XmlWriter::plainText(std::string_view ascii) {
     m_buffer += ascii.substr(0, pieceSize);
     flushIfFull();
   }
+}
+
+bool XmlWriter::isPlainText(std::string_view text) {
+  return ztcad::isAscii(text) && std::none_of(text.begin(), text.end(), [](char c) {
+           return textSpecials.is[static_cast<unsigned char>(c)];
+         });
 }
 
 void XmlWriter::cdata(const QString& text) {

@@ -72,6 +72,8 @@ class XmlWriter {
   /// Text that needs no escaping (no `<`, `&`, `>`, nothing above 127). Consecutive pieces form one text
   /// node; an empty piece is no node.
   void plainText(std::string_view ascii);
+  /// Whether a text is ASCII that needs no escaping.
+  static bool isPlainText(std::string_view text);
   void cdata(const QString& text);
   void comment(const QString& text);
   void entityReference(const QString& name);

@@ -145,7 +145,7 @@ TEST(FileReading, ReturnsTheBytesUnchanged) {
   for (const std::string& bytes : {std::string(), std::string("a\r\nb\rc\n\0\x1a\xEF\xBB\xBF", 12)}) {
     const ztcad::FileBytes file = read(files.put("file", bytes));
     EXPECT_EQ(file.outcome, ReadOutcome::Done);
-    EXPECT_EQ(file.bytes.toStdString(), bytes);
+    EXPECT_EQ(file.bytes.view(), bytes);
   }
 }
 
@@ -163,14 +163,14 @@ TEST(FileReading, AFolderYieldsTheErrorOfQFile) {
   EXPECT_EQ(file.outcome, ReadOutcome::Failed);
   EXPECT_EQ(file.error.code, QFileDevice::OpenError);
   EXPECT_FALSE(file.error.message.isEmpty());
-  EXPECT_EQ(file.bytes, QByteArray());
+  EXPECT_EQ(file.bytes.view(), "");
 }
 
 TEST(FileReading, RefusesMoreBytesThanAskedFor) {
   const TemporaryFiles files;
   const auto name = ztcad::fileNameOf(files.put("file", "12345"));
   EXPECT_EQ(ztcad::readFile(name, 4).outcome, ReadOutcome::TooLong);
-  EXPECT_EQ(ztcad::readFile(name, 5).bytes, QByteArray("12345"));
+  EXPECT_EQ(ztcad::readFile(name, 5).bytes.view(), "12345");
 }
 
 }  // namespace

@@ -217,6 +217,16 @@ TEST(Windows1251, DecodesEveryByteAsQtDoes) {
   recorded.finish();
 }
 
+// Long texts are encoded in pieces, which must not cut a surrogate pair.
+TEST(NarrowText, LongTextsAreEncodedAsShortOnesAre) {
+  const QString unpaired(QChar(0xd83d));
+  for (const QString& unit : {QString::fromUtf8("😀"), QString::fromUtf8("aЖ中"), unpaired, unpaired + QLatin1Char('a')})
+    for (const QString& start : {QString(), QString(QLatin1Char('a'))}) {
+      const QString text = start + unit.repeated(150000);
+      EXPECT_EQ(ztcad::toNarrow(text), text.toUtf8().toStdString());
+    }
+}
+
 TEST(Windows1251, TheUnassignedByteMapsToTheControlCharacterOfTheSameNumber) {
   EXPECT_EQ(ztcad::windows1251ToUnicode(unassignedByte), QChar(unassignedByte));
   EXPECT_EQ(ztcad::windows1251FromUnicode(unassignedByte), unassignedByte);

@@ -3,11 +3,12 @@
 #include <cstddef>
 #include <exception>
 #include <functional>
-#include <QByteArray>
+#include <limits>
 #include <QString>
 #include <string>
 #include <string_view>
 
+#include "../../text/text_bytes.h"
 #include "../../xml/xml_writer.h"
 
 namespace ztcad {
@@ -22,6 +23,9 @@ using FileName = std::string;  // any bytes but NUL; nothing is decoded, so diff
 /// The system's form of a file name that a host passes. Windows: UTF-8, else the system's narrow encoding.
 /// Other systems: the bytes as they are.
 FileName fileNameOf(std::string_view hostName);
+
+/// Size of the longest file that is read or written: what memory can hold.
+constexpr std::size_t longestFile = std::numeric_limits<std::ptrdiff_t>::max() / 2;
 
 /// The result of reading or writing a file.
 struct FileError {
@@ -77,7 +81,7 @@ struct FileBytes {
   explicit FileBytes(ReadOutcome result) : outcome(result) {}
 
   ReadOutcome outcome;
-  QByteArray bytes;
+  TextBytes bytes;
   FileError error;
 };
 

@@ -56,14 +56,14 @@ FileBytes readAll(const File& file, std::uintmax_t expected, std::size_t longest
   FileBytes result(ReadOutcome::Done);
   std::size_t capacity = static_cast<std::size_t>(expected) + 1;  // reading one byte less shows the end
   for (std::size_t size = 0; size <= longest; capacity = std::min(2 * capacity + leastGrowth, longest + 1)) {
-    result.bytes.resize(static_cast<int>(capacity));
+    result.bytes.resize(capacity);
     while (size < capacity) {
       constexpr std::size_t most = 1 << 20;  // stays in the processor's cache between both steps
       const std::size_t wanted = std::min(capacity - size, most);
       providePages(result.bytes.data() + size, wanted);
       const std::size_t count = file.read(result.bytes.data() + size, wanted);
       if (count == 0) {
-        result.bytes.resize(static_cast<int>(size));
+        result.bytes.resize(size);
         return result;
       }
       size += count;

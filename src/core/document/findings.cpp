@@ -119,7 +119,8 @@ ReviewedLoad::ReviewedLoad(std::int64_t limit, Rule rule, const QString& argumen
   cutToLimit(m_findings);
 }
 
-ReviewedLoad::ReviewedLoad(Review& review, QByteArray bytes, std::unique_ptr<XmlText> text)
+ReviewedLoad::ReviewedLoad(Review& review, std::shared_ptr<const TextBytes> bytes,
+                           std::unique_ptr<XmlText> text)
     : m_limit(review.limit()), m_bytes(std::move(bytes)), m_text(std::move(text)), m_root(review.root()) {
   for (const Severity severity : {Severity::note, Severity::warning, Severity::error})
     m_findings.omitted[static_cast<std::size_t>(severity)] = review.omitted(severity);

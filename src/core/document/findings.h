@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <QByteArray>
 #include <set>
 #include <string>
 #include <string_view>
@@ -12,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "../../text/text_bytes.h"
 #include "../../xml/text_places.h"
 #include "../review.h"
 
@@ -56,7 +56,7 @@ class ReviewedLoad {
   ReviewedLoad(std::int64_t limit, Rule rule, const QString& argument);
   /// Finds the places and paths of what a review collected, and cuts the list to its limit.
   /// @param bytes the source of `text`; positions in `review` are addresses in either of them
-  ReviewedLoad(Review& review, QByteArray bytes, std::unique_ptr<XmlText> text);
+  ReviewedLoad(Review& review, std::shared_ptr<const TextBytes> bytes, std::unique_ptr<XmlText> text);
 
   const Findings& findings() const { return m_findings; }
 
@@ -68,7 +68,7 @@ class ReviewedLoad {
   void replaceFindings(Findings&& findings) noexcept { m_findings = std::move(findings); }
 
  private:
-  std::string_view bytes() const { return {m_bytes.constData(), static_cast<std::size_t>(m_bytes.size())}; }
+  std::string_view bytes() const { return m_bytes ? m_bytes->view() : std::string_view(); }
   void cutToLimit(Findings& findings) const;
   std::vector<Finding> located(const std::vector<FindingInText>& findings, Findings& counts) const;
   std::unordered_map<const ztCAD_Base*, ElementInText> elementsOf(
@@ -77,7 +77,7 @@ class ReviewedLoad {
   FindingInText inText(const AddedFinding& added, const ElementInText& element);
 
   std::int64_t m_limit = 0;
-  QByteArray m_bytes;
+  std::shared_ptr<const TextBytes> m_bytes;  // null: no text was looked at
   std::unique_ptr<XmlText> m_text;
   std::vector<ElementInText> m_elements;  // in the order of the text
   const char* m_root = nullptr;           // null: no element was read

@@ -5,7 +5,7 @@
 namespace ztcad {
 
 std::string LoadedText::printed(int indent) const {
-  const std::string_view bytes(m_bytes.constData(), static_cast<std::size_t>(m_bytes.size()));
+  const std::string_view bytes = m_bytes ? m_bytes->view() : std::string_view();
   return printXml(XmlText(m_kind == XmlBytes::Decoded ? m_characters : bytes, m_kind), indent);
 }
 

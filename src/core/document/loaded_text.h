@@ -1,9 +1,10 @@
 #pragma once
 
-#include <QByteArray>
+#include <memory>
 #include <string>
 #include <utility>
 
+#include "../../text/text_bytes.h"
 #include "../../xml/xml_text.h"
 
 namespace ztcad {
@@ -13,7 +14,9 @@ class LoadedText {
  public:
   /// Nothing was loaded: an empty text.
   LoadedText() = default;
-  LoadedText(QByteArray bytes, XmlBytes kind) : m_bytes(std::move(bytes)), m_kind(kind) {}
+  /// @param bytes not null
+  LoadedText(std::shared_ptr<const TextBytes> bytes, XmlBytes kind)
+      : m_bytes(std::move(bytes)), m_kind(kind) {}
   explicit LoadedText(std::string characters)
       : m_characters(std::move(characters)), m_kind(XmlBytes::Decoded) {}
 
@@ -21,8 +24,8 @@ class LoadedText {
   std::string printed(int indent) const;
 
  private:
-  QByteArray m_bytes;
-  std::string m_characters;  // a QByteArray cannot hold all that a text may be decoded to
+  std::shared_ptr<const TextBytes> m_bytes;  // null: there are none
+  std::string m_characters;
   XmlBytes m_kind = XmlBytes::AsDeclared;
 };
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "../../number/floating_point.h"
+#include "../../text/limits.h"
 #include "../../text/narrow_text.h"
 #include "../../text/wide_utf8.h"
 #include "../../xml/plain_xml.h"
@@ -18,10 +19,13 @@
 namespace ztcad {
 
 struct DocumentLoader::Source {
-  QByteArray bytes;
+  Source(TextBytes text, XmlBytes textKind)
+      : bytes(std::make_shared<const TextBytes>(std::move(text))), kind(textKind) {}
+
+  std::shared_ptr<const TextBytes> bytes;
   XmlBytes kind;
 
-  std::string_view text() const { return {bytes.constData(), static_cast<std::size_t>(bytes.size())}; }
+  std::string_view text() const { return bytes->view(); }
 };
 
 namespace {
@@ -35,15 +39,15 @@ LoadOutcome failure(std::int32_t code, const QString& message) {
 
 }  // namespace
 
-/// The text is longer than what is read.
+/// The file is longer than what memory can hold.
 LoadOutcome DocumentLoader::refuseLength() const {
-  const QLatin1String message("text too long");
+  const QLatin1String message(TooLong::text);
   if (m_reviewed) *m_reviewed = ReviewedLoad(m_review->limit(), Rule::text_refused, message);
   return failure(ztCAD_GMDDocument::NotParsed, message);
 }
 
 LoadOutcome DocumentLoader::loadFile(std::string_view fileName) {
-  FileBytes file = readFile(fileNameOf(fileName), longestXml);
+  FileBytes file = readFile(fileNameOf(fileName), longestFile);
   switch (file.outcome) {
     case ReadOutcome::Missing:
       return failure(ztCAD_GMDDocument::FileMissing, QLatin1String("no such file"));
@@ -58,18 +62,9 @@ LoadOutcome DocumentLoader::loadFile(std::string_view fileName) {
 }
 
 LoadOutcome DocumentLoader::loadText(std::string_view xml, TextRules rules) {
-  if (xml.size() > longestXml) {
-    LoadOutcome outcome = refuseLength();
-    if (rules == TextRules::Lenient) {
-      RootReader nothing(m_document.header());
-      takeOver(nothing, std::make_unique<LoadedText>());
-      outcome.replaced = true;
-    }
-    return outcome;
-  }
   // valid UTF-8 is text, whatever its declaration says; other bytes are decoded as they declare
   const XmlBytes kind = isUtf8(xml) ? XmlBytes::Utf8 : XmlBytes::AsDeclared;
-  return load({QByteArray(xml.data(), static_cast<int>(xml.size())), kind}, rules);
+  return load({TextBytes(xml), kind}, rules);
 }
 
 LoadOutcome DocumentLoader::load(Source source, TextRules rules) {
@@ -104,7 +99,7 @@ LoadOutcome DocumentLoader::load(Source& source, TextRules rules, std::unique_pt
   Reader reader = readPlain(source.text(), source.kind, rules);
   if (!reader) {
     text = std::make_unique<XmlText>(source.text(), source.kind);
-    if (isDecoded()) source.bytes = QByteArray();  // UTF-16 takes twice the memory of its characters
+    if (isDecoded()) source.bytes = std::make_shared<const TextBytes>();  // UTF-16 takes twice the memory of its characters
     if (text->isCopy() && !text->refusal()) reader = readPlain(text->characters(), XmlBytes::Decoded, rules);
     if (!reader) reader = readAny(*text, rules, outcome);
   }

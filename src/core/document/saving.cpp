@@ -1,8 +1,9 @@
 #include "saving.h"
 
 #include "../../number/floating_point.h"
+#include "../../structure/structure_pass.h"
+#include "../../text/limits.h"
 #include "../../xml/byte_sink.h"
-#include "../../xml/plain_xml.h"
 #include "../../xml/xml_outcome.h"
 #include "../vocabulary.h"
 #include "orders.h"
@@ -14,10 +15,17 @@ namespace {
 
 constexpr int indentOfFiles = 3;
 
-/// Refuses elements that are nested deeper than a load accepts.
+constexpr char tooLong[] = "the text is too long to be loaded again";
+
+/// Refuses elements that are nested deeper than a load accepts, and texts that are longer.
 class FileSink final : public ByteSink {
  public:
   using ByteSink::ByteSink;
+
+  void attribute(const QString& name, const QString& value) override {
+    if (static_cast<std::size_t>(value.size()) > limits.text) throw TextRefused(tooLong);
+    ByteSink::attribute(name, value);
+  }
 
  private:
   void open(const QString& tag) override {
@@ -33,7 +41,18 @@ class FileSink final : public ByteSink {
   int m_depth = 0;
 };
 
+/// Refuses a few structures that are held in so many places that writing them would not end.
+void requireFewStructures(const ztCAD_DocumentContent& content) {
+  StructureCount count;
+  for (const ztCAD_commonStructure& structure : content.structures)
+    count.add(structure);
+  for (const ztCAD_commonStructure& structure : content.templateStructures)
+    count.add(structure);
+  if (count.count() > limits.structures) throw TextRefused(tooLong);
+}
+
 void writeDocument(const ztCAD_HeaderNode& header, const ztCAD_DocumentContent& content, ByteOutput& output) {
+  requireFewStructures(content);
   const Windows1251Encoder encoder;
   XmlWriter writer(output, encoder, indentOfFiles);
   writer.processingInstruction(words().xml, words().xmlDeclaration);
@@ -48,22 +67,28 @@ void writeDocument(const ztCAD_HeaderNode& header, const ztCAD_DocumentContent& 
   writer.finish();
 }
 
+/// @throw TextRefused
+void writeDocument(const ztCAD_GMDDocument& document, ByteOutput& output) {
+  try {
+    writeDocument(document.header(), document.content(), output);
+  } catch (const TooLong&) {  // a list
+    throw TextRefused(tooLong);
+  }
+}
+
 }  // namespace
 
 FileError saveDocument(ztCAD_GMDDocument& document, std::string_view fileName) {
   const DefaultFloatingPoint environment;
   unifyNames(document.content());
-  return writeTextFile(fileNameOf(fileName), longestXml, [&document](ByteOutput& output) {
-    writeDocument(document.header(), document.content(), output);
-  });
+  return writeTextFile(fileNameOf(fileName), longestFile,
+                       [&document](ByteOutput& output) { writeDocument(document, output); });
 }
 
 FileError saveDocument(ztCAD_GMDDocument& document, ByteOutput& output) {
   const DefaultFloatingPoint environment;
   unifyNames(document.content());
-  return writeText(output, longestXml, [&document](ByteOutput& text) {
-    writeDocument(document.header(), document.content(), text);
-  });
+  return writeText(output, longestFile, [&document](ByteOutput& text) { writeDocument(document, text); });
 }
 
 }  // namespace ztcad
