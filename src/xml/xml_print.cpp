@@ -184,13 +184,16 @@ std::string printXml(const XmlText& text, int indent) {
   const XmlEvent event = prolog.read(reader);
 
   std::string printed;
+  constexpr std::size_t usualGrowth = 32;  // one part of so many; growing would take twice the memory
+  printed.reserve(text.characters().size() + text.characters().size() / usualGrowth + 4096);
   StringOutput output(printed);
   const DeclaredEncoder encoder(prolog.encoding());
   XmlWriter writer(output, encoder, indent);
   prolog.print(writer);
   if (event == XmlEvent::StartElement) BodyPrinter(reader, writer).print();
   writer.finish();
-  return reader.outcome().isRefused ? std::string() : printed;
+  if (reader.outcome().isRefused) return {};
+  return printed;
 }
 
 }  // namespace ztcad
