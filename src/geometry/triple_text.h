@@ -37,8 +37,8 @@ void appendTriple(QString& out, const Number* triple) {
 
 /// Writes the storage form of a list: a line feed, then each triple on its own line. The text is passed to
 /// `take` (a function of `std::string_view`) in pieces of about 64 KB, so that it is never in memory as a
-/// whole. One or two numbers at the end that form no triple are omitted. Throws `TooLong` for a list that would
-/// not be read.
+/// whole. One or two numbers at the end that form no triple are omitted. Throws `TooLong` for a list that
+/// would not be read.
 template <typename Number, typename Take>
 void storageText(const std::vector<Number>& numbers, Take&& take) {
   if (numbers.size() / 3 > limits.list) throw TooLong(TooLong::list, nullptr);

@@ -14,7 +14,8 @@ namespace ztcad {
 /// and as all that an element holds; no document type.
 ///
 /// The views return what those of `readXml` return, twice as fast. Anything doubtful is refused (ill-formed
-/// text, nesting too deep, texts and lists beyond their limits, rare forms of any kind); the whole text must then be read by `readXml`.
+/// text, nesting too deep, texts and lists beyond their limits, rare forms of any kind); the whole text must
+/// then be read by `readXml`.
 ///
 /// @param visit called with the root element, also for a text that proves not to be plain later on. Must read
 ///              every `text()` that it asks for completely: what it does not decode is not validated

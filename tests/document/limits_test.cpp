@@ -25,8 +25,8 @@ LoadOutcome outcomeOf(const std::string& xml) {
       ztcad::DocumentLoader(document, NestedOwner::Document).loadText(xml, TextRules::Strict);
   ztCAD_GMDDocument reviewedDocument("");
   ztcad::ReviewedLoad reviewed;
-  const LoadOutcome again =
-      ztcad::DocumentLoader(reviewedDocument, NestedOwner::Document, -1, reviewed).loadText(xml, TextRules::Strict);
+  const LoadOutcome again = ztcad::DocumentLoader(reviewedDocument, NestedOwner::Document, -1, reviewed)
+                                .loadText(xml, TextRules::Strict);
   EXPECT_EQ(again.code, outcome.code) << xml;
   EXPECT_EQ(again.message, outcome.message) << xml;
   EXPECT_EQ(again.line, outcome.line) << xml;
@@ -92,9 +92,11 @@ INSTANTIATE_TEST_SUITE_P(
                     LongText{"NameInCyrillic", "<point center='1' name='", "\xD0\x96", "'/>", 1, 25},
                     LongText{"NameInEmoji", "<point center='1' name='", "\xF0\x9F\x98\x80", "'/>", 2, 25},
                     LongText{"NameInReferences", "<point center='1' name='", "&amp;", "'/>", 1, 25},
-                    LongText{"NameInReferencesBeyondFfff", "<point center='1' name='", "&#x1f600;", "'/>", 2, 25},
+                    LongText{"NameInReferencesBeyondFfff", "<point center='1' name='", "&#x1f600;", "'/>", 2,
+                             25},
                     LongText{"Comment", "<point name='P' center='1' comment='", "c", "'/>", 1, 37},
-                    LongText{"Tag", "<", "t", "/>", 1, 2}, LongText{"UnreadAttribute", "<point center='1' name='P' ", "a", "='1'/>", 1, 28},
+                    LongText{"Tag", "<", "t", "/>", 1, 2},
+                    LongText{"UnreadAttribute", "<point center='1' name='P' ", "a", "='1'/>", 1, 28},
                     LongText{"PieceOfAList", "<line name='L' method='polyline'><vertices>", "x",
                              "</vertices></line>", 1, 44}),
     [](const auto& row) { return std::string(row.param.name); });
@@ -102,8 +104,9 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(Limits, ATextThatNobodyReadsHasNoLimit) {
   const LoweredLimits lowered(LoweredLimits::text(longest));
   const std::string text(2 * longest, 't');
-  EXPECT_EQ(outcomeOf("<!--" + text + "--><GMD><?" + std::string("p ") + text + "?><x>" + text + "</x><y z='" + text + "'/>" +
-                      "</GMD>").code,
+  EXPECT_EQ(outcomeOf("<!--" + text + "--><GMD><?" + std::string("p ") + text + "?><x>" + text +
+                      "</x><y z='" + text + "'/>" + "</GMD>")
+                .code,
             0);
 }
 

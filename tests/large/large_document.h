@@ -1,5 +1,6 @@
 #pragma once
 
+#include <unistd.h>
 #include <array>
 #include <charconv>
 #include <cstdint>
@@ -9,8 +10,8 @@
 #include <string>
 #include <string_view>
 
-// A document of any size: one mesh, with small elements after it, exactly as a save writes it. It is produced piece
-// by piece, so that the process stays small.
+// A document of any size: one mesh, with small elements after it, exactly as a save writes it. It is produced
+// piece by piece, so that the process stays small.
 
 using TakeBytes = std::function<void(std::string_view)>;
 
@@ -40,8 +41,9 @@ class LargeDocument {
   /// Writes the document.
   /// @param addition between the last two attributes of the last element; a save omits what it does not know
   void write(const TakeBytes& take, std::string_view addition = {}) const {
-    take("<?xml version=\"1.0\" encoding=\"windows-1251\"?>\n<GMD>\n   <header inform=\"\"/>\n"
-         "   <solid color=\"\" comment=\"\" inform=\"\" method=\"triangulation\" name=\"mesh\">\n      <vertices>\n");
+    take(
+        "<?xml version=\"1.0\" encoding=\"windows-1251\"?>\n<GMD>\n   <header inform=\"\"/>\n"
+        "   <solid color=\"\" comment=\"\" inform=\"\" method=\"triangulation\" name=\"mesh\">\n      <vertices>\n");
     Pieces pieces(take);
     for (std::uint64_t i = 0; i < m_vertices; ++i) {
       pieces.number(i % across, ".25, ");
@@ -55,17 +57,21 @@ class LargeDocument {
       pieces.number(corners[1], ", ");
       pieces.number(corners[2], ";\n");
     }
-    pieces.text("</faces>\n   </solid>\n   <structure LCS=\"\" color=\"\" comment=\"\" inform=\"\" name=\"end\">\n");
+    pieces.text(
+        "</faces>\n   </solid>\n   <structure LCS=\"\" color=\"\" comment=\"\" inform=\"\" name=\"end\">\n");
     for (const char* const name : {"first", "second"})
-      pieces.text("      <point center=\"1, 2, 3;\" color=\"\" comment=\"\" inform=\"\" method=\"pointXYZ\" name=\"" +
-                  std::string(name) + "\"/>\n");
+      pieces.text(
+          "      <point center=\"1, 2, 3;\" color=\"\" comment=\"\" inform=\"\" method=\"pointXYZ\" name=\"" +
+          std::string(name) + "\"/>\n");
     pieces.text(beforeLast());
     pieces.text(addition);
     pieces.text("method=\"pointXYZ\" name=\"last\"/>\n   </structure>\n</GMD>\n");
     pieces.flush();
   }
 
-  static std::string beforeLast() { return "      <point center=\"1, 2, 3;\" color=\"\" comment=\"\" inform=\"\" "; }
+  static std::string beforeLast() {
+    return "      <point center=\"1, 2, 3;\" color=\"\" comment=\"\" inform=\"\" ";
+  }
 
  private:
   static constexpr std::uint64_t across = 1000;
@@ -111,9 +117,14 @@ class PiecewiseFile {
   ~PiecewiseFile() { std::fclose(m_file); }
 
   void write(std::string_view bytes) {
-    if (std::fwrite(bytes.data(), 1, bytes.size(), m_file) != bytes.size())
-      throw std::runtime_error("cannot write a file: the disk may be full");
+    if (std::fwrite(bytes.data(), 1, bytes.size(), m_file) != bytes.size()) fail();
   }
+  /// Waits until the file is on the disk.
+  void sync() {
+    if (std::fflush(m_file) != 0 || ::fsync(::fileno(m_file)) != 0) fail();
+  }
+  /// Fills a piece; false at the end of the file.
+  bool read(std::string& piece) { return std::fread(piece.data(), 1, piece.size(), m_file) == piece.size(); }
   /// Whether the file goes on with these bytes.
   bool goesOnWith(std::string_view bytes) {
     m_read.resize(bytes.size());
@@ -122,6 +133,8 @@ class PiecewiseFile {
   bool isAtEnd() { return std::fgetc(m_file) == EOF; }
 
  private:
+  [[noreturn]] static void fail() { throw std::runtime_error("cannot write a file: the disk may be full"); }
+
   std::FILE* m_file;
   std::string m_read;
 };

@@ -14,8 +14,9 @@
 #include "large_document.h"
 #include "temporary_files.h"
 
-// Documents of gigabytes. They need much memory, disk (in the folder TMPDIR) and time, so they run only where the
-// environment variable ZTCAD_TEST_LARGE is set. Each step runs in a process of its own, whose peak is its own.
+// Documents of gigabytes. They need much memory, disk (in the folder TMPDIR) and time, so they run only where
+// the environment variable ZTCAD_TEST_LARGE is set. Each step runs in a process of its own, whose peak is its
+// own.
 
 namespace {
 
@@ -30,9 +31,7 @@ class LargeDocuments : public testing::Test {
   }
 };
 
-int failures() {
-  return testing::UnitTest::GetInstance()->current_test_info()->result()->total_part_count();
-}
+int failures() { return testing::UnitTest::GetInstance()->current_test_info()->result()->total_part_count(); }
 
 /// Runs a step in a child process, in which failed expectations fail this process, too.
 void inChild(const std::function<void()>& step) {
@@ -73,13 +72,22 @@ double sizeOf(const std::string& file) { return static_cast<double>(std::filesys
 
 /// Prints the figures of a step.
 void print(const char* step, double bytes, double seconds, double peak) {
-  std::printf("%-18s %5.2f GB in %6.2f s, %5.2f s/GB, peak %5.2f GB, %4.2f times the text\n", step, bytes / 1e9,
-              seconds, seconds / (bytes / 1e9), peak / 1e9, peak / bytes);
+  std::printf("%-18s %5.2f GB in %6.2f s, %5.2f s/GB, peak %5.2f GB, %4.2f times the text\n", step,
+              bytes / 1e9, seconds, seconds / (bytes / 1e9), peak / 1e9, peak / bytes);
 }
 
 void put(const LargeDocument& document, const std::string& file, std::string_view addition) {
   PiecewiseFile target(file, "wb");
   document.write([&target](std::string_view bytes) { target.write(bytes); }, addition);
+  target.sync();
+}
+
+/// Reads a file, which is then in the system's cache if there is memory: loads are measured, not disks.
+void warm(const std::string& file) {
+  PiecewiseFile source(file, "rb");
+  std::string piece(1 << 20, '\0');
+  while (source.read(piece)) {
+  }
 }
 
 std::string nameOf(const ztCAD_Base* element) {
@@ -95,9 +103,11 @@ void expectContent(ztCAD_GMDDocument* loaded, const LargeDocument& document) {
   ASSERT_EQ(static_cast<std::uint64_t>(ztCAD_getVertexCount(vertices)), document.vertices());
   ASSERT_EQ(static_cast<std::uint64_t>(ztCAD_getFacetCount(faces)), document.facets());
   for (const std::uint64_t i : {std::uint64_t{0}, document.vertices() / 2, document.vertices() - 1})
-    EXPECT_EQ(0, std::memcmp(ztCAD_getVertexData(vertices) + 3 * i, document.vertex(i).data(), 3 * sizeof(double)));
+    EXPECT_EQ(
+        0, std::memcmp(ztCAD_getVertexData(vertices) + 3 * i, document.vertex(i).data(), 3 * sizeof(double)));
   for (const std::uint64_t i : {std::uint64_t{0}, document.facets() / 2, document.facets() - 1})
-    EXPECT_EQ(0, std::memcmp(ztCAD_getFacetData(faces) + 3 * i, document.facet(i).data(), 3 * sizeof(std::uint32_t)));
+    EXPECT_EQ(0, std::memcmp(ztCAD_getFacetData(faces) + 3 * i, document.facet(i).data(),
+                             3 * sizeof(std::uint32_t)));
   ztCAD_Base* const structure = ztCAD_getFromDoc(loaded, ztCAD_ElementStructure, 0);
   EXPECT_EQ(nameOf(structure), "end");
   auto* const holder = dynamic_cast<ztCAD_commonStructure*>(structure);
@@ -119,6 +129,7 @@ constexpr std::string_view unknown = "unknown=\"x\" ";
 void loadAndSave(const std::string& file, const std::string& target, const LargeDocument& document,
                  double mostMemory) {
   const double size = sizeOf(file);
+  warm(file);
   const double before = statusBytes("VmHWM:");
   ztCAD_GMDDocument* loaded = nullptr;
   ztCAD_Outcome outcome;
@@ -131,7 +142,8 @@ void loadAndSave(const std::string& file, const std::string& target, const Large
   ASSERT_NE(loaded, nullptr);
   expectContent(loaded, document);
   bool isSaved = false;
-  const double saveSeconds = secondsOf([&] { isSaved = ztCAD_saveDocument(loaded, target.c_str(), &outcome); });
+  const double saveSeconds =
+      secondsOf([&] { isSaved = ztCAD_saveDocument(loaded, target.c_str(), &outcome); });
   EXPECT_TRUE(isSaved) << outcome.message;
   print("save to a disk", sizeOf(target), saveSeconds, statusBytes("VmHWM:") - before);
   expectSaved(target, document);
@@ -157,7 +169,8 @@ void review(const std::string& file, const LargeDocument& document) {
   const ztCAD_Finding& finding = *ztCAD_findingAt(review, count - 1);  // the others are notes
   EXPECT_STREQ(finding.rule, "unknown-attribute");
   EXPECT_STREQ(finding.path, "/GMD/structure[1]/point[3]/@unknown");
-  const std::string rest = std::string(unknown) + "method=\"pointXYZ\" name=\"last\"/>\n   </structure>\n</GMD>\n";
+  const std::string rest =
+      std::string(unknown) + "method=\"pointXYZ\" name=\"last\"/>\n   </structure>\n</GMD>\n";
   EXPECT_EQ(finding.place.offset, static_cast<std::int64_t>(size) - static_cast<std::int64_t>(rest.size()));
   EXPECT_EQ(finding.place.column, static_cast<std::int64_t>(LargeDocument::beforeLast().size()) + 1);
   EXPECT_EQ(finding.place.line, lineOfLast(document));
@@ -192,6 +205,77 @@ TEST(SmallDocuments, AreWhatLargeOnesAreMadeOf) { runSteps(3000000, 10); }
 TEST_F(LargeDocuments, LoadInTheMemoryOfTheirGeometryAndAreSavedAndReviewed) {
   runSteps(comparedSize, 1.8);
   runSteps(fourGigabytes, 1.8);
+}
+
+/// A document with a point whose name has so many characters.
+std::string withName(std::int64_t length) {
+  std::string text = "<GMD>\n<point center='1, 2, 3' name='";
+  text.append(static_cast<std::size_t>(length), 'n');
+  return text + "'/>\n</GMD>";
+}
+
+TEST_F(LargeDocuments, ANameMayBeAsLongAsAQString) {
+  inChild([] {
+    const std::string text = withName(longestText);
+    ztCAD_Outcome outcome;
+    ztCAD_GMDDocument* const document =
+        ztCAD_loadDocumentFromText(text.data(), static_cast<std::int64_t>(text.size()), &outcome);
+    ASSERT_NE(document, nullptr) << outcome.message;
+    EXPECT_EQ(ztCAD_getName(ztCAD_getFromDoc(document, ztCAD_ElementPoint, 0), nullptr, 0), longestText);
+    std::int64_t saved = 0;
+    const ztCAD_WriteBytes count = [](const char*, std::int64_t size, void* total) {
+      *static_cast<std::int64_t*>(total) += size;
+      return true;
+    };
+    EXPECT_TRUE(ztCAD_saveDocumentTo(document, count, &saved, &outcome)) << outcome.message;
+    EXPECT_GT(saved, longestText);
+  });
+}
+
+TEST_F(LargeDocuments, ALongerNameIsRefusedWithItsPlace) {
+  inChild([] {
+    const std::string text = withName(longestText + 1);
+    ztCAD_Outcome outcome;
+    ztCAD_GMDDocument* const document =
+        ztCAD_loadDocumentFromText(text.data(), static_cast<std::int64_t>(text.size()), &outcome);
+    EXPECT_EQ(document, nullptr);
+    EXPECT_EQ(outcome.code, 110);
+    EXPECT_STREQ(outcome.message, "text too long");
+    EXPECT_EQ(outcome.line, 2);
+    EXPECT_EQ(outcome.column, 32);
+  });
+}
+
+TEST_F(LargeDocuments, AnErrorInAColumnThatDoesNotFitIsInTheLastColumn) {
+  inChild([] {
+    constexpr std::int64_t column = 2200000000;
+    const std::string text = std::string(column, ' ') + "<GMD></gmd>";
+    ztCAD_Outcome outcome;
+    const auto size = static_cast<std::int64_t>(text.size());
+    EXPECT_EQ(ztCAD_loadDocumentFromText(text.data(), size, &outcome), nullptr);
+    EXPECT_EQ(outcome.code, 110);
+    EXPECT_STREQ(outcome.message, "tag mismatch");
+    EXPECT_EQ(outcome.line, 1);
+    EXPECT_EQ(outcome.column, INT32_MAX);
+    ztCAD_Review* const review = ztCAD_reviewText(text.data(), size, -1, nullptr);
+    ASSERT_EQ(ztCAD_findingCount(review), 1);
+    EXPECT_GT(ztCAD_findingAt(review, 0)->place.column, column);
+  });
+}
+
+TEST_F(LargeDocuments, AFileOfZerosIsReadAndRefused) {
+  const TemporaryFiles files;
+  const std::string file = files.put("document.xml", "<GMD/>");
+  for (const std::uintmax_t gibibytes : {1, 3, 5}) {
+    std::filesystem::resize_file(file, gibibytes << 30U);
+    inChild([&] {
+      ztCAD_Outcome outcome;
+      EXPECT_EQ(ztCAD_loadDocument(file.c_str(), &outcome), nullptr);
+      EXPECT_EQ(outcome.code, 110);
+      EXPECT_STREQ(outcome.message, "NUL character");
+      EXPECT_EQ(outcome.column, 7);
+    });
+  }
 }
 
 }  // namespace

@@ -42,8 +42,9 @@ TEST(NumberList, LongListsReserveWhatTheyNeedWhateverTheirStartIsLike) {
   const std::string full = "10000001, 10000002, 10000003;\n";
   constexpr int few = 1000;
   constexpr int many = 400000;
-  for (const std::string& text : {repeated(brief, few) + repeated(full, many), repeated(full, few) + repeated(brief, many),
-                                  repeated(full, many / 2) + repeated(brief, many)}) {
+  for (const std::string& text :
+       {repeated(brief, few) + repeated(full, many), repeated(full, few) + repeated(brief, many),
+        repeated(full, many / 2) + repeated(brief, many)}) {
     const auto indices = parsed<std::uint32_t>(text);
     EXPECT_LT(unused(indices), 0.05);
     EXPECT_EQ(indices[0] % 10000000, 1U);

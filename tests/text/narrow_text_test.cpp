@@ -220,7 +220,8 @@ TEST(Windows1251, DecodesEveryByteAsQtDoes) {
 // Long texts are encoded in pieces, which must not cut a surrogate pair.
 TEST(NarrowText, LongTextsAreEncodedAsShortOnesAre) {
   const QString unpaired(QChar(0xd83d));
-  for (const QString& unit : {QString::fromUtf8("😀"), QString::fromUtf8("aЖ中"), unpaired, unpaired + QLatin1Char('a')})
+  for (const QString& unit :
+       {QString::fromUtf8("😀"), QString::fromUtf8("aЖ中"), unpaired, unpaired + QLatin1Char('a')})
     for (const QString& start : {QString(), QString(QLatin1Char('a'))}) {
       const QString text = start + unit.repeated(150000);
       EXPECT_EQ(ztcad::toNarrow(text), text.toUtf8().toStdString());

@@ -45,16 +45,18 @@ typedef struct ztCAD_Outcome {  // NOLINT(modernize-use-using): C reads it too
   int32_t code;
   /// Loads: a child of the root failed to read itself. It is in the document nevertheless.
   bool fault;
-  /// Line of the problem, from 1; 0 if the problem has no position.
+  /// Line of the problem, from 1, at most INT32_MAX; 0 if the problem has no position.
   int32_t line;
-  /// Column of the problem, from 1, in UTF-16 units; 0 if the problem has no position.
+  /// Column of the problem, from 1, at most INT32_MAX, in UTF-16 units; 0 if the problem has no position.
   int32_t column;
   /// Why the code is not 0; empty if it is 0. UTF-8, zero-terminated; a message that is too long ends after a
   /// whole character.
   char message[ztCAD_MessageSize];
 } ztCAD_Outcome;
 
-/// Loads a file into a new document. The structures that the file nests in others belong to this document and
+/// Loads a file into a new document. It may be as large as memory; a single text of more than 1,073,741,759
+/// UTF-16 units and a list of more than INT32_MAX vertices or facets are refused ("text too long", "list too
+/// long"). The structures that the file nests in others belong to this document and
 /// end with it; calls for other documents do not affect them.
 /// @param outcome output; may be null
 /// @return the document, also if its check failed (code 120); null, with nothing to end, if no document was
@@ -79,7 +81,7 @@ ZTCAD_API bool ztCAD_reloadDocument(ztCAD_GMDDocument* document, const char* fil
 /// Makes the names of the document unique, in memory too, and writes it as XML in windows-1251. A save that
 /// fails leaves an earlier file of that name unchanged. (A target that is no regular file, has several hard
 /// links or cannot be replaced is written directly, without this guarantee; SECURITY.md has the details.) A
-/// document that is too deep or too long to be loaded again is refused.
+/// document that is too deep to be loaded again, or has a text or list that is too long, is refused.
 /// @param outcome output; may be null
 /// @return whether the whole file was written
 ZTCAD_NODISCARD ZTCAD_API bool ztCAD_saveDocument(ztCAD_GMDDocument* document, const char* fileName,
@@ -132,12 +134,13 @@ ZTCAD_API ztCAD_GMDDocument* crtGMDDocumentFromStdString_nostl(const char* xml, 
                                                                char* message, int32_t messageSize,
                                                                ZTCAD_OUT(int) line, ZTCAD_OUT(int) column);
 
-/// The document as text, UTF-8. Each call builds the whole text.
+/// The document as text, UTF-8. Each call builds the whole text. The diagnostic form is built in a QString,
+/// which holds some 1,073,741,800 UTF-16 units with Qt 5.
 /// @param textForm which of two texts, not the `debugForm` of single elements. True: header and elements as
 ///                 they are now, in the diagnostic form. False: the XML that was loaded last, whatever
 ///                 changed since, then " header state=" and the header's text
 /// @param text     output, see above
-/// @return the length of the text; -1 for a null document
+/// @return the length of the text; -1 for a null document, and when memory runs out or the text is too long
 ZTCAD_API int64_t GMDDocumentToString_nostl(const ztCAD_GMDDocument* document, bool textForm, char* text,
                                             int64_t size);
 

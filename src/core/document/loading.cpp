@@ -99,7 +99,8 @@ LoadOutcome DocumentLoader::load(Source& source, TextRules rules, std::unique_pt
   Reader reader = readPlain(source.text(), source.kind, rules);
   if (!reader) {
     text = std::make_unique<XmlText>(source.text(), source.kind);
-    if (isDecoded()) source.bytes = std::make_shared<const TextBytes>();  // UTF-16 takes twice the memory of its characters
+    // UTF-16 takes twice the memory of its characters
+    if (isDecoded()) source.bytes = std::make_shared<const TextBytes>();
     if (text->isCopy() && !text->refusal()) reader = readPlain(text->characters(), XmlBytes::Decoded, rules);
     if (!reader) reader = readAny(*text, rules, outcome);
   }
