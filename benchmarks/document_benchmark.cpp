@@ -2,7 +2,7 @@
 /// calls and with a hand-tuned one.
 ///
 ///   document_benchmark [--quick] [--all-qt] [--markdown] [--folder <folder>] [--only <text>]
-///                      [--mixed <file>]
+///                      [--mixed <file>] [--mesh <facets>]
 ///
 ///   --quick     small sizes only, to see that everything runs
 ///   --all-qt    run the Qt baseline at every size, even where it takes minutes and gigabytes
@@ -11,11 +11,14 @@
 ///   --only      run only the cases whose name contains this text
 ///   --mixed     document to repeat for the mixed one; by default a robot arm, made by code if its file is
 ///               absent
+///   --mesh      measure only a mesh of so many facets: a hundred million make a document of four gigabytes,
+///               for which `--folder` should name a folder on disk
 ///
 /// Ends with exit code 1 if a run fails and, unless --quick is given, if a target is missed. The cases after
 /// a failed one run all the same.
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <optional>
@@ -39,7 +42,8 @@ struct Options {
   bool allQt = false;
   bool markdown = false;
   std::string only;
-  std::string mixed;  // file of the mixed document; empty: the robot arm
+  std::string mixed;       // file of the mixed document; empty: the robot arm
+  std::size_t facets = 0;  // of the only mesh to measure; 0: all cases
   std::string folder = std::filesystem::is_directory("/dev/shm")
                            ? "/dev/shm"
                            : std::filesystem::temp_directory_path().string();
@@ -59,6 +63,10 @@ class Benchmark {
   explicit Benchmark(const Options& options) : m_options(options), m_documents(options.folder) {}
 
   const Results& run() {
+    if (m_options.facets > 0) {
+      runMesh(m_documents.make(Shape::Mesh, m_options.facets / 2));
+      return m_results;
+    }
     using Sizes = std::vector<std::size_t>;
     const Sizes vertices = m_options.quick ? Sizes{1350, 13500} : Sizes{13500, 135000, 1000000};
     const Sizes points = m_options.quick ? Sizes{1000, 10000} : Sizes{10000, 100000, 1000000};
@@ -184,7 +192,7 @@ class Benchmark {
   void runMesh(const Document& mesh) {
     runLoad("mesh", mesh);
     runReview("mesh", mesh);
-    runForms("mesh, load", mesh);
+    if (m_options.facets == 0) runForms("mesh, load", mesh);  // it makes them in memory
     runSave("mesh", mesh);
   }
 
@@ -313,6 +321,8 @@ bool parseOptions(int argc, char** argv, Options& options) {
       options.only = argv[++i];
     else if (option == "--mixed" && i + 1 < argc)
       options.mixed = argv[++i];
+    else if (option == "--mesh" && i + 1 < argc)
+      options.facets = std::strtoull(argv[++i], nullptr, 10);
     else
       return false;
   }
@@ -326,7 +336,7 @@ int main(int argc, char** argv) {
   Options options;
   if (!parseOptions(argc, argv, options)) {
     std::cerr << "usage: document_benchmark [--quick] [--all-qt] [--markdown] [--folder <folder>] "
-                 "[--only <text>] [--mixed <file>]\n"
+                 "[--only <text>] [--mixed <file>] [--mesh <facets>]\n"
                  "ends with exit code 1 if a run fails or, without --quick, a target is missed\n";
     return 2;
   }
