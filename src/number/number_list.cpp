@@ -91,9 +91,10 @@ void reserveForRest(const PlainCursor& text, const char* begin, std::size_t coun
   const double triples = left.size() >= longText
                              ? sampledPieces(left)
                              : static_cast<double>(count / 3) / static_cast<double>(text.at - begin);
+  constexpr double most = 1.0 / 6;  // "1,2,3;": other pieces are no triples
   constexpr double margin = 1.02;
-  values.reserve(values.size() +
-                 3 * static_cast<std::size_t>(margin * triples * static_cast<double>(left.size())));
+  const double estimated = margin * std::min(triples, most) * static_cast<double>(left.size());
+  values.reserve(values.size() + 3 * static_cast<std::size_t>(estimated));
 }
 
 PlainCursor cursorOf(const ElementText& text) {

@@ -12,6 +12,7 @@
 #include "plain_characters.h"
 #include "read_observer.h"
 #include "shared_texts.h"
+#include "text_places.h"
 #include "unread.h"
 #include "xml_reader.h"
 
@@ -27,12 +28,6 @@ class WideUtf8Decoder final : public TextDecoder {
 /// The start of the first character of a run that is no ASCII whitespace.
 const char* afterWhitespace(std::string_view run) {
   return std::find_if_not(run.begin(), run.end(), XmlCursor::isXmlWhitespace);
-}
-
-/// Whether a position is the address of a byte of a text, or its end.
-bool isPartOf(const char* position, std::string_view text) {
-  const std::less_equal<> notAfter;
-  return notAfter(text.data(), position) && notAfter(position, text.data() + text.size());
 }
 
 /// What the views of one text share.
@@ -87,7 +82,7 @@ struct ViewedText {
 
   /// Where a byte of the joined text comes from: exactly, or for a piece with references its start.
   const char* sourceOf(const char* byte) const {
-    if (!isPartOf(byte, joinedText) || pieces.empty()) return byte;
+    if (!isIn(byte, joinedText) || pieces.empty()) return byte;
     const auto offset = static_cast<std::size_t>(byte - joinedText.data());
     const auto after = std::upper_bound(pieces.begin(), pieces.end(), offset,
                                         [](std::size_t at, const Piece& piece) { return at < piece.start; });
@@ -267,10 +262,6 @@ class XmlView final : public ElementView {
   mutable bool m_areUnreadReported = false;
 };
 
-}  // namespace
-
-namespace {
-
 void readDocument(ViewedText& viewed, const std::function<void(const ElementView& root)>& visit) {
   XmlEvent event = viewed.next();
   while (event != XmlEvent::StartElement && event != XmlEvent::End)
@@ -288,7 +279,7 @@ void readDocument(ViewedText& viewed, const std::function<void(const ElementView
 ParseOutcome refused(const ViewedText& viewed, const TooLong& error) {
   const std::string_view text = viewed.reader.wholeText();
   const char* at = viewed.sourceOf(error.position());
-  if (!isPartOf(at, text)) at = viewed.reader.position();  // of a joined text its end is known
+  if (!isIn(at, text)) at = viewed.reader.position();  // of a joined text its end is known
   return failedParse(text, {error.message(), static_cast<std::size_t>(at - text.data()), true});
 }
 

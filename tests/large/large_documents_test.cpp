@@ -234,7 +234,7 @@ double runSteps(std::uint64_t bytes, double mostMemory) {
 }
 
 // Without the environment variable: the steps themselves, with a document that is not large.
-TEST(SmallDocuments, AreWhatLargeOnesAreMadeOf) { runSteps(3000000, 10); }
+TEST(SmallDocuments, AreWhatLargeOnesAreMadeOf) { runSteps(3000000, 100); }
 
 TEST_F(LargeDocuments, LoadInTheMemoryOfTheirGeometryAndAreSavedAndReviewed) {
   const double compared = runSteps(comparedSize, 1.8);

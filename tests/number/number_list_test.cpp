@@ -52,6 +52,11 @@ TEST(NumberList, LongListsReserveWhatTheyNeedWhateverTheirStartIsLike) {
   }
 }
 
+TEST(NumberList, ManyEmptyPiecesReserveNoMoreThanTriplesWould) {
+  const std::string text = repeated("1, 2, 3;\n", 1000) + std::string(2000000, ';');
+  EXPECT_LT(parsed<double>(text).capacity(), text.size());
+}
+
 TEST(NumberList, ShortListsReserveByTheirFirstTriples) {
   EXPECT_LT(unused(parsed<double>(repeated("1.5, 2, 3;\n", 10000))), 0.05);
 }
