@@ -155,11 +155,12 @@ class SavedLimits : public testing::Test {
 };
 
 TEST_F(SavedLimits, ATextThatWouldNotLoadAgainIsRefused) {
+  constexpr int most = 2 * ztCAD_ShortText::longestShort;  // short texts are not counted
   ztCAD_GMDDocument document("");
-  addPoints(document, {std::string(longest + 1, 'n')});
-  const LoweredLimits lowered(LoweredLimits::text(longest));
+  addPoints(document, {std::string(most + 1, 'n')});
+  const LoweredLimits lowered(LoweredLimits::text(most));
   expectRefused(document);
-  document.content().points.front().setName(QString(longest, 'n'));
+  document.content().points.front().setName(QString(most, QLatin1Char('n')));
   EXPECT_EQ(ztcad::saveDocument(document, target).code, 0);
   ztCAD_GMDDocument again("");
   EXPECT_EQ(loadFile(again, target).code, 0);
