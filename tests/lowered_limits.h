@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "text/limits.h"
+#include "text/text_limits.h"
 
 /// Limits of texts and lists that are lower until the end of a test.
 class LoweredLimits {

@@ -11,7 +11,7 @@
 #include "../core/review.h"
 #include "../number/number_text.h"
 #include "../text/element_text.h"
-#include "../text/limits.h"
+#include "../text/text_limits.h"
 
 class ztCAD_Coord;
 class ztCAD_cmnProperty;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <type_traits>
 
-#include "../text/limits.h"
+#include "../text/text_limits.h"
 #include "../text/wide_utf8.h"
 #include "character_list.h"
 #include "plain_numbers.h"
@@ -88,9 +88,9 @@ void reserveForRest(const PlainCursor& text, const char* begin, std::size_t coun
                     std::vector<Number>& values) {
   const std::string_view left(text.at, static_cast<std::size_t>(text.end - text.at));
   constexpr std::size_t longText = 1 << 20;
-  const double triples = left.size() >= longText
-                             ? sampledPieces(left)
-                             : static_cast<double>(count / 3) / static_cast<double>(text.at - begin);
+  const auto soFar = static_cast<double>(count) / 3;
+  const double triples =
+      left.size() >= longText ? sampledPieces(left) : soFar / static_cast<double>(text.at - begin);
   constexpr double most = 1.0 / 6;  // "1,2,3;": other pieces are no triples
   constexpr double margin = 1.02;
   const double estimated = margin * std::min(triples, most) * static_cast<double>(left.size());

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "limits.h"
+#include "text_limits.h"
 
 namespace ztcad {
 

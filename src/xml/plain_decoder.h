@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "../text/element_text.h"
-#include "../text/limits.h"
+#include "../text/text_limits.h"
 #include "plain_characters.h"
 
 namespace ztcad {

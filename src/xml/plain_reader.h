@@ -69,7 +69,7 @@ class PlainReader {
     if (attribute.hasReferences) return m_decoder.withoutReferences(value);
     if (!attribute.isAscii) return m_decoder.characters(value);
     if (SharedTexts::isWorthSharing(value)) return m_sharedTexts.get(value);
-    return m_decoder.ascii(value);
+    return PlainDecoder::ascii(value);
   }
 
   /// Bytes for a parser of numbers.

@@ -1,6 +1,6 @@
 #include "xml_cursor.h"
 
-#include "../text/limits.h"
+#include "../text/text_limits.h"
 #include "../text/wide_utf8.h"
 #include "plain_characters.h"
 

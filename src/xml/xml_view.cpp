@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "../number/number_text.h"
-#include "../text/limits.h"
+#include "../text/text_limits.h"
 #include "../text/wide_utf8.h"
 #include "plain_characters.h"
 #include "read_observer.h"

@@ -13,8 +13,8 @@ namespace ztcad {
 /// @param visit called with the root element, if there is one. Of an ill-formed text it sees what comes
 ///              before the error: elements whose start tag is complete and texts that end before markup
 /// @param observer learns what is not read; may be null
-/// @return whether the text was parsed. A text or list beyond its limit (limits.h) is refused, too. If the
-///         text was refused, the results of `visit` must be discarded
+/// @return whether the text was parsed. A text or list beyond its limit (text_limits.h) is refused, too. If
+///         the text was refused, the results of `visit` must be discarded
 ParseOutcome readXml(const XmlText& text, const std::function<void(const ElementView& root)>& visit,
                      ReadObserver* observer = nullptr);
 

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "../../number/floating_point.h"
-#include "../../text/limits.h"
 #include "../../text/narrow_text.h"
+#include "../../text/text_limits.h"
 #include "../../text/wide_utf8.h"
 #include "../../xml/plain_xml.h"
 #include "../../xml/xml_view.h"

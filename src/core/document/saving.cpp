@@ -2,7 +2,7 @@
 
 #include "../../number/floating_point.h"
 #include "../../structure/structure_pass.h"
-#include "../../text/limits.h"
+#include "../../text/text_limits.h"
 #include "../../xml/byte_sink.h"
 #include "../../xml/xml_outcome.h"
 #include "../vocabulary.h"
