@@ -14,8 +14,8 @@ struct TriplePlaces {
 };
 
 /// Reads pieces "a, b, c;" of exactly three usual numbers, up to the first other piece.
-/// @param text   input and output: the cursor; afterwards behind the last ";" that was read
-/// @param values output: room for three times `most` numbers; those behind the last triple are unspecified
+/// @param text   input and output: the cursor; just after the last ";" that was read
+/// @param values output: room for three times `most` numbers; those after the last triple are unspecified
 /// @param places output: room for `most`; null: not wanted
 /// @return the number of triples
 /// @{
@@ -25,8 +25,8 @@ int readUsualTriples(PlainCursor& text, std::uint32_t* values, TriplePlaces* pla
 
 /// Reads usual reals separated by commas, up to the first other piece or to the end of the text; the first
 /// one begins at the cursor.
-/// @param text   input and output: the cursor; afterwards behind the last number that was read
-/// @param values output: room for `most`; those behind the last number are unspecified
+/// @param text   input and output: the cursor; just after the last number that was read
+/// @param values output: room for `most`; those after the last number are unspecified
 /// @return how many numbers, 0 also on processors for which there is no fast way
 int readUsualReals(PlainCursor& text, double* values, int most);
 

@@ -86,7 +86,7 @@ TEST(PlainXmlDifferential, EveryByteAtEveryPositionMatchesTheTree) {
 
 struct InstructionRow {
   const char* xml;
-  bool isPlain;  // wherever it stands
+  bool isPlain;  // at every place
 };
 
 const InstructionRow instructionRows[] = {

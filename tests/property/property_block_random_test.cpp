@@ -110,7 +110,7 @@ std::string anyXml(Dice& dice) {
 }
 
 /// A block and its model, to which the same is done.
-class Twins {
+class BlockAndModel {
  public:
   void change(Dice& dice) {
     const QString text = anyText(dice);
@@ -156,11 +156,11 @@ class Twins {
   }
 
   /// The addresses of objects that were made stay.
-  void assign(const Twins& other) {
+  void assign(const BlockAndModel& other) {
     *m_block = *other.m_block;
     m_model = other.m_model;
   }
-  void becomeCopyOf(const Twins& other) {
+  void becomeCopyOf(const BlockAndModel& other) {
     m_block = std::make_unique<ztCAD_cmnProperty>(*other.m_block);
     m_model = other.m_model;
     m_attributes = nullptr;
@@ -245,20 +245,20 @@ class Twins {
 
 TEST(PropertyBlockDifferential, AnySeriesOfCallsIsThatOfMembers) {
   Dice dice(randomSeed());
-  std::vector<Twins> all(6);
+  std::vector<BlockAndModel> all(6);
   const int rounds = randomRounds(20000);
   for (int i = 0; i < rounds && !testing::Test::HasFatalFailure(); ++i) {
-    Twins& twins = all[static_cast<std::size_t>(dice.roll(6))];
-    const Twins& other = all[static_cast<std::size_t>(dice.roll(6))];
+    BlockAndModel& pair = all[static_cast<std::size_t>(dice.roll(6))];
+    const BlockAndModel& other = all[static_cast<std::size_t>(dice.roll(6))];
     if (dice.oneIn(200))
-      twins = Twins();
+      pair = BlockAndModel();
     else if (dice.oneIn(8))
-      twins.assign(other);
+      pair.assign(other);
     else if (dice.oneIn(20))
-      twins.becomeCopyOf(other);
+      pair.becomeCopyOf(other);
     else
-      twins.change(dice);
-    twins.expectEqual();
+      pair.change(dice);
+    pair.expectEqual();
   }
 }
 
