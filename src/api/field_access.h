@@ -23,8 +23,9 @@ inline const ztCAD_gMethod* methodOf(const ztCAD_Base* element) {
 // std::nullopt for a null element and for a kind that is no reference.
 
 inline std::optional<QString> templateName(const ztCAD_Base* element) {
-  return withFields<HasArchetype>(element, std::optional<QString>(),
-                                  [](const auto& reference) { return std::optional(reference.templateName()); });
+  return withFields<HasArchetype>(element, std::optional<QString>(), [](const auto& reference) {
+    return std::optional(reference.templateName());
+  });
 }
 
 inline std::optional<QString> templateFile(const ztCAD_Base* element) {

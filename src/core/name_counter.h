@@ -42,11 +42,11 @@ struct NameHash {
 /// to the names of the next ones. A new name is not compared with names that come later in the pass.
 ///
 /// As long as the names are different and come in a few ascending runs, as numbered ones usually do, they are
-/// only listed (`AscendingNames`). The first name that does not fit makes a flat table with open addressing of
-/// them, which holds the hashes; the names stay in insertion order, in which they are also freed: freeing a
-/// million names in hash order costs more than finding them. If many names
-/// collide (the hash of Qt 5 is easily inverted, so a document may be crafted that way), an ordered map
-/// replaces the table, so that no document takes quadratic time.
+/// only listed (`AscendingNames`). The first name that does not fit makes a flat table with open addressing
+/// of them, which holds the hashes; the names stay in insertion order, in which they are also freed: freeing
+/// a million names in hash order costs more than finding them. If many names collide (the hash of Qt 5 is
+/// easily inverted, so a document may be crafted that way), an ordered map replaces the table, so that no
+/// document takes quadratic time.
 ///
 /// @tparam Hash a function object; tests replace it
 template <typename Hash>
@@ -191,10 +191,10 @@ class BasicNameCounter {
   static constexpr std::size_t longestProbe = 256;
 
   bool m_isAscending = true;
-  AscendingNames m_ascending;            // while they ascend, they are here alone
-  std::vector<ztCAD_ShortText> m_names;  // in insertion order
-  std::vector<unsigned> m_next;          // the counters for the next elements of the names
-  std::vector<Slot> m_slots;     // their number is a power of two
+  AscendingNames m_ascending;                // while they ascend, they are here alone
+  std::vector<ztCAD_ShortText> m_names;      // in insertion order
+  std::vector<unsigned> m_next;              // the counters for the next elements of the names
+  std::vector<Slot> m_slots;                 // their number is a power of two
   std::map<QString, std::size_t> m_ordered;  // once not empty, replaces the slots
 };
 

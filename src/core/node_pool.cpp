@@ -49,8 +49,8 @@ void* ztCAD_NodePool::allocate(ztCAD_NodePool*& pool, std::size_t size) {
   return std::exchange(pool->m_next, pool->m_next + size);
 }
 
-/// A quarter of the nodes that the list has, so that little is left unused, at most 64 KB. A list that is long
-/// enough for the largest blocks is likely to fill them, so their pages are provided at once.
+/// A quarter of the nodes that the list has, so that little is left unused, at most 64 KB. A list that is
+/// long enough for the largest blocks is likely to fill them, so their pages are provided at once.
 void ztCAD_NodePool::addBlock(std::size_t size) {
   constexpr std::size_t largest = 65536 - 64;  // with what an allocator adds, whole pages
   constexpr std::size_t start = aligned(sizeof(Block));

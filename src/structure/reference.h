@@ -22,10 +22,10 @@ class ZTCAD_API
 /// system as its placement, and the name of the template. The library does not look the template up; programs
 /// find it by that name.
 ///
-/// Large documents have millions of references, so a reference holds the values in few bytes. The objects that
-/// `lcs` and `archetype` return are made on the first call and hold the values from then on, in some 200 bytes
-/// more. These two functions, and setting a file or a placement of another number of values than twelve, may
-/// throw `std::bad_alloc` and then change nothing.
+/// Large documents have millions of references, so a reference holds the values in few bytes. The objects
+/// that `lcs` and `archetype` return are made on the first call and hold the values from then on, in some 200
+/// bytes more. These two functions, and setting a file or a placement of another number of values than
+/// twelve, may throw `std::bad_alloc` and then change nothing.
 ///
 /// By convention the placement is in the frame of the reference's holder, and the template's own system comes
 /// inside it. It is always written under the name "MCS", also if a local system was given.
@@ -43,8 +43,8 @@ class ZTCAD_API ztCAD_commonRef : public ztCAD_Base, public ztCAD_INode, public 
   /// The number of these values.
   std::size_t placementSize() const;
 
-  /// What is placed: name and file of the template. The C++ reference is valid as long as this object. Several
-  /// threads may call it for one object at a time.
+  /// What is placed: name and file of the template. The C++ reference is valid as long as this object.
+  /// Several threads may call it for one object at a time.
   const ztCAD_gArche& archetype() const;
   /// The same, to be changed.
   ztCAD_gArche& archetype();
