@@ -19,8 +19,12 @@
 namespace ztcad {
 
 struct DocumentLoader::Source {
-  Source(TextBytes text, XmlBytes textKind)
-      : bytes(std::make_shared<const TextBytes>(std::move(text))), kind(textKind) {}
+  Source(TextBytes text, XmlBytes textKind) : bytes(shared(std::move(text))), kind(textKind) {}
+
+  /// Not by std::make_shared: then the DLL would export a symbol of libstdc++.
+  static std::shared_ptr<const TextBytes> shared(TextBytes text) {
+    return std::shared_ptr<const TextBytes>(new TextBytes(std::move(text)));  // NOLINT(modernize-make-shared)
+  }
 
   std::shared_ptr<const TextBytes> bytes;
   XmlBytes kind;
@@ -100,7 +104,7 @@ LoadOutcome DocumentLoader::load(Source& source, TextRules rules, std::unique_pt
   if (!reader) {
     text = std::make_unique<XmlText>(source.text(), source.kind);
     // UTF-16 takes twice the memory of its characters
-    if (isDecoded()) source.bytes = std::make_shared<const TextBytes>();
+    if (isDecoded()) source.bytes = Source::shared({});
     if (text->isCopy() && !text->refusal()) reader = readPlain(text->characters(), XmlBytes::Decoded, rules);
     if (!reader) reader = readAny(*text, rules, outcome);
   }
