@@ -210,7 +210,7 @@ std::int32_t ztCAD_getColors(const ztCAD_Base* const* elements, std::int32_t cou
 std::int32_t ztCAD_setColors(ztCAD_Base* const* elements, std::int32_t count, const std::uint32_t* rgb,
                              const std::uint8_t* present) {
   return writeEach<3>(elements, count, rgb, present, [](ztCAD_Base* element, const std::uint32_t* color) {
-    element->property().setColor(color ? ztCAD_Color(color[0], color[1], color[2]) : ztCAD_Color());
+    ztcad::setColor(*element, color);
     return true;
   });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 
 #include "element_kinds.h"
@@ -31,6 +32,11 @@ inline std::optional<QString> templateName(const ztCAD_Base* element) {
 inline std::optional<QString> templateFile(const ztCAD_Base* element) {
   return withFields<HasArchetype>(element, std::optional<QString>(),
                                   [](const auto& reference) { return std::optional(reference.file()); });
+}
+
+/// Every element may have a colour. Null clears it.
+inline void setColor(ztCAD_Base& element, const std::uint32_t* rgb) {
+  element.property().setColor(rgb ? ztCAD_Color(rgb[0], rgb[1], rgb[2]) : ztCAD_Color());
 }
 
 // Each returns whether the element's kind has the field, and throws `std::bad_alloc` with the element

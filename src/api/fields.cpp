@@ -69,9 +69,7 @@ std::int64_t ztCAD_getName(const ztCAD_Base* element, char* text, std::int64_t s
   return give(propertyOf(element), &ztCAD_cmnProperty::name, text, size);
 }
 void ztCAD_setName(ztCAD_Base* element, const char* name) {
-  guarded([&] {
-    if (element) element->setName(fromNarrow(textOf(name)));
-  });
+  setText(propertyOf(element), &ztCAD_cmnProperty::setName, name);
 }
 std::int64_t ztCAD_getComment(const ztCAD_Base* element, char* text, std::int64_t size) {
   return give(propertyOf(element), &ztCAD_cmnProperty::comment, text, size);
@@ -97,8 +95,7 @@ bool ztCAD_getColor(const ztCAD_Base* element, std::uint32_t* rgb) {
   return color.isSet();
 }
 void ztCAD_setColor(ztCAD_Base* element, const std::uint32_t* rgb) {
-  if (element)
-    guarded([&] { element->property().setColor(rgb ? ztCAD_Color(rgb[0], rgb[1], rgb[2]) : ztCAD_Color()); });
+  if (element) guarded([&] { ztcad::setColor(*element, rgb); });
 }
 
 std::int32_t ztCAD_getVisible(const ztCAD_Base* element) {

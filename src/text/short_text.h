@@ -129,7 +129,7 @@ class ztCAD_ShortText {
     return longOne() > other.longOne();
   }
 
-  QString& longOne() { return *std::launder(reinterpret_cast<QString*>(m_bytes)); }
+  QString& held() { return *std::launder(reinterpret_cast<QString*>(m_bytes)); }
   /// All bytes after the characters are 0, so that texts can be compared as a whole.
   void setShort(std::string_view ascii) {
     std::memset(m_bytes, 0, sizeof m_bytes);
@@ -148,12 +148,12 @@ class ztCAD_ShortText {
   }
   void take(ztCAD_ShortText& other) {
     if (other.isShort()) return copy(other);
-    setLong(std::move(other.longOne()));
+    setLong(std::move(other.held()));
     other.release();
     other.setShort({});
   }
   void release() {
-    if (!isShort()) longOne().~QString();
+    if (!isShort()) held().~QString();
   }
 
   /// The characters, or a QString; in the last byte the number of the characters, or `longText`.

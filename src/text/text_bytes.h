@@ -6,6 +6,7 @@
 #include <memory>
 #include <new>
 #include <string_view>
+#include <utility>
 
 namespace ztcad {
 
@@ -15,6 +16,17 @@ class TextBytes {
  public:
   /// Empty.
   TextBytes() = default;
+  /// What was moved from is empty.
+  /// @{
+  TextBytes(TextBytes&& other) noexcept
+      : m_bytes(std::move(other.m_bytes)), m_size(std::exchange(other.m_size, 0)) {}
+  TextBytes& operator=(TextBytes&& other) noexcept {
+    m_bytes = std::move(other.m_bytes);
+    m_size = std::exchange(other.m_size, 0);
+    return *this;
+  }
+  /// @}
+  ~TextBytes() = default;
   /// A copy. Throws `std::bad_alloc`.
   explicit TextBytes(std::string_view bytes) {
     resize(bytes.size());

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// The objects that a block stands for, as members.
+/// The values of a block, held as members.
 struct Model {
   ztCAD_gAttr attributes;
   ztCAD_gShowable showable;

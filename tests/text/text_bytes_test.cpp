@@ -44,6 +44,15 @@ TEST(TextBytes, StayWhereTheyAreWhenTheyAreMoved) {
   EXPECT_EQ(moved.view().data(), address);
 }
 
+TEST(TextBytes, AreEmptyAfterTheyWereMoved) {
+  TextBytes bytes{std::string_view("bytes")};
+  TextBytes moved(std::move(bytes));
+  EXPECT_EQ(bytes.view(), "");  // NOLINT(bugprone-use-after-move): what is tested
+  bytes = std::move(moved);
+  EXPECT_EQ(bytes.view(), "bytes");
+  EXPECT_EQ(moved.view(), "");  // NOLINT(bugprone-use-after-move): what is tested
+}
+
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)  // which end the program
 TEST(TextBytes, AreUnchangedIfThereIsNoMemory) {
   TextBytes bytes{std::string_view("bytes")};
