@@ -1,6 +1,7 @@
 #include "mip.h"
 
 #include <iterator>
+#include <utility>
 
 #include "../core/review.h"
 #include "../core/vocabulary.h"
@@ -80,6 +81,6 @@ bool ztCAD_OptionalMIP::read(const ztcad::ElementView& element) {
   ztCAD_MIP fresh;
   bool fault = false;
   if (!fresh.read(element, fault)) return false;
-  m_record = fresh;
+  m_record = std::move(fresh);
   return true;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -50,10 +51,11 @@ inline int significantDigits(std::string_view real) {
 /// @param real a number as it lies in a text; whitespace around it is ignored
 inline bool hasMoreDigitsThanWritten(std::string_view real) {
   constexpr std::size_t most = writtenDigits;
-  if (real.substr(0, 1) == "-") real.remove_prefix(1);
+  if (real.size() <= most) return false;
+  if (real.front() == '-') real.remove_prefix(1);
   if (real.substr(0, 2) == "0.") real.remove_prefix(2);
   if (real.size() <= most) return false;
-  if (real.size() == most + 1 && real.find('.') != std::string_view::npos) return false;
+  if (real.size() == most + 1 && std::count(real.begin(), real.begin() + most + 1, '.') == 1) return false;
   return significantDigits(real) > writtenDigits;
 }
 

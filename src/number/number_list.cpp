@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <type_traits>
 
+#include "../support/memory_pages.h"
 #include "../text/text_limits.h"
 #include "../text/wide_utf8.h"
 #include "character_list.h"
@@ -23,23 +24,22 @@ bool readPart(PlainCursor& text, Number& value) {
 
 /// Takes no remarks.
 struct WithoutRemarks {
+  template <typename Number>
   static constexpr bool wantsNumbers = false;
 
-  template <typename Number>
   void number(const char* /*begin*/, const char* /*end*/) {}
   void piece(TriplePiece /*kind*/, std::string_view /*piece*/, bool /*hasReals*/) {}
 };
 
 struct WithRemarks {
-  static constexpr bool wantsNumbers = true;
+  template <typename Number>
+  static constexpr bool wantsNumbers = std::is_same_v<Number, double>;
 
   ListRemarks& remarks;
 
-  template <typename Number>
   void number(const char* begin, const char* end) {
-    if constexpr (std::is_same_v<Number, double>)
-      if (hasMoreDigitsThanWritten({begin, static_cast<std::size_t>(end - begin)}))
-        remarks.longReals.add(begin);
+    if (hasMoreDigitsThanWritten({begin, static_cast<std::size_t>(end - begin)}))
+      remarks.longReals.add(begin);
   }
 
   /// A piece that was not read as plain numbers.
@@ -58,7 +58,7 @@ struct WithRemarks {
       const std::string_view part = piece.substr(0, piece.find(','));
       const std::size_t first = part.find_first_not_of(" \t\r\n");
       if (first != std::string_view::npos) {
-        number<double>(part.data() + first, part.data() + part.size());
+        number(part.data() + first, part.data() + part.size());
         ++i;
       }
       if (part.size() == piece.size()) return;
@@ -97,12 +97,39 @@ void reserveForRest(const PlainCursor& text, const char* begin, std::size_t coun
   values.reserve(values.size() + 3 * static_cast<std::size_t>(estimated));
 }
 
+constexpr int usualAtOnce = 256;  // triples
+
+/// The pages of a long list, which the system provides a few at a time shortly before they are written.
+template <typename Number>
+class PagesOfList {
+ public:
+  /// Of a list that has just reserved its memory.
+  void begin(std::vector<Number>& values) {
+    constexpr std::size_t longList = 1 << 20;
+    if (values.capacity() * sizeof(Number) < longList) return;
+    m_next = values.data() + values.size();
+    m_end = values.data() + values.capacity();
+  }
+
+  /// Before numbers are added, at most 3 * `usualAtOnce`.
+  void provide(const std::vector<Number>& values) {
+    constexpr std::ptrdiff_t count = (1 << 18) / sizeof(Number);
+    if (m_next == m_end || m_end != values.data() + values.capacity()) return;  // the latter: it has moved
+    if (values.data() + values.size() + 3 * usualAtOnce < m_next) return;
+    Number* const next = m_end - m_next > count ? m_next + count : m_end;
+    providePages(m_next, static_cast<std::size_t>(next - m_next) * sizeof(Number));
+    m_next = next;
+  }
+
+ private:
+  Number* m_next = nullptr;
+  Number* m_end = nullptr;
+};
+
 PlainCursor cursorOf(const ElementText& text) {
   const std::string_view bytes = text.bytes();
   return {bytes.data(), bytes.data() + bytes.size(), text.endOfMemory()};
 }
-
-constexpr int usualAtOnce = 256;  // triples
 
 /// Appends triples of usual numbers up to the first other piece, or many of them; false if there are none.
 /// Short lists thus get exactly the memory that they need.
@@ -111,11 +138,14 @@ bool readUsual(PlainCursor& text, std::vector<Number>& values, Remarks& remarks)
   constexpr int most = usualAtOnce;
   Number numbers[3 * most];
   TriplePlaces places[most];
-  const int count = readUsualTriples(text, numbers, Remarks::wantsNumbers ? places : nullptr, most);
+  constexpr bool wantsNumbers = Remarks::template wantsNumbers<Number>;
+  const int count = readUsualTriples(text, numbers, wantsNumbers ? places : nullptr, most);
   values.insert(values.end(), numbers, numbers + 3 * count);
-  for (int i = 0; Remarks::wantsNumbers && i < count; ++i)
+  for (int i = 0; wantsNumbers && i < count; ++i) {
+    if (places[i].mostDigits <= writtenDigits) continue;
     for (std::size_t k = 0; k < 3; ++k)
-      remarks.template number<Number>(places[i].begins[k], places[i].ends[k]);
+      remarks.number(places[i].begins[k], places[i].ends[k]);
+  }
   return count > 0;
 }
 
@@ -131,12 +161,15 @@ bool parseAnyTriples(const ElementText& text, std::vector<Number>& values, Remar
     return count;
   };
   bool isReserved = false;
+  PagesOfList<Number> pages;
   while (left.at != left.end) {
+    pages.provide(values);
     if (readUsual(left, values, remarks)) {
       const std::size_t count = countSoFar();
       if (isReserved || count < std::size_t{3} * usualAtOnce) continue;
       reserveForRest(left, bytes.data(), count, values);
       isReserved = true;
+      pages.begin(values);
       continue;
     }
     const auto from = static_cast<std::size_t>(left.at - bytes.data());
@@ -181,12 +214,15 @@ bool parsePlain(PlainCursor text, const QString& word, Number* values, int count
   text.at += size;
   if (!skip(',', text)) return false;
   skipWhitespace(text);
-  int read = readUsual(text, values, count);
-  if (read == 0 && !readPart(text, values[read++])) return false;
-  skipWhitespace(text);
-  for (; read < count; ++read)
-    if (!skip(',', text) || !readPart(text, values[read])) return false;
-  return text.at == text.end;
+  for (int read = 0; true;) {
+    const int usual = readUsual(text, values + read, count - read);
+    read += usual;
+    if (usual == 0 && !readPart(text, values[read++])) return false;
+    skipWhitespace(text);
+    if (read == count) return text.at == text.end;
+    if (!skip(',', text)) return false;
+    skipWhitespace(text);
+  }
 }
 
 }  // namespace

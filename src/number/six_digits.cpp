@@ -3,6 +3,8 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <QtAlgorithms>
+#include <QtEndian>
 
 #include "whole_numbers.h"
 
@@ -92,55 +94,82 @@ Scaled scaled(std::uint64_t m, int e, int power) {
   return {static_cast<std::uint32_t>(whole), bit(shift - 1) != 0};
 }
 
+/// The powers of ten from 1e-22 on, each the nearest double: of those below 1, the quotient of exact values.
+constexpr int smallestExponent = -22;
+constexpr auto makeNearestPowersOfTen() {
+  std::array<double, 30> powers{};
+  for (std::size_t i = 0; i < powers.size(); ++i) {
+    const int exponent = smallestExponent + static_cast<int>(i);
+    double power = 1;
+    for (int k = 0; k < (exponent < 0 ? -exponent : exponent); ++k)
+      power *= 10;
+    powers[i] = exponent < 0 ? 1 / power : power;
+  }
+  return powers;
+}
+constexpr auto nearestPowersOfTen = makeNearestPowersOfTen();
+
 /// Rounds a value below a million: m * 2^e, in [2^binary, 2^(binary + 1)).
-Decimal ofSmall(std::uint64_t m, int e, int binary) {
+///
+/// The power of ten is compared with its nearest double. No double lies between the two; a value that equals
+/// the double though it is less than the power is rounded up to the power.
+Decimal ofSmall(double magnitude, std::uint64_t m, int e, int binary) {
   constexpr int log10Of2 = 1233;  // times 1/4096; exact after rounding down for all exponents used here
-  int exponent = (binary * log10Of2) >> 12;  // that of 2^binary; that of the value may be one more
-  Scaled six = scaled(m, e, 5 - exponent);
-  if (six.whole >= million) six = scaled(m, e, 5 - ++exponent);
+  const int least = (binary * log10Of2) >> 12;  // the exponent of 2^binary; that of the value may be one more
+  const double next = nearestPowersOfTen[static_cast<std::size_t>(least + 1 - smallestExponent)];
+  const int exponent = least + (magnitude >= next ? 1 : 0);
+  const Scaled six = scaled(m, e, 5 - exponent);
   return carried({six.whole + (six.roundsUp ? 1 : 0), exponent});
 }
 
-/// Writes all six digits; returns their count without trailing zeros.
-int writeDigits(std::uint32_t digits, char* out) {
-  fourDigits.writeFour(digits % 10000, fourDigits.writeTwo(digits / 10000, out));
-  int count = 6;
-  while (count > 1 && out[count - 1] == '0')
-    --count;
-  return count;
+/// Up to eight characters, the first one in the lowest byte. They are moved as a whole, without a branch that
+/// depends on how many there are.
+using Characters = std::uint64_t;
+
+constexpr Characters bytesBelow(int count) { return (Characters{1} << (8 * count)) - 1; }
+
+char* write(Characters characters, char* out) {
+  const Characters bytes = qToLittleEndian(characters);
+  std::memcpy(out, &bytes, sizeof bytes);
+  return out;
 }
 
-char* writeScientific(const char* digits, int count, int exponent, char* out) {
-  *out++ = digits[0];
-  if (count > 1) {
-    *out++ = '.';
-    std::memcpy(out, digits + 1, 5);
-    out += count - 1;
-  }
+/// The characters with a point after the first `before` ones, at most six.
+Characters withPoint(Characters characters, int before) {
+  const Characters first = bytesBelow(before);
+  return (characters & first) | (Characters{'.'} << (8 * before)) | ((characters & ~first) << 8);
+}
+
+/// A number below a million as six values below ten.
+Characters digitsOf(std::uint32_t number) {
+  const Characters pairs =
+      Characters{number / 10000} | Characters{number / 100 % 100} << 16 | Characters{number % 100} << 32;
+  const Characters tens = (pairs * 103 >> 10) & 0x000f000f000f;  // pairs / 10, for each pair below 100
+  return tens | (pairs - 10 * tens) << 8;
+}
+
+char* writeScientific(Characters digits, int count, int exponent, char* out) {
+  write(withPoint(digits, 1), out);
+  out += count > 1 ? count + 1 : 1;
   *out++ = 'e';
   *out++ = exponent < 0 ? '-' : '+';
   return fourDigits.writeTwo(static_cast<std::uint32_t>(exponent < 0 ? -exponent : exponent), out);
 }
 
-char* writeFixed(const char* digits, int count, int exponent, char* out) {
+char* writeFixed(Characters digits, int count, int exponent, char* out) {
   if (exponent < 0) {
-    constexpr std::array<char, 6> zeros = {'0', '.', '0', '0', '0', '0'};
-    std::memcpy(out, zeros.data(), zeros.size());
-    out += 1 - exponent;
-    std::memcpy(out, digits, 6);
-    return out + count;
+    std::memcpy(out, "0.000000", sizeof(Characters));
+    return write(digits, out + 1 - exponent) + count;
   }
   const int before = exponent + 1;
-  std::memcpy(out, digits, 6);
-  if (count <= before) return out + before;
-  std::memcpy(out + before + 1, digits + before, static_cast<std::size_t>(6 - before));
-  out[before] = '.';
-  return out + count + 1;
+  return write(withPoint(digits, before), out) + (count <= before ? before : count + 1);
 }
 
 char* write(Decimal decimal, char* out) {
-  char digits[6];
-  const int count = writeDigits(decimal.digits, digits);
+  const Characters values = digitsOf(decimal.digits);
+  const int zeros = static_cast<int>(qCountLeadingZeroBits(quint64{values})) / 8 - 2;  // at the end
+  const int count = 6 - zeros;
+  const Characters digits = values + 0x303030303030;  // "000000"
   const bool isFixed = -4 <= decimal.exponent && decimal.exponent < 6;
   return isFixed ? writeFixed(digits, count, decimal.exponent, out)
                  : writeScientific(digits, count, decimal.exponent, out);
@@ -162,13 +191,14 @@ char* writeSixDigits(double value, char* out) {
   }
   const int binary = static_cast<int>((bits >> fractionBits) & 0x7FFU) - exponentBias;
   if (binary < smallestBinary || binary > largestBinary) return nullptr;
-  if (bits >> 63U != 0) *out++ = '-';
+  *out = '-';
+  out += bits >> 63U;
   constexpr std::uint64_t leadingBit = std::uint64_t{1} << fractionBits;
   const std::uint64_t m = (bits & (leadingBit - 1)) | leadingBit;
   const int e = binary - fractionBits;
   const double magnitude = value < 0 ? -value : value;
   if (magnitude >= million) return write(ofLarge(static_cast<std::uint64_t>(magnitude)), out);
-  return write(ofSmall(m, e, binary), out);
+  return write(ofSmall(magnitude, m, e, binary), out);
 }
 
 }  // namespace ztcad

@@ -1,5 +1,7 @@
 #include "usual_numbers.h"
 
+#include <algorithm>
+
 #include "wide_numbers.h"
 
 namespace ztcad {
@@ -19,6 +21,9 @@ bool readTriple(PlainCursor& text, Number* values, TriplePlaces& places) {
     if (i < 2 && !skip(',', ahead)) return false;
   }
   if (!skip(';', ahead)) return false;
+  places.mostDigits = 0;
+  for (std::size_t i = 0; i < 3; ++i)
+    places.mostDigits = std::max(places.mostDigits, static_cast<int>(places.ends[i] - places.begins[i]));
   text = ahead;
   return true;
 }

@@ -11,6 +11,7 @@ namespace ztcad {
 struct TriplePlaces {
   std::array<const char*, 3> begins;
   std::array<const char*, 3> ends;
+  int mostDigits;  // of one of the numbers, leading zeros included; may be more if the number has an exponent
 };
 
 /// Reads pieces "a, b, c;" of exactly three usual numbers, up to the first other piece.

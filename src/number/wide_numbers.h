@@ -10,13 +10,14 @@
 /// Vectors have 16 bytes: a stack on Windows does not align longer ones.
 
 #if defined(__GNUC__) && defined(__x86_64__)
-#define ZTCAD_WIDE __attribute__((target("avx2,bmi,bmi2")))
+#define ZTCAD_WIDE __attribute__((target("avx2,bmi,bmi2,popcnt")))
 #include <immintrin.h>
 
 namespace ztcad {
 
 inline bool hasWideInstructions() {
-  return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2");
+  return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2") &&
+         __builtin_cpu_supports("popcnt");
 }
 
 namespace wide {
@@ -27,17 +28,43 @@ ZTCAD_WIDE inline __m128i load(const void* at) { return _mm_loadu_si128(static_c
 
 ZTCAD_WIDE inline quint32 maskOf(__m128i bytes) { return static_cast<quint32>(_mm_movemask_epi8(bytes)); }
 
+/// Sixteen equal bytes. The compiler must not know them: it would make them anew from an integer, by three
+/// instructions, wherever they are used.
+ZTCAD_WIDE inline __m128i sixteen(char byte) {
+  __m128i bytes = _mm_set1_epi8(byte);
+  asm("" : "+x"(bytes));
+  return bytes;
+}
+
+struct Constants {
+  __m128i comma;
+  __m128i semicolon;
+  __m128i point;
+  __m128i zero;
+  __m128i nine;  // the value
+
+  ZTCAD_WIDE Constants()
+      : comma(sixteen(',')),
+        semicolon(sixteen(';')),
+        point(sixteen('.')),
+        zero(sixteen('0')),
+        nine(sixteen(9)) {}
+};
+
 /// The bytes less "0": digits become 0 to 9.
-ZTCAD_WIDE inline __m128i digitsOf(__m128i bytes) { return _mm_sub_epi8(bytes, _mm_set1_epi8('0')); }
+ZTCAD_WIDE inline __m128i digitsOf(__m128i bytes, const Constants& constants) {
+  return _mm_sub_epi8(bytes, constants.zero);
+}
 
 /// Bits of the bytes that are digits.
-ZTCAD_WIDE inline quint32 digitMask(__m128i digits) {
-  return maskOf(_mm_cmpeq_epi8(digits, _mm_min_epu8(digits, _mm_set1_epi8(9))));
+ZTCAD_WIDE inline quint32 digitMask(__m128i digits, const Constants& constants) {
+  return maskOf(_mm_cmpeq_epi8(digits, _mm_min_epu8(digits, constants.nine)));
 }
 
 /// Whether a number that begins at `next` is separated by "," or ", " from the one that ends at `comma`.
 inline bool isSeparator(const char* comma, const char* next) {
-  return *comma == ',' && (next == comma + 1 || (next == comma + 2 && comma[1] == ' '));
+  const bool isUsual = next == comma + 2 && std::memcmp(comma, ", ", 2) == 0;  // one comparison
+  return isUsual || (next == comma + 1 && *comma == ',');
 }
 
 /// Finds the numbers of a triple by a mask with a bit for each byte from `at` on, which is set if the byte is
@@ -88,24 +115,26 @@ inline constexpr double signs[] = {1, -1};
 /// Reads an optional "-" and up to 15 digits with at most one point, which is not the first of them. The
 /// whole number that they form and the power of ten that divides it are exact (see `readShortReal`). False
 /// for any other text.
-ZTCAD_WIDE inline bool readReal(const char* begin, const char* end, double& value) {
+/// @param most input and output: becomes the number of digits if that is greater
+ZTCAD_WIDE inline bool readReal(const char* begin, const char* end, const Constants& constants, double& value,
+                                int& most) {
   constexpr quint32 mostDigits = 15;
   const int sign = *begin == '-' ? 1 : 0;
   const char* const whole = begin + sign;
   const auto length = static_cast<quint32>(end - whole);
   const __m128i bytes = load(whole);
-  const __m128i digits = digitsOf(bytes);
-  const quint32 nonDigits = _bzhi_u32(~digitMask(digits), length);
-  const quint32 points = _bzhi_u32(maskOf(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('.'))), length);
-  const quint32 point = points != 0 ? 1 : 0;
-  const quint32 count = length - point;
-  if (nonDigits != points || _blsr_u32(points) != 0 || (points & 1) != 0 || count - 1 >= mostDigits)
-    return false;
+  const __m128i digits = digitsOf(bytes, constants);
+  const quint32 nonDigits = _bzhi_u32(~digitMask(digits, constants), length);
+  const quint32 points = _bzhi_u32(maskOf(_mm_cmpeq_epi8(bytes, constants.point)), length);
+  const quint32 count = length - static_cast<quint32>(_mm_popcnt_u32(points));
+  const quint32 notUsual = (nonDigits ^ points) | _blsr_u32(points) | (points & 1);
+  if (notUsual != 0 || count - 1 >= mostDigits) return false;
   const quint32 beforePoint = _tzcnt_u32(points | (quint32{1} << length));
   // after the point, each digit is one byte further on
   const __m128i inPlace = load(order + count);
   const __m128i isAfter = _mm_cmpgt_epi8(inPlace, _mm_set1_epi8(static_cast<char>(beforePoint - 1)));
   const __m128i moved = _mm_shuffle_epi8(digits, _mm_sub_epi8(inPlace, isAfter));
+  most = std::max(most, static_cast<int>(count));
   value = signs[sign] * static_cast<double>(joinSixteen(moved)) / exactPowersOfTen[count - beforePoint];
   return true;
 }
@@ -114,12 +143,12 @@ ZTCAD_WIDE inline bool readReal(const char* begin, const char* end, double& valu
 constexpr std::ptrdiff_t bytesForReals = 6 * blockSize;
 
 /// Bits of the first 64 bytes which are set if the byte is part of no real: white space, ",", ";" and quotes.
-ZTCAD_WIDE inline quint64 outsideMask(const char* at) {
+ZTCAD_WIDE inline quint64 outsideMask(const char* at, const Constants& constants) {
   quint64 mask = 0;
   for (int i = 0; i < 4; ++i) {
     const __m128i bytes = load(at + i * blockSize);
-    const __m128i isLow = _mm_cmpeq_epi8(bytes, _mm_min_epu8(bytes, _mm_set1_epi8(',')));
-    const __m128i isOutside = _mm_or_si128(isLow, _mm_cmpeq_epi8(bytes, _mm_set1_epi8(';')));
+    const __m128i isLow = _mm_cmpeq_epi8(bytes, _mm_min_epu8(bytes, constants.comma));
+    const __m128i isOutside = _mm_or_si128(isLow, _mm_cmpeq_epi8(bytes, constants.semicolon));
     mask |= quint64{maskOf(isOutside)} << (i * blockSize);
   }
   return mask;
@@ -128,20 +157,26 @@ ZTCAD_WIDE inline quint64 outsideMask(const char* at) {
 /// Reads a triple up to its ";". False, with the outputs unspecified, for other texts than the usual ones,
 /// and near the end of memory.
 /// @{
-ZTCAD_WIDE inline bool readTriple(const PlainCursor& text, double* values, TriplePlaces& places) {
+ZTCAD_WIDE inline bool readTriple(const PlainCursor& text, const Constants& constants, double* values,
+                                  TriplePlaces& places) {
   if (text.endOfMemory - text.at < bytesForReals) return false;
-  const quint64 outside = outsideMask(text.at);
-  return (outside & 1) == 0 && findTriple(text.at, text.end, outside, places) &&
-         readReal(places.begins[0], places.ends[0], values[0]) &&
-         readReal(places.begins[1], places.ends[1], values[1]) &&
-         readReal(places.begins[2], places.ends[2], values[2]);
+  const quint64 outside = outsideMask(text.at, constants);
+  int most = 0;
+  const bool isRead = (outside & 1) == 0 && findTriple(text.at, text.end, outside, places) &&
+                      readReal(places.begins[0], places.ends[0], constants, values[0], most) &&
+                      readReal(places.begins[1], places.ends[1], constants, values[1], most) &&
+                      readReal(places.begins[2], places.ends[2], constants, values[2], most);
+  places.mostDigits = most;
+  return isRead;
 }
 
-ZTCAD_WIDE inline bool readTriple(const PlainCursor& text, std::uint32_t* values, TriplePlaces& places) {
+ZTCAD_WIDE inline bool readTriple(const PlainCursor& text, const Constants& constants, std::uint32_t* values,
+                                  TriplePlaces& places) {
   constexpr std::ptrdiff_t readAtMost = 3 * blockSize;
   if (text.endOfMemory - text.at < readAtMost) return false;
-  const quint32 digits = digitMask(digitsOf(load(text.at))) | digitMask(digitsOf(load(text.at + blockSize)))
-                                                                  << blockSize;
+  const auto digitsAt = [&](const char* at)
+                            ZTCAD_WIDE { return digitMask(digitsOf(load(at), constants), constants); };
+  const quint32 digits = digitsAt(text.at) | digitsAt(text.at + blockSize) << blockSize;
   const quint64 outside = ~digits;
   if ((outside & 1) != 0 || !findTriple(text.at, text.end, outside, places)) return false;
   constexpr std::ptrdiff_t mostDigits = 8;
@@ -166,11 +201,12 @@ ZTCAD_WIDE inline bool readTriple(const PlainCursor& text, std::uint32_t* values
 /// @param places output if `HasPlaces`
 template <bool HasPlaces, typename Number>
 ZTCAD_WIDE int readTriples(PlainCursor& text, Number* values, TriplePlaces* places, int most) {
+  const Constants constants;
   PlainCursor ahead = text;
   TriplePlaces found = {};
   for (int count = 0; count < most; ++count) {
     skipWhitespace(ahead);
-    if (readTriple(ahead, values + 3 * count, found))
+    if (readTriple(ahead, constants, values + 3 * count, found))
       ahead.at = found.ends[2] + 1;
     else if (readTriplesNarrow(ahead, values + 3 * count, &found, 1) == 0)
       return count;
@@ -183,18 +219,20 @@ ZTCAD_WIDE int readTriples(PlainCursor& text, Number* values, TriplePlaces* plac
 /// Reads the numbers that lie in the first 64 bytes from the cursor on; the first one begins there.
 /// @param next output: where the number begins that is the first to lie elsewhere; unchanged if the list ends
 ///             or has another piece
-ZTCAD_WIDE inline int readRealsInWindow(PlainCursor& text, double* values, int most, const char*& next) {
+ZTCAD_WIDE inline int readRealsInWindow(PlainCursor& text, const Constants& constants, double* values,
+                                        int most, const char*& next) {
   constexpr std::ptrdiff_t windowSize = 64;
   const char* const window = text.at;
   const auto size = static_cast<quint32>(std::min(text.end - window, windowSize));
-  const quint64 outside = outsideMask(window) | ~_bzhi_u64(~quint64{0}, size);
+  const quint64 outside = outsideMask(window, constants) | ~_bzhi_u64(~quint64{0}, size);
   quint64 changes = outside ^ (outside << 1);
   if ((outside & 1) != 0) return 0;
   const char* begin = window;
   for (int count = 0; changes != 0;) {
     const char* const end = window + _tzcnt_u64(changes);
     changes = _blsr_u64(changes);
-    if (!readReal(begin, end, values[count])) return count;
+    int digits = 0;
+    if (!readReal(begin, end, constants, values[count], digits)) return count;
     text.at = end;
     if (++count == most) return count;
     if (end == text.end || *end != ',') return count;
@@ -213,11 +251,12 @@ ZTCAD_WIDE inline int readRealsInWindow(PlainCursor& text, double* values, int m
 }
 
 ZTCAD_WIDE inline int readReals(PlainCursor& text, double* values, int most) {
+  const Constants constants;
   int count = 0;
   PlainCursor ahead = text;
   for (const char* next = text.at; next && text.endOfMemory - next >= bytesForReals;) {
     ahead.at = std::exchange(next, nullptr);
-    const int found = readRealsInWindow(ahead, values + count, most - count, next);
+    const int found = readRealsInWindow(ahead, constants, values + count, most - count, next);
     if (found == 0) break;
     count += found;
     text.at = ahead.at;

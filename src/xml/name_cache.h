@@ -44,8 +44,11 @@ class NameCache {
   }
 
   /// Forgets all names if there are more than a format has.
-  void trim() {
-    if (m_names.size() > most) clear();
+  /// @return whether it did
+  bool trim() {
+    const bool isFull = m_names.size() > most;
+    if (isFull) clear();
+    return isFull;
   }
 
  private:

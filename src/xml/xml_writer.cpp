@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <utility>
 
 #include "../text/wide_utf8.h"
 #include "../text/windows1251.h"
@@ -129,10 +130,13 @@ XmlWriter::XmlWriter(ByteOutput& output, const CharacterEncoder& encoder, int in
 
 void XmlWriter::startElement(const QString& tag) {
   beginLine();
-  m_names.trim();
+  if (m_names.trim()) m_lastAttributes.clear();
+  m_startTag = nameOf(tag);
   m_buffer += '<';
-  m_buffer += m_names.bytes(nameOf(tag));
-  m_openTags.push_back(tag);
+  m_buffer += m_names.bytes(m_startTag);
+  if (m_tags.size() == m_depth) m_tags.emplace_back();
+  QString& kept = m_tags[m_depth++];
+  if (kept.constData() != tag.constData()) kept = tag;  // siblings usually have the same tag
   m_startTagIsOpen = true;
 }
 
@@ -171,7 +175,7 @@ void XmlWriter::attribute(const QString& name, const QString& value) {
     m_longValues.push_back(value);
     longValue = static_cast<std::uint32_t>(m_longValues.size());
   }
-  m_attributes.push_back({index, longValue, begin, m_written.size() - begin});
+  addAttribute(index, begin, longValue);
 }
 
 bool XmlWriter::isPlainValue(std::string_view ascii) {
@@ -185,12 +189,20 @@ void XmlWriter::plainAttribute(const QString& name, std::string_view ascii) {
   m_written += m_names.attributeStart(index);
   m_written += ascii;
   m_written += '"';
-  m_attributes.push_back({index, 0, begin, m_written.size() - begin});
+  addAttribute(index, begin);
+}
+
+/// Field by field: a copy of the whole would wait until each field has been written.
+void XmlWriter::addAttribute(NameCache::Index name, std::size_t begin, std::uint32_t longValue) {
+  Attribute& attribute = m_attributes.emplace_back();
+  attribute.name = name;
+  attribute.longValue = longValue;
+  attribute.begin = begin;
+  attribute.end = m_written.size();
 }
 
 void XmlWriter::endElement() {
-  const QString tag = std::move(m_openTags.back());
-  m_openTags.pop_back();
+  const QString& tag = m_tags[--m_depth];
   if (m_startTagIsOpen) {
     closeStartTag("/>");
   } else {
@@ -287,15 +299,11 @@ void XmlWriter::beginText() {
 }
 
 void XmlWriter::closeStartTag(std::string_view closing) {
-  sortAttributes();
-  const auto isReplaced = [](const Attribute& attribute, const Attribute& next) {
-    return attribute.place >> 32 == next.place >> 32;
-  };
-  for (auto attribute = m_attributes.begin(); attribute != m_attributes.end(); ++attribute) {
-    if (attribute + 1 != m_attributes.end() && isReplaced(*attribute, attribute[1])) continue;
-    m_buffer += m_written.bytes().substr(attribute->begin, attribute->size);
-    if (attribute->longValue > 0) {
-      writeEscaped(m_longValues[attribute->longValue - 1], valueSpecials);
+  for (const std::size_t place : attributeOrder()) {
+    const Attribute& attribute = m_attributes[place];
+    m_buffer += m_written.bytes().substr(attribute.begin, attribute.end - attribute.begin);
+    if (attribute.longValue > 0) {
+      writeEscaped(m_longValues[attribute.longValue - 1], valueSpecials);
       m_buffer += '"';
     }
     flushIfFull();
@@ -308,15 +316,34 @@ void XmlWriter::closeStartTag(std::string_view closing) {
   m_lineEndIsDue = true;
 }
 
-void XmlWriter::sortAttributes() {
-  std::uint64_t number = 0;
-  for (Attribute& attribute : m_attributes)
-    attribute.place = std::uint64_t{m_names.rank(attribute.name)} << 32 | number++;
-  std::sort(m_attributes.begin(), m_attributes.end(),
-            [](const Attribute& a, const Attribute& b) { return a.place < b.place; });
+/// The places of the attributes that are written, in the order of their names.
+const std::vector<std::size_t>& XmlWriter::attributeOrder() {
+  if (m_startTag >= m_lastAttributes.size()) m_lastAttributes.resize(m_startTag + 1);
+  LastAttributes& last = m_lastAttributes[m_startTag];
+  const bool areSame =
+      std::equal(m_attributes.begin(), m_attributes.end(), last.names.begin(), last.names.end(),
+                 [](const Attribute& attribute, NameCache::Index name) { return attribute.name == name; });
+  if (!areSame) orderAttributes(last);
+  return last.order;
 }
 
-void XmlWriter::writeIndent() { m_buffer.append(m_openTags.size() * m_indent, ' '); }
+void XmlWriter::orderAttributes(LastAttributes& last) {
+  last.names.clear();
+  last.order.clear();
+  for (const Attribute& attribute : m_attributes) {
+    last.order.push_back(last.names.size());
+    last.names.push_back(attribute.name);
+  }
+  const auto rankAt = [&](std::size_t place) { return m_names.rank(last.names[place]); };
+  std::sort(last.order.begin(), last.order.end(),
+            [&](std::size_t a, std::size_t b) { return std::pair(rankAt(a), a) < std::pair(rankAt(b), b); });
+  // of several values of one name, the last one is written
+  const auto isSame = [&](std::size_t a, std::size_t b) { return last.names[a] == last.names[b]; };
+  const auto firstKept = std::unique(last.order.rbegin(), last.order.rend(), isSame).base();
+  last.order.erase(last.order.begin(), firstKept);
+}
+
+void XmlWriter::writeIndent() { m_buffer.append(m_depth * m_indent, ' '); }
 
 void XmlWriter::writeUnescaped(QStringView text) {
   for (qsizetype at = 0; at < text.size(); flushIfFull())

@@ -96,8 +96,13 @@ class XmlWriter {
     NameCache::Index name = 0;
     std::uint32_t longValue = 0;  // 1 and up: in m_longValues; only what precedes the value is written
     std::size_t begin = 0;        // of its bytes in m_written
-    std::size_t size = 0;
-    std::uint64_t place = 0;  // in the order of names; attributes of one name as they were set
+    std::size_t end = 0;
+  };
+
+  /// The attributes of the last element with a tag: siblings usually have the same ones.
+  struct LastAttributes {
+    std::vector<NameCache::Index> names;  // as they were set
+    std::vector<std::size_t> order;       // the places of those that are written, in the order of their names
   };
 
   void beginLine();
@@ -105,7 +110,9 @@ class XmlWriter {
   void beginText();
   qsizetype appendUnescaped(QStringView text, qsizetype at, ByteBuffer& out) const;
   NameCache::Index nameOf(const QString& name);
-  void sortAttributes();
+  void addAttribute(NameCache::Index name, std::size_t begin, std::uint32_t longValue = 0);
+  const std::vector<std::size_t>& attributeOrder();
+  void orderAttributes(LastAttributes& last);
   void closeStartTag(std::string_view closing);
   void writeIndent();
   void writeUnescaped(QStringView text);
@@ -116,11 +123,14 @@ class XmlWriter {
   const CharacterEncoder& m_encoder;
   const std::size_t m_indent;
   ByteBuffer m_buffer;
-  std::vector<QString> m_openTags;
+  std::vector<QString> m_tags;  // of the open elements, and of those that were open at greater depths
+  std::size_t m_depth = 0;
   NameCache m_names;
-  std::vector<Attribute> m_attributes;  // of the open start tag
-  ByteBuffer m_written;                 // the attributes as they were set
-  std::vector<QString> m_longValues;    // as their attributes were set
+  std::vector<LastAttributes> m_lastAttributes;  // by the index of the tag
+  NameCache::Index m_startTag = 0;               // the open one
+  std::vector<Attribute> m_attributes;           // of the open start tag
+  ByteBuffer m_written;                          // the attributes as they were set
+  std::vector<QString> m_longValues;             // as their attributes were set
   bool m_startTagIsOpen = false;
   bool m_lineEndIsDue = false;  // whether it is written depends on what follows: text stays on the line
   bool m_isBesideText = false;

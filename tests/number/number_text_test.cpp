@@ -78,6 +78,26 @@ TEST_P(FormattedReal, IsFormattedIdenticallyInAQString) {
 
 INSTANTIATE_TEST_SUITE_P(NumberText, FormattedReal, testing::ValuesIn(realRows));
 
+/// The exponent is found by comparing with powers of ten, of which those below 1 are no doubles.
+TEST(NumberText, ThePowersOfTenAndTheirNeighboursAreFormattedAsByQt) {
+  for (int exponent = -25; exponent <= 20; ++exponent) {
+    for (const char* const digits : {"1", "9.99999", "9.999995", "9.9999949", "1.000005", "5"}) {
+      const double value = std::stod(std::string(digits) + "e" + std::to_string(exponent));
+      double lower = value;
+      double upper = value;
+      for (int step = 0; step < 8; ++step) {
+        for (const double real : {lower, upper, -lower, -upper}) {
+          char text[ztcad::longestNumber];
+          const std::string written(text, ztcad::writeReal(real, text));
+          EXPECT_EQ(written, QString(QLatin1String("%1")).arg(real, 0, 'g', -1).toStdString());
+        }
+        lower = std::nextafter(lower, 0);
+        upper = std::nextafter(upper, 1e300);
+      }
+    }
+  }
+}
+
 TEST(NumberText, FormatsIndicesInFull) {
   for (const std::uint32_t value : {0u, 1u, 9u, 10u, 1234567u, 4294967295u}) {
     char written[ztcad::longestNumber];
