@@ -7,12 +7,20 @@
 #include <utility>
 
 #include "../support/export.h"
+#include "elements_ahead.h"
 
 /// @file
 /// Memory of the containers' nodes.
 
+namespace ztcad {
+class NodeSlab;
+}
+
 /// The nodes of one list, in blocks that grow from one node to 64 KB: a node costs no memory but its own.
 /// Removed nodes are used again; all memory is freed with the last node.
+///
+/// The blocks of lists that are read from a file lie side by side in slabs of up to 32 KB. Each slab is freed
+/// with the last of the lists in it.
 ///
 /// In a build with the address sanitizer each node is an allocation of its own, so that the use of a
 /// destroyed element is found.
@@ -29,16 +37,20 @@ class ZTCAD_API ztCAD_NodePool {
 
  private:
   struct Block;
-  struct FreeNode;
+  struct FreeNodes;
 
-  ztCAD_NodePool() = default;
-  void addBlock(std::size_t size);
+  ztCAD_NodePool(std::size_t size, char* firstNode, ztcad::NodeSlab* slab);
+  static ztCAD_NodePool* make(std::size_t size);
+  void addNodes();
 
-  std::size_t m_used = 0;      // nodes that the list has
-  FreeNode* m_free = nullptr;  // nodes that were given back
-  char* m_next = nullptr;      // the part of the last block that was never used
+  std::size_t m_size;           // of a node
+  std::size_t m_used = 0;       // nodes that the list has
+  FreeNodes* m_free = nullptr;  // nodes that were given back
+  char* m_next = nullptr;       // the part of the last block that was never used
   char* m_end = nullptr;
-  Block* m_blocks = nullptr;  // the last one first; the pool lies before them, with the first node
+  Block* m_blocks = nullptr;         // the last one first; the pool lies before them, with the first node
+  ztcad::NodeSlab* const m_ownSlab;  // where the pool lies; null: in memory of its own
+  ztcad::NodeSlab* m_lastSlab;       // where the last block lies
 };
 
 /// The allocator of a list whose nodes lie in a pool of its own. A copy has no pool, so it is no allocator as
@@ -80,6 +92,16 @@ class ztCAD_PoolAllocator {
     if (count != 1) throw std::bad_alloc();
     return static_cast<T*>(ztCAD_NodePool::allocate(m_pool, sizeof(T)));
   }
+  /// Destroys a node, or its element. An element that says that it owns nothing is left as it is: its
+  /// destructors would only write to memory that is about to be freed.
+  template <typename Object>
+  void destroy(Object* object) noexcept {
+    if constexpr (HasOwnsNothing<Object>::value) {
+      ztcad::prefetchElementAfter<96>(*object);
+      if (object->ownsNothing()) return;
+    }
+    object->~Object();
+  }
   /// Gives the memory of a node back.
   void deallocate(T* node, std::size_t /*one*/) noexcept { ztCAD_NodePool::free(m_pool, node); }
 
@@ -92,6 +114,11 @@ class ztCAD_PoolAllocator {
   /// @}
 
  private:
+  template <typename Object, typename = bool>
+  struct HasOwnsNothing : std::false_type {};
+  template <typename Object>
+  struct HasOwnsNothing<Object, decltype(std::declval<const Object&>().ownsNothing())> : std::true_type {};
+
   ztCAD_NodePool* m_pool = nullptr;  // null: the list has no nodes
 };
 

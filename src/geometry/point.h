@@ -36,6 +36,10 @@ class ZTCAD_API ztCAD_commonPoint : public ztCAD_Base,
   /// For a point that was read, whether the last read succeeded; else whether it has a position.
   bool passesCheck() const { return wasRead() ? readOk() : m_center.isValid(); }
 
+  /// Whether the point owns no memory, so that its destructor has nothing to do: most points of a large
+  /// document. A container does not destroy such points but only frees their memory.
+  bool ownsNothing() const { return property().ownsNothing() && method().isShared(); }
+
  protected:
   /// No name, no position.
   ztCAD_commonPoint();

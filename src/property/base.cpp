@@ -22,7 +22,7 @@ ztCAD_baseElement::ztCAD_baseElement(const QString& method) : m_method(ztcad::sh
 }
 
 ztCAD_baseElement::ztCAD_baseElement(const ztCAD_baseElement& other)
-    : m_method(ztcad::isSharedMethod(other.m_method) ? other.m_method : new ztCAD_gMethod(*other.m_method)) {}
+    : m_method(other.m_method->isShared() ? other.m_method : new ztCAD_gMethod(*other.m_method)) {}
 
 ztCAD_baseElement& ztCAD_baseElement::operator=(const ztCAD_baseElement& other) {
   if (this != &other) assignMethod(*other.m_method);
@@ -30,13 +30,12 @@ ztCAD_baseElement& ztCAD_baseElement::operator=(const ztCAD_baseElement& other) 
 }
 
 ztCAD_baseElement::~ztCAD_baseElement() {
-  if (!ztcad::isSharedMethod(m_method)) delete m_method;
+  if (!m_method->isShared()) delete m_method;
 }
 
 /// A method of its own stays: the host may hold a reference to it.
 void ztCAD_baseElement::assignMethod(const ztCAD_gMethod& method) {
-  const bool isShared = ztcad::isSharedMethod(m_method);
-  const ztCAD_gMethod* const shared = isShared ? ztcad::sharedMethod(method.method()) : nullptr;
+  const ztCAD_gMethod* const shared = m_method->isShared() ? ztcad::sharedMethod(method.method()) : nullptr;
   if (shared)
     m_method = shared;
   else
@@ -44,7 +43,7 @@ void ztCAD_baseElement::assignMethod(const ztCAD_gMethod& method) {
 }
 
 ztCAD_gMethod& ztCAD_baseElement::ownMethod() {
-  if (ztcad::isSharedMethod(m_method)) m_method = new ztCAD_gMethod(*m_method);
+  if (m_method->isShared()) m_method = new ztCAD_gMethod(*m_method);
   // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): made by this element, as an object that may change
   return const_cast<ztCAD_gMethod&>(*m_method);
 }

@@ -1,5 +1,7 @@
 #include "property_block.h"
 
+#include <utility>
+
 #include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../support/made_once.h"
@@ -170,8 +172,8 @@ bool ztCAD_cmnProperty::read(const ztcad::ElementView& element, bool& fault) {
   }
   if (element.attributeBytes(words().lcs).state !=
       ztcad::AttributeBytes::Absent) {  // rare; saves constructing an LCS
-    ztCAD_LCS lcs;
-    if (lcs.read(element, fault)) setLcs(lcs);
+    auto lcs = std::make_unique<ztCAD_LCS>();
+    if (lcs->read(element, fault)) rare().lcs = std::move(lcs);
   }
   fault = false;
   setReadOk(ok);

@@ -88,6 +88,9 @@ class ZTCAD_API ztCAD_cmnProperty : public ztCAD_INode, private ztCAD_ISerialize
   void setLcs(const std::optional<ztCAD_LCS>& lcs);
   /// @}
 
+  /// Whether all values lie in the block itself.
+  bool ownsNothing() const { return m_rare.load(std::memory_order_acquire) == nullptr && m_name.isShort(); }
+
   /// "attr=(name=P1, comment=, inform=) ,color=visible=", and the text of the coordinate system if there is
   /// one.
   QString& toText(QString& out, bool debugForm) const override;

@@ -1,15 +1,13 @@
 #include "shared_methods.h"
 
 #include <cstddef>
-#include <functional>
 #include <new>
 
 #include "../core/vocabulary.h"
+#include "../text/wide_utf8.h"
 #include "method.h"
 
 namespace ztcad {
-
-namespace {
 
 constexpr std::size_t wordCount = 6;
 
@@ -24,7 +22,7 @@ class SharedMethods {
     const QString texts[wordCount] = {words().pointXyz, words().polyline, words().triangulation,
                                       words().sphere,   words().mip,      QString()};
     for (std::size_t i = 0; i < wordCount; ++i)
-      new (m_bytes + i * sizeof(ztCAD_gMethod)) ztCAD_gMethod(texts[i]);
+      (new (m_bytes + i * sizeof(ztCAD_gMethod)) ztCAD_gMethod(texts[i]))->m_isShared = true;
     m_areMade = true;
   }
 
@@ -43,20 +41,15 @@ class SharedMethods {
   bool m_areMade = false;
 };
 
+namespace {
 SharedMethods sharedMethods;
-
-}  // namespace
+}
 
 const ztCAD_gMethod* sharedMethod(const QString& word) {
   sharedMethods.make();
   for (const ztCAD_gMethod& method : sharedMethods)
-    if (method.method() == word) return &method;
+    if (equalsWord(method.method(), word)) return &method;
   return nullptr;
-}
-
-bool isSharedMethod(const ztCAD_gMethod* method) {
-  const std::less<> isBefore;
-  return !isBefore(method, sharedMethods.begin()) && isBefore(method, sharedMethods.end());
 }
 
 void releaseSharedMethods() { sharedMethods.release(); }

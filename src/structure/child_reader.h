@@ -1,5 +1,6 @@
 #pragma once
 
+#include "../core/name_runs.h"
 #include "../core/review.h"
 #include "../text/wide_utf8.h"
 #include "../xml/element_view.h"
@@ -9,12 +10,16 @@ namespace ztcad {
 
 /// Appends a new element of a kind to a content struct and reads it in its final place. It stays there even
 /// if its read fails.
+/// @param names takes its name; null: nobody does
 template <typename Kind, typename Content>
-bool readNew(Content& content, const ElementView& child) {
-  auto& element = Kind::in(content).appendNew();
+bool readNew(Content& content, const ElementView& child, NameRuns* names) {
+  auto& elements = Kind::in(content);
+  auto& element = elements.appendNew();
   const ReviewedElement reviewed(child, Kind::name, element);
   bool ownFault = false;
-  return reviewed.read(element.read(child, ownFault));
+  const bool isRead = element.read(child, ownFault);
+  if (names) names->take(&elements, element.shortName());
+  return reviewed.read(isRead);
 }
 
 /// The "method" of an element; empty if it has none.
@@ -32,8 +37,9 @@ enum class ChildOutcome {
 
 /// Reads a child into the container of its kind: the first row of the table with its tag and method. This is
 /// the only place where tags select kinds.
+/// @param names takes the child's name; null: nobody does
 template <typename Content>
-ChildOutcome readChild(Content& content, const ElementView& child, const QString& tag) {
+ChildOutcome readChild(Content& content, const ElementView& child, const QString& tag, NameRuns* names) {
   ChildOutcome outcome = ChildOutcome::Unknown;
   QString method;
   anyKind<Content>([&](auto kind) {
@@ -44,7 +50,7 @@ ChildOutcome readChild(Content& content, const ElementView& child, const QString
       outcome = ChildOutcome::Skipped;
       if (method != words().*Kind::method) return false;
     }
-    outcome = readNew<Kind>(content, child) ? ChildOutcome::Read : ChildOutcome::Failed;
+    outcome = readNew<Kind>(content, child, names) ? ChildOutcome::Read : ChildOutcome::Failed;
     return true;
   });
   return outcome;
@@ -60,11 +66,12 @@ inline void reviewSkipped(const ElementView& child, ChildOutcome outcome, Rule u
 }
 
 /// Reads a child of a structure or detail.
+/// @param names takes its name; null: nobody does
 /// @return whether the holder may still read well. A solid of an unknown method makes it fail; lines and
 ///         mass-inertia elements of other methods do not
 template <typename Content>
-bool readChildOf(Content& content, const ElementView& child, const QString& tag) {
-  const ChildOutcome outcome = readChild(content, child, tag);
+bool readChildOf(Content& content, const ElementView& child, const QString& tag, NameRuns* names = nullptr) {
+  const ChildOutcome outcome = readChild(content, child, tag, names);
   const bool isSolid = equalsWord(tag, words().solid);
   reviewSkipped(child, outcome, isSolid ? Rule::unknown_solid : Rule::unknown_method);
   return outcome != ChildOutcome::Failed && !(outcome == ChildOutcome::Skipped && isSolid);

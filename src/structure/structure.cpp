@@ -4,11 +4,13 @@
 #include <memory>
 #include <stdexcept>
 
+#include "../core/elements_ahead.h"
 #include "../core/review.h"
 #include "../core/vocabulary.h"
 #include "../xml/element_sink.h"
 #include "../xml/element_view.h"
 #include "child_reader.h"
+#include "level_names.h"
 #include "orders.h"
 #include "read_structures.h"
 #include "structure_pass.h"
@@ -27,6 +29,12 @@ void appendGroup(QString& out, const Container& elements, bool debugForm) {
     out += QLatin1Char('}');
   }
   out += QLatin1String(" ]");
+}
+
+/// False: or there are many.
+bool hasDifferentNames(const ztCAD_commonStructure& structure) {
+  ztcad::FewNames names;
+  return takeNames(structure, ztcad::into(names)) && names.areDifferent();
 }
 
 }  // namespace
@@ -105,8 +113,10 @@ void ztCAD_commonStructure::write(ztcad::ElementSink& parent) const {
   parent.element(elementName(), [this](ztcad::ElementSink& element) {
     property().write(element);
     const auto writeEach = [&element](const auto& elements) {
-      for (const auto& one : elements)
+      for (const auto& one : elements) {
+        ztcad::prefetchElementAfter<sizeof one>(one);
         ztcad::elementOf(one).write(element);
+      }
     };
     visitInOrder(ztcad::StructureFileOrder(), m_content, writeEach);
     writeEach(m_nested);
@@ -122,18 +132,21 @@ bool ztCAD_commonStructure::read(const ztcad::ElementView& element, bool& fault)
     property().read(element, fault);
   }
   bool allRead = true;
-  element.forEachChild([&](const ztcad::ElementView& child) { allRead = readChild(child) && allRead; });
+  ztcad::NameRuns names;
+  element.forEachChild(
+      [&](const ztcad::ElementView& child) { allRead = readChild(child, names) && allRead; });
+  m_namesWereDifferent = names.areDifferent() || hasDifferentNames(*this);
   setReadOk(allRead);
   return allRead;
 }
 
-bool ztCAD_commonStructure::readChild(const ztcad::ElementView& child) {
+bool ztCAD_commonStructure::readChild(const ztcad::ElementView& child, ztcad::NameRuns& names) {
   const QString& tag = child.tag();
-  if (ztcad::equalsWord(tag, words().structure)) return readNested(child);
-  return ztcad::readChildOf(m_content, child, tag);
+  if (ztcad::equalsWord(tag, words().structure)) return readNested(child, names);
+  return ztcad::readChildOf(m_content, child, tag, &names);
 }
 
-bool ztCAD_commonStructure::readNested(const ztcad::ElementView& child) {
+bool ztCAD_commonStructure::readNested(const ztcad::ElementView& child, ztcad::NameRuns& names) {
   ztCAD_commonStructure* const nested = createEmpty();
   if (!nested) return false;
   hold(*nested);
@@ -141,6 +154,7 @@ bool ztCAD_commonStructure::readNested(const ztcad::ElementView& child) {
                                         ztcad::NameCheck::ByHolder);
   bool ownFault = false;
   const bool isRead = nested->read(child, ownFault);
+  names.take(&m_nested, nested->shortName());
   if (nested->shortName().isEmpty()) report(child, ztcad::Rule::nested_without_name);
   return reviewed.read(isRead && !nested->shortName().isEmpty());
 }

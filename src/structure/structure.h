@@ -15,6 +15,11 @@
 /// @file
 /// Structures: groups of elements, which nest.
 
+namespace ztcad {
+class NameRuns;
+class StructurePass;
+}  // namespace ztcad
+
 /// What a structure holds by value: one container for each kind.
 struct ZTCAD_API ztCAD_StructureContent {
   ztCAD_Cont<ztCAD_StructureRef> structureReferences;  ///< placed template structures
@@ -130,8 +135,8 @@ class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
  private:
   using NestedList = ztCAD_Cont<ztCAD_commonStructure*>;
 
-  bool readChild(const ztcad::ElementView& child);
-  bool readNested(const ztcad::ElementView& child);
+  bool readChild(const ztcad::ElementView& child, ztcad::NameRuns& names);
+  bool readNested(const ztcad::ElementView& child, ztcad::NameRuns& names);
   using KnownLevels = std::unordered_map<const ztCAD_commonStructure*, int>;
   /// Levels of elements from this structure down to the deepest one. Visits each structure once.
   int levelsBelow(KnownLevels& known) const;
@@ -143,6 +148,9 @@ class ZTCAD_API ztCAD_commonStructure : public ztCAD_Base,
   void forgetEntry(ztCAD_commonStructure& holder);
   void leaveHolders();
 
+  friend class ztcad::StructurePass;
+
+  bool m_namesWereDifferent = false;  // those of the children, in the last read; false: or that is not known
   ztCAD_StructureContent m_content;
   NestedList m_nested;
   // Links in both directions, so destroying either end takes time in proportion to the number of its own

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "../core/name_counter.h"
+#include "level_names.h"
 #include "orders.h"
 
 namespace ztcad {
@@ -18,21 +19,37 @@ bool StructurePass::visitNested(const ztCAD_commonStructure& structure) {
   return m_visited.empty() || m_visited.count(&structure) == 0;
 }
 
+bool StructurePass::hasDifferentNames(const ztCAD_commonStructure& structure) const {
+  if (m_isAsRead) return structure.m_namesWereDifferent;
+  NameRuns names;
+  return takeNames(structure, into(names)) && names.areDifferent();
+}
+
 void StructurePass::unifyNames(ztCAD_commonStructure& structure, ElementRenames& renames) {
-  NameCounter counter;
   std::vector<ztCAD_commonStructure*> firstVisited;
+  for (ztCAD_commonStructure* const nested : structure.structures())
+    if (visitNested(*nested)) firstVisited.push_back(nested);
+  if (!hasDifferentNames(structure)) renameDuplicatesIn(structure, firstVisited, renames);
+  for (ztCAD_commonStructure* const nested : firstVisited)
+    unifyNames(*nested, renames);
+}
+
+/// @param firstVisited those of the nested structures that may be renamed, in their order
+void StructurePass::renameDuplicatesIn(ztCAD_commonStructure& structure,
+                                       const std::vector<ztCAD_commonStructure*>& firstVisited,
+                                       ElementRenames& renames) {
+  NameCounter counter;
+  auto next = firstVisited.begin();
   for (ztCAD_commonStructure* const nested : structure.structures()) {
-    if (visitNested(*nested)) {
+    if (next != firstVisited.end() && *next == nested) {
       renameIfTaken(*nested, counter, renames);
-      firstVisited.push_back(nested);
+      ++next;
     } else {
       counter.isNew(nested->shortName());  // it keeps its name, which later elements here must not take
     }
   }
   visitInOrder(StructureTextOrder(), structure.content(),
                [&](auto& elements) { renameDuplicates(elements, counter, renames); });
-  for (ztCAD_commonStructure* const nested : firstVisited)
-    unifyNames(*nested, renames);
 }
 
 bool StructurePass::passesCheck(const ztCAD_commonStructure& structure) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 #include "../core/renames.h"
 
@@ -20,6 +21,10 @@ using ElementRenames = Renames<ztCAD_Base>;
 /// object at most once.
 class StructurePass {
  public:
+  StructurePass() = default;
+  /// @param isAsRead whether the structures have just been read and were not changed since then
+  explicit StructurePass(bool isAsRead) : m_isAsRead(isAsRead) {}
+
   /// Marks the structures of a document's own container as visited, so the pass skips them where they are
   /// nested.
   template <typename Structures>
@@ -39,6 +44,12 @@ class StructurePass {
   void mark(const ztCAD_commonStructure& structure);
   bool visitNested(const ztCAD_commonStructure& structure);
 
+  bool hasDifferentNames(const ztCAD_commonStructure& structure) const;
+  static void renameDuplicatesIn(ztCAD_commonStructure& structure,
+                                 const std::vector<ztCAD_commonStructure*>& firstVisited,
+                                 ElementRenames& renames);
+
+  bool m_isAsRead = false;
   std::unordered_set<const ztCAD_commonStructure*> m_visited;  // only those that the pass can reach twice
 };
 

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <iterator>
 #include <new>
 #include <QString>
+#include <QtAlgorithms>
+#include <QtEndian>
 #include <QtGlobal>
 #include <string_view>
 #include <utility>
@@ -87,12 +90,14 @@ class ztCAD_ShortText {
   }
   friend bool operator!=(const ztCAD_ShortText& a, const ztCAD_ShortText& b) { return !(a == b); }
   /// @}
-  /// Whether this text comes after `other` in an order of all texts in which shorter ones come first, so that
-  /// "A 10" comes after "A 9".
+  /// Whether this text comes after `other` in an order of all texts. Numbers in it are compared by their
+  /// number of digits first: "A 10" comes after "A 9", and both before "B 1". Short texts come first.
   bool isAfter(const ztCAD_ShortText& other) const {
     if (!isShort() || !other.isShort()) return isLongAfter(other);
-    if (bytes().size() != other.bytes().size()) return bytes().size() > other.bytes().size();
-    return std::memcmp(m_bytes, other.m_bytes, longestShort) > 0;
+    const std::size_t at = commonLength(m_bytes, other.m_bytes, sizeof m_bytes);
+    if (at >= longestShort) return m_bytes[longestShort] > other.m_bytes[longestShort];
+    return isAfter([this](std::size_t i) { return m_bytes[i]; },
+                   [&other](std::size_t i) { return other.m_bytes[i]; }, at);
   }
 
   /// A short text as two numbers, for hashes.
@@ -125,8 +130,50 @@ class ztCAD_ShortText {
 
   bool isLongAfter(const ztCAD_ShortText& other) const {
     if (isShort() || other.isShort()) return other.isShort();
-    if (longOne().size() != other.longOne().size()) return longOne().size() > other.longOne().size();
-    return longOne() > other.longOne();
+    const QString& mine = longOne();
+    const QString& others = other.longOne();
+    const auto shorter = static_cast<std::size_t>(std::min(mine.size(), others.size()));
+    const std::size_t at = commonLength(mine.constData(), others.constData(), shorter);
+    if (at == shorter) return mine.size() > others.size();
+    const auto unit = [](const QString& text) {
+      return [&text](std::size_t i) {
+        return i < static_cast<std::size_t>(text.size()) ? text.constData()[i].unicode() : ushort{0};
+      };
+    };
+    return isAfter(unit(mine), unit(others), at);
+  }
+
+  /// How many of the characters of two texts are equal, from the first one on.
+  template <typename Character>
+  static std::size_t commonLength(const Character* a, const Character* b, std::size_t count) {
+    constexpr std::size_t atOnce = sizeof(quint64) / sizeof(Character);
+    std::size_t at = 0;
+    for (; at + atOnce <= count; at += atOnce) {
+      quint64 first = 0;
+      quint64 second = 0;
+      std::memcpy(&first, a + at, sizeof first);
+      std::memcpy(&second, b + at, sizeof second);
+      const quint64 difference = qFromLittleEndian(first ^ second);
+      if (difference != 0) return at + qCountTrailingZeroBits(difference) / (64 / atOnce);
+    }
+    while (at < count && a[at] == b[at])
+      ++at;
+    return at;
+  }
+
+  /// @param a  returns the characters of this text, and none of a number for those after its end
+  /// @param b  those of the other
+  /// @param at where the texts differ first
+  template <typename Characters, typename OtherCharacters>
+  static bool isAfter(Characters a, OtherCharacters b, std::size_t at) {
+    const auto isDigit = [](auto character) { return character >= '0' && character <= '9'; };
+    if (isDigit(a(at)) != isDigit(b(at)))  // the longer of two numbers, or a number and something else
+      return at > 0 && isDigit(a(at - 1)) ? isDigit(a(at)) : a(at) > b(at);
+    std::size_t end = at;
+    while (isDigit(a(end)) && isDigit(b(end)))
+      ++end;
+    if (isDigit(a(end)) != isDigit(b(end))) return isDigit(a(end));
+    return a(at) > b(at);
   }
 
   QString& held() { return *std::launder(reinterpret_cast<QString*>(m_bytes)); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <QString>
 #include <string>
 #include <string_view>
@@ -33,10 +34,14 @@ QString fromWideUtf8(std::string_view text);
 
 bool isAscii(std::string_view text);
 
-/// Equality for texts that usually differ in length. Inline: each element compares its tag with some ten
-/// words.
+/// Equality for texts that usually differ in length or in the first character. Inline: each element compares
+/// its tag with some ten words.
 inline bool equalsWord(const QString& text, const QString& word) {
-  return text.size() == word.size() && text == word;
+  if (text.size() != word.size()) return false;
+  const QChar* const a = text.constData();
+  const QChar* const b = word.constData();
+  return a == b ||
+         (*a == *b && std::memcmp(a, b, sizeof(QChar) * static_cast<std::size_t>(text.size())) == 0);
 }
 
 /// Whether a text consists of these ASCII characters.

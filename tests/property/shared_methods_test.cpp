@@ -37,7 +37,7 @@ const char* const unusualWords[] = {"pointxyz",
 const ztCAD_gMethod& methodOf(const Shape& shape) { return shape.method(); }
 std::string wordOf(const Shape& shape) { return methodOf(shape).method().toStdString(); }
 
-bool isShared(const Shape& shape) { return ztcad::isSharedMethod(&methodOf(shape)); }
+bool isShared(const Shape& shape) { return methodOf(shape).isShared(); }
 
 /// Reads the attribute "method" from a tree or from bytes.
 void readMethod(Shape& shape, const std::string& xml, bool fromBytes) {
@@ -55,7 +55,10 @@ TEST(SharedMethods, ThereIsOneForEachUsualWord) {
     const ztCAD_gMethod* const method = ztcad::sharedMethod(fromUtf8(word));
     ASSERT_NE(method, nullptr) << word;
     EXPECT_EQ(method->method().toStdString(), word);
-    EXPECT_TRUE(ztcad::isSharedMethod(method));
+    EXPECT_TRUE(method->isShared());
+    const ztCAD_gMethod copy(*method);  // NOLINT(performance-unnecessary-copy-initialization)
+    EXPECT_FALSE(copy.isShared());
+    EXPECT_EQ(copy.method(), method->method());
     EXPECT_EQ(ztcad::sharedMethod(fromUtf8(word)), method) << word;
     for (const ztCAD_gMethod* const other : seen)
       EXPECT_NE(method, other) << word;
@@ -68,8 +71,7 @@ TEST(SharedMethods, ThereIsNoneForAnyOtherWord) {
   for (const char* const word : unusualWords)
     EXPECT_EQ(ztcad::sharedMethod(fromUtf8(word)), nullptr) << word;
   const ztCAD_gMethod elsewhere(QLatin1String("sphere"));
-  EXPECT_FALSE(ztcad::isSharedMethod(&elsewhere));
-  EXPECT_FALSE(ztcad::isSharedMethod(nullptr));
+  EXPECT_FALSE(elsewhere.isShared());
 }
 
 TEST(SharedMethods, ElementsWithAUsualWordShareOne) {
@@ -107,7 +109,7 @@ TEST(SharedMethods, AChangeBelongsToItsElement) {
   Shape shape(QLatin1String("sphere"));
   const Shape copyBefore = shape;
   ztCAD_gMethod& own = shape.method();
-  EXPECT_FALSE(ztcad::isSharedMethod(&own));
+  EXPECT_FALSE(own.isShared());
   EXPECT_EQ(own.method(), QLatin1String("sphere")) << "it starts with the shared word";
   own.setMethod(QLatin1String("changed"));
   EXPECT_EQ(wordOf(shape), "changed");

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <algorithm>
+#include <iterator>
 #include <ostream>
 #include <string>
 #include <type_traits>
@@ -270,6 +271,40 @@ TEST(ShortText, CountersAscend) {
   }
 }
 
+// Numbers are compared by their number of digits first, and short texts come before all others.
+TEST(ShortText, TextsAreInOneOrder) {
+  const char characters[] = {'0', '1', '9', 'a', ' ', 0};
+  std::vector<QString> texts = {QString()};
+  for (std::size_t first = 0, length = 0; length < 3; ++length) {
+    const std::size_t end = texts.size();
+    for (; first < end; ++first)
+      for (const char character : characters)
+        texts.push_back(texts[first] + QChar(ushort(character)));
+  }
+  for (const QString& start : {QString(), letters(limit - 2), letters(limit + 1), QString(QChar(0x42F))}) {
+    std::vector<ztCAD_ShortText> held;
+    for (const QString& text : texts)
+      held.emplace_back(start + text);
+    std::sort(held.begin(), held.end(),
+              [](const ztCAD_ShortText& a, const ztCAD_ShortText& b) { return b.isAfter(a); });
+    for (std::size_t i = 0; i < held.size(); ++i)
+      for (std::size_t k = 0; k < held.size(); ++k)
+        ASSERT_EQ(held[i].isAfter(held[k]), i > k) << i << ' ' << k;
+  }
+}
+
+TEST(ShortText, NumbersAreInTheOrderOfTheirDigits) {
+  const char* const ordered[] = {"",       "A",       "A 0",  "A 9",   "A 00",    "A 10",  "A 10 1",
+                                 "A 10 2", "A 10b",   "A 11", "A 100", "Ab",      "B 1",   "B 1_$1",
+                                 "B 1_$2", "B 1_$10", "B 2",  "B 10",  "point 1", "points"};
+  for (const QString& start : {QString(), letters(limit)})
+    for (std::size_t i = 1; i < std::size(ordered); ++i)
+      EXPECT_EQ(ztCAD_ShortText(start + QLatin1String(ordered[i]))
+                    .isAfter(ztCAD_ShortText(start + QLatin1String(ordered[i - 1]))),
+                true)
+          << ordered[i];
+}
+
 TEST(ShortText, EachPlaceCountsInEqualityAndWords) {
   const QString usual(limit, QLatin1Char('a'));
   const ztCAD_ShortText text(usual);
@@ -303,11 +338,25 @@ bool isShortText(const QString& text) {
          std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 128; });
 }
 
-/// The order in the terms of QString: those that lie in the object, then the others; in each of the two the
-/// shorter ones first, and those of one size as QString orders them.
+/// A text with "0" and its number of digits before each number.
+QString withLengths(const QString& text) {
+  QString all;
+  const auto isDigit = [](QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); };
+  for (auto at = text.begin(); at != text.end();) {
+    const auto end = std::find_if_not(at, text.end(), isDigit);
+    if (end != at) (all += QLatin1Char('0')) += QChar(static_cast<ushort>(end - at));
+    while (at != end)
+      all += *at++;
+    if (at != text.end()) all += *at++;
+  }
+  return all;
+}
+
+/// The order in the terms of QString: those that lie in the object, then the others; in each of the two by
+/// their characters, but numbers by their number of digits first.
 bool isAfterByQString(const QString& a, const QString& b) {
   if (isShortText(a) != isShortText(b)) return isShortText(b);
-  return a.size() != b.size() ? a.size() > b.size() : a > b;
+  return withLengths(a) > withLengths(b);
 }
 
 TEST(ShortTextDifferential, EqualityAndOrderAreThoseOfQString) {

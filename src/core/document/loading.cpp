@@ -179,14 +179,15 @@ void DocumentLoader::reportAlone(Rule rule, const char* position, const QString&
 Names DocumentLoader::nameElements(RootReader& reader) const {
   if (!m_review) {
     Names names = Names::Unique;
-    unifyNames(reader.content(),
-               [&names](const ztCAD_Base& /*element*/, const QString& /*former*/) { names = Names::Any; });
+    unifyNamesAsRead(
+        reader.content(), reader.names(),
+        [&names](const ztCAD_Base& /*element*/, const QString& /*former*/) { names = Names::Any; });
     return names;
   }
   std::unordered_map<const ztCAD_Base*, QString> renamed;
-  unifyNames(reader.content(), [&renamed](const ztCAD_Base& element, const QString& former) {
-    renamed.emplace(&element, former);
-  });
+  unifyNamesAsRead(
+      reader.content(), reader.names(),
+      [&renamed](const ztCAD_Base& element, const QString& former) { renamed.emplace(&element, former); });
   const Names names = renamed.empty() ? Names::Unique : Names::Any;
   std::unordered_set<const ztCAD_Base*> duplicates;
   forEachDuplicate(

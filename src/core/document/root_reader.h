@@ -2,6 +2,7 @@
 
 #include "../../structure/child_reader.h"
 #include "../../structure/read_structures.h"
+#include "../node_slabs.h"
 #include "../vocabulary.h"
 #include "document.h"
 
@@ -14,6 +15,7 @@ class RootReader {
 
   void readRoot(const ElementView& root) {
     const StructureListScope scope(m_nested);
+    const NodeSlabScope slabs;
     root.forEachChild([this](const ElementView& child) { readOne(child); });
   }
 
@@ -21,6 +23,8 @@ class RootReader {
   const ztCAD_HeaderNode& header() const { return m_header; }
   /// The nested structures that were read; whoever takes the content takes these too.
   StructureList& nested() { return m_nested; }
+  /// The names of the children that were read.
+  const NameRuns& names() const { return m_names; }
   /// Whether a child after the last header failed to read itself.
   bool fault() const { return m_fault; }
 
@@ -38,7 +42,7 @@ class RootReader {
     m_hasChildren = true;
     const Review* const review = reviewOf(child);
     const Review::Mark from = review ? review->mark() : Review::Mark();
-    const ChildOutcome outcome = readChild(m_content, child, tag);
+    const ChildOutcome outcome = readChild(m_content, child, tag, &m_names);
     reviewSkipped(child, outcome, Rule::unknown_method);
     if (outcome != ChildOutcome::Failed) return;
     m_fault = true;
@@ -68,6 +72,7 @@ class RootReader {
   ztCAD_DocumentContent m_content;
   ztCAD_HeaderNode m_header;
   StructureList m_nested;
+  NameRuns m_names;
   bool m_fault = false;
   bool m_hasChildren = false;
   bool m_hasHeader = false;

@@ -5,6 +5,7 @@
 #include "../../text/text_limits.h"
 #include "../../xml/byte_sink.h"
 #include "../../xml/xml_outcome.h"
+#include "../elements_ahead.h"
 #include "../vocabulary.h"
 #include "orders.h"
 #include "unification.h"
@@ -60,8 +61,10 @@ void writeDocument(const ztCAD_HeaderNode& header, const ztCAD_DocumentContent& 
   sink.element(words().gmd, [&](ElementSink& root) {
     header.write(root);
     visitInOrder(DocumentFileOrder(), content, [&root](const auto& elements) {
-      for (const auto& element : elements)
+      for (const auto& element : elements) {
+        prefetchElementAfter<sizeof element>(element);
         element.write(root);
+      }
     });
   });
   writer.finish();

@@ -1,16 +1,22 @@
 #include "unification.h"
 
+#include "../../structure/level_names.h"
 #include "../../structure/structure_pass.h"
 #include "../name_counter.h"
 #include "orders.h"
 
-bool ztcad::unifyNames(ztCAD_DocumentContent& content,
-                       const std::function<void(const ztCAD_Base& element, const QString& former)>& visit) {
-  ElementRenames renames;
-  NameCounter topLevel;
+namespace ztcad {
+
+namespace {
+
+void renameDuplicatesIn(ztCAD_DocumentContent& content, ElementRenames& renames) {
+  NameCounter names;
   visitInOrder(UnificationOrder(), content,
-               [&](auto& elements) { renameDuplicates(elements, topLevel, renames); });
-  StructurePass pass;
+               [&](auto& elements) { renameDuplicates(elements, names, renames); });
+}
+
+/// Makes the names inside the elements of a document unique.
+void unifyInElements(ztCAD_DocumentContent& content, StructurePass& pass, ElementRenames& renames) {
   pass.markAll(content.structures);
   pass.markAll(content.templateStructures);
   for (ztCAD_Structure& structure : content.structures)
@@ -21,7 +27,28 @@ bool ztcad::unifyNames(ztCAD_DocumentContent& content,
     unifyNames(detail.content(), renames);
   for (ztCAD_TmplDetail& detail : content.templateDetails)
     unifyNames(detail.content(), renames);
-  if (visit) renames.forEach(visit);
+}
+
+}  // namespace
+
+bool unifyNames(ztCAD_DocumentContent& content) {
+  ElementRenames renames;
+  NameRuns names;
+  if (!takeNames(UnificationOrder(), content, into(names)) || !names.areDifferent())
+    renameDuplicatesIn(content, renames);
+  StructurePass pass;
+  unifyInElements(content, pass, renames);
   renames.keep();
   return true;
 }
+
+void unifyNamesAsRead(ztCAD_DocumentContent& content, const NameRuns& names, const VisitRename& visit) {
+  ElementRenames renames;
+  if (!names.areDifferent()) renameDuplicatesIn(content, renames);
+  StructurePass pass(true);
+  unifyInElements(content, pass, renames);
+  renames.forEach(visit);
+  renames.keep();
+}
+
+}  // namespace ztcad
