@@ -4,9 +4,9 @@
 
 namespace ztcad {
 
-/// Asks the processor for the memory of an element some places further on in its container, which is usually
-/// that far behind this one: nodes of a list lie side by side. A long list that nobody has used for a while
-/// comes from the slowest cache or from memory, and without this each element is waited for.
+/// Asks the processor for the memory of an element some places further on in its container. Nodes of a list
+/// usually lie side by side, so its address follows from that of this element. A pass over a long list that
+/// is in no fast cache would otherwise wait for each element.
 ///
 /// @tparam bytes of the element that will be used
 template <std::size_t bytes, typename Element>

@@ -41,7 +41,8 @@ class NameRuns {
   }
 
  private:
-  static constexpr std::size_t mostRuns = 16;
+  static constexpr std::size_t mostRuns =
+      8;  // few: each level of structures that is read has them on the stack
 
   /// Names that ascend.
   struct Run {

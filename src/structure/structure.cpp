@@ -31,8 +31,9 @@ void appendGroup(QString& out, const Container& elements, bool debugForm) {
   out += QLatin1String(" ]");
 }
 
-/// False: or there are many.
-bool hasDifferentNames(const ztCAD_commonStructure& structure) {
+/// False: or there are many. The names would take room on the stack for each level that is being read, if this
+/// became part of the function that reads.
+Q_NEVER_INLINE bool hasDifferentNames(const ztCAD_commonStructure& structure) {
   ztcad::FewNames names;
   return takeNames(structure, ztcad::into(names)) && names.areDifferent();
 }

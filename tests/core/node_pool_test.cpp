@@ -10,15 +10,10 @@
 #include <vector>
 
 #include "differential/dice.h"
+#include "pooled_nodes.h"
 #include "random_seed.h"
 
 namespace {
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool isPooled = false;  // each node is an allocation of its own
-#else
-constexpr bool isPooled = true;
-#endif
 
 /// A node of a test: its memory, all of it filled with one byte.
 struct Node {

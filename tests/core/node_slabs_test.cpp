@@ -11,15 +11,10 @@
 
 #include "core/node_pool.h"
 #include "differential/dice.h"
+#include "pooled_nodes.h"
 #include "random_seed.h"
 
 namespace {
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool isPooled = false;  // each node is an allocation of its own
-#else
-constexpr bool isPooled = true;
-#endif
 
 using Texts = std::list<std::string, ztCAD_NodeAllocator<std::string>>;
 
