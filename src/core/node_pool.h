@@ -97,7 +97,7 @@ class ztCAD_PoolAllocator {
   template <typename Object>
   void destroy(Object* object) noexcept {
     if constexpr (HasOwnsNothing<Object>::value) {
-      ztcad::prefetchElementAfter<96>(*object);
+      ztcad::prefetchStartAfter<96>(*object);
       if (object->ownsNothing()) return;
     }
     object->~Object();

@@ -19,7 +19,7 @@ bool takeNames(Order order, const Content& content, Take&& take) {
   bool goesOn = true;
   visitInOrder(order, content, [&](const auto& elements) {
     goesOn = goesOn && std::all_of(elements.begin(), elements.end(), [&](const auto& element) {
-               prefetchElementAfter<96>(element);
+               prefetchStartAfter<96>(element);
                return take(&elements, element.shortName());
              });
   });

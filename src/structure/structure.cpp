@@ -31,8 +31,8 @@ void appendGroup(QString& out, const Container& elements, bool debugForm) {
   out += QLatin1String(" ]");
 }
 
-/// False: or there are many. The names would take room on the stack for each level that is being read, if this
-/// became part of the function that reads.
+/// False: or there are many. The names would take room on the stack for each level that is being read, if
+/// this became part of the function that reads.
 Q_NEVER_INLINE bool hasDifferentNames(const ztCAD_commonStructure& structure) {
   ztcad::FewNames names;
   return takeNames(structure, ztcad::into(names)) && names.areDifferent();
@@ -115,7 +115,7 @@ void ztCAD_commonStructure::write(ztcad::ElementSink& parent) const {
     property().write(element);
     const auto writeEach = [&element](const auto& elements) {
       for (const auto& one : elements) {
-        ztcad::prefetchElementAfter<sizeof one>(one);
+        ztcad::prefetchElementAfter(one);
         ztcad::elementOf(one).write(element);
       }
     };

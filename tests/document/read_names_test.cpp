@@ -1,5 +1,5 @@
-// Names in documents that are read: what reading shows about them is not looked at again, so they are compared
-// with names that a simple model makes unique.
+// Names in documents that are read: what reading shows about them is not looked at again, so they are
+// compared with names that a simple model makes unique.
 
 #include <gtest/gtest.h>
 #include <map>

@@ -62,7 +62,7 @@ void writeDocument(const ztCAD_HeaderNode& header, const ztCAD_DocumentContent& 
     header.write(root);
     visitInOrder(DocumentFileOrder(), content, [&root](const auto& elements) {
       for (const auto& element : elements) {
-        prefetchElementAfter<sizeof element>(element);
+        prefetchElementAfter(element);
         element.write(root);
       }
     });
