@@ -41,8 +41,8 @@ class NameRuns {
   }
 
  private:
-  static constexpr std::size_t mostRuns =
-      8;  // few: each level of structures that is read has them on the stack
+  /// Few, because each level of structures that is being read has them on the stack.
+  static constexpr std::size_t mostRuns = 8;
 
   /// Names that ascend.
   struct Run {

@@ -115,7 +115,7 @@ class PagesOfList {
   void provide(const std::vector<Number>& values) {
     constexpr std::ptrdiff_t count = (1 << 18) / sizeof(Number);
     if (m_next == m_end || m_end != values.data() + values.capacity()) return;  // the latter: it has moved
-    if (values.data() + values.size() + 3 * usualAtOnce < m_next) return;
+    if (m_next - (values.data() + values.size()) > 3 * usualAtOnce) return;
     Number* const next = m_end - m_next > count ? m_next + count : m_end;
     providePages(m_next, static_cast<std::size_t>(next - m_next) * sizeof(Number));
     m_next = next;
