@@ -11,8 +11,8 @@
 
 #include "../text/short_text.h"
 #include "ascending_names.h"
+#include "numbered_name.h"
 #include "renames.h"
-#include "vocabulary.h"
 
 namespace ztcad {
 
@@ -44,9 +44,10 @@ struct NameHash {
 /// As long as the names are different and come in a few ascending runs, as numbered ones usually do, they are
 /// only listed (`AscendingNames`). The first name that does not fit makes a flat table with open addressing
 /// of them, which holds the hashes; the names stay in insertion order, in which they are also freed: freeing
-/// a million names in hash order costs more than finding them. If many names collide (the hash of Qt 5 is
-/// easily inverted, so a document may be crafted that way), an ordered map replaces the table, so that no
-/// document takes quadratic time.
+/// a million names in hash order costs more than finding them. The table holds only names that elements had:
+/// a made name is known from the counter of the name that it was made of. If many names collide (the hash of
+/// Qt 5 is easily inverted, so a document may be crafted that way), an ordered map replaces the table, so
+/// that no document takes quadratic time.
 ///
 /// @tparam Hash a function object; tests replace it
 template <typename Hash>
@@ -87,16 +88,18 @@ class BasicNameCounter {
   /// The new name for an element whose name was seen before; std::nullopt, with the name marked as seen, if
   /// it was not.
   /// @{
-  std::optional<QString> newNameFor(const ztCAD_ShortText& name) {
+  std::optional<ztCAD_ShortText> newNameFor(const ztCAD_ShortText& name) {
     return takeAscending(name) ? std::nullopt : newNameFor(name, Hash()(name));
   }
   /// Only after `takeAscending` was false.
-  std::optional<QString> newNameFor(const ztCAD_ShortText& name, uint hash) {
+  std::optional<ztCAD_ShortText> newNameFor(const ztCAD_ShortText& name, uint hash) {
     const Found found = find(name, hash);
     if (found.isNew) return std::nullopt;
-    const QString made = name.toString() + words().nameSeparator + QString::number(m_next[found.index]++);
-    const ztCAD_ShortText madeName(made);
-    m_next[find(madeName, Hash()(madeName)).index] = 1;
+    Counter& counter = m_counters[found.index];
+    const unsigned number = counter.next++;
+    counter.greatestMade = std::max(counter.greatestMade, number);
+    const ztCAD_ShortText made = textOf(name, number);
+    if (m_hasNumberedNames) restart(made);
     return made;
   }
   /// @}
@@ -112,6 +115,12 @@ class BasicNameCounter {
     bool isNew;
   };
 
+  /// Of a name that an element had.
+  struct Counter {
+    unsigned next = 1;          // for the next element of the name
+    unsigned greatestMade = 0;  // of the names that were made of it
+  };
+
   /// Grows to twice the size at least, so that many calls take linear time.
   template <typename Names>
   static void reserve(Names& names, std::size_t count) {
@@ -122,7 +131,8 @@ class BasicNameCounter {
   void beginTable() {
     m_isAscending = false;
     m_names = m_ascending.takeAll();
-    m_next.resize(m_names.size(), 1);
+    m_counters.resize(m_names.size());
+    m_hasNumberedNames = std::any_of(m_names.begin(), m_names.end(), numberedNameOf);
     resize(m_names.size() + 1);
     for (std::size_t index = 0; index < m_names.size(); ++index)
       if (!insert({Hash()(m_names[index]), static_cast<uint>(index + 1)})) return beginOrder();
@@ -138,32 +148,55 @@ class BasicNameCounter {
   /// Finds or inserts the name. At least half of all slots are always free.
   Found find(const ztCAD_ShortText& name, uint hash) {
     expect(1);
-    if (!m_ordered.empty()) return findInOrder(name);
+    if (m_ordered.empty()) {
+      if (Slot* const slot = slotFor(name, hash)) {
+        if (slot->next != 0) return {slot->next - 1, false};
+        const Found found = append(name);
+        *slot = {hash, static_cast<uint>(m_names.size())};
+        return found;
+      }
+      beginOrder();
+    }
+    const auto [entry, isInserted] = m_ordered.emplace(name.toString(), m_names.size());
+    return isInserted ? append(name) : Found{entry->second, false};
+  }
+
+  /// The place of the name; std::nullopt if no element had it.
+  std::optional<std::size_t> indexOf(const ztCAD_ShortText& name, uint hash) {
+    if (!m_ordered.empty()) {
+      const auto entry = m_ordered.find(name.toString());
+      return entry != m_ordered.end() ? std::optional(entry->second) : std::nullopt;
+    }
+    const Slot* const slot = slotFor(name, hash);
+    return slot && slot->next != 0 ? std::optional<std::size_t>(slot->next - 1) : std::nullopt;
+  }
+
+  /// A name that is made again begins to count again.
+  void restart(const ztCAD_ShortText& made) {
+    if (const auto index = indexOf(made, Hash()(made))) m_counters[*index].next = 1;
+  }
+
+  /// The slot of the name, or the free one that it would take; null if too many names collide.
+  Slot* slotFor(const ztCAD_ShortText& name, uint hash) {
     const std::size_t mask = m_slots.size() - 1;
     for (std::size_t probe = 0; probe < longestProbe; ++probe) {
       Slot& slot = m_slots[(hash + probe) & mask];
-      if (slot.next == 0) {
-        const std::size_t index = append(name);
-        slot = {hash, static_cast<uint>(m_names.size())};
-        return {index, true};
-      }
-      const std::size_t index = slot.next - 1;
-      if (slot.hash == hash && m_names[index] == name) return {index, false};
+      if (slot.next == 0 || (slot.hash == hash && m_names[slot.next - 1] == name)) return &slot;
     }
-    beginOrder();
-    return findInOrder(name);
+    return nullptr;
   }
 
-  Found findInOrder(const ztCAD_ShortText& name) {
-    const auto [entry, isNew] = m_ordered.emplace(name.toString(), m_names.size());
-    if (isNew) append(name);
-    return {entry->second, isNew};
-  }
-
-  std::size_t append(const ztCAD_ShortText& name) {
+  /// Takes the name of an element, the first one that has it. It is new unless it was made for another one.
+  Found append(const ztCAD_ShortText& name) {
+    bool isNew = true;
+    if (const auto numbered = numberedNameOf(name)) {
+      m_hasNumberedNames = true;
+      const auto index = indexOf(numbered->name, Hash()(numbered->name));
+      isNew = !index || m_counters[*index].greatestMade < numbered->number;
+    }
     m_names.push_back(name);
-    m_next.push_back(1);
-    return m_names.size() - 1;
+    m_counters.emplace_back();
+    return {m_names.size() - 1, isNew};
   }
 
   void resize(std::size_t count) {
@@ -193,7 +226,8 @@ class BasicNameCounter {
   bool m_isAscending = true;
   AscendingNames m_ascending;                // while they ascend, they are here alone
   std::vector<ztCAD_ShortText> m_names;      // in insertion order
-  std::vector<unsigned> m_next;              // the counters for the next elements of the names
+  std::vector<Counter> m_counters;           // of the names
+  bool m_hasNumberedNames = false;           // whether one has the form of a made one
   std::vector<Slot> m_slots;                 // their number is a power of two
   std::map<QString, std::size_t> m_ordered;  // once not empty, replaces the slots
 };

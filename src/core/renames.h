@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QString>
 #include <utility>
 #include <vector>
 
@@ -25,9 +24,9 @@ class Renames {
   }
 
   /// @param element must outlive this object
-  void rename(Named& element, const QString& name) {
+  void rename(Named& element, const ztCAD_ShortText& name) {
     m_former.emplace_back(&element, element.shortName());
-    element.setName(name);
+    element.setShortName(name);
   }
 
   /// Calls `visit(element, formerName)` for each rename since the last `keep`.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <string_view>
 
 #include "../support/process_object.h"
 
@@ -77,8 +78,8 @@ struct Vocabulary {
   const QString noValue{QLatin1String("no Value")};
   const QString documentText{QLatin1String("ztCAD_GMD ")};
 
-  /// Separates a name from the counter that makes it unique.
-  const QString nameSeparator{QLatin1String("_$")};
+  /// Separates a name from the number that makes it unique. Only names that contain it are handed out.
+  static constexpr std::string_view nameSeparator = "_$";
 
   // the XML declaration of every document
   const QString xml{QLatin1String("xml")};

@@ -82,6 +82,12 @@ std::string textOf(const Names& names) {
   return text;
 }
 
+template <typename Counter>
+std::optional<QString> newNameFor(Counter& counter, const ztCAD_ShortText& name) {
+  const std::optional<ztCAD_ShortText> made = counter.newNameFor(name);
+  return made ? std::optional(made->toString()) : std::nullopt;
+}
+
 /// The counter of elements and that of single names, against the simple one.
 void check(const Names& names) {
   ASSERT_EQ(renamed(names), renamedSimply(names)) << textOf(names).substr(0, 1000);
@@ -91,7 +97,7 @@ void check(const Names& names) {
   SimpleCounter simplySeen;
   for (const QString& name : names) {
     const ztCAD_ShortText held(name);
-    ASSERT_EQ(counter.newNameFor(held), simple.newNameFor(name)) << textOf(names).substr(0, 1000);
+    ASSERT_EQ(newNameFor(counter, held), simple.newNameFor(name)) << textOf(names).substr(0, 1000);
     ASSERT_EQ(seen.isNew(held), simplySeen.isNew(name)) << textOf(names).substr(0, 1000);
   }
 }
@@ -279,7 +285,7 @@ TEST(AscendingNames, AreCountedSeparatelyWhereTheirHashesAreEqual) {
     ASSERT_FALSE(counter.newNameFor(ztCAD_ShortText(name)));
   for (int pass = 1; pass < 4; ++pass)
     for (const QString& name : names)
-      ASSERT_EQ(counter.newNameFor(ztCAD_ShortText(name)),
+      ASSERT_EQ(newNameFor(counter, ztCAD_ShortText(name)),
                 QString(name + QLatin1String("_$") + QString::number(pass)));
 }
 
@@ -336,6 +342,36 @@ Names anyNames(Dice& dice) {
     names.push_back(name);
   }
   return names;
+}
+
+/// Names with and without numbers that make names unique, each several times.
+Names numberedAgain(Dice& dice) {
+  const QString start = dice.pick(starts);
+  const char* const endings[] = {"",     "_$",   "_$0",    "_$1",    "_$2",   "_$3",
+                                 "_$01", "_$+1", "_$1_$1", "_$1_$2", "_$2_$1"};
+  Names names;
+  for (int i = dice.roll(40); i > 0; --i)
+    names.push_back(start + QLatin1String(dice.pick(endings)));
+  return names;
+}
+
+TEST(NameCounterDifferential, NumberedNamesAreCountedAsByAnOrderedMap) {
+  Dice dice(randomSeed());
+  for (int i = randomRounds(5000); i > 0 && !testing::Test::HasFatalFailure(); --i)
+    check(numberedAgain(dice));
+}
+
+TEST(NameCounterDifferential, NumberedNamesWithEqualHashesAreCountedAsByAnOrderedMap) {
+  Dice dice(randomSeed());
+  for (int i = randomRounds(50); i > 0; --i) {
+    ztcad::BasicNameCounter<EqualHashes> counter;
+    SimpleCounter simple;
+    Names names = numbered(300);
+    for (const QString& name : numberedAgain(dice))
+      names.push_back(name);
+    for (const QString& name : names)
+      ASSERT_EQ(newNameFor(counter, ztCAD_ShortText(name)), simple.newNameFor(name)) << textOf(names);
+  }
 }
 
 TEST(AscendingNamesDifferential, AnySeriesIsCountedAsByAnOrderedMap) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <deque>
 #include <list>
+#include <optional>
 #include <ostream>
 #include <set>
 #include <string>
@@ -61,6 +62,13 @@ const Row rows[] = {
     {"generated name has a counter of its own",
      {"A_$1", "A_$1", "A", "A", "A_$1"},
      {"A_$1", "A_$1_$1", "A", "A_$1", "A_$1_$1"}},
+    {"generated name with a leading zero is another one", {"A", "A", "A_$01"}, {"A", "A_$1", "A_$01"}},
+    {"generated name that is made again counts again",
+     {"A_$1", "A", "A", "A_$1", "A_$1", "A_$1_$1"},
+     {"A_$1", "A", "A_$1", "A_$1_$1", "A_$1_$2", "A_$1_$1_$1"}},
+    {"generated name of a generated name",
+     {"A", "A", "A_$1", "A_$1", "A_$1_$1", "A_$1_$2", "A_$1_$3"},
+     {"A", "A_$1", "A_$1_$1", "A_$1_$2", "A_$1_$1_$1", "A_$1_$2_$1", "A_$1_$3"}},
     {"non-ASCII", {"Точка", "точка", "Точка"}, {"Точка", "точка", "Точка_$1"}},
     {"space and placeholder", {" ", " ", "%1", "%1"}, {" ", " _$1", "%1", "%1_$1"}},
 };
@@ -95,18 +103,24 @@ TEST(NameCounter, CountsAcrossContainers) {
   EXPECT_EQ(namesOf(lines), (Names{"A_$1", "A_$2"}));
 }
 
+template <typename Counter>
+std::optional<QString> newNameFor(Counter& counter, const ztCAD_ShortText& name) {
+  const std::optional<ztCAD_ShortText> made = counter.newNameFor(name);
+  return made ? std::optional(made->toString()) : std::nullopt;
+}
+
 /// Names that take turns with "A", each several times.
 template <typename Counter>
 void countEachThreeTimes(Counter counter, const std::vector<QString>& names) {
   const ztCAD_ShortText nameA(QLatin1String("A"));
-  EXPECT_FALSE(counter.newNameFor(nameA));
+  EXPECT_FALSE(newNameFor(counter, nameA));
   for (const QString& name : names)
-    EXPECT_FALSE(counter.newNameFor(ztCAD_ShortText(name)));
-  EXPECT_EQ(counter.newNameFor(nameA), QLatin1String("A_$1"));
+    EXPECT_FALSE(newNameFor(counter, ztCAD_ShortText(name)));
+  EXPECT_EQ(newNameFor(counter, nameA), QLatin1String("A_$1"));
   for (const QString& name : names)
-    EXPECT_EQ(counter.newNameFor(ztCAD_ShortText(name)), QString(name + QLatin1String("_$1")));
+    EXPECT_EQ(newNameFor(counter, ztCAD_ShortText(name)), QString(name + QLatin1String("_$1")));
   for (const QString& name : names)
-    EXPECT_EQ(counter.newNameFor(ztCAD_ShortText(name)), QString(name + QLatin1String("_$2")));
+    EXPECT_EQ(newNameFor(counter, ztCAD_ShortText(name)), QString(name + QLatin1String("_$2")));
   EXPECT_FALSE(counter.isNew(ztCAD_ShortText(names.back() + QLatin1String("_$2"))));
   EXPECT_TRUE(counter.isNew(ztCAD_ShortText(QLatin1String("B"))));
 }
@@ -169,8 +183,8 @@ TEST(NameCounter, CraftedNamesAreCountedSeparately) {
 TEST(NameCounter, EachCounterStartsAtOne) {
   for (int pass = 0; pass < 2; ++pass) {
     ztcad::NameCounter counter;
-    EXPECT_FALSE(counter.newNameFor(ztCAD_ShortText(QLatin1String("Q"))));
-    EXPECT_EQ(counter.newNameFor(ztCAD_ShortText(QLatin1String("Q"))), QLatin1String("Q_$1"));
+    EXPECT_FALSE(newNameFor(counter, ztCAD_ShortText(QLatin1String("Q"))));
+    EXPECT_EQ(newNameFor(counter, ztCAD_ShortText(QLatin1String("Q"))), QLatin1String("Q_$1"));
   }
 }
 
