@@ -6,10 +6,7 @@
 
 namespace ztcad {
 
-bool XmlCursor::isAtName() const {
-  if (atEnd()) failAtEnd();
-  return startsName(utf8Character(m_at).code);
-}
+bool XmlCursor::isAtAnyName() const { return startsName(utf8Character(m_at).code); }
 
 std::string_view XmlCursor::readName() {
   if (!isAtName()) fail(xml_messages::letter);
@@ -50,6 +47,7 @@ void XmlCursor::readWord(std::string_view word) {
 XmlAttribute XmlCursor::readAttribute() {
   XmlAttribute attribute;
   attribute.name = readName();
+  attribute.key = keyOf(attribute.name.data(), attribute.name.size());
   skipWhitespace();
   if (peek() != '=') fail(xml_messages::unexpectedCharacter);
   advance();
@@ -65,7 +63,6 @@ void XmlCursor::readValue(XmlAttribute& attribute) {
   const char* const end = skipValueCharacters(m_at, m_end);
   if (end != m_end && *end == quote) {
     attribute.value = {m_at, static_cast<std::size_t>(end - m_at)};
-    attribute.hasReferences = false;
     m_at = end;
   } else {
     readAnyValue(attribute, quote);
@@ -76,6 +73,7 @@ void XmlCursor::readValue(XmlAttribute& attribute) {
 /// Reads a value that may hold more than plain characters, up to its closing quote.
 void XmlCursor::readAnyValue(XmlAttribute& attribute, char quote) {
   attribute.value = rest().substr(0, rest().find(quote));
+  attribute.isAscii = isAscii(attribute.value);
   const std::size_t tag = attribute.value.find('<');
   const std::string_view beforeTag = attribute.value.substr(0, tag);
   std::size_t at = beforeTag.find('&');

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <QtGlobal>
 #include <string_view>
 
 #include "name_characters.h"
@@ -23,7 +24,9 @@ struct XmlError {
 struct XmlAttribute {
   std::string_view name;
   std::string_view value;
+  quint64 key = 0;  // see keyOf
   bool hasReferences = false;
+  bool isAscii = true;
   mutable bool isRead = false;  // kept for observers only
 
   const char* position() const { return name.data(); }
@@ -57,10 +60,23 @@ class XmlCursor {
 
   bool isAtWhitespace() const { return !atEnd() && isXmlWhitespace(*m_at); }
   /// Whether a name starts here. Fails at the end of the text.
-  bool isAtName() const;
+  bool isAtName() const {
+    const auto byte = static_cast<unsigned char>(peek());
+    return byte < nameBytes.size() ? nameBytes[byte] == NameByte::Start : isAtAnyName();
+  }
   void skipWhitespace() {
     while (isAtWhitespace())
       ++m_at;
+  }
+
+  /// Skips whitespace if "<" follows it. Otherwise the position stays as it is.
+  bool skipWhitespaceBeforeMarkup() {
+    const char* at = m_at;
+    while (at != m_end && isXmlWhitespace(*at))
+      ++at;
+    const bool isBeforeMarkup = at != m_end && *at == '<';
+    if (isBeforeMarkup) m_at = at;
+    return isBeforeMarkup;
   }
 
   std::string_view readName();
@@ -90,6 +106,7 @@ class XmlCursor {
   static bool isXmlWhitespace(char c) { return c == ' ' || c == '\n' || c == '\t' || c == '\r'; }
 
  private:
+  bool isAtAnyName() const;
   [[noreturn]] void failAt(const char* at, const char* message) const;
   XmlReference checkedReference(const char* at) const;
   void readAnyValue(XmlAttribute& attribute, char quote);

@@ -15,7 +15,11 @@ static_assert(maximalDepth == 256, "the message names the limit");
 constexpr char tooDeep[] = "elements nested deeper than 256";
 constexpr char nulCharacter[] = "NUL character";
 
-bool isOneOf(char c, std::string_view set) { return set.find(c) != std::string_view::npos; }
+/// Inline comparisons: every tag is looked at, and a search in a set would be a call.
+template <typename... Characters>
+constexpr bool isOneOf(char c, Characters... set) {
+  return ((c == set) || ...);
+}
 
 /// Offset of the first U+FFFE or U+FFFF, which end the text for the reader.
 std::size_t findEndMark(std::string_view text) {
@@ -78,7 +82,7 @@ XmlEvent XmlReader::readProlog() {
   if (next == '?') return std::exchange(m_mayDeclare, false) ? readFirstInstruction() : readInstruction();
   m_mayDeclare = false;
   if (next != '!') {
-    if (isOneOf(next, "<-") || XmlCursor::isXmlWhitespace(next)) m_cursor.fail(element);
+    if (isOneOf(next, '<', '-') || XmlCursor::isXmlWhitespace(next)) m_cursor.fail(element);
     m_place = Place::Content;
     return readStartTag();
   }
@@ -120,7 +124,7 @@ XmlEvent XmlReader::readAfterRoot() {
   if (m_cursor.peek() != '!') m_cursor.fail(unexpectedCharacter);
   m_cursor.advance();
   const char next = m_cursor.peek();
-  if (isOneOf(next, "<?!") || XmlCursor::isXmlWhitespace(next)) m_cursor.fail(unexpectedCharacter);
+  if (isOneOf(next, '<', '?', '!') || XmlCursor::isXmlWhitespace(next)) m_cursor.fail(unexpectedCharacter);
   return readComment();
 }
 
@@ -167,6 +171,7 @@ XmlEvent XmlReader::readContent() {
 std::optional<XmlEvent> XmlReader::readRun() {
   const char* const first = m_cursor.position();
   m_hasReferences = false;
+  if (m_cursor.skipWhitespaceBeforeMarkup()) return std::nullopt;
   while (true) {
     readCharacters();
     if (m_cursor.peek() == '<') return endRun(first, m_cursor.position());
@@ -207,7 +212,7 @@ void XmlReader::readCharacters() {
 XmlEvent XmlReader::readMarkup() {
   m_cursor.advance();
   const char next = m_cursor.peek();
-  if (isOneOf(next, "<>&-[]")) m_cursor.fail(content);
+  if (isOneOf(next, '<', '>', '&', '-', '[', ']')) m_cursor.fail(content);
   if (next == '/') return readEndTag();
   if (next == '?') return readInstruction();
   if (next != '!') return readStartTag();
@@ -227,7 +232,7 @@ XmlEvent XmlReader::readStartTag() {
   const OpenElement opened = {m_cursor.readName(), m_attributes.size()};
   while (true) {
     m_cursor.skipWhitespace();
-    if (isOneOf(m_cursor.peek(), ">/")) break;
+    if (isOneOf(m_cursor.peek(), '>', '/')) break;
     if (!m_cursor.isAtName()) m_cursor.fail(element);
     m_attributes.push_back(m_cursor.readAttribute());
   }

@@ -136,8 +136,7 @@ class XmlView final : public ElementView {
   AttributeBytes attributeBytes(const QString& name) const override {
     const XmlAttribute* const found = find(name);
     if (!found) return {AttributeBytes::Absent, {}, nullptr};
-    if (observer() || found->hasReferences || found->value.size() > limits.text || !isAscii(found->value))
-      return {};
+    if (observer() || found->hasReferences || found->value.size() > limits.text || !found->isAscii) return {};
     return {AttributeBytes::Known, found->value, m_text.reader.endOfText()};
   }
 
@@ -227,9 +226,12 @@ class XmlView final : public ElementView {
 
   /// The last attribute of this name, as in Qt.
   const XmlAttribute* search(const QString& name) const {
-    const auto found = findLast([&name](std::string_view other) { return equalsAscii(name, other); });
+    const quint64 key = keyOf(name.constData(), static_cast<std::size_t>(name.size()));
+    const auto found = findLast([&name, key](const XmlAttribute& attribute) {
+      return attribute.key == key && equalsAscii(name, attribute.name);
+    });
     if (found || isAsciiText(name)) return found;
-    return findLast([&name](std::string_view other) { return fromWideUtf8(other) == name; });
+    return findLast([&name](const XmlAttribute& attribute) { return fromWideUtf8(attribute.name) == name; });
   }
 
   /// Once, after the attributes were read and before anything else is.
@@ -249,7 +251,7 @@ class XmlView final : public ElementView {
   const XmlAttribute* findLast(IsWanted&& isWanted) const {
     const auto& attributes = m_text.reader.attributes();
     for (std::size_t i = m_attributeEnd; i > m_firstAttribute; --i)
-      if (isWanted(attributes[i - 1].name)) return &attributes[i - 1];
+      if (isWanted(attributes[i - 1])) return &attributes[i - 1];
     return nullptr;
   }
 
