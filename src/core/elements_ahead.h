@@ -16,7 +16,7 @@ template <std::size_t Bytes, typename Element>
 void prefetchStartAfter([[maybe_unused]] const Element& element) noexcept {
 #if defined(__GNUC__)
   constexpr std::size_t lineSize = 64;
-  constexpr std::size_t places = 12;
+  constexpr std::size_t places = 48;
   constexpr std::size_t links = 2 * sizeof(void*);  // of the list; they lie before the element
   // an address that may be no memory of this process is only prefetched, never used
   const char* const ahead =

@@ -27,13 +27,6 @@ struct ztCAD_NodePool::Block {
   ztcad::NodeSlab* slab;  // where it lies; null: in memory of its own
 };
 
-/// Free nodes side by side; lies in the first one. The nodes of a list that is cleared are not written to,
-/// but for a few: that would take longer than all else.
-struct ztCAD_NodePool::FreeNodes {
-  FreeNodes* next;
-  char* end;
-};
-
 namespace {
 
 /// Memory in a slab, or of its own if nothing is being read or the slab would be too small.
@@ -101,7 +94,7 @@ void ztCAD_NodePool::addNodes() {
   m_end = m_next + nodes * m_size;
 }
 
-void ztCAD_NodePool::free(ztCAD_NodePool*& pool, void* node) noexcept {
+void ztCAD_NodePool::freeAny(ztCAD_NodePool*& pool, void* node) noexcept {
   if (!isPooled) return ::operator delete(node);
   if (--pool->m_used > 0) {
     if (pool->m_free && pool->m_free->end == node)
