@@ -113,6 +113,7 @@ Measurement libraryCheck(const Document& document, const std::function<void()>& 
 }
 
 Measurement libraryDelete(const Document& document, std::size_t records) {
+  returnFreedMemory();
   ztCAD_GMDDocument* const loaded = loadOrThrow(document);
   const double zero = 0;
   for (std::size_t i = 0; i < records; ++i)

@@ -1,6 +1,7 @@
 #include "measurement.h"
 
 #include <fcntl.h>
+#include <malloc.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -68,6 +69,11 @@ void evictCaches() {
   static std::vector<unsigned char> filler(128 << 20);
   for (unsigned char& byte : filler)
     ++byte;
+}
+
+void returnFreedMemory() {
+  constexpr int bytes = 128 * 1024;  // the value at the start of a program
+  if (::mallopt(M_TRIM_THRESHOLD, bytes) != 1) throw std::runtime_error("mallopt() failed");
 }
 
 Measurement inChild(const std::function<Measurement()>& measure) {

@@ -61,6 +61,7 @@ Measurement plainUnify(std::size_t points) {
 }
 
 Measurement plainDelete(const Document& document) {
+  returnFreedMemory();
   std::list<PointRecord> points;
   if (!referenceLoad(document, points)) return {};
   return timed([&] {
