@@ -52,8 +52,9 @@ Measurement timed(Work&& work) {
 /// Overwrites the processor's caches, so that the next run starts with cold ones.
 void evictCaches();
 
-/// Makes freed memory at the end of the heap go back to the system at once, whatever its size. Otherwise glibc
-/// keeps that of a small document and returns that of a large one, and a growth of deletion compares both.
+/// Makes freed memory at the end of the heap go back to the system at once, whatever its size. Otherwise
+/// glibc keeps that of a small document and returns that of a large one, and a growth of deletion compares
+/// both.
 void returnFreedMemory();
 
 /// The fastest of several calls in one process, for short work that retains nothing. `prepare`, if not empty,
